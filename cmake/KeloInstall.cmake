@@ -1,0 +1,20 @@
+# What `cmake --install` puts under the prefix: the library, its headers under include/keloOpenGL,
+# the resource bundle, the programs, and the package that find_package(keloOpenGL) reads.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS keloOpenGL EXPORT keloOpenGLTargets
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/keloOpenGL)
+install(DIRECTORY geometry platform keloModel models document keloOpenGL
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/keloOpenGL
+    FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY ${KELO_BUNDLE_DIR} DESTINATION ${CMAKE_INSTALL_DATADIR})
+install(EXPORT keloOpenGLTargets NAMESPACE keloOpenGL::
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)
+configure_package_config_file(cmake/keloOpenGLConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfig.cmake
+    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfig.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfigVersion.cmake
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)

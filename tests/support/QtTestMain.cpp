@@ -1,0 +1,28 @@
+#include "tests/support/LogGuard.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include <clocale>
+
+namespace {
+
+class GuardListener : public testing::EmptyTestEventListener
+{
+    void OnTestEnd(const testing::TestInfo &) override { kelo::test::checkExpectedQtWarnings(); }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    // Listing the tests must work where there is no display at all.
+    if (testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
+    QApplication application(argc, argv);
+    kelo::test::installLogGuard();
+    testing::UnitTest::GetInstance()->listeners().Append(new GuardListener);
+    return RUN_ALL_TESTS();
+}
