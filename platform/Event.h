@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/Rect.h"
+
+#include <cstdint>
+#include <string>
+
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+
+namespace kelo {
+
+enum class EventType {
+    LeftMouseDown,
+    LeftMouseDragged,
+    LeftMouseUp,
+    RightMouseDown,
+    RightMouseDragged,
+    RightMouseUp,
+    OtherMouseDown,
+    OtherMouseDragged,
+    OtherMouseUp,
+    MouseMoved,
+    MouseEntered,
+    MouseExited,
+    ScrollWheel,
+    FlagsChanged,
+    KeyDown,
+    KeyUp,
+};
+
+/// Bits of Event::modifierFlags. The values are those that the views' masks are written in.
+namespace ModifierFlag {
+inline constexpr std::uint32_t CapsLock = 0x10000;
+inline constexpr std::uint32_t Shift = 0x20000;
+inline constexpr std::uint32_t Control = 0x40000;
+inline constexpr std::uint32_t Option = 0x80000;
+inline constexpr std::uint32_t Command = 0x100000;
+inline constexpr std::uint32_t NumericPad = 0x200000;
+inline constexpr std::uint32_t Help = 0x400000;
+inline constexpr std::uint32_t Function = 0x800000;
+} // namespace ModifierFlag
+
+/// Code points that stand for keys without a character, in Event::characters.
+namespace FunctionKey {
+inline constexpr char16_t UpArrow = 0xF700;
+inline constexpr char16_t DownArrow = 0xF701;
+inline constexpr char16_t LeftArrow = 0xF702;
+inline constexpr char16_t RightArrow = 0xF703;
+inline constexpr char16_t F1 = 0xF704; ///< F2 to F35 follow.
+inline constexpr char16_t Insert = 0xF727;
+inline constexpr char16_t Delete = 0xF728;
+inline constexpr char16_t Home = 0xF729;
+inline constexpr char16_t End = 0xF72B;
+inline constexpr char16_t PageUp = 0xF72C;
+inline constexpr char16_t PageDown = 0xF72D;
+inline constexpr char16_t Menu = 0xF735;
+inline constexpr char16_t Escape = 0x1B;
+} // namespace FunctionKey
+
+/// One input event, in the form that the views take it.
+struct Event
+{
+    EventType type = EventType::MouseMoved;
+    /// Points, origin at the window's bottom left. The lowest row of pixels has y = 1 (and the
+    /// topmost y = the height), so that a flipped view's conversion gives whole rows from 0.
+    Point locationInWindow;
+    std::uint32_t modifierFlags = 0; ///< ModifierFlag bits held while the event happened.
+    int clickCount = 0;              ///< 1 for a single press, 2 for the second press of a double click.
+    std::u16string characters;       ///< Key events: what was typed, or a FunctionKey code point.
+    double deltaX = 0.0;             ///< Scroll, in lines; right to left counts positive, as the wheel gives it.
+    double deltaY = 0.0;             ///< Scroll, in lines; turning the wheel away from the user is positive.
+    double timestamp = 0.0;          ///< Seconds, from the main run loop's clock.
+};
+
+/// Modifier bits of a Qt modifier set: Control, Shift and Command (the Meta key) are their own,
+/// Alt is Option, keypad keys set NumericPad.
+std::uint32_t modifierFlagsFromQt(int qtKeyboardModifiers);
+
+/// The characters of a Qt key press: a FunctionKey code point for keys without text, otherwise
+/// the text without regard to a held Control key ("a", not the control character).
+std::u16string charactersFromQt(int qtKey, const std::u16string &text);
+
+/// Scroll deltas in lines: a wheel notch of 120 eighths of a degree is one line; a trackpad's
+/// pixel deltas are divided by 10 pixels a line, so fine movements give fractions of a line.
+Point scrollDeltaInLines(const QWheelEvent &event);
+
+} // namespace kelo

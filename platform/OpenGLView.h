@@ -1,0 +1,216 @@
+#pragma once
+
+#include "platform/Event.h"
+#include "platform/OpenGLContext.h"
+#include "platform/Rect.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+class QCursor;
+class QImage;
+class QWidget;
+class QWindow;
+
+namespace kelo {
+
+class ViewSurface;
+
+/// Thrown when legacy OpenGL is not to be had; the text is one sentence for the user.
+class OpenGLUnavailable : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Where views draw. Chosen when a view first needs its context.
+enum class SurfaceKind {
+    Automatic,  ///< Surfaceless without a graphical application or display, else Window
+    Window,     ///< a native window with a context of its own
+    Surfaceless ///< a pixel buffer without any display server (EGL)
+};
+
+/// A view that draws with OpenGL and takes input: the ground on which the view classes stand.
+///
+/// On a display the view is a native window of its own (true double buffering, a context that
+/// outlives re-parenting and full screen), which a host embeds with createContainer; without a
+/// display it draws into a pixel buffer. Drawing and event code is the same in both.
+///
+/// Coordinates: bounds() starts at (0, 0) and is in points. isFlipped() says which way y counts in
+/// the view; events carry window locations with y counting up. One function, deviceSize(), gives
+/// the size in device pixels; viewport, picking and read-back all use it, and the backing scale is
+/// asked for anew every time, since a window can move to another screen.
+///
+/// Redraws are asked for with setNeedsDisplay and coalesced; nothing is drawn while the window is
+/// not exposed. Main thread only.
+class OpenGLView
+{
+public:
+    explicit OpenGLView(const Rect &frame, const PixelFormat &pixelFormat = {});
+    virtual ~OpenGLView();
+    OpenGLView(const OpenGLView &) = delete;
+    OpenGLView &operator=(const OpenGLView &) = delete;
+
+    /// Completes a view that was made; makeView calls it. Overriders call their base first.
+    virtual void awakeFromNib();
+
+    /// @name Where views draw
+    /// @{
+    static void setSurfaceKind(SurfaceKind kind); ///< for views whose context is not made yet
+    static SurfaceKind surfaceKind();             ///< never Automatic: what a view would get now
+    /// @}
+
+    /// @name Geometry
+    /// @{
+    Rect frame() const { return frame_; }
+    Rect bounds() const { return {{0.0, 0.0}, frame_.size}; }
+    /// Resizes the view (and its window, where it has one) and calls reshape.
+    void setFrameSize(const Size &size);
+    virtual bool isFlipped() const { return false; }
+    virtual bool isOpaque() const { return false; }
+    /// Converts a point from another view, or from the window when `view` is null, into this one's
+    /// coordinates: with a flipped view y is counted from the top edge.
+    virtual Point convertPoint_fromView(const Point &point, const OpenGLView *view) const;
+    /// Device pixels per point of the screen that the view is on, or the scale set for surfaceless
+    /// drawing.
+    double backingScaleFactor() const;
+    /// The scale of a view without display (default 1); calls reshape. A window's scale is its
+    /// screen's and stays.
+    void setSurfacelessScaleFactor(double scale);
+    bool wantsBestResolutionOpenGLSurface() const { return wantsBestResolution_; }
+    void setWantsBestResolutionOpenGLSurface(bool wants) { wantsBestResolution_ = wants; }
+    /// A size in points as device pixels, whole numbers, rounded once; of the bounds' size it is
+    /// deviceSize().
+    Size convertSizeToBacking(const Size &size) const;
+    /// A point of the view as device pixels (not rounded).
+    Point convertPointToBacking(const Point &point) const;
+    PixelSize deviceSize() const;
+    /// @}
+
+    /// @name Drawing
+    /// @{
+    /// The view's context, made on first use. Throws OpenGLUnavailable where legacy OpenGL is not
+    /// to be had.
+    OpenGLContext &openGLContext();
+    std::shared_ptr<OpenGLContext> sharedOpenGLContext();
+    bool hasOpenGLContext() const;
+    const PixelFormat &pixelFormat() const { return pixelFormat_; }
+    /// Asks for a redraw (or takes the asking back). Many askings make one redraw.
+    void setNeedsDisplay(bool needsDisplay);
+    bool needsDisplay() const { return needsDisplay_; }
+    /// Draws now, asked for or not, if the view is exposed; returns when the frame is drawn and
+    /// flushed.
+    void display();
+    /// Draws now if a redraw was asked for.
+    void displayIfNeeded();
+    /// Whether drawing would be seen: an exposed window, or a surface without display.
+    bool isExposed() const;
+    /// The drawing itself, for subclasses. The context is not made current before.
+    virtual void drawRect(const Rect &dirtyRect);
+    /// Called after the view's size in points or pixels changed.
+    virtual void reshape();
+    /// What the view shows: draws a frame and reads it back, deviceSize() pixels, top row first,
+    /// opaque. Works exposed or not. A null image when there is nothing to draw on.
+    QImage grabImage();
+    /// Throws away the context, as a display that was lost does; the next drawing makes a new one.
+    void loseContext();
+    /// @}
+
+    /// @name Input
+    /// What is done with an event; the base does nothing but pass right and other presses on.
+    /// @{
+    virtual bool acceptsFirstResponder() const { return false; }
+    virtual bool becomeFirstResponder() { return true; }
+    virtual bool resignFirstResponder() { return true; }
+    virtual void mouseDown(const Event &event);
+    virtual void mouseDragged(const Event &event);
+    virtual void mouseUp(const Event &event);
+    virtual void rightMouseDown(const Event &event);
+    virtual void rightMouseDragged(const Event &event);
+    virtual void rightMouseUp(const Event &event);
+    virtual void otherMouseDown(const Event &event);
+    virtual void otherMouseDragged(const Event &event);
+    virtual void otherMouseUp(const Event &event);
+    virtual void mouseMoved(const Event &event);
+    virtual void mouseEntered(const Event &event);
+    virtual void mouseExited(const Event &event);
+    virtual void scrollWheel(const Event &event);
+    virtual void flagsChanged(const Event &event);
+    virtual void keyDown(const Event &event);
+    virtual void keyUp(const Event &event);
+    /// Called when a held button will never be released here (the window was hidden or lost the
+    /// mouse); the base sends the matching up event at the last known place.
+    virtual void mouseCaptureLost();
+    /// Hands an event to the operation that its type names, in the event-tracking mode of the run
+    /// loop while a button is held. Windows and scripts both come through here.
+    void sendEvent(const Event &event);
+    /// Modifier bits as the last event left them.
+    std::uint32_t currentModifierFlags() const { return modifierFlags_; }
+    /// Whether mouse moves without a button are delivered.
+    bool acceptsMouseMovedEvents = false;
+    /// @}
+
+    /// @name Cursor and tracking
+    /// @{
+    void setCursor(const QCursor &cursor);
+    /// Throws the cursor rectangles away and asks resetCursorRects for new ones.
+    void invalidateCursorRects();
+    virtual void resetCursorRects();
+    void addCursorRect(const Rect &rect, const QCursor &cursor);
+    /// Adds a rectangle (view coordinates) whose entering and leaving is told by mouseEntered and
+    /// mouseExited; the tag is never 0.
+    int addTrackingRect(const Rect &rect, bool assumeInside);
+    void removeTrackingRect(int tag);
+    /// Called when the view's window changed: it was embedded, taken out, or went full screen.
+    virtual void viewDidMoveToWindow();
+    /// Whether "viewFrameDidChangeNotification" is posted (with the view as object) on a resize.
+    bool postsFrameChangedNotifications = false;
+    /// @}
+
+    /// @name Full screen of the view itself
+    /// @{
+    bool isInFullScreenMode() const;
+    virtual bool enterFullScreenMode();
+    virtual void exitFullScreenModeWithOptions();
+    /// @}
+
+    /// @name For hosts
+    /// @{
+    /// Makes a widget that shows the view. The widget does not own the view; the view may go first
+    /// (the widget is then empty) or last. A second call moves the view to the new widget.
+    QWidget *createContainer(QWidget *parent = nullptr);
+    /// The native window of the view, or null without a display. Owned by the view.
+    QWindow *window() const;
+    /// @}
+
+private:
+    friend class ViewSurface;
+    friend class WindowSurface;
+    friend class SurfacelessSurface;
+    friend class ViewWindow;
+    ViewSurface &surface() const;
+    void frameDidResize(const Size &size);
+
+    Rect frame_;
+    PixelFormat pixelFormat_;
+    bool wantsBestResolution_ = true;
+    bool needsDisplay_ = false;
+    std::uint32_t modifierFlags_ = 0;
+    double surfacelessScale_ = 1.0;
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+/// Makes a view of any class of the chain and completes it.
+template <class View, class... Arguments>
+std::shared_ptr<View> makeView(Arguments &&...arguments)
+{
+    auto view = std::make_shared<View>(std::forward<Arguments>(arguments)...);
+    view->awakeFromNib();
+    return view;
+}
+
+} // namespace kelo

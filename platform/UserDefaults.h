@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelo {
+
+/// Small settings of the user, by key. The standard store is the desktop's settings of the running
+/// application (its organisation and name); tests replace it by one in memory.
+class UserDefaults
+{
+public:
+    using Bytes = std::vector<std::uint8_t>;
+
+    virtual ~UserDefaults();
+
+    static UserDefaults &standardUserDefaults();
+    /// Replaces the standard store and returns the one before it (null when it was not made yet).
+    static std::unique_ptr<UserDefaults> setStandardUserDefaults(std::unique_ptr<UserDefaults> store);
+    /// An empty store that lives in memory only.
+    static std::unique_ptr<UserDefaults> inMemory();
+
+    virtual void setData_forKey(const Bytes &data, const std::string &key) = 0;
+    virtual void setFloat_forKey(float value, const std::string &key) = 0;
+    virtual void setString_forKey(const std::string &value, const std::string &key) = 0;
+    virtual void removeObjectForKey(const std::string &key) = 0;
+
+    /// Nothing when no bytes are stored under the key.
+    virtual std::optional<Bytes> dataForKey(const std::string &key) const = 0;
+    /// 0 when nothing, or no number, is stored under the key.
+    virtual float floatForKey(const std::string &key) const = 0;
+    /// Nothing when no text is stored under the key.
+    virtual std::optional<std::string> stringForKey(const std::string &key) const = 0;
+};
+
+} // namespace kelo
