@@ -1,0 +1,268 @@
+#pragma once
+
+#include "geometry/Extents.h"
+#include "geometry/Matrix.h"
+#include "geometry/Vector.h"
+#include "keloOpenGL/view/HVFindGoodWindow.h"
+#include "keloOpenGL/view/HVOGLMouseView.h"
+#include "keloOpenGL/view/PackedData.h"
+#include "models/Color.h"
+#include "platform/Menu.h"
+#include "platform/RunLoop.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kelo {
+
+class DXDocumentModel;
+class DXGLightweightModel;
+
+/// A 3D view of a document's two jaws: an orthographic camera, one directional light that stays with
+/// the viewer, the jaws' transforms for the opened mouth, and a fixed order of drawing into which
+/// subclasses hook their own content.
+///
+/// What the camera looks at: the world is turned by `worldRotation` about `rotationCenter`; the zoom
+/// box is the part of the world (after turning) that must be visible, and the window limits are that
+/// box widened to the view's proportions. Every setter that changes what is seen asks for a redraw.
+class HVOGLBasicView : public HVOGLMouseView, public MenuDelegate
+{
+public:
+    /// An angle in degrees and an axis, as four floats.
+    using Rotation = std::array<float, 4>;
+
+    explicit HVOGLBasicView(const Rect &frame);
+    ~HVOGLBasicView() override;
+
+    /// Sets the times, the default orientation and the default colours.
+    void awakeFromNib() override;
+
+    static PixelFormat basicPixelFormat();
+
+    /// @name Class-wide switches, for hosts; both true at start
+    /// @{
+    static bool drawRectEnabled();
+    static void setDrawRectEnabled(bool enabled); ///< false: drawing cycles do nothing at all
+    static bool bufferSwappingEnabled();
+    static void setBufferSwappingEnabled(bool enabled); ///< false: cycles do not flush
+    /// @}
+
+    /// @name The document
+    /// @{
+    const std::shared_ptr<DXDocumentModel> &documentModel() const { return documentModel_; }
+    /// Shows a document model (or none) and zooms to fit it.
+    virtual void setDocumentModel(std::shared_ptr<DXDocumentModel> model);
+    /// A mesh of the document changed: asks for a redraw.
+    void modelChanged();
+    /// @}
+
+    /// @name Colours
+    /// @{
+    /// Background 0.29, 0.58, 0.73; light: ambient grey 0.2, diffuse grey 0.62, specular white.
+    void restoreDefaultColors();
+    const std::optional<Color> &clearColor() const { return clearColor_; }
+    const std::optional<Color> &ambientColor() const { return ambientColor_; }
+    const std::optional<Color> &diffuseColor() const { return diffuseColor_; }
+    const std::optional<Color> &specularColor() const { return specularColor_; }
+    void setClearColor(const std::optional<Color> &color);
+    void setAmbientColor(const std::optional<Color> &color);
+    void setDiffuseColor(const std::optional<Color> &color);
+    void setSpecularColor(const std::optional<Color> &color);
+    /// @}
+
+    /// @name Drawing
+    /// @{
+    /// Makes the view's context current unless it is; false when there is nothing to draw on.
+    bool makeCurrentContextIfNeeded();
+    void reshape() override;
+    /// Takes a changed size over into the viewport and the window limits.
+    void resizeGL();
+    /// Computes the window limits from the zoom box and the view's size, loads the projection, and
+    /// asks for a redraw.
+    void adjustWindow();
+    void updateProjection();
+    /// One drawing cycle.
+    void drawRect(const Rect &dirtyRect) override;
+    bool isFirstDrawRect() const { return isFirstDrawRect_; }
+    bool isInColorPickMode() const { return _isInColorPickMode; }
+    /// Reads one OpenGL error code and prints it on standard output unless it is 0; returns it.
+    unsigned reportError();
+    /// What reportError prints for a code: "OpenGL error: 1280 - GL_INVALID_ENUM" and a line end;
+    /// for a code without a name only the part up to "- ".
+    static std::string errorReport(unsigned code);
+
+    /// Hooks, called by the cycle in this order.
+    virtual void updateModelView();
+    virtual void updateLighting();
+    virtual void setupDefaultMaterial();
+    virtual void drawContent();
+    virtual void drawExtraContent() {}
+    /// Turns the light's position by the light rotation.
+    void loadLightTransform();
+    /// @}
+
+    /// @name The mouth
+    /// @{
+    /// Degrees; values beyond -55 or 55 are stored as those.
+    void setMouthOpenAngle(float angleInDegrees);
+    float mouthOpenAngle() const { return _mouthOpenAngle; }
+    /// Radians, after the dead zone.
+    float effectiveMouthOpenAngle() const;
+    Matrix upperMouthTransform() const;
+    Matrix lowerMouthTransform() const;
+    /// @}
+
+    /// @name World orientation
+    /// @{
+    const Rotation &worldRotation() const { return _worldRotation; }
+    /// The axis is stored as it is, not normalised.
+    void setWorldRotationAngle_axis(double angleInDegrees, double x, double y, double z);
+    /// 90 degrees about (-1, 0, 0): the front of the mouth towards the viewer.
+    virtual Rotation defaultOrientation() const;
+    void restoreDefaultOrientation();
+    /// The target operations: at once here, animated by a subclass.
+    virtual void setTargetWorldRotationAngle_axis(double angleInDegrees, double x, double y,
+                                                  double z);
+    void setTargetWorldRotationData(const PackedData &rotationData);
+    virtual void setTargetWorldCenterData(const PackedData &centerData);
+    virtual void setTargetZoomData(const PackedData &zoomData);
+    /// @}
+
+    /// @name Centre and zoom
+    /// @{
+    /// 12 bytes, or an assertion fails. Sets the rotation centre too.
+    void setWorldCenterData(const PackedData &centerData);
+    PackedData worldCenterData() const;
+    Vector3 worldCenter() const { return _worldCenter; }
+    /// Hook: the point to turn about for a world centre; the centre itself here.
+    virtual PackedData rotationCenterDataForWorldCenterData(const PackedData &centerData) const;
+    /// 12 bytes, or an assertion fails. Asks for no redraw.
+    void setRotationCenterData(const PackedData &centerData);
+    PackedData rotationCenterData() const;
+    Vector3 rotationCenter() const { return _rotationCenter; }
+    /// 32 bytes, or an assertion fails. Leaves near and far as they are.
+    void setZoomData(const PackedData &zoomData);
+    PackedData zoomData() const;
+    static PackedData zoomDataWithXMin_xMax_yMin_yMax(double xMin, double xMax, double yMin,
+                                                      double yMax);
+    WindowLimits zoomBox() const { return {_xMin, _xMax, _yMin, _yMax}; }
+    WindowLimits windowLimits() const;
+    double zMin() const { return _zMin; }
+    double zMax() const { return _zMax; }
+    /// @}
+
+    /// @name Extents and fitting
+    /// @{
+    static PackedData worldCenterDataForExtents(const Extents &extents);
+    /// The union of the extents of all models of the document.
+    void updateExtents();
+    void setModelExtents(std::shared_ptr<const Extents> extents);
+    /// The scene's extents; a box of half-size 100 about the origin while there are none.
+    std::shared_ptr<const Extents> extents() const;
+    std::shared_ptr<const Extents> extentsForZoomToFit();
+    virtual double zoomToFitRadiusForExtents(const Extents &extents) const;
+    virtual double zoomToFitScaleFactor() const { return 0.625; }
+    void zoomToFit();
+    void immediateZoomToFit() { zoomToFit(); }
+    /// @}
+
+    /// @name Animation
+    /// @{
+    void startAnimationTimer();
+    void stopAnimationTimer();
+    bool animationTimerIsRunning() const { return timer_ != nullptr; }
+    virtual void animationForTimer(Timer &timer);
+    void initializeStartTime();
+    double elapsedTime() const;
+    virtual void updateObjectRotationForTimeDelta(double) {}
+    /// @}
+
+    /// @name Modes and menus
+    /// @{
+    /// Mode 5 for the Control flag alone, otherwise the present mode.
+    long mouseModeForDeviceIndependentBits(std::uint32_t bits) const override;
+    /// A menu titled "Mode": enables the rows of the modes and checks the present one's.
+    void menuNeedsUpdate(Menu &menu) override;
+    using HVOGLMouseView::mouseModeAction;
+    /// Sets the mode that the menu row's tag names.
+    void mouseModeAction(const MenuItem &sender);
+    /// @}
+
+    /// @name Handlers by button and mode
+    /// Left presses go to the present mode's handler; right presses to the colour handlers, in the
+    /// elastics mode too.
+    /// @{
+    void leftMouseDown(const Event &event) override;
+    void leftMouseDragged(const Event &event) override;
+    void leftMouseUp(const Event &event) override;
+    void rightMouseDown(const Event &event) override;
+    void rightMouseDragged(const Event &event) override;
+    void rightMouseUp(const Event &event) override;
+    void otherMouseDown(const Event &event) override;
+    void otherMouseDragged(const Event &event) override;
+
+    virtual void rotateMouseDown(const Event &) {}
+    virtual void rotateMouseDragged(const Event &) {}
+    virtual void rotateMouseUp(const Event &) {}
+    virtual void colorMouseDown(const Event &) {}
+    virtual void colorMouseDragged(const Event &) {}
+    virtual void colorMouseUp(const Event &) {}
+    virtual void elasticsMouseDown(const Event &) {}
+    virtual void elasticsMouseDragged(const Event &) {}
+    virtual void elasticsMouseUp(const Event &) {}
+    /// @}
+
+    /// @name Answers to the platform
+    /// @{
+    /// A point of the window as the row and column of a pixel counted from the view's bottom left,
+    /// in points.
+    Point convertPoint_fromView(const Point &point, const OpenGLView *view) const override;
+    bool isFlipped() const override { return true; }
+    bool isOpaque() const override { return true; }
+    bool acceptsFirstResponder() const override { return true; }
+    bool becomeFirstResponder() override { return true; }
+    bool resignFirstResponder() override { return true; }
+    /// @}
+
+    /// The modes, which are also the tags of the "Mode" menu's rows.
+    enum MouseMode : long { rotateMode = 2, colorMode = 5, elasticsMode = 6 };
+
+protected:
+    void contextWasLost() override;
+    /// The models of one jaw, under its transform.
+    void drawModels(const std::vector<std::shared_ptr<DXGLightweightModel>> &models,
+                    const Matrix &jawTransform);
+
+    Rotation _lightRotation{};
+    double time = 0.0; ///< of the last animation tick
+    Size cameraSize;   ///< the view's size as last taken over
+    Vector3 _worldCenter{};
+    Vector3 _rotationCenter{};
+    Rotation _worldRotation{};
+    float _mouthOpenAngle = 0.0f;
+    double _xMin = -1.0, _xMax = 1.0, _yMin = -1.0, _yMax = 1.0, _zMin = -1.0, _zMax = 1.0;
+    double _xMinWindow = 0.0, _xMaxWindow = 0.0, _yMinWindow = 0.0, _yMaxWindow = 0.0;
+    double _lastRenderingTime = 0.0; ///< a subclass may measure it; it stays 0 here
+    bool _isInColorPickMode = false;
+
+private:
+    void setUpFirstCycle();
+    void drawBackground();
+    void reportIncompleteDocument(const char *reason);
+
+    std::shared_ptr<DXDocumentModel> documentModel_;
+    std::shared_ptr<Timer> timer_;
+    std::optional<Color> clearColor_;
+    std::optional<Color> ambientColor_;
+    std::optional<Color> diffuseColor_;
+    std::optional<Color> specularColor_;
+    double _startTime = 0.0;
+    PixelSize viewportSize_;
+    std::shared_ptr<const Extents> modelExtents_;
+    bool isFirstDrawRect_ = true;
+    bool incompleteDocumentReported_ = false;
+};
+
+} // namespace kelo

@@ -1,0 +1,187 @@
+#include "keloOpenGL/view/HVOGLMouseView.h"
+
+#include "platform/NotificationCenter.h"
+
+#include <QCursor>
+
+namespace kelo {
+namespace {
+
+/// The modifier bits that ask for a temporary mode: Caps Lock, Option, numeric pad, help and
+/// function. Shift, Control, Command and the device-dependent low half are left out on purpose.
+constexpr std::uint32_t modeModifierMask = 0xFFE90000;
+
+} // namespace
+
+HVOGLMouseView::HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat)
+    : OpenGLView(frame, pixelFormat)
+{
+}
+
+HVOGLMouseView::~HVOGLMouseView()
+{
+    NotificationCenter::defaultCenter().removeObserver(this);
+    if (trackingRectTag_ != 0)
+        removeTrackingRect(trackingRectTag_);
+}
+
+void HVOGLMouseView::awakeFromNib()
+{
+    OpenGLView::awakeFromNib();
+    NotificationCenter::defaultCenter().addObserver(
+        this, [this](const Notification &) { frameDidChange(); }, "viewFrameDidChangeNotification",
+        static_cast<OpenGLView *>(this));
+    postsFrameChangedNotifications = true;
+    setUpTrackingRect();
+    invalidateCursorRects();
+    setEnabled(true);
+}
+
+void HVOGLMouseView::setMouseMode(long mode)
+{
+    mouseMode_ = mode;
+    invalidateCursorRects();
+}
+
+void HVOGLMouseView::setTemporaryMouseMode(long mode)
+{
+    if (!mouseModeIsTemporary_)
+        permanentMouseMode_ = mouseMode_;
+    mouseModeIsTemporary_ = true;
+    setMouseMode(mode);
+}
+
+void HVOGLMouseView::restorePermanentMouseMode()
+{
+    if (mouseModeIsTemporary_)
+        setMouseMode(permanentMouseMode_);
+    mouseModeIsTemporary_ = false;
+    setCursor(cursorForMouseMode(mouseMode_));
+}
+
+void HVOGLMouseView::mouseModeAction()
+{
+    if (mouseMode_ == mouseModeButton_)
+        mouseModeStress();
+    mouseModeButton_ = mouseMode_;
+}
+
+long HVOGLMouseView::mouseModeForDeviceIndependentBits(std::uint32_t) const
+{
+    return 0;
+}
+
+QCursor HVOGLMouseView::defaultCursor() const
+{
+    return QCursor(Qt::ArrowCursor);
+}
+
+QCursor HVOGLMouseView::cursorForMouseMode(long) const
+{
+    return defaultCursor();
+}
+
+void HVOGLMouseView::synchronizeCursorWithMouseMode(const Event &event)
+{
+    if (bounds().contains(convertPoint_fromView(event.locationInWindow, nullptr)))
+        setCursor(cursorForMouseMode(mouseMode_));
+}
+
+void HVOGLMouseView::setUpTrackingRect()
+{
+    if (trackingRectTag_ != 0)
+        removeTrackingRect(trackingRectTag_);
+    trackingRectTag_ = addTrackingRect(bounds(), false);
+}
+
+void HVOGLMouseView::resetCursorRects()
+{
+    OpenGLView::resetCursorRects();
+    addCursorRect(bounds(), cursorForMouseMode(mouseMode_));
+}
+
+void HVOGLMouseView::viewDidMoveToWindow()
+{
+    OpenGLView::viewDidMoveToWindow();
+    setUpTrackingRect();
+}
+
+void HVOGLMouseView::frameDidChange()
+{
+    setUpTrackingRect();
+    acceptsMouseMovedEvents = true;
+}
+
+void HVOGLMouseView::flagsChanged(const Event &event)
+{
+    if (mouseIsDown_)
+        return;
+    const std::uint32_t bits = event.modifierFlags & modeModifierMask;
+    if (bits != 0)
+        setTemporaryMouseMode(mouseModeForDeviceIndependentBits(bits));
+    else
+        restorePermanentMouseMode();
+    synchronizeCursorWithMouseMode(event);
+}
+
+HVOGLMouseView::Button HVOGLMouseView::routedButton() const
+{
+    const auto mode = static_cast<std::int32_t>(mouseMode_);
+    if (mode == static_cast<std::int32_t>(rightMouseMode()))
+        return Button::Right;
+    if (mode == static_cast<std::int32_t>(otherMouseMode()))
+        return Button::Other;
+    return Button::Left;
+}
+
+void HVOGLMouseView::mouseDown(const Event &event)
+{
+    if (!enabled_)
+        return;
+    mouseIsDown_ = true;
+    switch (routedButton()) {
+    case Button::Right: rightMouseDown(event); break;
+    case Button::Other: otherMouseDown(event); break;
+    case Button::Left: leftMouseDown(event); break;
+    }
+}
+
+void HVOGLMouseView::mouseDragged(const Event &event)
+{
+    if (!mouseIsDown_)
+        return;
+    switch (routedButton()) {
+    case Button::Right: rightMouseDragged(event); break;
+    case Button::Other: otherMouseDragged(event); break;
+    case Button::Left: leftMouseDragged(event); break;
+    }
+}
+
+void HVOGLMouseView::mouseUp(const Event &event)
+{
+    if (!mouseIsDown_)
+        return;
+    switch (routedButton()) {
+    case Button::Right: rightMouseUp(event); break;
+    case Button::Other: otherMouseUp(event); break;
+    case Button::Left: leftMouseUp(event); break;
+    }
+}
+
+void HVOGLMouseView::endPress(const Event &event)
+{
+    mouseIsDown_ = false;
+    flagsChanged(event);
+}
+
+void HVOGLMouseView::leftMouseDown(const Event &) {}
+void HVOGLMouseView::leftMouseDragged(const Event &) {}
+void HVOGLMouseView::leftMouseUp(const Event &event) { endPress(event); }
+void HVOGLMouseView::rightMouseDown(const Event &) {}
+void HVOGLMouseView::rightMouseDragged(const Event &) {}
+void HVOGLMouseView::rightMouseUp(const Event &event) { endPress(event); }
+void HVOGLMouseView::otherMouseDown(const Event &) {}
+void HVOGLMouseView::otherMouseDragged(const Event &) {}
+void HVOGLMouseView::otherMouseUp(const Event &event) { endPress(event); }
+
+} // namespace kelo

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "platform/OpenGLView.h"
+
+#include <cstdint>
+
+namespace kelo {
+
+/// A view with numbered mouse modes: keeps the mode in force, lets held modifier keys switch to a
+/// temporary one, and routes every press, drag and release to an operation per button, which
+/// subclasses fill in.
+class HVOGLMouseView : public OpenGLView
+{
+public:
+    explicit HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat = {});
+    ~HVOGLMouseView() override;
+
+    /// Sets up the tracking rectangle, follows the view's own frame, and enables presses.
+    void awakeFromNib() override;
+
+    /// @name Modes
+    /// @{
+    long mouseMode() const { return mouseMode_; }
+    /// Stores the mode and has the cursor rectangles made anew.
+    virtual void setMouseMode(long mode);
+    bool mouseModeIsTemporary() const { return mouseModeIsTemporary_; }
+    long permanentMouseMode() const { return permanentMouseMode_; }
+    /// Puts a mode in force until restorePermanentMouseMode. Of several temporary modes in a row
+    /// the first remembers the permanent one.
+    void setTemporaryMouseMode(long mode);
+    virtual void restorePermanentMouseMode();
+    /// Confirms the present mode, as a mode button does; confirming one that is confirmed already
+    /// is a mouseModeStress.
+    void mouseModeAction();
+    long mouseModeButton() const { return mouseModeButton_; }
+    /// Hook: the present mode was confirmed a second time.
+    virtual void mouseModeStress() {}
+    /// Hooks: the modes in which a plain press is routed to the right or the other button's
+    /// operations. -1: none.
+    virtual long rightMouseMode() const { return -1; }
+    virtual long otherMouseMode() const { return -1; }
+    /// Hook: the mode that a set of held modifier bits asks for.
+    virtual long mouseModeForDeviceIndependentBits(std::uint32_t bits) const;
+    /// @}
+
+    /// @name Cursor
+    /// @{
+    virtual QCursor defaultCursor() const;
+    /// Hook: the cursor of a mode; the default cursor for every one.
+    virtual QCursor cursorForMouseMode(long mode) const;
+    /// Sets the present mode's cursor if the event lies in the view.
+    void synchronizeCursorWithMouseMode(const Event &event);
+    void setUpTrackingRect();
+    void resetCursorRects() override;
+    void viewDidMoveToWindow() override;
+    /// @}
+
+    /// While false, presses that come through mouseDown are ignored, and with them the drags and
+    /// the release that follow.
+    bool enabled() const { return enabled_; }
+    void setEnabled(bool enabled) { enabled_ = enabled; }
+    bool mouseIsDown() const { return mouseIsDown_; }
+
+    /// @name Events
+    /// @{
+    void flagsChanged(const Event &event) override;
+    void mouseDown(const Event &event) override;
+    void mouseDragged(const Event &event) override;
+    void mouseUp(const Event &event) override;
+
+    virtual void leftMouseDown(const Event &event);
+    virtual void leftMouseDragged(const Event &event);
+    /// The three releases end the press and let modifier keys take effect that changed meanwhile.
+    virtual void leftMouseUp(const Event &event);
+    void rightMouseDown(const Event &event) override;
+    void rightMouseDragged(const Event &event) override;
+    void rightMouseUp(const Event &event) override;
+    void otherMouseDown(const Event &event) override;
+    void otherMouseDragged(const Event &event) override;
+    void otherMouseUp(const Event &event) override;
+    /// @}
+
+private:
+    enum class Button { Left, Right, Other };
+    Button routedButton() const;
+    void frameDidChange();
+    void endPress(const Event &event);
+
+    long mouseMode_ = 0;
+    bool mouseModeIsTemporary_ = false;
+    long permanentMouseMode_ = 0;
+    long mouseModeButton_ = 0;
+    bool mouseIsDown_ = false;
+    int trackingRectTag_ = 0;
+    bool enabled_ = true;
+};
+
+} // namespace kelo

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "geometry/Quaternion.h"
+#include "keloOpenGL/view/HVOGLBasicView.h"
+
+#include <string>
+
+namespace kelo {
+
+/// Turns target requests into smooth transitions: world rotation, world centre and mouth opening,
+/// any of which may run at the same time. Each starts and ends with zero speed (smoothstep), lands
+/// exactly on its target, and starts over from the value reached when a new target is requested.
+///
+/// Rotation follows the single-axis path from start to target. Zoom is not animated. The animation
+/// timer starts with the first transition and runs until the view goes.
+class HVOGLSmoothView : public HVOGLBasicView
+{
+public:
+    explicit HVOGLSmoothView(const Rect &frame);
+
+    /// Requesting the present orientation, or the target of the running transition, does nothing.
+    void setTargetWorldRotationAngle_axis(double angleInDegrees, double x, double y,
+                                          double z) override;
+    void setTargetWorldQuaternion(const Quaternion &quaternion);
+    /// The quaternion of the running transition's target, or of the present orientation.
+    Quaternion targetWorldQuaternion() const;
+
+    /// 12 bytes, or an assertion fails. Jumps at once where rendering is too slow to animate, or
+    /// where a coordinate is not finite.
+    void setTargetWorldCenterData(const PackedData &centerData) override;
+    /// The centre that the last centre transition ends at.
+    PackedData activeWorldCenterData() const;
+
+    /// Over 0.75 seconds. Unlike setMouthOpenAngle, targets are not limited to 55 degrees.
+    void setTargetMouthOpenAngle(float angleInDegrees);
+    void setTargetMouthOpenAngle_duration(float angleInDegrees, double seconds);
+
+    void animationForTimer(Timer &timer) override;
+    void updateWorldRotationForTimeDelta(double seconds);
+    void updateWorldCenterForTimeDelta(double seconds);
+    void updateMouthOpenAngleForTimeDelta(double seconds);
+
+    bool isAnimatingWorldRotation() const { return _animatingWorldRotation; }
+    bool isAnimatingWorldCenter() const { return _animatingWorldCenter; }
+    bool isAnimatingMouthOpenAngle() const { return _animatingMouthOpenAngle; }
+
+    /// A name that a host may keep with the view; "XY" until one is set.
+    void setHomeOrientation(std::optional<std::string> name);
+    const std::string &homeOrientation();
+
+private:
+    void startAnimationTimerIfNeeded();
+    double timeDelta() const;
+
+    bool _animatingWorldRotation = false;
+    Quaternion _initialWorldQuaternion{0.0f, 0.0f, 0.0f, 1.0f};
+    Rotation _worldEigenRotation{};
+    Rotation _targetWorldRotation{};
+    double _worldEigenRotationParameter = 0.0;
+    double _worldEigenRotationFullAngle = 0.0;
+
+    bool _animatingWorldCenter = false;
+    double _worldCenterParameter = 0.0;
+    Vector3 _worldCenterInitial{};
+    Vector3 _worldCenterFinal{};
+
+    std::optional<std::string> _homeOrientation;
+
+    bool _animatingMouthOpenAngle = false;
+    double _mouthOpenAngleParameter = 0.0;
+    float _initialMouthOpenAngle = 0.0f;
+    float _targetMouthOpenAngle = 0.0f;
+    double _mouthOpenAnimationDuration = 0.0;
+};
+
+} // namespace kelo
