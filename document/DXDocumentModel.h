@@ -1,0 +1,284 @@
+#pragma once
+
+#include "document/DXDocumentModelDelegate.h"
+#include "document/ElasticModel.h"
+#include "keloModel/BracketColorType.h"
+#include "keloModel/ElasticsConfigType.h"
+#include "keloModel/ElasticsSizeType.h"
+#include "models/NameKey.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace kelo {
+
+class DXGLightweightModel;
+class Timer;
+
+/// The colour type of a bracket without colour; a colour that was taken away is reported as this.
+inline constexpr long noBracketColorTypeID = 4999;
+
+/// Thrown by the lists of models when one that they name is not loaded; the text says which.
+class ModelNotLoaded : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The dictionary form of an elastic; every entry may be absent.
+struct ElasticModelDictionary
+{
+    std::shared_ptr<ElasticsConfigType> elasticsConfigType;
+    std::shared_ptr<ElasticsSizeType> elasticsSizeType;
+    std::optional<std::vector<std::string>> bracketSequence;
+};
+
+/// The state of one treatment: which meshes exist and are shown, the colour of every bracket, the
+/// catalogues, and the placed elastics. The view reads it to draw and changes it through its
+/// operations; the host loads it and hears of changes through the delegate.
+///
+/// Visibility lives in the meshes' hidden flags. A tooth is hidden by hiddenPrimary; a bracket or a
+/// button by hiddenPrimary when it is not placed, and by hiddenSecondary when its tooth is hidden.
+///
+/// Hold it in a shared_ptr: then it stays alive for as long as one of its operations runs, whatever
+/// the delegate lets go of. Timers are the main run loop's. Main thread only.
+class DXDocumentModel : public std::enable_shared_from_this<DXDocumentModel>
+{
+public:
+    using Models = NameKeyDictionary<std::shared_ptr<DXGLightweightModel>>;
+    using ModelList = std::vector<std::shared_ptr<DXGLightweightModel>>;
+    using Paths = NameKeyDictionary<std::string>;
+    using Visibilities = NameKeyDictionary<bool>;
+    using ColorTypeIDs = NameKeyDictionary<long>;
+    /// With nothing in the place of a colour that a bracket does not have.
+    using OptionalColorTypeIDs = NameKeyDictionary<std::optional<long>>;
+    using BracketColorTypes = std::map<long, std::shared_ptr<BracketColorType>>;
+    using ElasticsSizeTypes = std::map<long, std::shared_ptr<ElasticsSizeType>>;
+    using ElasticsConfigTypes = std::vector<std::shared_ptr<ElasticsConfigType>>;
+    using ElasticModels = std::vector<std::shared_ptr<ElasticModel>>;
+    /// What setElasticModels takes: an elastic, the dictionary form of one, or something else (a
+    /// text, nothing), which is dropped.
+    using ElasticModelElement = std::variant<std::monostate, std::shared_ptr<ElasticModel>,
+                                             ElasticModelDictionary, std::string>;
+
+    DXDocumentModel();
+    /// Drops a pending notice: what the host did not flush or take is lost.
+    ~DXDocumentModel();
+    DXDocumentModel(const DXDocumentModel &) = delete;
+    DXDocumentModel &operator=(const DXDocumentModel &) = delete;
+
+    /// Not owned: who destroys a delegate that is set takes it away first. Null for none.
+    DXDocumentModelDelegate *delegate() const { return delegate_; }
+    void setDelegate(DXDocumentModelDelegate *delegate) { delegate_ = delegate; }
+
+    /// @name Loading, called by the host
+    /// See ToothModelLoader for the files, their messages and errors.
+    /// @{
+    void loadUpperAndLowerGumModels();
+    void loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    void loadToothModelFiles(const Paths &files);
+    /// Brackets exist for the keys "2" to "15" and "18" to "31" only: elastics know where the hooks
+    /// of these are.
+    void loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    void loadBracketModelFiles(const Paths &files);
+    void loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys);
+    void loadButtonModelFiles(const Paths &files);
+    /// Told while teeth, brackets or buttons are loaded, after every file: how many of the running
+    /// call are done and how many it has. Not told when empty.
+    std::function<void(std::size_t doneCount, std::size_t fileCount)> loadingProgress;
+    /// @}
+
+    /// @name Models and catalogues
+    /// The setters announce nothing. A null value in a dictionary of models is an AssertionFailure.
+    /// @{
+    const std::shared_ptr<DXGLightweightModel> &upperGumModel() const { return _upperGumModel; }
+    const std::shared_ptr<DXGLightweightModel> &lowerGumModel() const { return _lowerGumModel; }
+    const Models &toothModels() const { return _toothModels; }
+    const Models &bracketModels() const { return _bracketModels; }
+    const Models &buttonModels() const { return _buttonModels; }
+    void setUpperGumModel(std::shared_ptr<DXGLightweightModel> model);
+    void setLowerGumModel(std::shared_ptr<DXGLightweightModel> model);
+    void setToothModels(Models models);
+    void setBracketModels(Models models);
+    /// Gives every button the extended hit box, so that the small buttons are easy to pick.
+    void setButtonModels(Models models);
+
+    const BracketColorTypes &availableBracketColorTypes() const
+    {
+        return _availableBracketColorTypes;
+    }
+    const ElasticsSizeTypes &availableElasticsSizeTypes() const
+    {
+        return _availableElasticsSizeTypes;
+    }
+    const ElasticsConfigTypes &availableElasticsConfigTypes() const
+    {
+        return _availableElasticsConfigTypes;
+    }
+    void setAvailableBracketColorTypes(BracketColorTypes types);
+    void setAvailableElasticsSizeTypes(ElasticsSizeTypes types);
+    void setAvailableElasticsConfigTypes(ElasticsConfigTypes types);
+
+    /// All teeth, brackets and buttons, each in the order of their keys, then the upper and the
+    /// lower gum; hidden ones included. Throws ModelNotLoaded when a gum is not loaded.
+    ModelList models() const;
+    /// The gum of the jaw, then for each of its teeth (TreatmentNote) the tooth, its bracket and
+    /// its lingual button; hidden ones included. Throws ModelNotLoaded when one of them is not
+    /// loaded.
+    ModelList upperModels() const;
+    ModelList lowerModels() const;
+    /// @}
+
+    /// @name Visibilities
+    /// The dictionaries tell hiddenPrimary alone: a placed bracket on a hidden tooth is "visible".
+    /// The setters are for restoring saved state: keys that are not in the given dictionary stay as
+    /// they are, keys without a model are passed over, the delegate hears nothing, no update is
+    /// accumulated and no elastic changes.
+    /// @{
+    Visibilities toothVisibilities() const;
+    Visibilities bracketVisibilities() const;
+    Visibilities buttonVisibilities() const;
+    /// Sets hiddenSecondary of the tooth's bracket and button as well.
+    void setToothVisibilities(const Visibilities &visibilities);
+    void setBracketVisibilities(const Visibilities &visibilities);
+    void setButtonVisibilities(const Visibilities &visibilities);
+
+    /// The toggles flip what the user sees, tell the delegate at once, and shorten or remove the
+    /// elastics that ran through what was hidden; those of brackets and buttons accumulate an
+    /// update too. A key without a model changes no model, but the update is accumulated and the
+    /// delegate told that it is visible.
+    void toggleVisibilityOfBracket(const std::string &key);
+    void toggleVisibilityOfButton(const std::string &key);
+    void toggleVisibilityOfTooth(const std::string &key);
+    /// @}
+
+    /// @name Bracket colours
+    /// @{
+    /// The colour type of each coloured bracket; a bracket without an entry is white. (The name has
+    /// one s more than its setter's.)
+    const ColorTypeIDs &bracketColorsTypeIDs() const { return _bracketColorTypeIDs; }
+    /// Replaces all colours, to restore saved state: paints each bracket of the dictionary in its
+    /// type's colour, or white where there is nothing. A type that is not available, or has no
+    /// colour, is said on standard error and leaves its bracket as it was, without an entry:
+    ///     Error: Specified color "ID" for bracket KEY is not in the list of available colors (IDs)
+    /// No update is accumulated, and the delegate hears nothing.
+    void setBracketColorTypeIDs(const OptionalColorTypeIDs &typeIDs);
+    /// Changes one colour as the user does: stores it, paints the bracket, accumulates an update.
+    /// Nothing takes the colour away: the bracket is white and the update says 4999. A type that is
+    /// not available is stored unchanged and painted as a material of no colour.
+    void bracket_setColorWithBracketColorTypeID(const std::string &key,
+                                                const std::optional<long> &typeID);
+    /// Shows the bracket, and then its tooth, if they are hidden; then sets the colour.
+    void bracket_makeVisibleAndSetColorWithBracketColorTypeID(const std::string &key,
+                                                              const std::optional<long> &typeID);
+    /// @}
+
+    /// @name Updates for the host
+    /// Changes are gathered, the latest of each key, and the delegate is told once they have rested
+    /// for updateAccumulationTime.
+    /// @{
+    /// Seconds; 3 at first. Counts from the next change on.
+    double updateAccumulationTime() const { return updateAccumulationTime_; }
+    void setUpdateAccumulationTime(double seconds) { updateAccumulationTime_ = seconds; }
+    /// Nothing is recorded as 4999.
+    void accumulateUpdateForBracket_withBracketColorTypeID(const std::string &key,
+                                                           const std::optional<long> &typeID);
+    void accumulateUpdateForBracket_visibility(const std::string &key, bool visible);
+    void accumulateUpdateForButton_visibility(const std::string &key, bool visible);
+    /// What the timer calls: offers what is pending to the delegate.
+    void updateAccumulationTimer(Timer &timer);
+    /// Fires the pending timer now, for a host that does not want to wait; nothing without one.
+    void flushOutstandingUpdates();
+
+    /// Each returns what is pending and empties it.
+    ColorTypeIDs bracketColorTypeIDUpdates();
+    Visibilities bracketVisibilityUpdates();
+    Visibilities buttonVisibilityUpdates();
+    /// What is pending, left pending.
+    const ColorTypeIDs &pendingBracketColorTypeIDUpdates() const
+    {
+        return bracketColorTypeIDUpdates_;
+    }
+    const Visibilities &pendingBracketVisibilityUpdates() const
+    {
+        return bracketVisibilityUpdates_;
+    }
+    const Visibilities &pendingButtonVisibilityUpdates() const { return buttonVisibilityUpdates_; }
+    /// @}
+
+    /// @name Elastics
+    /// @{
+    /// The placed elastics in placing order: the list itself, not a copy.
+    ElasticModels &elasticModels() { return _elasticModels; }
+    const ElasticModels &elasticModels() const { return _elasticModels; }
+    /// Replaces the list: elastics as they are, dictionaries made into elastics, anything else
+    /// dropped. The delegate hears nothing.
+    void setElasticModels(const std::vector<ElasticModelElement> &elements);
+    void setElasticModels(const ElasticModels &elastics);
+    /// Appends the elastic, also when it is placed already. Null is ignored.
+    void placeElasticModel(const std::shared_ptr<ElasticModel> &elastic);
+    /// Removes every occurrence; nothing when it is not placed.
+    void removeElasticModel(const std::shared_ptr<ElasticModel> &elastic);
+    /// Nothing when the elastic is not placed.
+    void elasticModel_setElasticsSizeType(const std::shared_ptr<ElasticModel> &elastic,
+                                          const std::shared_ptr<ElasticsSizeType> &sizeType);
+    /// The first placed elastic with this identifier, or null.
+    std::shared_ptr<ElasticModel> elasticModelForUniqueID(std::uint32_t uniqueID) const;
+    /// Takes the key out of every elastic if what stands under it is hidden. An elastic that is
+    /// left on a single tooth (a bracket and the button on one tooth count once) is removed. The
+    /// delegate is told once, if any elastic changed.
+    void refactorElasticModels(const std::string &key);
+    /// @}
+
+    /// What is wrong with the state, one sentence each; empty when all holds that always should:
+    /// hidden flags of brackets and buttons agree with their teeth, identifiers of models are
+    /// distinct and can be picked, buttons have extended hit boxes, colours belong to brackets and
+    /// are available or 4999, elastics run through loaded brackets and buttons, and no two elastics
+    /// share an identifier.
+    std::vector<std::string> checkSanity() const;
+
+private:
+    enum class Jaw { Upper, Lower };
+    ModelList modelsOfJaw(Jaw jaw) const;
+    void restartUpdateAccumulationTimer();
+    bool isHiddenUnderKey(const std::string &key) const;
+    bool isPlaced(const std::shared_ptr<ElasticModel> &elastic) const;
+
+    /// Calls an operation of the delegate, if it has it. The operation is copied first: it may
+    /// destroy the delegate that it stands in.
+    template<class Operation, class... Arguments>
+    void tell(Operation DXDocumentModelDelegate::*operation, Arguments &&...arguments) const
+    {
+        if (!delegate_) return;
+        if (const Operation called = delegate_->*operation)
+            called(std::forward<Arguments>(arguments)...);
+    }
+
+    DXDocumentModelDelegate *delegate_ = nullptr;
+    std::shared_ptr<DXGLightweightModel> _upperGumModel;
+    std::shared_ptr<DXGLightweightModel> _lowerGumModel;
+    Models _toothModels;
+    Models _bracketModels;
+    Models _buttonModels;
+    BracketColorTypes _availableBracketColorTypes;
+    ElasticsSizeTypes _availableElasticsSizeTypes;
+    ElasticsConfigTypes _availableElasticsConfigTypes;
+    ColorTypeIDs _bracketColorTypeIDs;
+    ElasticModels _elasticModels;
+    // The fields below share their names with operations, hence the underscore behind.
+    std::weak_ptr<Timer> updateAccumulationTimer_; ///< the run loop holds it
+    double updateAccumulationTime_ = 3.0;
+    ColorTypeIDs bracketColorTypeIDUpdates_;
+    Visibilities bracketVisibilityUpdates_;
+    Visibilities buttonVisibilityUpdates_;
+};
+
+} // namespace kelo

@@ -1,0 +1,7 @@
+#include "models/BundleKey.h"
+
+namespace kelo {
+
+const std::string keloOpenGLBundleKey = "keloOpenGL";
+
+} // namespace kelo

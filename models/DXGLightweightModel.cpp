@@ -1,0 +1,243 @@
+#include "models/DXGLightweightModel.h"
+
+#include "models/HVOGLMaterial.h"
+#include "platform/Assertion.h"
+#include "platform/NotificationCenter.h"
+#include "platform/OpenGLContext.h"
+#include "platform/gl.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstddef>
+#include <cstdio>
+
+namespace kelo {
+namespace {
+
+static_assert(sizeof(OBJVertex) == 24, "OpenGL is told 24 bytes from one vertex to the next");
+constexpr std::size_t normalOffset = 3 * sizeof(float);
+
+std::uint64_t &counter()
+{
+    static std::uint64_t next = 1;
+    return next;
+}
+
+/// Buffer offsets travel through OpenGL's pointer arguments.
+const void *bufferOffset(std::size_t bytes)
+{
+    return reinterpret_cast<const void *>(bytes); // NOLINT(performance-no-int-to-ptr)
+}
+
+/// A vertex as its three floats position and three floats normal.
+const float *floatsOf(const OBJVertex &vertex)
+{
+    return reinterpret_cast<const float *>(&vertex);
+}
+
+Extents extentsOf(const std::vector<OBJVertex> &vertices)
+{
+    MutableExtents extents;
+    for (const OBJVertex &vertex : vertices) {
+        const float *position = floatsOf(vertex);
+        extents.absorb(position[0], position[1], position[2]);
+    }
+    return Extents(extents);
+}
+
+} // namespace
+
+DXGLightweightModel::DXGLightweightModel(const OBJVertex *vertices, std::uint64_t vertexCount,
+                                         const std::uint32_t *indexes, std::uint64_t indexCount)
+{
+    assertThat(vertices || vertexCount == 0, "A model's vertices must be given");
+    assertThat(indexes || indexCount == 0, "A model's indexes must be given");
+    if (vertexCount > 0) vertices_.assign(vertices, vertices + vertexCount);
+    if (indexCount > 0) {
+        indexes_.assign(indexes, indexes + indexCount);
+        largestIndex_ = *std::max_element(indexes_.begin(), indexes_.end());
+    }
+    extents_ = extentsOf(vertices_);
+    material_ = HVOGLMaterial::material();
+    uniqueID_ = counter()++;
+}
+
+DXGLightweightModel::~DXGLightweightModel()
+{
+    for (const Upload &upload : uploads_) {
+        if (const auto context = upload.context.lock()) {
+            context->deleteBuffer(upload.vboID);
+            context->deleteBuffer(upload.vboIndexID);
+        }
+    }
+}
+
+std::uint64_t DXGLightweightModel::nextUniqueID()
+{
+    return counter();
+}
+
+void DXGLightweightModel::setNextUniqueID(std::uint64_t uniqueID)
+{
+    assertThat(uniqueID >= counter(), "A model's unique identifier is never used again");
+    counter() = uniqueID;
+}
+
+void DXGLightweightModel::setMaterial(const std::shared_ptr<HVOGLMaterial> &material)
+{
+    material_ = material;
+    postModelChangedNotification();
+}
+
+void DXGLightweightModel::setHiddenPrimary(bool hidden)
+{
+    hiddenPrimary_ = hidden;
+    postModelChangedNotification();
+}
+
+void DXGLightweightModel::setHiddenSecondary(bool hidden)
+{
+    hiddenSecondary_ = hidden;
+    postModelChangedNotification();
+}
+
+void DXGLightweightModel::postModelChangedNotification() const
+{
+    NotificationCenter::defaultCenter().postNotificationName(modelChangedNotification, this);
+}
+
+const DXGLightweightModel::Upload *DXGLightweightModel::currentUpload() const
+{
+    const auto current = OpenGLContext::currentContext();
+    if (!current) return nullptr;
+    for (const Upload &upload : uploads_) {
+        // A dead context locks to null and so never equals the current one, even at its address.
+        if (upload.context.lock() == current) return &upload;
+    }
+    return nullptr;
+}
+
+std::uint32_t DXGLightweightModel::vboID() const
+{
+    const Upload *upload = currentUpload();
+    return upload ? upload->vboID : 0;
+}
+
+std::uint32_t DXGLightweightModel::vboIndexID() const
+{
+    const Upload *upload = currentUpload();
+    return upload ? upload->vboIndexID : 0;
+}
+
+void DXGLightweightModel::prepareVBO()
+{
+    const auto current = OpenGLContext::currentContext();
+    if (!current || currentUpload()) return;
+    // Names of contexts that are gone went with them.
+    std::erase_if(uploads_, [](const Upload &upload) { return upload.context.expired(); });
+
+    Upload upload;
+    upload.context = current;
+    glGenBuffers(1, &upload.vboID);
+    glGenBuffers(1, &upload.vboIndexID);
+    glBindBuffer(GL_ARRAY_BUFFER, upload.vboID);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, upload.vboIndexID);
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices_.size() * sizeof(OBJVertex)),
+                 vertices_.data(), GL_STATIC_DRAW);
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER,
+                 static_cast<GLsizeiptr>(indexes_.size() * sizeof(std::uint32_t)), indexes_.data(),
+                 GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    uploads_.push_back(std::move(upload));
+}
+
+bool DXGLightweightModel::mayDraw()
+{
+    if (indexes_.empty() || largestIndex_ < vertices_.size()) return true;
+    if (!saidOutOfRange_) {
+        saidOutOfRange_ = true;
+        std::fprintf(stderr,
+                     "Error: Model %" PRIu64 " has the index %" PRIu32
+                     " but only %zu vertices, and is not drawn\n",
+                     uniqueID_, largestIndex_, vertices_.size());
+    }
+    return false;
+}
+
+bool DXGLightweightModel::bindBuffers()
+{
+    prepareVBO();
+    const Upload *upload = currentUpload();
+    if (!upload) return false;
+    glBindBuffer(GL_ARRAY_BUFFER, upload->vboID);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, upload->vboIndexID);
+    return true;
+}
+
+void DXGLightweightModel::drawElements() const
+{
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(indexes_.size()), GL_UNSIGNED_INT,
+                   bufferOffset(0));
+}
+
+void DXGLightweightModel::draw()
+{
+    if (!mayDraw() || !bindBuffers()) return;
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));
+    glNormalPointer(GL_FLOAT, sizeof(OBJVertex), bufferOffset(normalOffset));
+    if (material_) material_->primeOpenGL();
+    drawElements();
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void DXGLightweightModel::drawForColorSelection()
+{
+    if (!mayDraw() || !OpenGLContext::currentContext()) return;
+    const auto identifier = static_cast<std::uint32_t>(uniqueID_);
+    glColor3ub(static_cast<GLubyte>(identifier >> 16 & 0x7F),
+               static_cast<GLubyte>(identifier >> 8 & 0xFF),
+               static_cast<GLubyte>(identifier & 0xFF));
+    if (extendedHitbox_) {
+        drawExtendedHitbox();
+        return;
+    }
+    if (!bindBuffers()) return;
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));
+    drawElements();
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void DXGLightweightModel::drawExtendedHitbox() const
+{
+    constexpr double margin = 1.0;
+    const double x[2]{extents_.xMin() - margin, extents_.xMax() + margin};
+    const double y[2]{extents_.yMin() - margin, extents_.yMax() + margin};
+    const double z[2]{extents_.zMin() - margin, extents_.zMax() + margin};
+    // Which bound (0 the lower, 1 the upper) each corner takes on x, y and z; every side is seen
+    // counter-clockwise from outside, so that face culling keeps the near ones.
+    static constexpr int corners[6][4][3]{
+        {{0, 0, 0}, {0, 0, 1}, {0, 1, 1}, {0, 1, 0}}, // x lower
+        {{1, 0, 1}, {1, 0, 0}, {1, 1, 0}, {1, 1, 1}}, // x upper
+        {{0, 0, 1}, {0, 0, 0}, {1, 0, 0}, {1, 0, 1}}, // y lower
+        {{0, 1, 0}, {0, 1, 1}, {1, 1, 1}, {1, 1, 0}}, // y upper
+        {{0, 0, 0}, {0, 1, 0}, {1, 1, 0}, {1, 0, 0}}, // z lower
+        {{0, 1, 1}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}}, // z upper
+    };
+    glBegin(GL_QUADS);
+    for (const auto &side : corners) {
+        for (const auto &corner : side)
+            glVertex3d(x[corner[0]], y[corner[1]], z[corner[2]]);
+    }
+    glEnd();
+}
+
+} // namespace kelo

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "models/HVOGLMaterial.h"
+#include "models/NameKey.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace kelo {
+
+class DXGLightweightModel;
+
+/// Thrown for a name key whose mesh is not in the resource bundle; the text names both.
+class MissingResource : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Loads the standard sets of meshes (gums, teeth, brackets, lingual buttons) by name key from the
+/// library's resource bundle, and makes their standard materials. Main thread only; a second thread
+/// that reads files lives no longer than the call.
+class ToothModelLoader
+{
+public:
+    using Paths = NameKeyDictionary<std::string>;
+    using Models = NameKeyDictionary<std::shared_ptr<DXGLightweightModel>>;
+    /// Told after every file of a call, in the order of the keys: how many files are done (loaded
+    /// or not) and how many there are.
+    using Progress = std::function<void(std::size_t doneCount, std::size_t fileCount)>;
+
+    /// @name Paths of mesh files, by name key
+    /// The resources are "_tooth_8", "bracket_8" and, for the button key "8l", "button_8", all of
+    /// type "obj". A key without its resource throws MissingResource, an empty button key
+    /// AssertionFailure.
+    /// @{
+    static Paths toothModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    static Paths bracketModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    static Paths buttonModelFilesForButtonNameKeys(const std::vector<std::string> &keys);
+    /// @}
+
+    /// @name Meshes from files
+    /// A file that cannot be loaded is left out, with one line on standard error:
+    ///     Error: Couldn't load "PATH" as a model file
+    /// All meshes of one call share one material. Files are read on two threads; identifiers and
+    /// messages come in the order of the keys all the same.
+    /// @{
+    /// A new mesh with a default material, or null (and no message).
+    static std::shared_ptr<DXGLightweightModel> modelFromFile(const std::string &path);
+    static Models modelsFromFiles_withMaterial(const Paths &files,
+                                               const std::shared_ptr<HVOGLMaterial> &material,
+                                               const Progress &progress = {});
+    static Models toothModelsFromFiles(const Paths &files, const Progress &progress = {});
+    static Models bracketModelsFromFiles(const Paths &files, const Progress &progress = {});
+    static Models buttonModelsFromFiles(const Paths &files, const Progress &progress = {});
+    /// The gums, "_upper_gums" and "_lower_gums" of type "obj"; null, with the line above, when the
+    /// file is missing (the line then names it without a folder) or cannot be loaded.
+    static std::shared_ptr<DXGLightweightModel> standardUpperGumsModel();
+    static std::shared_ptr<DXGLightweightModel> standardLowerGumsModel();
+    /// @}
+
+    /// @name Standard materials, a new one at every call
+    /// @{
+    /// Pink (0.75, 0.375, 0.5), shininess 16; front ambient blended 0.2 and front specular 0.75
+    /// toward black.
+    static std::shared_ptr<HVOGLMaterial> gumModelMaterial();
+    /// The default material; front ambient blended 0.375 toward black, front specular 0.85 toward
+    /// white.
+    static std::shared_ptr<HVOGLMaterial> toothModelMaterial();
+    /// standardMaterialForColor of white.
+    static std::shared_ptr<HVOGLMaterial> bracketModelMaterial();
+    static std::shared_ptr<HVOGLMaterial> buttonModelMaterial();
+    /// The material of one colour, with front ambient black and front specular white. No colour
+    /// gives a material of no colour, which draws as white.
+    static std::shared_ptr<HVOGLMaterial>
+    standardMaterialForColor(const std::optional<Color> &color);
+    /// @}
+};
+
+} // namespace kelo
