@@ -7,6 +7,7 @@
 #include "keloModel/ElasticsSizeType.h"
 #include "models/NameKey.h"
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -15,6 +16,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -221,8 +223,14 @@ public:
     const ElasticModels &elasticModels() const { return _elasticModels; }
     /// Replaces the list: elastics as they are, dictionaries made into elastics, anything else
     /// dropped. The delegate hears nothing.
-    void setElasticModels(const std::vector<ElasticModelElement> &elements);
     void setElasticModels(const ElasticModels &elastics);
+    /// The same from a std::vector<ElasticModelElement>. (A template, so that a braced list always
+    /// means a list of elastics.)
+    template<std::same_as<std::vector<ElasticModelElement>> Elements>
+    void setElasticModels(const Elements &elements)
+    {
+        setElasticModelElements(elements);
+    }
     /// Appends the elastic, also when it is placed already. Null is ignored.
     void placeElasticModel(const std::shared_ptr<ElasticModel> &elastic);
     /// Removes every occurrence; nothing when it is not placed.
@@ -246,8 +254,10 @@ public:
     std::vector<std::string> checkSanity() const;
 
 private:
-    enum class Jaw { Upper, Lower };
-    ModelList modelsOfJaw(Jaw jaw) const;
+    ModelList modelsOfJaw(const std::string &jaw, const std::shared_ptr<DXGLightweightModel> &gum,
+                          const std::vector<std::string> &toothKeys,
+                          const std::vector<std::string> &buttonKeys) const;
+    void setElasticModelElements(const std::vector<ElasticModelElement> &elements);
     void restartUpdateAccumulationTimer();
     bool isHiddenUnderKey(const std::string &key) const;
     bool isPlaced(const std::shared_ptr<ElasticModel> &elastic) const;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "models/DXGLightweightModel.h"
+#include "models/NameKey.h"
+
+#include <memory>
+#include <string>
+
+namespace kelo {
+
+/// The model under the key, or null. A reference of its own, because whoever hears of a change to
+/// the model may replace the whole dictionary.
+inline std::shared_ptr<DXGLightweightModel>
+modelUnderKey(const NameKeyDictionary<std::shared_ptr<DXGLightweightModel>> &models,
+              const std::string &key)
+{
+    const auto model = models.find(key);
+    return model == models.end() ? nullptr : model->second;
+}
+
+/// A missing model is hidden in neither way, and setting its flags does nothing.
+inline bool isHiddenPrimary(const std::shared_ptr<DXGLightweightModel> &model)
+{
+    return model && model->hiddenPrimary();
+}
+
+inline bool isHiddenSecondary(const std::shared_ptr<DXGLightweightModel> &model)
+{
+    return model && model->hiddenSecondary();
+}
+
+inline void setHiddenPrimary(const std::shared_ptr<DXGLightweightModel> &model, bool hidden)
+{
+    if (model) model->setHiddenPrimary(hidden);
+}
+
+inline void setHiddenSecondary(const std::shared_ptr<DXGLightweightModel> &model, bool hidden)
+{
+    if (model) model->setHiddenSecondary(hidden);
+}
+
+} // namespace kelo
