@@ -1,0 +1,206 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <locale.h>
+#include <new>
+#include <stdlib.h>
+
+/// The numbers of OBJ text, shared by the reader and by the tools that judge a file before it is
+/// read. All functions expect text in which a carriage return or line feed follows, so that no
+/// token runs out of the buffer.
+
+namespace kelo::obj {
+
+inline bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+inline bool isLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+/// Ends a coordinate.
+inline bool endsNumber(char c)
+{
+    return isBlank(c) || isLineEnd(c);
+}
+
+/// Ends one number of a face's `vertex/texture/normal`.
+inline bool endsFaceNumber(char c)
+{
+    return c == '/' || endsNumber(c);
+}
+
+template<class Character>
+Character *skippedBlanks(Character *p)
+{
+    while (isBlank(*p))
+        ++p;
+    return p;
+}
+
+/// The "C" locale for `strtof_l`, made when it is first needed.
+class CLocale
+{
+public:
+    CLocale() = default;
+    CLocale(const CLocale &) = delete;
+    CLocale &operator=(const CLocale &) = delete;
+    ~CLocale()
+    {
+        if (_locale) freelocale(_locale);
+    }
+
+    /// Throws std::bad_alloc when it cannot be made.
+    locale_t get()
+    {
+        if (!_locale) _locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        if (!_locale) throw std::bad_alloc();
+        return _locale;
+    }
+
+private:
+    locale_t _locale = nullptr;
+};
+
+/// The numbers' common result: how much of the token converted.
+struct Conversion
+{
+    /// Something converted. Without it the value is not written.
+    bool any = false;
+    /// The whole token converted: nothing follows the number.
+    bool whole = false;
+};
+
+/// Converts the token [p, end) as `strtof` does in the "C" locale. `*end` is overwritten for the
+/// moment, because `strtof` needs a zero there.
+inline Conversion convertFloatToken(char *p, char *end, float &value, CLocale &locale)
+{
+    const char delimiter = *end;
+    *end = 0;
+    char *stopped = p;
+    const float converted = strtof_l(p, &stopped, locale.get());
+    *end = delimiter;
+    if (stopped != p) value = converted;
+    return {stopped != p, stopped != p && stopped == end};
+}
+
+/// Reads the number at `p`, which stands on the token's first character, and moves `p` behind the
+/// token. Bit for bit the value of `strtof` in the "C" locale.
+///
+/// Up to 2^53 the digits are one exact double, and so are the powers of ten up to 10^22; a single
+/// division or multiplication is then the correctly rounded double. Rounding that once more to
+/// float is right unless the double lies exactly in the middle of two floats (only there can the
+/// first rounding have moved the number across the border, since rounding is monotonic and the
+/// middles are doubles). Those go the long way, together with everything that is not plain digits.
+/// The range 10^-22 to 2^53 * 10^22 lies within the normal floats.
+inline Conversion readFloat(char *&p, float &value, CLocale &locale)
+{
+    static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr std::ptrdiff_t largestPower = 22;
+    constexpr std::ptrdiff_t safeDigits = 19; // 10^19 fits into 64 bits
+    constexpr std::uint64_t largestExact = std::uint64_t(1) << 53;
+
+    char *q = p;
+    const bool negative = *q == '-';
+    if (negative || *q == '+') ++q;
+    std::uint64_t mantissa = 0;
+    const auto readDigits = [&mantissa, &q] {
+        const char *first = q;
+        for (unsigned digit; (digit = static_cast<unsigned char>(*q) - unsigned('0')) < 10; ++q)
+            mantissa = mantissa * 10 + digit;
+        return q - first;
+    };
+    std::ptrdiff_t digitCount = readDigits();
+    std::ptrdiff_t exponent = 0;
+    if (*q == '.') {
+        ++q;
+        exponent = -readDigits();
+        digitCount -= exponent;
+    }
+    bool plain = digitCount > 0 && digitCount <= safeDigits && mantissa <= largestExact;
+    if (plain && (*q == 'e' || *q == 'E')) {
+        ++q;
+        const bool down = *q == '-';
+        if (down || *q == '+') ++q;
+        const std::uint64_t digits = mantissa;
+        mantissa = 0;
+        const std::ptrdiff_t length = readDigits();
+        const auto written = static_cast<std::ptrdiff_t>(mantissa);
+        mantissa = digits;
+        plain = length > 0 && length <= 4;
+        if (plain) exponent += down ? -written : written;
+    }
+    if (plain && endsNumber(*q) && exponent >= -largestPower && exponent <= largestPower) {
+        const auto exact = static_cast<double>(mantissa);
+        const double magnitude =
+            exponent < 0 ? exact / powersOfTen[-exponent] : exact * powersOfTen[exponent];
+        std::uint64_t bits;
+        std::memcpy(&bits, &magnitude, sizeof bits);
+        constexpr std::uint64_t belowFloat = (std::uint64_t(1) << 29) - 1; // 52 - 23 bits
+        constexpr std::uint64_t middle = std::uint64_t(1) << 28;
+        if ((bits & belowFloat) != middle) {
+            value = static_cast<float>(negative ? -magnitude : magnitude);
+            p = q;
+            return {true, true};
+        }
+    }
+    char *end = p;
+    while (!endsNumber(*end))
+        ++end;
+    const Conversion conversion = convertFloatToken(p, end, value, locale);
+    p = end;
+    return conversion;
+}
+
+/// Converts the token [p, end) as `strtol` base 10 does in the "C" locale on a machine with 64-bit
+/// `long`: white space, a sign, digits, saturating at both ends.
+inline Conversion convertIntegerToken(const char *p, const char *end, std::int64_t &value)
+{
+    while (p != end && (isBlank(*p) || *p == '\v' || *p == '\f'))
+        ++p;
+    const bool negative = p != end && *p == '-';
+    if (p != end && (*p == '-' || *p == '+')) ++p;
+    constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
+    const std::uint64_t limit = negative ? most + 1 : most;
+    std::uint64_t magnitude = 0;
+    const char *digits = p;
+    for (; p != end && *p >= '0' && *p <= '9'; ++p) {
+        const auto digit = static_cast<std::uint64_t>(*p - '0');
+        magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
+    }
+    if (p == digits) return {};
+    value = static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude);
+    return {true, p == end};
+}
+
+/// Reads the number of a face at `p`, which stands on the token's first character, and moves `p` to
+/// the delimiter behind it.
+template<class Character>
+Conversion readFaceNumber(Character *&p, std::int64_t &value)
+{
+    constexpr std::ptrdiff_t safeDigits = 18; // 10^18 fits into 63 bits
+    Character *q = p;
+    std::uint64_t number = 0;
+    for (unsigned digit; (digit = static_cast<unsigned char>(*q) - unsigned('0')) < 10; ++q)
+        number = number * 10 + digit;
+    if (q != p && q - p <= safeDigits && endsFaceNumber(*q)) {
+        value = static_cast<std::int64_t>(number);
+        p = q;
+        return {true, true};
+    }
+    Character *end = p;
+    while (!endsFaceNumber(*end))
+        ++end;
+    const Conversion conversion = convertIntegerToken(p, end, value);
+    p = end;
+    return conversion;
+}
+
+} // namespace kelo::obj
