@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 class QCursor;
@@ -18,13 +17,6 @@ class QWindow;
 namespace kelo {
 
 class ViewSurface;
-
-/// Thrown when legacy OpenGL is not to be had; the text is one sentence for the user.
-class OpenGLUnavailable : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Where views draw. Chosen when a view first needs its context.
 enum class SurfaceKind {
@@ -113,9 +105,11 @@ public:
     /// Called after the view's size in points or pixels changed.
     virtual void reshape();
     /// What the view shows: draws a frame and reads it back, deviceSize() pixels, top row first,
-    /// opaque. Works exposed or not. A null image when there is nothing to draw on.
+    /// opaque. Works exposed or not, and shows nothing. A null image when there is nothing to draw
+    /// on. Throws OpenGLUnavailable.
     QImage grabImage();
-    /// Throws away the context, as a display that was lost does; the next drawing makes a new one.
+    /// Throws away the context, as a display that was lost does, and asks for a redraw; the next
+    /// drawing makes a new one.
     void loseContext();
     /// @}
 
@@ -155,10 +149,16 @@ public:
 
     /// @name Cursor and tracking
     /// @{
+    /// Shows this cursor until the pointer goes into another cursor rectangle.
     void setCursor(const QCursor &cursor);
-    /// Throws the cursor rectangles away and asks resetCursorRects for new ones.
+    /// The cursor that is shown now.
+    QCursor cursor() const;
+    /// Throws the cursor rectangles away and asks resetCursorRects for new ones; the one that the
+    /// pointer is in takes effect at once.
     void invalidateCursorRects();
     virtual void resetCursorRects();
+    /// Adds a rectangle (view coordinates) with a cursor of its own; of several the first that
+    /// holds the pointer counts, outside all of them the arrow is shown.
     void addCursorRect(const Rect &rect, const QCursor &cursor);
     /// Adds a rectangle (view coordinates) whose entering and leaving is told by mouseEntered and
     /// mouseExited; the tag is never 0.
@@ -173,7 +173,10 @@ public:
     /// @name Full screen of the view itself
     /// @{
     bool isInFullScreenMode() const;
+    /// Takes the view out of its widget and gives it the whole screen; the context and its names
+    /// live on. False (and nothing happens) without a display.
     virtual bool enterFullScreenMode();
+    /// Brings the view back to the widget that it came from.
     virtual void exitFullScreenModeWithOptions();
     /// @}
 
@@ -181,18 +184,36 @@ public:
     /// @{
     /// Makes a widget that shows the view. The widget does not own the view; the view may go first
     /// (the widget is then empty) or last. A second call moves the view to the new widget.
+    /// The widget of a view without a display paints what grabImage gives, so that it works on the
+    /// offscreen platform too. Needs a QApplication.
     QWidget *createContainer(QWidget *parent = nullptr);
     /// The native window of the view, or null without a display. Owned by the view.
     QWindow *window() const;
     /// @}
 
+protected:
+    /// Called after the context was destroyed, with the view still whole: forget the names that
+    /// were made in it and do what is done once per context again in the next drawing. No context
+    /// is current. Not called when the view itself ends.
+    virtual void contextWasLost();
+
 private:
     friend class ViewSurface;
     friend class WindowSurface;
     friend class SurfacelessSurface;
+    friend class ViewInput;
     friend class ViewWindow;
+    friend class ViewContainer;
+    struct Private;
     ViewSurface &surface() const;
+    /// Notes a new size in points, or a new number of pixels for the same size.
     void frameDidResize(const Size &size);
+    void dispatch(const Event &event);
+    void holdTrackingMode();
+    void releaseTrackingMode();
+    /// Tells the tracking rectangles where the pointer is; nullopt: outside the view.
+    void movePointer(const std::optional<Point> &locationInWindow, const Event &cause);
+    void updateCursor(bool evenIfInTheSameRect);
 
     Rect frame_;
     PixelFormat pixelFormat_;
@@ -200,12 +221,11 @@ private:
     bool needsDisplay_ = false;
     std::uint32_t modifierFlags_ = 0;
     double surfacelessScale_ = 1.0;
-    struct Private;
     std::unique_ptr<Private> d;
 };
 
 /// Makes a view of any class of the chain and completes it.
-template <class View, class... Arguments>
+template<class View, class... Arguments>
 std::shared_ptr<View> makeView(Arguments &&...arguments)
 {
     auto view = std::make_shared<View>(std::forward<Arguments>(arguments)...);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/ViewSurface.h"
+
+namespace kelo {
+
+/// Draws into a pixel buffer through EGL; needs no display server and no application object.
+class SurfacelessSurface : public ViewSurface
+{
+public:
+    using ViewSurface::ViewSurface;
+
+    double scaleFactor() const override;
+    PixelSize pixelSize(const Size &size) const override;
+    PixelSize deviceSize() const override;
+    bool isExposed() const override { return true; }
+    Size possibleSize(const Size &size) const override { return size; }
+    void viewDidResize() override;
+    void requestRedraw() override;
+    void showCursor(const QCursor &cursor) override;
+
+protected:
+    std::shared_ptr<OpenGLContext> makeContext() override;
+
+private:
+    std::weak_ptr<class SurfacelessContext> surfacelessContext_;
+};
+
+} // namespace kelo
