@@ -166,10 +166,8 @@ void HVOGLBasicView::setUpFirstCycle()
     openGLContext().setSwapInterval(1);
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
-    if (clearColor_) {
-        const float *rgba = clearColor_->rgba();
-        glClearColor(rgba[0], rgba[1], rgba[2], rgba[3]);
-    }
+    if (clearColor_)
+        clearColor_->glClearColor();
     updateLighting();
     setupDefaultMaterial();
 }

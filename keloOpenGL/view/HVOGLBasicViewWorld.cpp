@@ -144,7 +144,7 @@ void HVOGLBasicView::updateExtents()
         const auto united = std::make_shared<MutableExtents>();
         if (documentModel()) {
             for (const auto &model : documentModel()->models())
-                united->absorbExtents(*model->extents());
+                united->absorbExtents(model->extents());
         }
         setModelExtents(united->active() ? united : nullptr);
     } catch (const std::exception &) {

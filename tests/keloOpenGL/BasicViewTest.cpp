@@ -1,0 +1,168 @@
+#include "keloOpenGL/view/HVOGLBasicView.h"
+#include "platform/Assertion.h"
+#include "tests/keloOpenGL/ViewFixture.h"
+#include "tests/support/CapturedOutput.h"
+
+#include <vector>
+
+using namespace kelo;
+using kelo::test::ViewFixture;
+
+namespace {
+
+class TickingView : public HVOGLBasicView
+{
+public:
+    TickingView() : HVOGLBasicView(Rect{{0, 0}, {200, 100}}) {}
+    void animationForTimer(Timer &timer) override
+    {
+        HVOGLBasicView::animationForTimer(timer);
+        ticks.push_back(time);
+    }
+    double lastTime() const { return time; }
+    std::vector<double> ticks;
+};
+
+class BasicView : public ViewFixture
+{
+protected:
+    std::shared_ptr<TickingView> view = makeView<TickingView>();
+};
+
+} // namespace
+
+TEST_F(BasicView, theWindowHasADoubleBufferAnd24BitsOfDepthAndNothingElse)
+{
+    EXPECT_EQ(HVOGLBasicView::basicPixelFormat(),
+              (PixelFormat{.doubleBuffer = true, .depthSize = 24}));
+    EXPECT_EQ(view->pixelFormat(), HVOGLBasicView::basicPixelFormat());
+}
+
+TEST_F(BasicView, aFreshViewHasAZoomBoxFromMinusOneToOneOnAllAxesAndNoDrawnFrame)
+{
+    EXPECT_EQ(view->zoomBox(), (WindowLimits{-1, 1, -1, 1}));
+    EXPECT_EQ(view->zMin(), -1.0);
+    EXPECT_EQ(view->zMax(), 1.0);
+    EXPECT_TRUE(view->isFirstDrawRect());
+    EXPECT_FALSE(view->isInColorPickMode());
+}
+
+TEST_F(BasicView, wakingUpSetsTimeOrientationAndColours)
+{
+    EXPECT_EQ(view->lastTime(), 1000.0);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{90.0f, -1.0f, 0.0f, 0.0f}));
+    EXPECT_EQ(view->clearColor(), (Color{0.29, 0.58, 0.73, 1.0}));
+    EXPECT_EQ(view->ambientColor(), (Color{0.2, 0.2, 0.2, 1.0}));
+    EXPECT_EQ(view->diffuseColor(), (Color{0.62, 0.62, 0.62, 1.0}));
+    EXPECT_EQ(view->specularColor(), (Color{1.0, 1.0, 1.0, 1.0}));
+}
+
+TEST_F(BasicView, everyColourSetterAsksForARedraw)
+{
+    const Color red{1.0, 0.0, 0.0, 1.0};
+    const auto asksForRedraw = [this](auto &&setter) {
+        view->setNeedsDisplay(false);
+        setter();
+        return view->needsDisplay();
+    };
+    EXPECT_TRUE(asksForRedraw([&] { view->setClearColor(red); }));
+    EXPECT_TRUE(asksForRedraw([&] { view->setAmbientColor(red); }));
+    EXPECT_TRUE(asksForRedraw([&] { view->setDiffuseColor(red); }));
+    EXPECT_TRUE(asksForRedraw([&] { view->setSpecularColor(red); }));
+    EXPECT_TRUE(asksForRedraw([&] { view->modelChanged(); }));
+}
+
+TEST_F(BasicView, aMouthOpenAngleOf70Stores55AndOneOfMinus80StoresMinus55)
+{
+    view->setNeedsDisplay(false);
+    view->setMouthOpenAngle(70.0f);
+    EXPECT_EQ(view->mouthOpenAngle(), 55.0f);
+    EXPECT_TRUE(view->needsDisplay());
+    view->setMouthOpenAngle(-80.0f);
+    EXPECT_EQ(view->mouthOpenAngle(), -55.0f);
+    view->setMouthOpenAngle(12.5f);
+    EXPECT_EQ(view->mouthOpenAngle(), 12.5f);
+}
+
+TEST_F(BasicView, elapsedTimeCountsFromTheStartTime)
+{
+    loop->advance(2.5);
+    EXPECT_EQ(view->elapsedTime(), 2.5);
+    view->initializeStartTime();
+    EXPECT_EQ(view->elapsedTime(), 0.0);
+}
+
+TEST_F(BasicView, theAnimationTimerTicksEverySixtiethOfASecondUntilStopped)
+{
+    view->startAnimationTimer();
+    EXPECT_TRUE(view->animationTimerIsRunning());
+    loop->advance(0.1);
+    EXPECT_EQ(view->ticks.size(), 5u); // the sixth is due at 0.1000000004
+    EXPECT_DOUBLE_EQ(view->ticks.front(), 1000.0 + 0.01666666753590107);
+    EXPECT_EQ(view->lastTime(), view->ticks.back());
+    view->stopAnimationTimer();
+    EXPECT_FALSE(view->animationTimerIsRunning());
+    loop->advance(1.0);
+    EXPECT_EQ(view->ticks.size(), 5u);
+}
+
+TEST_F(BasicView, startingTheTimerTwiceLeavesOneTimer)
+{
+    view->startAnimationTimer();
+    view->startAnimationTimer();
+    loop->advance(0.05);
+    EXPECT_EQ(view->ticks.size(), 2u);
+}
+
+TEST_F(BasicView, theTimerTicksWhileTheMouseIsHeldToo)
+{
+    view->startAnimationTimer();
+    const RunLoop::ModeScope tracking(*loop, RunLoopMode::EventTracking);
+    loop->advance(0.05);
+    EXPECT_EQ(view->ticks.size(), 2u);
+}
+
+TEST_F(BasicView, aDestroyedViewsTimerNeverFiresAgain)
+{
+    view->startAnimationTimer();
+    view.reset();
+    loop->advance(1.0);
+}
+
+TEST_F(BasicView, errorsAreReportedByCodeAndName)
+{
+    struct Row
+    {
+        unsigned code;
+        const char *report;
+    };
+    const Row rows[] = {
+        {1280, "OpenGL error: 1280 - GL_INVALID_ENUM\n"},
+        {1281, "OpenGL error: 1281 - GL_INVALID_VALUE\n"},
+        {1282, "OpenGL error: 1282 - GL_INVALID_OPERATION\n"},
+        {1283, "OpenGL error: 1283 - GL_STACK_OVERFLOW\n"},
+        {1284, "OpenGL error: 1284 - GL_STACK_UNDERFLOW\n"},
+        {1285, "OpenGL error: 1285 - GL_OUT_OF_MEMORY\n"},
+        {32817, "OpenGL error: 32817 - GL_TABLE_TOO_LARGE\n"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(HVOGLBasicView::errorReport(row.code), row.report);
+}
+
+TEST_F(BasicView, anUnknownErrorCodePrintsOnlyThePrefix)
+{
+    EXPECT_EQ(HVOGLBasicView::errorReport(1286), "OpenGL error: 1286 - ");
+}
+
+TEST_F(BasicView, aPendingErrorIsPrintedAndReturned)
+{
+    ASSERT_TRUE(view->makeCurrentContextIfNeeded());
+    glEnable(0xFFFF);
+    unsigned code = 0;
+    EXPECT_EQ(test::standardOutputOf([&] { code = view->reportError(); }),
+              "OpenGL error: 1280 - GL_INVALID_ENUM\n");
+    EXPECT_EQ(code, 1280u);
+    EXPECT_EQ(test::standardOutputOf([&] { code = view->reportError(); }), "");
+    EXPECT_EQ(code, 0u);
+    EXPECT_NO_GL_ERROR();
+}

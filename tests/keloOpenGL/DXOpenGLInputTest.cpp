@@ -1,0 +1,224 @@
+#include "keloOpenGL/treatment/DXOpenGL.h"
+#include "tests/keloOpenGL/ViewFixture.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace kelo;
+using kelo::test::ViewFixture;
+
+namespace {
+
+class DXOpenGLInput : public ViewFixture
+{
+protected:
+    DXOpenGLInput() { view->display(); }
+
+    void drag(double fromX, double fromY, double toX, double toY)
+    {
+        view->sendEvent(eventAt(EventType::LeftMouseDown, fromX, fromY));
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, toX, toY));
+    }
+    void release(double x, double y) { view->sendEvent(eventAt(EventType::LeftMouseUp, x, y)); }
+
+    Event scroll(double deltaX, double deltaY)
+    {
+        Event event = eventAt(EventType::ScrollWheel, 10, 10);
+        event.deltaX = deltaX;
+        event.deltaY = deltaY;
+        return event;
+    }
+
+    /// The view's turn from the front, in degrees, positive with the patient's left to the front.
+    double turn() const
+    {
+        const auto &r = view->worldRotation();
+        const Quaternion q = Quaternion_fromAxisAngle(Vector3{r[1], r[2], r[3]},
+                                                      r[0] * 3.1415927f / 180.0f);
+        const Vector3 front = Quaternion_multiplyVector3(q, Vector3{0, -1, 0});
+        return std::atan2(front.x, front.z) * 180.0 / 3.14159265358979;
+    }
+
+    /// 400 by 200 points: 180 / 200 = 0.9 degrees a point.
+    std::shared_ptr<DXOpenGL> view = makeView<DXOpenGL>(Rect{{0, 0}, {400, 200}});
+};
+
+} // namespace
+
+TEST_F(DXOpenGLInput, aDragAcrossTurnsTheJawsByTheShorterSidesScale)
+{
+    drag(100, 100, 150, 100);
+    EXPECT_NEAR(turn(), 45.0, 1e-3);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDragDownwardsOpensTheMouth)
+{
+    drag(100, 100, 100, 60);
+    EXPECT_NEAR(view->mouthOpenAngle(), 36.0f, 1e-4f);
+    EXPECT_NEAR(turn(), 0.0, 1e-4);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, everyDragCountsFromThePointOfTheOneBefore)
+{
+    drag(100, 100, 110, 90);
+    view->sendEvent(eventAt(EventType::LeftMouseDragged, 120, 80));
+    EXPECT_NEAR(turn(), 18.0, 1e-3);
+    EXPECT_NEAR(view->mouthOpenAngle(), 18.0f, 1e-4f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aMouthLeftWithin22DegreesOfClosedSnapsShutInAQuarterOfASecond)
+{
+    drag(100, 100, 100, 80); // 18 degrees
+    release(100, 80);
+    EXPECT_TRUE(view->isAnimatingMouthOpenAngle());
+    loop->advance(0.2);
+    EXPECT_GT(view->mouthOpenAngle(), 0.0f);
+    loop->advance(0.1);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aMouthLeftAt22DegreesOrMoreStaysOpen)
+{
+    view->setMouthOpenAngle(22.0f);
+    view->snapMouthClosedIfNeeded();
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    view->setMouthOpenAngle(-22.0f);
+    view->snapMouthClosedIfNeeded();
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    view->setMouthOpenAngle(-21.9f);
+    view->snapMouthClosedIfNeeded();
+    EXPECT_TRUE(view->isAnimatingMouthOpenAngle());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDragInTheOtherModesTurnsNothingThatItDidNotBegin)
+{
+    for (const long mode : {5L, 6L}) {
+        view->setMouseMode(mode);
+        drag(100, 100, 150, 60);
+        release(150, 60);
+        EXPECT_NEAR(turn(), 0.0, 1e-4);
+        EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aHorizontalScrollTurnsByTwoDegreesALineTheOtherWay)
+{
+    view->sendEvent(scroll(-3.0, 0.0));
+    EXPECT_NEAR(turn(), 6.0, 1e-3);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aVerticalScrollThatLeavesTheMouthAt15DegreesSnapsItShutAfterHalfASecond)
+{
+    view->sendEvent(scroll(0.0, -7.5));
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);
+    loop->advance(0.49);
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);
+    loop->advance(0.3);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aVerticalScrollThatLeavesTheMouthAt30DegreesKeepsItOpen)
+{
+    view->sendEvent(scroll(0.0, -15.0));
+    loop->advance(2.0);
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 30.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, theHalfSecondCountsFromTheLastScroll)
+{
+    view->sendEvent(scroll(0.0, -5.0));
+    loop->advance(0.4);
+    view->sendEvent(scroll(0.0, -1.0));
+    loop->advance(0.4);
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 12.0f);
+    loop->advance(0.4);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, theArrowKeysStepTheMouthBetweenClosedAndOpen)
+{
+    struct Row
+    {
+        float from;
+        const char16_t *key;
+        float to;
+    };
+    const Row rows[] = {
+        {0.0f, u"\xF701", 45.0f},    {45.0f, u"\xF701", 45.0f},  {-10.0f, u"\xF701", 45.0f},
+        {-10.5f, u"\xF701", 0.0f},   {-45.0f, u"\xF701", 0.0f},  {0.0f, u"\xF700", -45.0f},
+        {10.0f, u"\xF700", -45.0f},  {10.5f, u"\xF700", 0.0f},   {45.0f, u"\xF700", 0.0f},
+        {-45.0f, u"\xF700", -45.0f},
+    };
+    for (const Row &row : rows) {
+        view->setMouthOpenAngle(row.from);
+        view->sendEvent(keyEvent(row.key));
+        loop->advance(1.0);
+        EXPECT_EQ(view->mouthOpenAngle(), row.to) << "from " << row.from;
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, theLeftAndRightArrowsTurnBy45DegreesUpToProfile)
+{
+    const auto press = [this](const char16_t *key) {
+        view->sendEvent(keyEvent(key));
+        loop->advance(1.0);
+    };
+    press(u"\xF703");
+    EXPECT_NEAR(turn(), 45.0, 1e-2);
+    press(u"\xF703");
+    EXPECT_NEAR(turn(), 90.0, 1e-1);
+    press(u"\xF703");
+    EXPECT_NEAR(turn(), 90.0, 1e-1);
+    press(u"\xF702");
+    EXPECT_NEAR(turn(), 45.0, 1e-1);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, zeroGoesBackToTheFrontWithTheMouthClosed)
+{
+    view->rotateByDegrees(50.0f);
+    view->setMouthOpenAngle(40.0f);
+    view->sendEvent(keyEvent(u"0"));
+    loop->advance(1.0);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{90.0f, -1.0f, 0.0f, 0.0f}));
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, otherKeysAndEmptyCharactersChangeNothing)
+{
+    view->setNeedsDisplay(false);
+    view->sendEvent(keyEvent(u"x"));
+    view->sendEvent(keyEvent(u""));
+    EXPECT_FALSE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aChangedMeshAsksForARedraw)
+{
+    const auto mesh = test::boxModel({0, 0, 0}, {1, 1, 1});
+    view->setNeedsDisplay(false);
+    mesh->setHiddenPrimary(true);
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDestroyedViewNeitherHearsOfMeshesNorOfItsTimers)
+{
+    view->sendEvent(scroll(0.0, -5.0));
+    view.reset();
+    test::boxModel({0, 0, 0}, {1, 1, 1})->setHiddenPrimary(true);
+    loop->advance(2.0);
+}

@@ -1,0 +1,221 @@
+#include "keloOpenGL/view/HVOGLSmoothView.h"
+#include "platform/Assertion.h"
+#include "tests/keloOpenGL/ViewFixture.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace kelo;
+using kelo::test::ViewFixture;
+
+namespace {
+
+constexpr double tick = 0.01666666753590107;
+
+class SlowView : public HVOGLSmoothView
+{
+public:
+    SlowView() : HVOGLSmoothView(Rect{{0, 0}, {200, 100}}) {}
+    void setLastRenderingTime(double seconds) { _lastRenderingTime = seconds; }
+};
+
+class SmoothView : public ViewFixture
+{
+protected:
+    /// The smoothstep curve as it is defined, on the progress of `ticks` ticks.
+    static double eased(int ticks, double duration)
+    {
+        const double p = ticks * tick / duration;
+        return 3 * p * p - 2 * p * p * p;
+    }
+
+    void advanceTicks(int count)
+    {
+        // A little more than the tick, since repeated sums of it round.
+        loop->advance(count * tick + (counted == 0 ? 1e-6 : 0.0));
+        counted += count;
+    }
+
+    std::shared_ptr<SlowView> view = makeView<SlowView>();
+    int counted = 0;
+};
+
+} // namespace
+
+TEST_F(SmoothView, requestingThePresentOrientationCentreOrAngleStartsNothing)
+{
+    view->setTargetWorldRotationAngle_axis(90.0, -1.0, 0.0, 0.0);
+    view->setTargetWorldCenterData(view->worldCenterData());
+    view->setTargetMouthOpenAngle(0.0f);
+    EXPECT_FALSE(view->isAnimatingWorldRotation());
+    EXPECT_FALSE(view->isAnimatingWorldCenter());
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    EXPECT_FALSE(view->animationTimerIsRunning());
+}
+
+TEST_F(SmoothView, theMouthOpensAlongTheSmoothstepCurveAndLandsOnItsTarget)
+{
+    view->setTargetMouthOpenAngle(40.0f);
+    advanceTicks(10);
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(10, 0.75), 1e-3);
+    advanceTicks(20);
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(30, 0.75), 1e-3);
+    advanceTicks(20);
+    EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    EXPECT_TRUE(view->animationTimerIsRunning());
+}
+
+TEST_F(SmoothView, aMouthTransitionTakesTheDurationThatIsGiven)
+{
+    view->setTargetMouthOpenAngle_duration(40.0f, 0.25);
+    advanceTicks(5);
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(5, 0.25), 1e-3);
+    advanceTicks(11);
+    EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
+}
+
+TEST_F(SmoothView, aTransitionThatStartsAfterALongIdleTimeStartsFromItsBeginning)
+{
+    loop->advance(3600.0);
+    view->setTargetMouthOpenAngle(40.0f);
+    advanceTicks(1);
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(1, 0.75), 1e-3);
+}
+
+TEST_F(SmoothView, aMouthTargetOf70DegreesAnimatesTo70)
+{
+    view->setTargetMouthOpenAngle(70.0f);
+    loop->advance(1.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 70.0f);
+}
+
+TEST_F(SmoothView, aDurationOfZeroEndsWithTheFirstTick)
+{
+    view->setTargetMouthOpenAngle_duration(20.0f, 0.0);
+    advanceTicks(1);
+    EXPECT_EQ(view->mouthOpenAngle(), 20.0f);
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+}
+
+TEST_F(SmoothView, requestingADifferentTargetRestartsFromThePresentValueWithProgressZero)
+{
+    view->setTargetMouthOpenAngle(40.0f);
+    advanceTicks(20);
+    const double reached = 40.0 * eased(20, 0.75);
+    ASSERT_NEAR(view->mouthOpenAngle(), reached, 1e-3);
+    view->setTargetMouthOpenAngle(-10.0f);
+    advanceTicks(10);
+    const double weight = eased(10, 0.75);
+    EXPECT_NEAR(view->mouthOpenAngle(), reached * (1 - weight) - 10.0 * weight, 1e-3);
+}
+
+TEST_F(SmoothView, requestingTheRunningTargetAgainDoesNotRestart)
+{
+    view->setTargetMouthOpenAngle(40.0f);
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    advanceTicks(20);
+    view->setTargetMouthOpenAngle(40.0f);
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    advanceTicks(10);
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(30, 0.75), 1e-3);
+    advanceTicks(16);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
+}
+
+TEST_F(SmoothView, aRotationFollowsTheSingleAxisPathAndLandsExactlyOnItsTarget)
+{
+    view->setWorldRotationAngle_axis(20.0, 0.0, 0.0, 1.0);
+    view->setTargetWorldRotationAngle_axis(110.0, 0.0, 0.0, 1.0);
+    advanceTicks(15);
+    // Both about one axis: the path stays about it, eased over 90 degrees.
+    EXPECT_NEAR(view->worldRotation()[0], 20.0 + 90.0 * eased(15, 0.75), 1e-2);
+    EXPECT_NEAR(view->worldRotation()[3], 1.0f, 1e-5f);
+    advanceTicks(40);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{110.0f, 0.0f, 0.0f, 1.0f}));
+}
+
+TEST_F(SmoothView, theTargetQuaternionIsTheTransitionsWhileItRunsAndElseThePresentOne)
+{
+    view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);
+    EXPECT_NEAR(view->targetWorldQuaternion().w, 1.0f, 1e-6f);
+    view->setTargetWorldQuaternion(Quaternion_fromAxisAngle(Vector3{0, 0, 1}, 1.0f));
+    EXPECT_NEAR(view->targetWorldQuaternion().z, std::sin(0.5), 1e-6);
+    EXPECT_NEAR(view->targetWorldQuaternion().w, std::cos(0.5), 1e-6);
+    EXPECT_EQ(view->worldRotation()[0], 0.0f);
+}
+
+TEST_F(SmoothView, aCentreTransitionMovesTheRotationCentreToo)
+{
+    view->setTargetWorldCenterData(packed(Vector3{10.0f, 20.0f, -30.0f}));
+    advanceTicks(15);
+    const double weight = eased(15, 0.75);
+    EXPECT_NEAR(view->worldCenter().x, 10.0 * weight, 1e-4);
+    EXPECT_NEAR(view->rotationCenter().z, -30.0 * weight, 1e-4);
+    advanceTicks(40);
+    EXPECT_EQ(view->worldCenterData(), packed(Vector3{10.0f, 20.0f, -30.0f}));
+    EXPECT_EQ(view->activeWorldCenterData(), view->worldCenterData());
+}
+
+TEST_F(SmoothView, aCentreTargetWithACoordinateThatIsNotFiniteIsAppliedAtOnce)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, infinity, 0.0f}));
+    EXPECT_FALSE(view->isAnimatingWorldCenter());
+    EXPECT_EQ(view->worldCenter().y, infinity);
+    // From there on every transition begins at a coordinate that is not finite.
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    EXPECT_FALSE(view->isAnimatingWorldCenter());
+    EXPECT_EQ(view->worldCenter().y, 2.0f);
+}
+
+TEST_F(SmoothView, renderingTooSlowToAnimateMakesTheCentreJump)
+{
+    view->setLastRenderingTime(0.076);
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    EXPECT_FALSE(view->isAnimatingWorldCenter());
+    EXPECT_EQ(view->worldCenter().x, 1.0f);
+    view->setLastRenderingTime(0.075);
+    view->setTargetWorldCenterData(packed(Vector3{4.0f, 2.0f, 3.0f}));
+    EXPECT_TRUE(view->isAnimatingWorldCenter());
+}
+
+TEST_F(SmoothView, aCentreBufferOfOtherThan12BytesTriggersTheAssertion)
+{
+    EXPECT_THROW(view->setTargetWorldCenterData(PackedData(13)), AssertionFailure);
+}
+
+TEST_F(SmoothView, aLongPauseBetweenTicksFinishesARotationAndACentreInOneStep)
+{
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    advanceTicks(2);
+    loop->setTime(loop->currentTime() + 0.8);
+    loop->advance(tick);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
+    EXPECT_EQ(view->worldCenter().z, 3.0f);
+}
+
+TEST_F(SmoothView, threeTransitionsRunAtTheSameTime)
+{
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    view->setTargetMouthOpenAngle(30.0f);
+    advanceTicks(10);
+    EXPECT_TRUE(view->isAnimatingWorldRotation());
+    EXPECT_TRUE(view->isAnimatingWorldCenter());
+    EXPECT_TRUE(view->isAnimatingMouthOpenAngle());
+    loop->advance(1.0);
+    EXPECT_EQ(view->worldRotation()[0], 60.0f);
+    EXPECT_EQ(view->worldCenter().x, 1.0f);
+    EXPECT_EQ(view->mouthOpenAngle(), 30.0f);
+}
+
+TEST_F(SmoothView, theHomeOrientationIsXYUntilItIsSet)
+{
+    EXPECT_EQ(view->homeOrientation(), "XY");
+    view->setHomeOrientation("front");
+    EXPECT_EQ(view->homeOrientation(), "front");
+    view->setHomeOrientation(std::nullopt);
+    EXPECT_EQ(view->homeOrientation(), "XY");
+}

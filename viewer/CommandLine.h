@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Rect.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace viewer {
+
+/// How the program ends.
+enum ExitStatus {
+    Done = 0,
+    WrongUse = 1,
+    BadInput = 2,      ///< a file, mesh or script, named with its place
+    NoOpenGL = 3,      ///< no usable OpenGL
+};
+
+/// What the command line asks for.
+struct CommandLine
+{
+    bool headless = false;
+    kelo::Size size{1024.0, 768.0}; ///< of the view, in points
+    double scale = 1.0;             ///< backing scale of headless runs
+    QString meshes;                 ///< folder of meshes; empty: the sample patient's
+    QString picture;                ///< PNG to write at the end; empty: none
+    QString state;                  ///< JSON to write at the end, "-" for standard output
+    QString exportedScene;          ///< OBJ to write at the end; empty: none
+};
+
+/// The command line, or what to say and how to end at once (help, version, wrong use).
+struct ParsedCommandLine
+{
+    CommandLine commandLine;
+    std::optional<ExitStatus> endsWith; ///< set when the program has nothing more to do
+    QString message;                    ///< for standard output when Done, else for standard error
+};
+
+ParsedCommandLine parseCommandLine(const QStringList &arguments);
+
+/// Whether --headless is among the raw arguments: asked before the application object is made,
+/// which needs to know whether there is a display.
+bool asksForHeadless(int argc, char **argv);
+
+} // namespace viewer

@@ -1,0 +1,112 @@
+#include "viewer/SceneExport.h"
+
+#include "document/DXDocumentModel.h"
+#include "geometry/Matrix.h"
+#include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/view/HVOGLBasicView.h"
+#include "models/DXGLightweightModel.h"
+
+#include <charconv>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace viewer {
+namespace {
+
+using Model = std::shared_ptr<kelo::DXGLightweightModel>;
+
+/// Collects groups; OBJ counts vertices through the whole file.
+class OBJText
+{
+public:
+    void addGroup(const std::string &name, const kelo::DXGLightweightModel &model,
+                  const kelo::Matrix &transform)
+    {
+        text_ += "o " + name + "\n";
+        for (const kelo::OBJVertex &vertex : model.vertices()) {
+            appendLine("v", kelo::Matrix_multiplyVector3(
+                                transform, {vertex.position[0], vertex.position[1],
+                                            vertex.position[2]}));
+        }
+        for (const kelo::OBJVertex &vertex : model.vertices()) {
+            appendLine("vn", kelo::Matrix_multiplyVector3_rotationOnly(
+                                 transform, {vertex.normal[0], vertex.normal[1],
+                                             vertex.normal[2]}));
+        }
+        const auto indexes = model.indexes();
+        for (std::size_t i = 0; i + 2 < indexes.size(); i += 3) {
+            text_ += "f";
+            for (std::size_t corner = 0; corner < 3; ++corner) {
+                const std::string number = std::to_string(vertexCount_ + indexes[i + corner] + 1);
+                text_ += " " + number + "//" + number;
+            }
+            text_ += "\n";
+        }
+        vertexCount_ += model.vertices().size();
+    }
+
+    QByteArray bytes() const { return QByteArray::fromStdString(text_); }
+
+private:
+    void appendLine(const char *keyword, const kelo::Vector3 &vector)
+    {
+        text_ += keyword;
+        for (const float component : {vector.x, vector.y, vector.z}) {
+            // The shortest text that reads back as the same float, whatever the locale is.
+            char number[32];
+            const auto end = std::to_chars(number, number + sizeof number, component).ptr;
+            text_ += " ";
+            text_.append(number, end);
+        }
+        text_ += "\n";
+    }
+
+    std::string text_ = "# the scene as shown; millimetres\n";
+    std::size_t vertexCount_ = 0;
+};
+
+void addIfVisible(OBJText &text, const std::string &name, const Model &model,
+                  const kelo::Matrix &transform)
+{
+    if (model && !model->hiddenPrimary() && !model->hiddenSecondary())
+        text.addGroup(name, *model, transform);
+}
+
+template <class Models>
+Model modelOf(const Models &models, const std::string &key)
+{
+    const auto found = models.find(key);
+    return found == models.end() ? nullptr : found->second;
+}
+
+void addJaw(OBJText &text, const kelo::DXDocumentModel &document, const std::string &gumName,
+            const Model &gum, const std::vector<std::string> &toothKeys,
+            const kelo::Matrix &transform)
+{
+    addIfVisible(text, gumName, gum, transform);
+    for (const std::string &key : toothKeys) {
+        addIfVisible(text, "tooth_" + key, modelOf(document.toothModels(), key), transform);
+        addIfVisible(text, "bracket_" + key, modelOf(document.bracketModels(), key), transform);
+        const std::string buttonKey = kelo::TreatmentNote::buttonNameForToothName(key);
+        addIfVisible(text, "button_" + buttonKey, modelOf(document.buttonModels(), buttonKey),
+                     transform);
+    }
+}
+
+} // namespace
+
+QByteArray sceneAsOBJ(const kelo::HVOGLBasicView &view)
+{
+    OBJText text;
+    if (const auto document = view.documentModel()) {
+        addJaw(text, *document, "upper_gums", document->upperGumModel(),
+               kelo::TreatmentNote::upperToothNameKeys(), view.upperMouthTransform());
+        addJaw(text, *document, "lower_gums", document->lowerGumModel(),
+               kelo::TreatmentNote::lowerToothNameKeys(), view.lowerMouthTransform());
+    }
+    return text.bytes();
+}
+
+} // namespace viewer

@@ -1,0 +1,93 @@
+#include "viewer/StateReport.h"
+
+#include "document/DXDocumentModel.h"
+#include "keloOpenGL/view/HVOGLBasicView.h"
+#include "models/DXGLightweightModel.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <initializer_list>
+#include <string>
+
+namespace viewer {
+namespace {
+
+QJsonArray numbers(std::initializer_list<double> values)
+{
+    QJsonArray array;
+    for (const double value : values)
+        array.append(value);
+    return array;
+}
+
+QJsonArray vector(const kelo::Vector3 &value)
+{
+    return numbers({value.x, value.y, value.z});
+}
+
+QJsonArray limits(const kelo::WindowLimits &window)
+{
+    return numbers({window.xMin, window.xMax, window.yMin, window.yMax});
+}
+
+template <class Visibilities>
+QJsonObject visibilities(const Visibilities &visibleByKey)
+{
+    QJsonObject object;
+    for (const auto &[key, visible] : visibleByKey)
+        object.insert(QString::fromStdString(key), visible);
+    return object;
+}
+
+template <class Models>
+void appendHiddenSecondary(QJsonArray &keys, const Models &models)
+{
+    for (const auto &[key, model] : models) {
+        if (model->hiddenSecondary())
+            keys.append(QString::fromStdString(key));
+    }
+}
+
+void insertDocument(QJsonObject &state, const kelo::DXDocumentModel &document)
+{
+    state.insert(QStringLiteral("toothVisibilities"), visibilities(document.toothVisibilities()));
+    state.insert(QStringLiteral("bracketVisibilities"),
+                 visibilities(document.bracketVisibilities()));
+    state.insert(QStringLiteral("buttonVisibilities"), visibilities(document.buttonVisibilities()));
+    QJsonArray hidden;
+    appendHiddenSecondary(hidden, document.bracketModels());
+    appendHiddenSecondary(hidden, document.buttonModels());
+    state.insert(QStringLiteral("hiddenSecondary"), hidden);
+}
+
+} // namespace
+
+QByteArray stateAsJSON(const kelo::HVOGLBasicView &view)
+{
+    const auto &rotation = view.worldRotation();
+    const auto extents = view.extents();
+    QJsonObject state{
+        {QStringLiteral("mouseMode"), static_cast<int>(view.mouseMode())},
+        {QStringLiteral("mouseModeIsTemporary"), view.mouseModeIsTemporary()},
+        {QStringLiteral("permanentMouseMode"), static_cast<int>(view.permanentMouseMode())},
+        {QStringLiteral("mouthOpenAngle"), view.mouthOpenAngle()},
+        {QStringLiteral("worldRotation"),
+         numbers({rotation[0], rotation[1], rotation[2], rotation[3]})},
+        {QStringLiteral("worldCenter"), vector(view.worldCenter())},
+        {QStringLiteral("rotationCenter"), vector(view.rotationCenter())},
+        {QStringLiteral("zoom"), limits(view.zoomBox())},
+        {QStringLiteral("window"), limits(view.windowLimits())},
+        {QStringLiteral("zRange"), numbers({view.zMin(), view.zMax()})},
+        {QStringLiteral("extents"),
+         numbers({extents->xMin(), extents->xMax(), extents->yMin(), extents->yMax(),
+                  extents->zMin(), extents->zMax()})},
+        {QStringLiteral("fullScreen"), view.isInFullScreenMode()},
+    };
+    if (view.documentModel())
+        insertDocument(state, *view.documentModel());
+    return QJsonDocument(state).toJson(QJsonDocument::Indented);
+}
+
+} // namespace viewer

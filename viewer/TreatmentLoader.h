@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+namespace kelo {
+class DXDocumentModel;
+}
+
+namespace viewer {
+
+/// Told how many of the mesh files are loaded.
+using LoadingProgress = std::function<void(std::size_t doneCount, std::size_t fileCount)>;
+
+/// Makes the sample patient's document: gums, teeth, brackets and buttons, all shown, from the
+/// library's resources or from another folder of the same file names (which must hold all of them).
+/// Throws std::exception with a sentence when a resource is missing.
+std::shared_ptr<kelo::DXDocumentModel> loadTreatment(const QString &meshFolder,
+                                                     const LoadingProgress &progress = {});
+
+} // namespace viewer
