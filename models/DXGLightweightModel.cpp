@@ -14,8 +14,7 @@
 namespace kelo {
 namespace {
 
-static_assert(sizeof(OBJVertex) == 24, "OpenGL is told 24 bytes from one vertex to the next");
-constexpr std::size_t normalOffset = 3 * sizeof(float);
+constexpr std::size_t normalOffset = offsetof(OBJVertex, normal);
 
 std::uint64_t &counter()
 {
@@ -29,19 +28,11 @@ const void *bufferOffset(std::size_t bytes)
     return reinterpret_cast<const void *>(bytes); // NOLINT(performance-no-int-to-ptr)
 }
 
-/// A vertex as its three floats position and three floats normal.
-const float *floatsOf(const OBJVertex &vertex)
-{
-    return reinterpret_cast<const float *>(&vertex);
-}
-
 Extents extentsOf(const std::vector<OBJVertex> &vertices)
 {
     MutableExtents extents;
-    for (const OBJVertex &vertex : vertices) {
-        const float *position = floatsOf(vertex);
-        extents.absorb(position[0], position[1], position[2]);
-    }
+    for (const OBJVertex &vertex : vertices)
+        extents.absorb(vertex.position[0], vertex.position[1], vertex.position[2]);
     return Extents(extents);
 }
 

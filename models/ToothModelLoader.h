@@ -46,8 +46,10 @@ public:
     /// @name Meshes from files
     /// A file that cannot be loaded is left out, with one line on standard error:
     ///     Error: Couldn't load "PATH" as a model file
-    /// All meshes of one call share one material. Files are read on two threads; identifiers and
-    /// messages come in the order of the keys all the same.
+    /// All meshes of one call share one material. Files are read on two threads; identifiers,
+    /// progress and these lines come in the order of the keys all the same. (What the reader itself
+    /// says about a malformed line names its file and comes while that file is read, so that the
+    /// lines of two bad files may be mixed.)
     /// @{
     /// A new mesh with a default material, or null (and no message).
     static std::shared_ptr<DXGLightweightModel> modelFromFile(const std::string &path);
