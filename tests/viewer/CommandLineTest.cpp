@@ -1,0 +1,87 @@
+#include "viewer/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+using viewer::parseCommandLine;
+
+namespace {
+
+viewer::ParsedCommandLine parse(const QStringList &arguments)
+{
+    return parseCommandLine(QStringList{QStringLiteral("treatment-viewer")} + arguments);
+}
+
+} // namespace
+
+TEST(CommandLine, withoutArgumentsAWindowOf1024By768Opens)
+{
+    const auto parsed = parse({});
+    EXPECT_FALSE(parsed.endsWith);
+    EXPECT_FALSE(parsed.commandLine.headless);
+    EXPECT_EQ(parsed.commandLine.size, (kelo::Size{1024, 768}));
+    EXPECT_EQ(parsed.commandLine.scale, 1.0);
+}
+
+TEST(CommandLine, everyOptionIsTakenOver)
+{
+    const auto parsed = parse({"--headless", "--size", "800x600", "--scale", "1.25", "--meshes", "m",
+                               "--picture", "p.png", "--state", "-", "--export", "e.obj"});
+    ASSERT_FALSE(parsed.endsWith) << parsed.message.toStdString();
+    EXPECT_TRUE(parsed.commandLine.headless);
+    EXPECT_EQ(parsed.commandLine.size, (kelo::Size{800, 600}));
+    EXPECT_EQ(parsed.commandLine.scale, 1.25);
+    EXPECT_EQ(parsed.commandLine.meshes, QStringLiteral("m"));
+    EXPECT_EQ(parsed.commandLine.picture, QStringLiteral("p.png"));
+    EXPECT_EQ(parsed.commandLine.state, QStringLiteral("-"));
+    EXPECT_EQ(parsed.commandLine.exportedScene, QStringLiteral("e.obj"));
+}
+
+TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
+{
+    struct Row
+    {
+        QStringList arguments;
+        const char *message;
+    };
+    const Row rows[] = {
+        {{"--size", "800"},
+         "--size takes a width and a height from 1 to 8192, as in 1024x768, not '800'."},
+        {{"--size", "0x600"},
+         "--size takes a width and a height from 1 to 8192, as in 1024x768, not '0x600'."},
+        {{"--size", "9000x600"},
+         "--size takes a width and a height from 1 to 8192, as in 1024x768, not '9000x600'."},
+        {{"--size", "-5x600"},
+         "--size takes a width and a height from 1 to 8192, as in 1024x768, not '-5x600'."},
+        {{"--scale", "1,5"}, "--scale takes a number from 0.5 to 8, not '1,5'."},
+        {{"--scale", "0"}, "--scale takes a number from 0.5 to 8, not '0'."},
+        {{"--scale", "nan"}, "--scale takes a number from 0.5 to 8, not 'nan'."},
+        {{"--size", "8000x8000", "--scale", "2"},
+         "--size times --scale may be 8192 pixels at most on each side."},
+        {{"--meshes", ""}, "--meshes takes the name of a folder."},
+        {{"treatment.json"}, "Unexpected argument 'treatment.json'."},
+        {{"--frobnicate"}, "Unknown option 'frobnicate'."},
+    };
+    for (const Row &row : rows) {
+        const auto parsed = parse(row.arguments);
+        ASSERT_TRUE(parsed.endsWith) << row.message;
+        EXPECT_EQ(*parsed.endsWith, viewer::WrongUse);
+        EXPECT_EQ(parsed.message.toStdString(),
+                  std::string(row.message) + "\nTry 'treatment-viewer --help'.\n");
+    }
+}
+
+TEST(CommandLine, helpNamesEveryOption)
+{
+    const auto parsed = parse({"--help"});
+    ASSERT_EQ(parsed.endsWith, viewer::Done);
+    for (const char *option : {"--headless", "--size", "--scale", "--meshes", "--picture", "--state",
+                               "--export", "--help", "--version"})
+        EXPECT_TRUE(parsed.message.contains(QString::fromUtf8(option))) << option;
+}
+
+TEST(CommandLine, versionNamesTheProgramAndItsVersion)
+{
+    const auto parsed = parse({"--version"});
+    ASSERT_EQ(parsed.endsWith, viewer::Done);
+    EXPECT_EQ(parsed.message.toStdString(), "treatment-viewer 0.1.0\n");
+}

@@ -1,0 +1,160 @@
+// The program itself, as a person or a night job starts it.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+
+namespace {
+
+struct Ended
+{
+    int status;
+    QByteArray output;
+    QByteArray errors;
+};
+
+Ended run(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(KELO_VIEWER_PROGRAM, arguments);
+    if (!process.waitForFinished(120000))
+        return {-1, {}, process.errorString().toUtf8()};
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2,
+            process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+/// No display server of any kind.
+QProcessEnvironment bareEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(name);
+    return environment;
+}
+
+Ended run(const QStringList &arguments)
+{
+    return run(arguments, bareEnvironment());
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+TEST(Program, aHeadlessRunWithoutADisplayWritesThePictureInDevicePixels)
+{
+    const QTemporaryDir folder;
+    const QString picture = folder.filePath("front.png");
+    const Ended ended =
+        run({"--headless", "--size", "400x300", "--scale", "1.5", "--picture", picture});
+    EXPECT_EQ(ended.status, 0) << ended.errors.toStdString();
+    EXPECT_EQ(ended.errors, QByteArray());
+    EXPECT_EQ(ended.output, QByteArray());
+    const QImage image(picture);
+    EXPECT_EQ(image.size(), QSize(600, 450));
+    QSet<QRgb> colors;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            colors.insert(image.pixel(x, y));
+    // A lit scene; a background alone, or one flat colour, has far fewer.
+    EXPECT_GT(colors.size(), 5000);
+}
+
+TEST(Program, twoRunsGiveTheSameBytes)
+{
+    const QTemporaryDir folder;
+    const QString first = folder.filePath("1.png");
+    const QString second = folder.filePath("2.png");
+    ASSERT_EQ(run({"--headless", "--picture", first}).status, 0);
+    ASSERT_EQ(run({"--headless", "--picture", second}).status, 0);
+    EXPECT_FALSE(contentOf(first).isEmpty());
+    EXPECT_EQ(contentOf(first), contentOf(second));
+}
+
+TEST(Program, theStateGoesToStandardOutput)
+{
+    const Ended ended = run({"--headless", "--state", "-"});
+    ASSERT_EQ(ended.status, 0) << ended.errors.toStdString();
+    const QJsonObject state = QJsonDocument::fromJson(ended.output).object();
+    EXPECT_EQ(state["mouseMode"].toInt(), 2);
+    EXPECT_EQ(state["mouthOpenAngle"].toDouble(), 0.0);
+    EXPECT_EQ(state["worldRotation"].toArray(), (QJsonArray{90, -1, 0, 0}));
+    EXPECT_EQ(state["toothVisibilities"].toObject().size(), 28);
+    EXPECT_EQ(state["bracketVisibilities"].toObject()["8"].toBool(), true);
+    EXPECT_EQ(state["buttonVisibilities"].toObject()["8l"].toBool(), true);
+    EXPECT_EQ(state["fullScreen"].toBool(true), false);
+}
+
+TEST(Program, theSceneIsExportedWithAllOfItsModels)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("scene.obj");
+    ASSERT_EQ(run({"--headless", "--export", path}).status, 0);
+    EXPECT_EQ(contentOf(path).count("\no "), 86);
+}
+
+TEST(Program, wrongUseEndsWithStatusOne)
+{
+    const Ended ended = run({"--headless", "--size", "big"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.errors.toStdString(),
+              "--size takes a width and a height from 1 to 8192, as in 1024x768, not 'big'.\n"
+              "Try 'treatment-viewer --help'.\n");
+}
+
+TEST(Program, badMeshesEndWithStatusTwoAndNothingIsWritten)
+{
+    const QTemporaryDir folder;
+    const QString picture = folder.filePath("front.png");
+    const Ended ended = run({"--headless", "--meshes", folder.path(), "--picture", picture});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(ended.errors.contains("_tooth_2.obj: the file is missing\n"));
+    EXPECT_EQ(ended.errors.count('\n'), 86);
+    EXPECT_FALSE(QFile::exists(picture));
+}
+
+TEST(Program, anUnwritablePictureIsNamedAndEndsWithStatusTwo)
+{
+    const Ended ended = run({"--headless", "--picture", "/no such folder/front.png"});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(ended.errors.startsWith("/no such folder/front.png: could not be written: "))
+        << ended.errors.toStdString();
+}
+
+TEST(Program, withoutADisplayItSaysSoInsteadOfCrashing)
+{
+    const Ended ended = run({});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.errors.toStdString(),
+              "There is no display to open a window on; --headless needs none.\n");
+}
+
+TEST(Program, helpAndVersionNeedNoDisplay)
+{
+    EXPECT_EQ(run({"--version"}).output.toStdString(), "treatment-viewer 0.1.0\n");
+    const Ended help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.output.contains("--picture"));
+}
+
+TEST(Program, withoutUsableOpenGLItEndsWithStatusThreeAndASentence)
+{
+    QProcessEnvironment environment = bareEnvironment();
+    // A driver that does not exist, and no other to fall back to.
+    environment.insert("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent.json");
+    const Ended ended = run({"--headless", "--picture", "/dev/null"}, environment);
+    EXPECT_EQ(ended.status, 3) << ended.errors.toStdString();
+    EXPECT_EQ(ended.errors.count('\n'), 1) << ended.errors.toStdString();
+}
