@@ -89,64 +89,56 @@ inline Conversion convertFloatToken(char *p, char *end, float &value, CLocale &l
     return {stopped != p, stopped != p && stopped == end};
 }
 
-/// Reads the number at `p`, which stands on the token's first character, and moves `p` behind the
-/// token. Bit for bit the value of `strtof` in the "C" locale.
+/// The number that `mantissa` and a power of ten make, if one rounding to double and one to float
+/// give what `strtof` gives; otherwise false.
 ///
 /// Up to 2^53 the digits are one exact double, and so are the powers of ten up to 10^22; a single
 /// division or multiplication is then the correctly rounded double. Rounding that once more to
 /// float is right unless the double lies exactly in the middle of two floats (only there can the
 /// first rounding have moved the number across the border, since rounding is monotonic and the
-/// middles are doubles). Those go the long way, together with everything that is not plain digits.
-/// The range 10^-22 to 2^53 * 10^22 lies within the normal floats.
-inline Conversion readFloat(char *&p, float &value, CLocale &locale)
+/// middles are doubles). The range 10^-22 to 2^53 * 10^22 lies within the normal floats.
+inline bool makeFloat(std::uint64_t mantissa, std::ptrdiff_t exponent, bool negative, float &value)
 {
     static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    constexpr std::ptrdiff_t largestPower = 22;
-    constexpr std::ptrdiff_t safeDigits = 19; // 10^19 fits into 64 bits
     constexpr std::uint64_t largestExact = std::uint64_t(1) << 53;
+    if (mantissa > largestExact || exponent < -22 || exponent > 22) return false;
+    const auto exact = static_cast<double>(static_cast<std::int64_t>(mantissa));
+    const double magnitude =
+        exponent < 0 ? exact / powersOfTen[-exponent] : exact * powersOfTen[exponent];
+    std::uint64_t bits;
+    std::memcpy(&bits, &magnitude, sizeof bits);
+    constexpr std::uint64_t belowFloat = (std::uint64_t(1) << 29) - 1; // 52 - 23 bits
+    constexpr std::uint64_t middle = std::uint64_t(1) << 28;
+    if ((bits & belowFloat) == middle) return false;
+    value = static_cast<float>(negative ? -magnitude : magnitude);
+    return true;
+}
 
-    char *q = p;
-    const bool negative = *q == '-';
-    if (negative || *q == '+') ++q;
-    std::uint64_t mantissa = 0;
-    const auto readDigits = [&mantissa, &q] {
-        const char *first = q;
-        for (unsigned digit; (digit = static_cast<unsigned char>(*q) - unsigned('0')) < 10; ++q)
-            mantissa = mantissa * 10 + digit;
-        return q - first;
-    };
-    std::ptrdiff_t digitCount = readDigits();
-    std::ptrdiff_t exponent = 0;
-    if (*q == '.') {
-        ++q;
-        exponent = -readDigits();
-        digitCount -= exponent;
-    }
-    bool plain = digitCount > 0 && digitCount <= safeDigits && mantissa <= largestExact;
-    if (plain && (*q == 'e' || *q == 'E')) {
-        ++q;
+/// The value of the decimal digit `c`; 10 or more if it is none.
+inline unsigned digitValue(char c)
+{
+    return static_cast<unsigned>(static_cast<unsigned char>(c)) - unsigned('0');
+}
+
+/// The digits of a number in scientific notation behind its `e`, or any other number, or none.
+[[gnu::noinline]] inline Conversion readUnusualFloat(char *&p, char *exponentDigits,
+                                                     std::uint64_t mantissa,
+                                                     std::ptrdiff_t exponent, float &value,
+                                                     CLocale &locale)
+{
+    if (exponentDigits) {
+        char *q = exponentDigits;
         const bool down = *q == '-';
         if (down || *q == '+') ++q;
-        const std::uint64_t digits = mantissa;
-        mantissa = 0;
-        const std::ptrdiff_t length = readDigits();
-        const auto written = static_cast<std::ptrdiff_t>(mantissa);
-        mantissa = digits;
-        plain = length > 0 && length <= 4;
-        if (plain) exponent += down ? -written : written;
-    }
-    if (plain && endsNumber(*q) && exponent >= -largestPower && exponent <= largestPower) {
-        const auto exact = static_cast<double>(mantissa);
-        const double magnitude =
-            exponent < 0 ? exact / powersOfTen[-exponent] : exact * powersOfTen[exponent];
-        std::uint64_t bits;
-        std::memcpy(&bits, &magnitude, sizeof bits);
-        constexpr std::uint64_t belowFloat = (std::uint64_t(1) << 29) - 1; // 52 - 23 bits
-        constexpr std::uint64_t middle = std::uint64_t(1) << 28;
-        if ((bits & belowFloat) != middle) {
-            value = static_cast<float>(negative ? -magnitude : magnitude);
+        const char *first = q;
+        std::ptrdiff_t written = 0;
+        // Four digits already say 0 or infinity; that is left to the conversion below.
+        for (unsigned digit; (digit = digitValue(*q)) < 10 && q - first < 4; ++q)
+            written = written * 10 + static_cast<std::ptrdiff_t>(digit);
+        if (q != first && endsNumber(*q) &&
+            makeFloat(mantissa, exponent + (down ? -written : written), *p == '-', value)) {
             p = q;
             return {true, true};
         }
@@ -157,6 +149,37 @@ inline Conversion readFloat(char *&p, float &value, CLocale &locale)
     const Conversion conversion = convertFloatToken(p, end, value, locale);
     p = end;
     return conversion;
+}
+
+/// Reads the number at `p`, which stands on the token's first character, and moves `p` behind the
+/// token. Bit for bit the value of `strtof` in the "C" locale: plain digits by `makeFloat`,
+/// everything else (and the digits that it declines) by the C library.
+inline Conversion readFloat(char *&p, float &value, CLocale &locale)
+{
+    constexpr std::ptrdiff_t safeDigits = 19; // 10^19 fits into 64 bits
+    char *q = p;
+    const bool negative = *q == '-';
+    if (negative || *q == '+') ++q;
+    std::uint64_t mantissa = 0;
+    char *first = q;
+    for (unsigned digit; (digit = digitValue(*q)) < 10; ++q)
+        mantissa = mantissa * 10 + digit;
+    std::ptrdiff_t digitCount = q - first;
+    std::ptrdiff_t exponent = 0;
+    if (*q == '.') {
+        first = ++q;
+        for (unsigned digit; (digit = digitValue(*q)) < 10; ++q)
+            mantissa = mantissa * 10 + digit;
+        exponent = first - q;
+        digitCount -= exponent;
+    }
+    const bool plain = digitCount > 0 && digitCount <= safeDigits;
+    if (plain && endsNumber(*q) && makeFloat(mantissa, exponent, negative, value)) {
+        p = q;
+        return {true, true};
+    }
+    const bool scientific = plain && (*q == 'e' || *q == 'E');
+    return readUnusualFloat(p, scientific ? q + 1 : nullptr, mantissa, exponent, value, locale);
 }
 
 /// Converts the token [p, end) as `strtol` base 10 does in the "C" locale on a machine with 64-bit
@@ -180,6 +203,18 @@ inline Conversion convertIntegerToken(const char *p, const char *end, std::int64
     return {true, p == end};
 }
 
+/// `readFaceNumber` for everything but a few plain digits.
+template<class Character>
+[[gnu::noinline]] Conversion readUnusualFaceNumber(Character *&p, std::int64_t &value)
+{
+    Character *end = p;
+    while (!endsFaceNumber(*end))
+        ++end;
+    const Conversion conversion = convertIntegerToken(p, end, value);
+    p = end;
+    return conversion;
+}
+
 /// Reads the number of a face at `p`, which stands on the token's first character, and moves `p` to
 /// the delimiter behind it.
 template<class Character>
@@ -188,19 +223,14 @@ Conversion readFaceNumber(Character *&p, std::int64_t &value)
     constexpr std::ptrdiff_t safeDigits = 18; // 10^18 fits into 63 bits
     Character *q = p;
     std::uint64_t number = 0;
-    for (unsigned digit; (digit = static_cast<unsigned char>(*q) - unsigned('0')) < 10; ++q)
+    for (unsigned digit; (digit = digitValue(*q)) < 10; ++q)
         number = number * 10 + digit;
-    if (q != p && q - p <= safeDigits && endsFaceNumber(*q)) {
+    if (q != p && q - p <= safeDigits && endsFaceNumber(*q)) [[likely]] {
         value = static_cast<std::int64_t>(number);
         p = q;
         return {true, true};
     }
-    Character *end = p;
-    while (!endsFaceNumber(*end))
-        ++end;
-    const Conversion conversion = convertIntegerToken(p, end, value);
-    p = end;
-    return conversion;
+    return readUnusualFaceNumber(p, value);
 }
 
 } // namespace kelo::obj

@@ -1,0 +1,7 @@
+kelo_test(objreader_tests
+    SOURCES
+        OBJReaderTest.cpp
+        OBJReaderNumbersTest.cpp
+        OBJReaderFailureTest.cpp
+    LINKS kelo_objreader)
+target_compile_definitions(objreader_tests PRIVATE KELO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
