@@ -188,6 +188,8 @@ TEST(OBJReaderFailure, everyAllocationThatFailsIsAMessageAndFalseWithoutOutputs)
     EXPECT_GE(failures, 5 + 2 + 2 * 3 + 3);
 }
 
+#ifndef KELO_SANITIZED // a sanitizer's own memory is neither limited nor measured in a useful way
+
 /// Runs `action` in a child process; what it returns is the exit status.
 int statusOfChild(const std::function<int()> &action, rusage *usage = nullptr)
 {
@@ -198,8 +200,6 @@ int statusOfChild(const std::function<int()> &action, rusage *usage = nullptr)
     ::wait4(child, &status, 0, usage ? usage : &ignored);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
-
-#ifndef KELO_SANITIZED // a sanitizer's own memory is neither limited nor measured in a useful way
 
 TEST(OBJReaderFailure, aProcessWithoutMemoryGetsAMessageAndFalse)
 {
