@@ -14,8 +14,10 @@ struct Notification
     const void *object = nullptr;
 };
 
-/// Hands notifications, synchronously, to those who observe their name and sender. Main thread only.
-/// Observers may add and remove observers, themselves included, from inside a notification.
+/// Hands notifications, synchronously, to those who observe their name and sender. Main thread
+/// only. Observers are told in the order in which they were added. They may add and remove
+/// observers, themselves included, from inside a notification: one that is added is told from the
+/// next notification on, one that is removed is not told any more.
 class NotificationCenter
 {
 public:
@@ -33,11 +35,14 @@ public:
     void removeObserver(const void *observer, const std::string &name,
                         const void *object = nullptr);
 
+    /// Returns when every observer was told.
     void postNotification(const Notification &notification);
     void postNotificationName(const std::string &name, const void *object = nullptr);
 
 private:
     struct Observation;
+    template<class Predicate>
+    void removeIf(Predicate matches);
     std::vector<std::shared_ptr<Observation>> observations_;
 };
 

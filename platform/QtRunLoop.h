@@ -5,13 +5,30 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 namespace kelo {
 
-/// The run loop of a real application, driven by Qt's event loop and the system's clock.
+/// The run loop of a real application, driven by Qt's event loop (nested ones, as of menus and
+/// modal boxes, included) and the system's clock. Nothing fires early; how late depends on the
+/// event loop, about a millisecond at best. Waits for an application object: what is scheduled
+/// before there is one fires once something is scheduled after.
 class QtRunLoop : public QObject, public RunLoop
 {
 public:
+    /// Where the loop has its time from, in seconds.
+    struct Clocks
+    {
+        std::function<double()> wall;   ///< since 1970; may be set by the user, jumps over sleep
+        std::function<double()> steady; ///< never set; any origin
+    };
+
+    /// Runs by the system's clocks.
     QtRunLoop();
+    explicit QtRunLoop(Clocks clocks);
+
+    /// The wall clock. When it is set, or jumps because the machine slept, by more than half a
+    /// second, the timers keep the time that they have still to wait.
     double currentTime() const override;
 
 protected:
@@ -19,6 +36,9 @@ protected:
 
 private:
     void wakeUp();
+    void followClock();
+    Clocks clocks_;
+    double wallMinusSteady_;
     QTimer wakeUpTimer_;
 };
 

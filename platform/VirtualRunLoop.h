@@ -13,12 +13,25 @@ public:
 
     double currentTime() const override { return now_; }
 
-    /// Lets `seconds` (at least 0) pass: goes to each due time in order, fires what is due there
-    /// (what that schedules within the span included), and ends exactly `seconds` later.
-    /// Several timers due at one time fire in the order in which they were scheduled.
+    /// How many passes are made at one instant, see advance.
+    static constexpr int passesPerInstant = 1000;
+
+    /// Lets `seconds` (at least 0, otherwise an AssertionFailure) pass: goes to each due time in
+    /// order, fires what is due there (what that schedules within the span included), and ends
+    /// exactly `seconds` later. Several timers due at one time fire in the order in which they were
+    /// scheduled. advance(0) fires what is due now.
+    ///
+    /// What a callback schedules for the instant at which it runs comes in another pass at the same
+    /// instant. A chain that never ends, such as a one-shot timer of interval 0 that schedules
+    /// itself anew, cannot hold the clock: after passesPerInstant passes the clock goes to the next
+    /// later due time, or to the end of the span, and the chain goes on there (in the next call, if
+    /// the span has ended).
+    ///
+    /// A callback may advance the clock itself, or destroy the loop.
     void advance(double seconds);
 
-    /// Sets the clock without firing anything, as after a machine slept.
+    /// Sets the clock without firing anything, as after a machine slept. What has become due
+    /// meanwhile fires in the next advance, repeating timers once.
     void setTime(double time) { now_ = time; }
 
 private:
