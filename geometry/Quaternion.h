@@ -120,8 +120,9 @@ inline Quaternion Quaternion_slerp(Quaternion left, Quaternion right, float t)
     const float cosine = std::abs(dot);
     float leftWeight = 1.0f - t;
     float rightWeight = t;
-    // The single-precision 0.01, compared in double precision: 0.01f lies a little under 0.01, and
-    // which of two close quaternions takes which branch depends on it.
+    // Under an angle of about 8 degrees the sines are close to their arguments, and the linear
+    // weights serve. The bound is the single-precision 0.01, compared in double precision, where 1
+    // - cosine is exact.
     if (1.0 - static_cast<double>(cosine) > static_cast<double>(0.01f)) {
         // Both weights would be divided by sin(angle), which is positive here: the normalisation
         // below takes any common factor out again, so it is not computed.
