@@ -1,0 +1,190 @@
+#include "tools/meshgen/BracketSolid.h"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+#include <numeric>
+
+namespace kelo::meshgen {
+
+namespace {
+
+using Triangle = std::array<std::uint32_t, 3>;
+
+double cross2(const Vec2 &a, const Vec2 &b, const Vec2 &c)
+{
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+double twiceArea(const std::vector<Vec2> &polygon)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Vec2 &a = polygon[i];
+        const Vec2 &b = polygon[(i + 1) % polygon.size()];
+        sum += a.x * b.y - a.y * b.x;
+    }
+    return sum;
+}
+
+/// How good an ear is: the sine of its sharpest corner, so that slivers are cut last; negative
+/// when it is no ear (a reflex corner, or another corner lies within).
+double earQuality(const std::vector<Vec2> &polygon, const std::vector<std::uint32_t> &left,
+                  std::size_t tip)
+{
+    const std::size_t count = left.size();
+    const Vec2 &a = polygon[left[(tip + count - 1) % count]];
+    const Vec2 &b = polygon[left[tip]];
+    const Vec2 &c = polygon[left[(tip + 1) % count]];
+    const double area = cross2(a, b, c);
+    if (area <= 1e-12) return -1.0;
+    for (std::size_t k = 2; k + 1 < count; ++k) {
+        const Vec2 &p = polygon[left[(tip + k) % count]];
+        const bool within =
+            cross2(a, b, p) >= 0.0 && cross2(b, c, p) >= 0.0 && cross2(c, a, p) >= 0.0;
+        if (within) return -1.0;
+    }
+    const double ab = std::hypot(b.x - a.x, b.y - a.y);
+    const double bc = std::hypot(c.x - b.x, c.y - b.y);
+    const double ca = std::hypot(a.x - c.x, a.y - c.y);
+    return area / (std::max(ab, std::max(bc, ca)) * (ab + bc + ca));
+}
+
+void addPoints(Mesh &mesh, const std::vector<Ring> &rings)
+{
+    for (const Ring &ring : rings) {
+        mesh.positions.insert(mesh.positions.end(), ring.begin(), ring.end());
+    }
+}
+
+void addBand(Mesh &mesh, std::uint32_t first, std::uint32_t second, std::uint32_t count)
+{
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t j = (i + 1) % count;
+        mesh.triangles.push_back({first + i, first + j, second + j});
+        mesh.triangles.push_back({first + i, second + j, second + i});
+    }
+}
+
+void addBands(Mesh &mesh, const std::vector<Ring> &rings)
+{
+    const auto count = static_cast<std::uint32_t>(rings.front().size());
+    for (std::uint32_t ring = 0; ring + 1 < rings.size(); ++ring) {
+        addBand(mesh, ring * count, (ring + 1) * count, count);
+    }
+}
+
+} // namespace
+
+double sixfoldVolume(const Mesh &mesh)
+{
+    double sum = 0.0;
+    const Vec3 origin = mesh.positions.empty() ? Vec3{} : mesh.positions.front();
+    for (const Triangle &t : mesh.triangles) {
+        sum += dot(mesh.positions[t[0]] - origin,
+                   cross(mesh.positions[t[1]] - origin, mesh.positions[t[2]] - origin));
+    }
+    return sum;
+}
+
+void orientOutward(Mesh &mesh)
+{
+    if (sixfoldVolume(mesh) >= 0.0) return;
+    for (Triangle &t : mesh.triangles)
+        std::swap(t[1], t[2]);
+}
+
+std::vector<Triangle> triangulatePolygon(const std::vector<Vec2> &polygon)
+{
+    std::vector<std::uint32_t> left(polygon.size());
+    std::iota(left.begin(), left.end(), 0u);
+    if (twiceArea(polygon) < 0.0) left.assign(left.rbegin(), left.rend());
+    std::vector<Triangle> triangles;
+    while (left.size() >= 3) {
+        std::size_t best = 0;
+        double bestQuality = -2.0;
+        for (std::size_t tip = 0; tip < left.size(); ++tip) {
+            const double quality = earQuality(polygon, left, tip);
+            if (quality <= bestQuality) continue;
+            bestQuality = quality;
+            best = tip;
+        }
+        const std::size_t count = left.size();
+        triangles.push_back(
+            {left[(best + count - 1) % count], left[best], left[(best + 1) % count]});
+        left.erase(left.begin() + static_cast<std::ptrdiff_t>(best));
+    }
+    return triangles;
+}
+
+Mesh solidFromRings(const std::vector<Ring> &rings, const std::vector<Vec2> &capOutline)
+{
+    Mesh mesh;
+    addPoints(mesh, rings);
+    addBands(mesh, rings);
+    const auto last = static_cast<std::uint32_t>((rings.size() - 1) * rings.front().size());
+    // The bands run round the outline as it is listed; the caps must run against them.
+    const bool counterClockwise = twiceArea(capOutline) > 0.0;
+    for (const Triangle &t : triangulatePolygon(capOutline)) {
+        const Triangle along = counterClockwise ? t : Triangle{t[0], t[2], t[1]};
+        mesh.triangles.push_back({along[0], along[2], along[1]});
+        mesh.triangles.push_back({last + along[0], last + along[1], last + along[2]});
+    }
+    orientOutward(mesh);
+    return mesh;
+}
+
+Mesh solidFromRings(const std::vector<Ring> &rings, const Vec3 &firstPole, const Vec3 &lastPole)
+{
+    Mesh mesh;
+    addPoints(mesh, rings);
+    addBands(mesh, rings);
+    const auto count = static_cast<std::uint32_t>(rings.front().size());
+    const auto last = static_cast<std::uint32_t>(mesh.positions.size()) - count;
+    const auto pole = static_cast<std::uint32_t>(mesh.positions.size());
+    mesh.positions.push_back(firstPole);
+    mesh.positions.push_back(lastPole);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t j = (i + 1) % count;
+        mesh.triangles.push_back({pole, j, i});
+        mesh.triangles.push_back({pole + 1, last + i, last + j});
+    }
+    orientOutward(mesh);
+    return mesh;
+}
+
+Mesh passageFromRings(const std::vector<Ring> &rings)
+{
+    Mesh mesh;
+    addPoints(mesh, rings);
+    addBands(mesh, rings);
+    const auto count = static_cast<std::uint32_t>(rings.front().size());
+    addBand(mesh, static_cast<std::uint32_t>(rings.size() - 1) * count, 0, count);
+    orientOutward(mesh);
+    return mesh;
+}
+
+Mesh rodThrough(const std::vector<RodStation> &stations, int sides, double firstPole,
+                double lastPole)
+{
+    std::vector<Ring> rings;
+    // Any first direction across serves; each further one is the former with the part along the
+    // rod taken out, which keeps the sections from twisting.
+    const Vec3 &axis = stations.front().direction;
+    Vec3 across = std::abs(axis.z) < 0.7 ? Vec3{0.0, 0.0, 1.0} : Vec3{1.0, 0.0, 0.0};
+    for (const RodStation &station : stations) {
+        across = normalized(rejected(across, station.direction));
+        const Vec3 other = cross(station.direction, across);
+        Ring ring;
+        for (int i = 0; i < sides; ++i) {
+            const double angle = 2.0 * std::numbers::pi * i / sides;
+            ring.push_back(station.center + across * (station.radius * std::cos(angle)) +
+                           other * (station.radius * std::sin(angle)));
+        }
+        rings.push_back(std::move(ring));
+    }
+    return solidFromRings(rings, stations.front().center + stations.front().direction * firstPole,
+                          stations.back().center + stations.back().direction * lastPole);
+}
+
+} // namespace kelo::meshgen
