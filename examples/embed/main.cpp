@@ -1,0 +1,41 @@
+#include "keloOpenGL/keloOpenGL.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QMainWindow>
+
+// [document]
+std::shared_ptr<kelo::DXDocumentModel> samplePatient()
+{
+    using Note = kelo::TreatmentNote;
+    auto document = std::make_shared<kelo::DXDocumentModel>();
+    auto teeth = Note::upperToothNameKeys();
+    for (const std::string &key : Note::lowerToothNameKeys())
+        teeth.push_back(key);
+    std::vector<std::string> buttons;
+    for (const std::string &key : teeth)
+        buttons.push_back(Note::buttonNameForToothName(key));
+    document->loadUpperAndLowerGumModels();
+    document->loadToothModelFilesForToothNameKeys(teeth);
+    document->loadBracketModelFilesForToothNameKeys(teeth);
+    document->loadButtonModelFilesForButtonNameKeys(buttons);
+    return document;
+}
+// [document]
+
+// Shows the sample patient in a window; given a file name, writes a picture there and ends.
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    // [window]
+    auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0, 0}, {1024, 768}});
+    view->setDocumentModel(samplePatient());
+
+    QMainWindow window;
+    window.setCentralWidget(view->createContainer());
+    window.resize(1024, 768);
+    window.show();
+    // [window]
+    if (argc == 2) return view->grabImage().save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
+    return QApplication::exec();
+}

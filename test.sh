@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Installs what is missing (Debian 12), builds and runs the tests, with an X display of their own.
+#
+#   ./test.sh                                    preset dev, everything
+#   ./test.sh --preset asan                      another preset: dev, asan, tsan, coverage
+#   ./test.sh -R geometry                        further arguments go on to ctest
+#   ./test.sh -LE slow                           leaves out what takes long
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
+source "$root/scripts/common.sh"
+
+preset=dev
+ctest_arguments=()
+while [ $# -gt 0 ]; do
+    case $1 in
+    --preset)
+        [ $# -ge 2 ] || fail "--preset takes a name: dev, asan, tsan or coverage."
+        preset=$2
+        shift ;;
+    --preset=*) preset=${1#*=} ;;
+    -h | --help)
+        sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' "${BASH_SOURCE[0]}"
+        exit 0 ;;
+    *) ctest_arguments+=("$1") ;;
+    esac
+    shift
+done
+case $preset in
+dev | asan | tsan | coverage) ;;
+*) fail "There are no tests in the preset '$preset'; choose dev, asan, tsan or coverage." ;;
+esac
+
+# The thread sanitizer of GCC 12 cannot place its memory under a strongly randomised address space.
+wrapper=()
+if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then
+    wrapper=(setarch -R)
+fi
+
+install_packages "$root/scripts/packages.txt" "$root/scripts/packages-tests.txt"
+build "$preset" "${wrapper[@]}"
+
+source "$root/scripts/display.sh"
+trap stop_display EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+start_display
+
+if [ "$preset" = coverage ]; then
+    find "$root/build/coverage" -name '*.gcda' -delete
+fi
+status=0
+"${wrapper[@]}" ctest --test-dir "$root/build/$preset" -j2 --output-on-failure \
+    "${ctest_arguments[@]}" || status=$?
+if [ "$preset" = coverage ]; then
+    "$root/scripts/coverage.sh" "$root/build/coverage/coverage.txt"
+fi
+exit "$status"

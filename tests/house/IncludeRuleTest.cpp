@@ -1,0 +1,269 @@
+#include "tests/house/SourceTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace {
+
+using kelo::test::contentOfSourceFile;
+using kelo::test::existsInSourceTree;
+using kelo::test::linesOf;
+using kelo::test::sourceFiles;
+using kelo::test::startsWith;
+
+/// What one room may include. A file belongs to the first room whose folder it lies under, and so
+/// does what it includes; a room may always include itself.
+struct Room
+{
+    std::string folder;
+    std::vector<std::string> rooms;
+    /// Qt modules; "any" for all of them.
+    std::vector<std::string> qtModules;
+    bool mayIncludeGL;
+};
+
+const std::vector<std::string> library = {"geometry/",  "platform/widgets/", "platform/",
+                                          "keloModel/", "models/OBJReader",  "models/",
+                                          "document/"};
+
+std::vector<std::string> libraryAnd(std::vector<std::string> more)
+{
+    more.insert(more.end(), library.begin(), library.end());
+    return more;
+}
+
+const std::vector<Room> &houseRooms()
+{
+    static const std::vector<Room> rooms = {
+        {"geometry/", {}, {}, false},
+        {"platform/widgets/", {"platform/"}, {"any"}, true},
+        {"platform/", {"platform/widgets/"}, {"QtCore", "QtGui", "QtOpenGL"}, true},
+        {"keloModel/", {}, {"QtCore"}, false},
+        {"models/OBJReader", {}, {}, false},
+        {"models/", {"models/OBJReader", "geometry/", "platform/"}, {"QtCore", "QtGui"}, true},
+        {"document/",
+         {"models/", "keloModel/", "geometry/", "platform/"},
+         {"QtCore", "QtGui"},
+         false},
+        {"keloOpenGL/view/", library, {"any"}, true},
+        {"keloOpenGL/treatment/", libraryAnd({"keloOpenGL/view/"}), {"any"}, true},
+        {"keloOpenGL/windows/",
+         libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/"}),
+         {"any"},
+         true},
+        {"keloOpenGL/",
+         libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/", "keloOpenGL/windows/"}),
+         {"any"},
+         false},
+        {"tools/", {"models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
+        {"viewer/",
+         libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/", "keloOpenGL/windows/",
+                     "keloOpenGL/", "tools/"}),
+         {"any"},
+         false},
+        {"examples/", {"keloOpenGL/"}, {"any"}, false},
+    };
+    return rooms;
+}
+
+const Room *roomOf(const std::string &path)
+{
+    for (const Room &room : houseRooms())
+        if (startsWith(path, room.folder)) return &room;
+    return nullptr;
+}
+
+bool contains(const std::vector<std::string> &list, const std::string &wanted)
+{
+    return std::find(list.begin(), list.end(), wanted) != list.end();
+}
+
+/// The Qt module of a header, or nothing for other headers. The old home of a class that moved to
+/// another module keeps a forwarding header, so the ground floor is asked first.
+std::string qtModuleOf(const std::string &header)
+{
+    static const std::filesystem::path qt = KELO_QT_INCLUDE_DIR;
+    const auto slash = header.find('/');
+    if (slash != std::string::npos && startsWith(header, "Qt")) return header.substr(0, slash);
+    for (const char *module : {"QtCore", "QtGui", "QtOpenGL", "QtWidgets", "QtOpenGLWidgets",
+                               "QtPrintSupport", "QtSql", "QtSvg", "QtUiTools", "QtXml", "QtTest"})
+        if (std::filesystem::is_regular_file(qt / module / header)) return module;
+    return startsWith(header, "Q") ? "unknown Qt module" : "";
+}
+
+bool bringsGL(const std::string &header)
+{
+    return header == "platform/gl.h" || startsWith(header, "GL/") || startsWith(header, "epoxy/") ||
+           startsWith(header, "EGL/");
+}
+
+std::string problemWithQuoted(const Room &room, const std::string &header)
+{
+    const Room *entered = roomOf(header);
+    if (!entered) return "is not written from the root, or enters no room of the library";
+    if (entered->folder != room.folder && !contains(room.rooms, entered->folder))
+        return "enters " + entered->folder + ", which is not below " + room.folder;
+    if (bringsGL(header) && !room.mayIncludeGL) return "brings GL into " + room.folder;
+    return {};
+}
+
+std::string problemWithAngled(const Room &room, const std::string &header)
+{
+    if (roomOf(header)) return "is the project's own and belongs in quotes";
+    if (bringsGL(header) && !room.mayIncludeGL) return "brings GL into " + room.folder;
+    const std::string module = qtModuleOf(header);
+    if (module.empty() || contains(room.qtModules, "any") || contains(room.qtModules, module))
+        return {};
+    return "brings " + module + " into " + room.folder;
+}
+
+/// What is wrong with the includes of a source that lies at `path`, one line each.
+std::vector<std::string> includeProblems(const std::string &path, const std::string &content)
+{
+    static const std::regex include(R"re(^\s*#\s*include\s*(["<])([^">]+)[">].*)re");
+    std::vector<std::string> problems;
+    const Room *room = roomOf(path);
+    if (!room) return problems;
+    std::size_t number = 0;
+    for (const std::string &line : linesOf(content)) {
+        ++number;
+        std::smatch match;
+        if (!std::regex_match(line, match, include)) continue;
+        const std::string header = match[2];
+        // What the meta-object compiler makes for a source carries the source's own name.
+        if (kelo::test::endsWith(header, ".moc")) continue;
+        const std::string problem =
+            match[1] == "<" ? problemWithAngled(*room, header) : problemWithQuoted(*room, header);
+        if (!problem.empty())
+            problems.push_back(path + ":" + std::to_string(number) + ": " + header + " " + problem);
+    }
+    return problems;
+}
+
+bool isSource(const std::string &path)
+{
+    return kelo::test::endsWith(path, ".h") || kelo::test::endsWith(path, ".cpp");
+}
+
+TEST(IncludeRule, noArrowRunsUpwards)
+{
+    std::size_t sourceCount = 0;
+    for (const std::string &path : sourceFiles()) {
+        if (!isSource(path) || !roomOf(path)) continue;
+        ++sourceCount;
+        for (const std::string &problem : includeProblems(path, contentOfSourceFile(path)))
+            ADD_FAILURE() << problem;
+    }
+    // A walk that finds nothing proves nothing.
+    EXPECT_GT(sourceCount, 20u);
+}
+
+TEST(IncludeRule, everyQuotedIncludeIsThere)
+{
+    static const std::regex include(R"re(^\s*#\s*include\s*"([^"]+)".*)re");
+    for (const std::string &path : sourceFiles()) {
+        if (!isSource(path)) continue;
+        for (const std::string &line : linesOf(contentOfSourceFile(path))) {
+            std::smatch match;
+            if (!std::regex_match(line, match, include)) continue;
+            const std::string header = match[1];
+            if (kelo::test::endsWith(header, ".moc")) continue;
+            EXPECT_TRUE(existsInSourceTree(header)) << path << " includes " << header;
+        }
+    }
+}
+
+TEST(IncludeRule, everyRoomOfTheTableIsThere)
+{
+    for (const Room &room : houseRooms()) {
+        if (room.folder.back() == '/') {
+            EXPECT_TRUE(existsInSourceTree(room.folder)) << room.folder;
+        }
+        for (const std::string &lower : room.rooms)
+            EXPECT_TRUE(std::any_of(houseRooms().begin(), houseRooms().end(),
+                                    [&](const Room &other) { return other.folder == lower; }))
+                << lower;
+    }
+}
+
+struct Planted
+{
+    const char *name;
+    const char *path;
+    const char *line;
+    /// Empty where the include is allowed.
+    const char *expectedProblem;
+};
+
+void PrintTo(const Planted &planted, std::ostream *stream)
+{
+    *stream << planted.name;
+}
+
+class PlantedInclude : public testing::TestWithParam<Planted>
+{};
+
+TEST_P(PlantedInclude, isToldAsExpected)
+{
+    const Planted &planted = GetParam();
+    std::vector<std::string> expected;
+    if (*planted.expectedProblem)
+        expected.push_back(std::string(planted.path) + ":1: " + planted.expectedProblem);
+    EXPECT_EQ(includeProblems(planted.path, planted.line), expected);
+}
+
+const Planted plantedIncludes[] = {
+    {"geometryTakesNothing", "geometry/Planted.h", "#include \"platform/Rect.h\"",
+     "platform/Rect.h enters platform/, which is not below geometry/"},
+    {"geometryTakesNoQt", "geometry/Planted.h", "#include <QString>",
+     "QString brings QtCore into geometry/"},
+    {"geometryTakesTheStandardLibrary", "geometry/Planted.h", "#include <vector>", ""},
+    {"platformKeepsWidgetsInTheirFolder", "platform/Planted.cpp", "#include <QWidget>",
+     "QWidget brings QtWidgets into platform/"},
+    {"platformWidgetsTakeWidgets", "platform/widgets/Planted.cpp", "#include <QtWidgets/QMenu>",
+     ""},
+    {"aClassThatMovedToGuiIsNoWidget", "platform/Planted.cpp", "#include <QAction>", ""},
+    {"keloModelTakesQtCore", "keloModel/Planted.h", "#include <QDate>", ""},
+    {"keloModelTakesNoQtGui", "keloModel/Planted.h", "#include <QImage>",
+     "QImage brings QtGui into keloModel/"},
+    {"keloModelTakesNoOtherRoom", "keloModel/Planted.h", "#include \"geometry/Vector.h\"",
+     "geometry/Vector.h enters geometry/, which is not below keloModel/"},
+    {"theOBJReaderStandsAlone", "models/OBJReader.cpp", "#include \"models/Color.h\"",
+     "models/Color.h enters models/, which is not below models/OBJReader"},
+    {"modelsDoNotKnowTheDocument", "models/Planted.cpp",
+     "#  include \"document/DXDocumentModel.h\" // upwards",
+     "document/DXDocumentModel.h enters document/, which is not below models/"},
+    {"theDocumentTakesNoGL", "document/Planted.cpp", "#include \"platform/gl.h\"",
+     "platform/gl.h brings GL into document/"},
+    {"theDocumentTakesNoWidgets", "document/Planted.cpp", "#include <QMessageBox>",
+     "QMessageBox brings QtWidgets into document/"},
+    {"viewDoesNotKnowTreatment", "keloOpenGL/view/Planted.cpp",
+     "#include \"keloOpenGL/treatment/DXOpenGL.h\"",
+     "keloOpenGL/treatment/DXOpenGL.h enters keloOpenGL/treatment/, which is not below "
+     "keloOpenGL/view/"},
+    {"viewDoesNotKnowWindows", "keloOpenGL/view/Planted.cpp",
+     "#include \"keloOpenGL/windows/DXDocument.h\"",
+     "keloOpenGL/windows/DXDocument.h enters keloOpenGL/windows/, which is not below "
+     "keloOpenGL/view/"},
+    {"treatmentDoesNotKnowWindows", "keloOpenGL/treatment/Planted.h",
+     "#include \"keloOpenGL/windows/DXDocument.h\"",
+     "keloOpenGL/windows/DXDocument.h enters keloOpenGL/windows/, which is not below "
+     "keloOpenGL/treatment/"},
+    {"theLibraryDoesNotKnowTheViewer", "keloOpenGL/windows/Planted.cpp",
+     "#include \"viewer/MainWindow.h\"",
+     "viewer/MainWindow.h enters viewer/, which is not below keloOpenGL/windows/"},
+    {"includesAreWrittenFromTheRoot", "keloOpenGL/view/Planted.cpp", "#include \"PackedData.h\"",
+     "PackedData.h is not written from the root, or enters no room of the library"},
+    {"noRoomTakesFromTheTests", "models/Planted.cpp", "#include \"tests/support/GLTest.h\"",
+     "tests/support/GLTest.h is not written from the root, or enters no room of the library"},
+};
+
+INSTANTIATE_TEST_SUITE_P(IncludeRule, PlantedInclude, testing::ValuesIn(plantedIncludes),
+                         [](const auto &planted) { return std::string(planted.param.name); });
+
+} // namespace

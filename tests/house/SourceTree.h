@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kelo::test {
+
+/// Paths of all files of the source tree, relative to its root, sorted, written with '/'. What is
+/// made by building or running (build/, out/) and what tools keep for themselves is left out.
+std::vector<std::string> sourceFiles();
+
+/// Whether the tree holds a file or folder of this name, relative to its root.
+bool existsInSourceTree(const std::string &path);
+
+/// The content of a file of the tree.
+std::string contentOfSourceFile(const std::string &path);
+
+std::vector<std::string> linesOf(const std::string &text);
+
+bool startsWith(const std::string &text, const std::string &start);
+bool endsWith(const std::string &text, const std::string &end);
+
+} // namespace kelo::test
