@@ -1,0 +1,402 @@
+#include "tools/meshgen/ToothShape.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include <meshoptimizer.h>
+
+namespace kelo::meshgen {
+
+namespace {
+
+// Fine enough that a groove of a quarter of a millimetre shows; simplified() then keeps the
+// triangles where the surface bends.
+constexpr int sectorCount = 96;
+constexpr int rootRings = 7;
+constexpr int wallRings = 26;
+constexpr int capRings = 26;
+constexpr int edgeRings = 5;
+
+// As much of the root as the gum covers; nothing of it is ever seen.
+constexpr double rootLength = 5.0;
+
+/// A smooth curve through the six values of a profile (Catmull-Rom), t from 0 to 1.
+double profileAt(const SideProfile &profile, double t)
+{
+    const double scaled = std::clamp(t, 0.0, 1.0) * 5.0;
+    const int i = std::min(static_cast<int>(scaled), 4);
+    const double f = scaled - i;
+    const auto at = [&](int k) { return profile[static_cast<std::size_t>(std::clamp(k, 0, 5))]; };
+    const double p0 = i > 0 ? at(i - 1) : 2.0 * at(0) - at(1);
+    const double p1 = at(i);
+    const double p2 = at(i + 1);
+    const double p3 = i < 4 ? at(i + 2) : 2.0 * at(5) - at(4);
+    return 0.5 * (2.0 * p1 + (p2 - p0) * f + (2.0 * p0 - 5.0 * p1 + 4.0 * p2 - p3) * f * f +
+                  (3.0 * p1 - p0 - 3.0 * p2 + p3) * f * f * f);
+}
+
+double smoothstep(double from, double to, double x)
+{
+    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
+    return t * t * (3.0 - 2.0 * t);
+}
+
+double bump(double x, double centre, double width)
+{
+    const double d = (x - centre) / width;
+    return std::exp(-d * d);
+}
+
+/// |d| with its corner rounded over about `radius`, so that tips and crests are not needles.
+double softAbs(double d, double radius)
+{
+    return std::sqrt(d * d + radius * radius) - radius;
+}
+
+struct Outline
+{
+    double mesial = 0.0, distal = 0.0; // half widths
+    double centre = 0.0, half = 0.0;   // labiolingual middle and half thickness
+};
+
+class Shaper
+{
+public:
+    explicit Shaper(const ToothAnatomy &toothAnatomy)
+        : anatomy(toothAnatomy),
+          halfWidth(toothAnatomy.dimensions.mesiodistal / 2.0),
+          halfDepth(toothAnatomy.dimensions.buccolingual / 2.0),
+          height(toothAnatomy.dimensions.height)
+    {}
+
+    Mesh make();
+
+private:
+    Outline outlineAt(double t) const;
+    Vec3 outlinePoint(double t, double angle) const;
+    double edgeHeight(double x, double width) const;
+    double occlusalHeight(double x, double y) const;
+    Vec3 wallPoint(double t, double angle) const;
+    Vec3 rootPoint(double depth, double angle) const;
+    void sculptFrontTooth(Vec3 &point, double t, double angle) const;
+    std::vector<std::vector<Vec3>> rings() const;
+    void addBackCap(Mesh &mesh, const std::vector<Vec3> &rim) const;
+
+    const ToothAnatomy &anatomy;
+    double halfWidth;
+    double halfDepth;
+    double height;
+};
+
+Outline Shaper::outlineAt(double t) const
+{
+    Outline outline;
+    outline.mesial = halfWidth * profileAt(anatomy.mesial, t);
+    outline.distal = halfWidth * profileAt(anatomy.distal, t);
+    const double labial = halfDepth * profileAt(anatomy.labial, t);
+    const double lingual = halfDepth * profileAt(anatomy.lingual, t);
+    outline.centre = (labial - lingual) / 2.0 + anatomy.lean * t;
+    outline.half = (labial + lingual) / 2.0;
+    return outline;
+}
+
+/// A point of the cross-section: two half superellipses that meet at the mesial and distal ends.
+Vec3 Shaper::outlinePoint(double t, double angle) const
+{
+    const Outline outline = outlineAt(t);
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    const double power = s >= 0.0 ? anatomy.labialSquareness : anatomy.lingualSquareness;
+    const double reach =
+        std::pow(std::pow(std::abs(c), power) + std::pow(std::abs(s), power), -1.0 / power);
+    double x = (c >= 0.0 ? outline.mesial : outline.distal) * c * reach;
+    const double y = outline.half * s * reach;
+    // The middle heights converge towards the lingual side; cervix and edge do so less.
+    const double taper =
+        anatomy.lingualTaper * (anatomy.anterior ? std::sin(std::numbers::pi * t) : t);
+    x *= 1.0 + taper * y / outline.half * 0.5;
+    x += anatomy.rhomboid * y * smoothstep(0.0, 0.5, t);
+    return {x, y + outline.centre, 0.0};
+}
+
+/// Height of a front tooth's edge at `x` when the tooth is `width` wide on that side.
+double Shaper::edgeHeight(double x, double width) const
+{
+    const double u = std::clamp(x / width - anatomy.tipShift, -1.2, 1.2);
+    const double drop = u >= 0.0 ? anatomy.mesialCornerDrop : anatomy.distalCornerDrop;
+    const double reach = u >= 0.0 ? 1.0 - anatomy.tipShift : 1.0 + anatomy.tipShift;
+    const double rounded =
+        anatomy.cornerPower < 2.0 ? softAbs(u / reach, 0.12) : std::abs(u) / reach;
+    const double lobes = anatomy.mamelons * (std::cos(3.0 * std::numbers::pi * u) - 1.0) / 2.0 *
+                         (1.0 - smoothstep(0.8, 1.0, std::abs(u)));
+    return height - drop * std::pow(rounded, anatomy.cornerPower) + lobes;
+}
+
+/// Height of a back tooth's occlusal surface: the smooth maximum of its cusps and ridges, so that a
+/// groove lies wherever two of them meet; then the carved grooves.
+double Shaper::occlusalHeight(double x, double y) const
+{
+    const double sharpness = 7.0; // 1/mm: valleys are rounded over a seventh of a millimetre
+    double sum = 0.0;
+    const auto raise = [&](double z) { sum += std::exp(sharpness * (z - height)); };
+    raise(height - 2.9); // the floor of the fossae
+    for (const Cusp &cusp : anatomy.cusps) {
+        const double dx = x - cusp.x * halfWidth;
+        const double dy = y - cusp.y * halfDepth;
+        const bool outwards = dy * cusp.y > 0.0;
+        const double along = cusp.ridgeSlope * softAbs(dx, 0.25);
+        const double across = (outwards ? cusp.outerSlope : cusp.innerSlope) * softAbs(dy, 0.25);
+        // Below 2 the pyramid's four ridges stand out of a cone.
+        const double fall = std::pow(std::pow(along, 1.35) + std::pow(across, 1.35), 1.0 / 1.35);
+        raise(height - cusp.drop - fall);
+    }
+    const auto distanceToLine = [&](double x0, double y0, double x1, double y1) {
+        const Vec3 a{x0 * halfWidth, y0 * halfDepth, 0.0};
+        const Vec3 b{x1 * halfWidth, y1 * halfDepth, 0.0};
+        const Vec3 p{x, y, 0.0};
+        const double f = std::clamp(dot(p - a, b - a) / dot(b - a, b - a), 0.0, 1.0);
+        return distance(p, a + f * (b - a));
+    };
+    for (const Ridge &ridge : anatomy.ridges) {
+        const double d = distanceToLine(ridge.x0, ridge.y0, ridge.x1, ridge.y1);
+        raise(height - ridge.drop - ridge.slope * softAbs(d, 0.3));
+    }
+    double z = height + std::log(sum) / sharpness;
+    for (const Groove &groove : anatomy.grooves)
+        z -= groove.depth *
+             bump(distanceToLine(groove.x0, groove.y0, groove.x1, groove.y1), 0.0, 0.33);
+    return z;
+}
+
+/// Lingual fossa between marginal ridges, cingulum, and the labial face's lobes.
+void Shaper::sculptFrontTooth(Vec3 &point, double t, double angle) const
+{
+    const Outline outline = outlineAt(t);
+    const double u = point.x / (point.x >= 0.0 ? outline.mesial : outline.distal);
+    const double side = std::sin(angle);
+    if (side < 0.0) {
+        const double across = 1.0 - smoothstep(0.25, 0.80, std::abs(u));
+        const double along = smoothstep(0.26, 0.46, t) * (1.0 - smoothstep(0.72, 0.96, t));
+        const double rim = bump(std::abs(u), 0.72, 0.16) * smoothstep(0.25, 0.4, t) *
+                           (1.0 - smoothstep(0.75, 0.95, t));
+        const double cingulum = bump(t, 0.2, 0.1) * (1.0 - smoothstep(0.1, 0.75, std::abs(u)));
+        point.y += anatomy.fossaDepth * (0.75 * along * across - 0.22 * rim - 0.30 * cingulum);
+    } else {
+        const double faces = smoothstep(0.25, 0.6, t) * (1.0 - smoothstep(0.93, 1.0, t));
+        const double middle = bump(u, anatomy.tipShift, 0.30);
+        const double furrows = bump(u, 0.36, 0.16) + bump(u, -0.36, 0.16);
+        point.y += anatomy.labialRidge * faces * (middle - 0.5 * furrows) * side;
+    }
+}
+
+Vec3 Shaper::wallPoint(double t, double angle) const
+{
+    Vec3 point = outlinePoint(t, angle);
+    const Outline outline = outlineAt(t);
+    const double width = point.x >= 0.0 ? outline.mesial : outline.distal;
+    double top = 0.0;
+    if (anatomy.anterior) {
+        top = edgeHeight(point.x, width);
+        sculptFrontTooth(point, t, angle);
+    } else {
+        const Vec3 rim = outlinePoint(1.0, angle);
+        top = occlusalHeight(rim.x, rim.y);
+        const double ridge = point.y > 0.0 ? 1.0 : 0.4;
+        point.y += ridge * anatomy.labialRidge * std::sin(angle) *
+                   bump(point.x / width, 0.0, 0.35) * smoothstep(0.2, 0.7, t);
+    }
+    const double bottom = cervicalLine(anatomy, point.x / width);
+    point.z = bottom + (top - bottom) * t;
+    return point;
+}
+
+Vec3 Shaper::rootPoint(double depth, double angle) const
+{
+    const Vec3 cervical = wallPoint(0.0, angle);
+    const double f = depth / rootLength;
+    const double scale = (1.0 - 0.30 * f) * std::sqrt(std::max(0.0, 1.0 - std::pow(f, 8.0)));
+    return {cervical.x * scale, cervical.y * scale, cervical.z * (1.0 - f) - depth};
+}
+
+/// All rings from the root's end to the edge or rim, each `sectorCount` points.
+std::vector<std::vector<Vec3>> Shaper::rings() const
+{
+    std::vector<std::vector<Vec3>> rings;
+    const auto add = [&](auto &&pointAt) {
+        std::vector<Vec3> ring;
+        for (int i = 0; i < sectorCount; ++i)
+            ring.push_back(pointAt(2.0 * std::numbers::pi * i / sectorCount));
+        rings.push_back(std::move(ring));
+    };
+    for (int k = rootRings; k >= 1; --k) {
+        // Closer together near the end, where the root is rounded off.
+        const double f = std::sin(0.97 * std::numbers::pi / 2.0 * k / rootRings);
+        add([&](double angle) { return rootPoint(rootLength * f, angle); });
+    }
+    for (int k = 0; k <= wallRings; ++k) {
+        const double t = static_cast<double>(k) / wallRings;
+        add([&](double angle) { return wallPoint(t, angle); });
+    }
+    if (!anatomy.anterior) return rings;
+    const double half = outlineAt(1.0).half;
+    for (int k = 1; k <= edgeRings; ++k) {
+        const double turn = 0.94 * std::numbers::pi / 2.0 * k / edgeRings;
+        add([&](double angle) {
+            Vec3 point = wallPoint(1.0, angle);
+            const double centre = outlineAt(1.0).centre;
+            point.y = centre + (point.y - centre) * std::cos(turn);
+            point.x *= 1.0 - 0.35 * half / halfWidth * (1.0 - std::cos(turn));
+            point.z += 0.55 * half * std::sin(turn);
+            return point;
+        });
+    }
+    return rings;
+}
+
+void Shaper::addBackCap(Mesh &mesh, const std::vector<Vec3> &rim) const
+{
+    // `rim` is already in the mesh as its last ring.
+    auto last = static_cast<std::uint32_t>(mesh.positions.size() - rim.size());
+    Vec3 centre;
+    for (const Vec3 &point : rim)
+        centre += point / static_cast<double>(rim.size());
+    const auto n = static_cast<std::uint32_t>(rim.size());
+    for (int k = 1; k < capRings; ++k) {
+        const double f = 1.0 - static_cast<double>(k) / capRings;
+        const auto next = static_cast<std::uint32_t>(mesh.positions.size());
+        for (const Vec3 &point : rim) {
+            Vec3 inner = centre + (point - centre) * f;
+            inner.z = occlusalHeight(inner.x, inner.y);
+            mesh.positions.push_back(inner);
+        }
+        for (std::uint32_t i = 0; i < n; ++i) {
+            const std::uint32_t j = (i + 1) % n;
+            mesh.triangles.push_back({last + i, last + j, next + j});
+            mesh.triangles.push_back({last + i, next + j, next + i});
+        }
+        last = next;
+    }
+    const auto pole = static_cast<std::uint32_t>(mesh.positions.size());
+    mesh.positions.push_back({centre.x, centre.y, occlusalHeight(centre.x, centre.y)});
+    for (std::uint32_t i = 0; i < n; ++i)
+        mesh.triangles.push_back({last + i, last + (i + 1) % n, pole});
+}
+
+/// Closes a thin outline by joining its labial half with its lingual half.
+void zip(Mesh &mesh, std::uint32_t first, std::uint32_t n)
+{
+    for (std::uint32_t i = 0; i < n / 2; ++i) {
+        const std::uint32_t a = first + i;
+        const std::uint32_t b = first + i + 1;
+        const std::uint32_t c = first + (n - i - 1) % n;
+        const std::uint32_t d = first + (n - i) % n;
+        if (i > 0) mesh.triangles.push_back({a, b, d});
+        if (i + 1 < n / 2) mesh.triangles.push_back({b, c, d});
+        if (i == 0) continue;
+    }
+}
+
+/// Moves every vertex towards the mean of its neighbours: takes the last stiffness out of crests.
+void relax(Mesh &mesh, int rounds, double weight)
+{
+    for (int round = 0; round < rounds; ++round) {
+        std::vector<Vec3> sums(mesh.positions.size());
+        std::vector<double> counts(mesh.positions.size(), 0.0);
+        for (const auto &triangle : mesh.triangles)
+            for (std::size_t k = 0; k < 3; ++k) {
+                sums[triangle[k]] += mesh.positions[triangle[(k + 1) % 3]];
+                sums[triangle[k]] += mesh.positions[triangle[(k + 2) % 3]];
+                counts[triangle[k]] += 2.0;
+            }
+        for (std::size_t i = 0; i < mesh.positions.size(); ++i)
+            mesh.positions[i] = mesh.positions[i] * (1.0 - weight) + sums[i] * (weight / counts[i]);
+    }
+}
+
+/// Stretches the crown so that its extents are exactly the table's.
+void fitToDimensions(Mesh &mesh, const CrownDimensions &dimensions)
+{
+    Vec3 low{1e9, 1e9, 1e9};
+    Vec3 high{-1e9, -1e9, -1e9};
+    for (const Vec3 &p : mesh.positions) {
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    const double sx = dimensions.mesiodistal / (high.x - low.x);
+    const double sy = dimensions.buccolingual / (high.y - low.y);
+    const double sz = dimensions.height / high.z;
+    const double middle = (high.x + low.x) / 2.0;
+    for (Vec3 &p : mesh.positions)
+        p = {(p.x - middle) * sx, p.y * sy, p.z > 0.0 ? p.z * sz : p.z};
+}
+
+Mesh Shaper::make()
+{
+    Mesh mesh;
+    const std::vector<std::vector<Vec3>> all = rings();
+    const auto n = static_cast<std::uint32_t>(sectorCount);
+    for (std::size_t k = 0; k < all.size(); ++k) {
+        const auto first = static_cast<std::uint32_t>(mesh.positions.size());
+        mesh.positions.insert(mesh.positions.end(), all[k].begin(), all[k].end());
+        for (std::uint32_t i = 0; k > 0 && i < n; ++i) {
+            const std::uint32_t j = (i + 1) % n;
+            mesh.triangles.push_back({first - n + i, first - n + j, first + j});
+            mesh.triangles.push_back({first - n + i, first + j, first + i});
+        }
+    }
+    if (anatomy.anterior)
+        zip(mesh, static_cast<std::uint32_t>(mesh.positions.size()) - n, n);
+    else
+        addBackCap(mesh, all.back());
+    Vec3 end;
+    for (const Vec3 &point : all.front())
+        end += point / static_cast<double>(sectorCount);
+    const auto pole = static_cast<std::uint32_t>(mesh.positions.size());
+    mesh.positions.push_back({end.x, end.y, end.z - 0.15});
+    for (std::uint32_t i = 0; i < n; ++i)
+        mesh.triangles.push_back({(i + 1) % n, i, pole});
+    relax(mesh, anatomy.anterior ? 3 : 2, 0.5);
+    fitToDimensions(mesh, anatomy.dimensions);
+    computeSmoothNormals(mesh, 180.0);
+    return mesh;
+}
+
+} // namespace
+
+double cervicalLine(const ToothAnatomy &anatomy, double x)
+{
+    // The mesial curve is the deeper one by about a millimetre in front teeth.
+    const double depth = anatomy.dimensions.cervicalCurve;
+    const double rise = x >= 0.0 ? depth : depth * 0.7;
+    return rise * std::pow(std::min(std::abs(x), 1.0), 2.2);
+}
+
+Mesh makeTooth(const ToothAnatomy &anatomy)
+{
+    return Shaper(anatomy).make();
+}
+
+Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
+{
+    std::vector<float> positions;
+    positions.reserve(mesh.positions.size() * 3);
+    for (const Vec3 &p : mesh.positions)
+        for (const double c : {p.x, p.y, p.z})
+            positions.push_back(static_cast<float>(c));
+    std::vector<unsigned int> indices;
+    indices.reserve(mesh.triangles.size() * 3);
+    for (const auto &triangle : mesh.triangles)
+        indices.insert(indices.end(), triangle.begin(), triangle.end());
+    std::vector<unsigned int> result(indices.size());
+    const std::size_t count = meshopt_simplify(result.data(), indices.data(), indices.size(),
+                                               positions.data(), mesh.positions.size(),
+                                               3 * sizeof(float), triangleCount * 3, 1.0F, 0, nullptr);
+    Mesh simple = mesh;
+    simple.triangles.clear();
+    for (std::size_t i = 0; i + 2 < count; i += 3)
+        simple.triangles.push_back({result[i], result[i + 1], result[i + 2]});
+    return simple;
+}
+
+} // namespace kelo::meshgen
