@@ -11,7 +11,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <exception>
 
 namespace kelo {
 namespace {
@@ -235,7 +234,7 @@ void HVOGLBasicView::drawContent()
     try {
         drawModels(documentModel_->upperModels(), upperMouthTransform());
         drawModels(documentModel_->lowerModels(), lowerMouthTransform());
-    } catch (const std::out_of_range &missing) {
+    } catch (const ModelNotLoaded &missing) {
         reportIncompleteDocument(missing.what());
     }
 }

@@ -1,6 +1,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/view/HVOGLBasicView.h"
+#include "models/HVOGLMaterial.h"
 #include "platform/Assertion.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/support/CapturedOutput.h"
@@ -288,9 +289,11 @@ TEST_F(BasicViewDrawing, aDocumentIsSeenAndHiddenModelsAreNot)
 TEST_F(BasicViewDrawing, aModelHiddenBecauseOfItsToothIsNotDrawn)
 {
     const auto document = boxDocument();
+    const auto bracket = document->bracketModels().at("8");
+    bracket->setMaterial(HVOGLMaterial::materialWithColor(Color{1.0, 0.0, 0.0, 1.0}));
     view->setDocumentModel(document);
     const QImage whole = view->grabImage();
-    document->bracketModels().at("8")->setHiddenSecondary(true);
+    bracket->setHiddenSecondary(true);
     EXPECT_NE(view->grabImage(), whole);
     EXPECT_NO_GL_ERROR();
 }
