@@ -42,7 +42,7 @@ inline constexpr std::uint32_t Help = 0x400000;
 inline constexpr std::uint32_t Function = 0x800000;
 } // namespace ModifierFlag
 
-/// Code points that stand for keys without a character, in Event::characters.
+/// Code points that stand for keys without a printing character, in Event::characters.
 namespace FunctionKey {
 inline constexpr char16_t UpArrow = 0xF700;
 inline constexpr char16_t DownArrow = 0xF701;
@@ -57,6 +57,11 @@ inline constexpr char16_t PageUp = 0xF72C;
 inline constexpr char16_t PageDown = 0xF72D;
 inline constexpr char16_t Menu = 0xF735;
 inline constexpr char16_t Escape = 0x1B;
+inline constexpr char16_t Backspace = 0x7F;
+inline constexpr char16_t Tab = 0x09;
+inline constexpr char16_t BackTab = 0x19;
+inline constexpr char16_t Return = 0x0D;
+inline constexpr char16_t Enter = 0x03; ///< of the keypad
 } // namespace FunctionKey
 
 /// One input event, in the form that the views take it.
@@ -67,23 +72,27 @@ struct Event
     /// topmost y = the height), so that a flipped view's conversion gives whole rows from 0.
     Point locationInWindow;
     std::uint32_t modifierFlags = 0; ///< ModifierFlag bits held while the event happened.
-    int clickCount = 0;              ///< 1 for a single press, 2 for the second press of a double click.
-    std::u16string characters;       ///< Key events: what was typed, or a FunctionKey code point.
-    double deltaX = 0.0;             ///< Scroll, in lines; right to left counts positive, as the wheel gives it.
-    double deltaY = 0.0;             ///< Scroll, in lines; turning the wheel away from the user is positive.
-    double timestamp = 0.0;          ///< Seconds, from the main run loop's clock.
+    int clickCount = 0;        ///< 1 for a single press, 2 for the second press of a double click.
+    std::u16string characters; ///< Key events: what was typed, or a FunctionKey code point.
+    double deltaX =
+        0.0; ///< Scroll, in lines; turning or tilting the wheel to the left is positive.
+    double deltaY = 0.0;    ///< Scroll, in lines; turning the wheel away from the user is positive.
+    double timestamp = 0.0; ///< Seconds, from the main run loop's clock.
 };
 
 /// Modifier bits of a Qt modifier set: Control, Shift and Command (the Meta key) are their own,
 /// Alt is Option, keypad keys set NumericPad.
 std::uint32_t modifierFlagsFromQt(int qtKeyboardModifiers);
 
-/// The characters of a Qt key press: a FunctionKey code point for keys without text, otherwise
-/// the text without regard to a held Control key ("a", not the control character).
+/// The characters of a Qt key press: a FunctionKey code point for the keys that have one, otherwise
+/// the text without regard to a held Control key ("a", not the control character; the small letter,
+/// since Qt does not tell the shifted one then). Empty for keys that stand for nothing, such as
+/// Shift alone.
 std::u16string charactersFromQt(int qtKey, const std::u16string &text);
 
-/// Scroll deltas in lines: a wheel notch of 120 eighths of a degree is one line; a trackpad's
-/// pixel deltas are divided by 10 pixels a line, so fine movements give fractions of a line.
+/// Scroll deltas in lines, with Qt's signs: x is positive to the left, y away from the user. A
+/// wheel notch of 120 eighths of a degree is one line, finer wheels give fractions; a trackpad's
+/// pixel deltas are divided by 10 pixels a line.
 Point scrollDeltaInLines(const QWheelEvent &event);
 
 } // namespace kelo

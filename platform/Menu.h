@@ -30,8 +30,12 @@ struct MenuItem
     int indentationLevel = 0;
     std::shared_ptr<const QImage> image; ///< shown before the title; may be null
     std::shared_ptr<Menu> submenu;       ///< may be null
+    /// The menu that the row is in, or null. Set by Menu, not owned.
+    Menu *menu = nullptr;
 
     static std::shared_ptr<MenuItem> separatorItem();
+    /// Whether there is anything that choosing the row does, or is said to do.
+    bool hasAction() const { return action || !actionName.empty(); }
 };
 
 /// Whoever fills or validates a menu when it is about to open. Not owned by the menu.
@@ -42,7 +46,11 @@ public:
     /// Called for the menu, and for each of its submenus, every time before it is shown.
     virtual void menuNeedsUpdate(Menu &menu) { (void)menu; }
     /// Whether the row can be chosen; asked for each row with an action while autoenablesItems.
+    /// May change the row, its title and image for example.
     virtual bool validateMenuItem(MenuItem &item) { return item.enabled; }
+    /// Called once when the menu has closed, with or without a choice, after the chosen row's
+    /// action. Not called for submenus.
+    virtual void menuDidClose(Menu &menu) { (void)menu; }
 };
 
 /// A menu as data: what it shows is decided before, how it is shown is the presenter's affair.
@@ -50,25 +58,37 @@ class Menu
 {
 public:
     explicit Menu(std::string title = {}) : title_(std::move(title)) {}
+    ~Menu();
+    Menu(const Menu &) = delete;
+    Menu &operator=(const Menu &) = delete;
 
     const std::string &title() const { return title_; }
     std::vector<std::shared_ptr<MenuItem>> &items() { return items_; }
     const std::vector<std::shared_ptr<MenuItem>> &items() const { return items_; }
     std::shared_ptr<MenuItem> addItem(std::shared_ptr<MenuItem> item);
-    std::shared_ptr<MenuItem> addItemWithTitle_actionName_action(
-        const std::string &title, const std::string &actionName,
-        std::function<void(MenuItem &)> action);
-    /// The first row with this tag, or null.
+    std::shared_ptr<MenuItem>
+    addItemWithTitle_actionName_action(const std::string &title, const std::string &actionName,
+                                       std::function<void(MenuItem &)> action);
+    /// The first row with this tag, or null. Submenus are not looked through.
     std::shared_ptr<MenuItem> itemWithTag(long tag) const;
 
-    MenuDelegate *delegate = nullptr; ///< not owned
+    /// Not owned. A submenu without a delegate of its own has its parent's.
+    MenuDelegate *delegate = nullptr;
     bool autoenablesItems = true;
 
-    /// Brings the menu up to date: menuNeedsUpdate, then validation of every row with an action,
-    /// then the same for the submenus.
+    /// Brings the menu up to date: menuNeedsUpdate, then validation of every row with an action
+    /// from top to bottom, then the same for the submenus. Rows without an action, and all rows of
+    /// a menu that does not autoenable, stay as they are.
     void update();
 
+    /// For presenters, when the menu has disappeared: runs the action of the chosen row (a row of
+    /// this menu or of a submenu; null: none was chosen; a disabled row's action does not run),
+    /// then tells the delegate menuDidClose.
+    void close(const std::shared_ptr<MenuItem> &chosenItem);
+
 private:
+    void update(MenuDelegate *inheritedDelegate);
+
     std::string title_;
     std::vector<std::shared_ptr<MenuItem>> items_;
 };
@@ -85,13 +105,17 @@ public:
     /// has run when this returns, unless the presenter defers it.
     static void popUpContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
                                  OpenGLView &view);
-    /// Replaces the presenter and returns the one before it; an empty function brings back the
-    /// default.
+    /// Replaces the presenter and returns the one before it (empty for the default); an empty
+    /// function brings back the default.
     static Presenter setPresenter(Presenter presenter);
 };
 
 /// The default presenter (platform/widgets): a native menu with icons and check marks, whose
-/// transient parent is the top-level window of the view.
+/// transient parent is the top-level window of the view. The run loop is in the EventTracking mode
+/// while the menu is open. For a view without a window the menu opens at the pointer. Without a
+/// QApplication no menu can be shown: it closes at once without a choice.
+/// A view that has a window may end while the menu is open; the menu then closes without a choice
+/// and without telling the delegate.
 void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
                             OpenGLView &view);
 

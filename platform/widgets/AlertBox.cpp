@@ -1,0 +1,24 @@
+#include "platform/Alert.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace kelo {
+
+void runModalAlertBox(const Alert &alert)
+{
+    // On the heap: the window in front of which it stands, and which owns it, may be destroyed
+    // while the box waits.
+    const QPointer<QMessageBox> box = new QMessageBox(QApplication::activeWindow());
+    box->setIcon(QMessageBox::Warning);
+    // Plain: texts carry names of patients and files, which may look like markup.
+    box->setTextFormat(Qt::PlainText);
+    box->setText(QString::fromStdString(alert.messageText));
+    box->setInformativeText(QString::fromStdString(alert.informativeText));
+    box->addButton(QString::fromStdString(alert.buttonTitle), QMessageBox::AcceptRole);
+    box->exec();
+    delete box;
+}
+
+} // namespace kelo

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Menu.h"
+
+#include <memory>
+
+class QAction;
+class QMenu;
+
+namespace kelo {
+
+/// Fills a native menu with the rows of a menu that is up to date, submenus included: icons, check
+/// marks, disabled rows and separators; an indented row's title starts with two em spaces a level,
+/// as the native menu knows no indentation. An ampersand in a title is shown as it is.
+/// The actions do nothing by themselves: itemOfAction tells which row one stands for.
+void fillNativeMenu(QMenu &nativeMenu, const Menu &menu);
+
+/// The row that an action of a native menu filled by fillNativeMenu stands for; null for null, and
+/// for an action that stands for none. The native menu keeps the rows alive.
+std::shared_ptr<MenuItem> itemOfAction(const QAction *action);
+
+} // namespace kelo
