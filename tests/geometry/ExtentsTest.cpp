@@ -1,5 +1,7 @@
 #include "geometry/Extents.h"
 
+#include "tests/support/CommaLocale.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -253,11 +255,10 @@ TEST(Extents, theDescriptionPrintsEachNumberAsTheCLibraryDoes)
 
 TEST(Extents, theDescriptionDoesNotDependOnTheLocale)
 {
-    const char *german = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
-    if (!german) GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed";
-    const std::string description = boxOf({-1.5, 2, 0, 0, 0, 0}).description();
-    std::setlocale(LC_NUMERIC, "C");
-    EXPECT_EQ(description, "x(-1.5,2)y(0,0)z(0,0)");
+    const test::CommaLocale locale;
+    ASSERT_TRUE(locale.set);
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+    EXPECT_EQ(boxOf({-1.5, 2, 0, 0, 0, 0}).description(), "x(-1.5,2)y(0,0)z(0,0)");
 }
 
 TEST(MutableExtents, eachSetterStoresItsBoundAndMakesTheBoxActive)

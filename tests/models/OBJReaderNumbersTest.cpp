@@ -2,6 +2,7 @@
 
 #include "models/OBJReader.h"
 #include "tests/models/OBJReaderMesh.h"
+#include "tests/support/CommaLocale.h"
 
 #include <gtest/gtest.h>
 
@@ -263,54 +264,11 @@ TEST(OBJReaderNumbers, faceNumbersConvertAsStrtolDoes)
     }
 }
 
-/// A process locale whose decimal point is a comma, for as long as this lives. No such locale need
-/// be installed: its LC_NUMERIC file is written here.
-class CommaLocale
-{
-public:
-    CommaLocale()
-    {
-        char name[] = "/tmp/localeXXXXXX";
-        _folder = ::mkdtemp(name);
-        std::filesystem::create_directory(_folder / "comma");
-        std::ofstream file(_folder / "comma" / "LC_NUMERIC", std::ios::binary);
-        const auto number = [&file](std::uint32_t value) {
-            file.write(reinterpret_cast<const char *>(&value), sizeof value);
-        };
-        // The C library's layout: magic number of the category, number of fields, their offsets,
-        // the fields: decimal point, thousands separator, grouping, both as wide characters, code
-        // set.
-        constexpr std::uint32_t fieldCount = 6, header = 4 * (2 + fieldCount);
-        number(0x20031115u ^ LC_NUMERIC);
-        number(fieldCount);
-        for (const std::uint32_t offset : {0u, 2u, 4u, 8u, 12u, 16u})
-            number(header + offset);
-        file.write(",\0.\0\3\3\0\0", 8);
-        number(',');
-        number('.');
-        file.write("UTF-8\0\0\0", 8);
-        file.close();
-        ::setenv("LOCPATH", _folder.c_str(), 1);
-        set = std::setlocale(LC_NUMERIC, "comma") != nullptr;
-    }
-    ~CommaLocale()
-    {
-        std::setlocale(LC_NUMERIC, "C");
-        ::unsetenv("LOCPATH");
-        std::filesystem::remove_all(_folder);
-    }
-
-    bool set = false;
-
-private:
-    std::filesystem::path _folder;
-};
-
 TEST(OBJReaderNumbers, aLocaleWithADecimalCommaChangesNothing)
 {
     const test::TemporaryFile file(
         "v 1.5 2.25e1 0x1.8p1\nv 16777217.5 1,5 3.14159265358979323846\n");
-    const CommaLocale locale;
+    const test::CommaLocale locale;
     ASSERT_TRUE(locale.set);
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     ASSERT_EQ(std::strtof("1.5", nullptr), 1.0f) << "the C library follows the locale";
