@@ -1,0 +1,105 @@
+#include "tools/meshcheck/CommandLine.h"
+
+#include "tools/meshcheck/MeshCheck.h"
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+
+namespace kelo {
+namespace {
+
+constexpr const char *usage = "usage: meshcheck [--json] DIR|FILE...\n";
+
+constexpr const char *help =
+    "\n"
+    "Tells what is wrong with OBJ mesh files: one line `file:line: reason` a problem.\n"
+    "A folder stands for all files below it whose names end with .obj.\n"
+    "Lines are counted as in an editor; line 0 is the file as a whole.\n"
+    "\n"
+    "  --json   one JSON object instead: {\"files\": N, \"problems\": [{\"file\", \"line\", "
+    "\"reason\"}]}\n"
+    "  --help   this text\n"
+    "  --       what follows are names, not options\n"
+    "\n"
+    "Exit status: 0 no problem, 1 wrong use, 2 problems.\n";
+
+struct Request
+{
+    bool json = false;
+    std::vector<std::string> paths;
+};
+
+struct Report
+{
+    std::size_t fileCount = 0;
+    std::vector<MeshProblem> problems;
+};
+
+Report reportOf(const std::vector<std::string> &paths)
+{
+    Report report;
+    for (const std::string &path : paths) {
+        const std::vector<std::string> files = meshFilesAt(path);
+        if (files.empty()) report.problems.push_back({path, 0, "no mesh files in this folder"});
+        for (const std::string &file : files) {
+            ++report.fileCount;
+            for (MeshProblem &problem : checkMeshFile(file))
+                report.problems.push_back(std::move(problem));
+        }
+    }
+    return report;
+}
+
+void writeText(const Report &report, std::ostream &out)
+{
+    for (const MeshProblem &problem : report.problems)
+        out << problem.file << ':' << problem.line << ": " << problem.reason << '\n';
+    out << "files: " << report.fileCount << ", problems: " << report.problems.size() << '\n';
+}
+
+void writeJSON(const Report &report, std::ostream &out)
+{
+    nlohmann::ordered_json problems = nlohmann::ordered_json::array();
+    for (const MeshProblem &problem : report.problems)
+        problems.push_back(
+            {{"file", problem.file}, {"line", problem.line}, {"reason", problem.reason}});
+    const nlohmann::ordered_json object = {{"files", report.fileCount}, {"problems", problems}};
+    // File names are bytes; those that are no UTF-8 are shown with the replacement character.
+    out << object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+} // namespace
+
+int runMeshcheck(const std::vector<std::string> &arguments, std::ostream &out, std::ostream &error)
+{
+    Request request;
+    bool optionsEnded = false;
+    for (const std::string &argument : arguments) {
+        if (optionsEnded || !argument.starts_with('-')) {
+            request.paths.push_back(argument);
+        } else if (argument == "--") {
+            optionsEnded = true;
+        } else if (argument == "--json") {
+            request.json = true;
+        } else if (argument == "--help") {
+            out << usage << help;
+            return 0;
+        } else {
+            error << "meshcheck: unknown option " << argument << '\n' << usage;
+            return 1;
+        }
+    }
+    if (request.paths.empty()) {
+        error << "meshcheck: no folder and no file\n" << usage;
+        return 1;
+    }
+    const Report report = reportOf(request.paths);
+    if (request.json)
+        writeJSON(report, out);
+    else
+        writeText(report, out);
+    return report.problems.empty() ? 0 : 2;
+}
+
+} // namespace kelo

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Tells what is wrong with a mesh file before anything loads it.
+
+namespace kelo {
+
+/// One thing that is wrong with a mesh file.
+struct MeshProblem
+{
+    /// The file, as it was named to the check.
+    std::string file;
+    /// The line as an editor counts: CR LF, CR or LF end a line. 0 if it concerns the whole file.
+    std::size_t line = 0;
+    /// What is wrong, in one line of English.
+    std::string reason;
+
+    bool operator==(const MeshProblem &) const = default;
+};
+
+/// Checks OBJ text; `file` is only copied into the problems. The problems are in the order of
+/// lines.
+///
+/// **Text**: numbers that are malformed or not finite, `v` sequences that the reader does not know,
+/// vertex and normal numbers that are zero, negative or beyond what was read so far, faces of fewer
+/// than three vertices, positions that the reader numbers differently because copies of vertices
+/// came before them, no faces at all, no line break at the end of the file.
+///
+/// **Shape**, judged once the text is in order: vertices at exactly the same position are one, so
+/// that copies for the sake of normals do not tear the surface. Faces whose corners coincide, edges
+/// of more than two faces, neighbours that are wound in opposite directions, holes (open edges, one
+/// problem for each connected run), and closed surfaces that are wound inwards (negative volume,
+/// the sum of a . (b x c) / 6 over the triangles).
+///
+/// Returns for every text, in time proportional to n log n of its size.
+std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file);
+
+/// Checks the file at `path`. What cannot be read is a problem like others; only regular files are
+/// read, so a pipe is not waited for.
+std::vector<MeshProblem> checkMeshFile(const std::string &path);
+
+/// The OBJ files at `path`: the file itself, whatever its name, or those in the folder and its
+/// folders whose name ends with `.obj` (in any case), sorted. Empty for a folder without any.
+std::vector<std::string> meshFilesAt(const std::string &path);
+
+} // namespace kelo
