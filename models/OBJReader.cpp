@@ -118,12 +118,8 @@ public:
             if (_used + 1 == _buffer.capacity()) makeRoom();
             const std::size_t searched = _used;
             readBlock();
-            for (std::size_t end = _used; end > searched; --end) {
-                if (obj::isLineEnd(_buffer[end - 1])) {
-                    _runEnd = end;
-                    return true;
-                }
-            }
+            _runEnd = endOfLastLine(searched);
+            if (_runEnd != 0) return true;
         }
         if (_used == 0) return false;
         _unterminated = true;
@@ -150,6 +146,18 @@ private:
         if (got <= 0) throw UnreadableBytes{got < 0 ? errno : 0};
         _used += static_cast<std::size_t>(got);
         _unread -= static_cast<std::size_t>(got);
+    }
+
+    /// Where the last whole line ends; 0 if no line ends at `searched` or behind it.
+    std::size_t endOfLastLine(std::size_t searched)
+    {
+        std::size_t end = 0;
+        for (const char lineEnd : {'\n', '\r'}) {
+            const std::size_t from = std::max(searched, end);
+            const void *found = ::memrchr(&_buffer[from], lineEnd, _used - from);
+            if (found) end = std::size_t(static_cast<const char *>(found) - _buffer.data()) + 1;
+        }
+        return end;
     }
 
     /// A line fills the buffer. Blanks before it and the inside of lines that are skipped anyway
