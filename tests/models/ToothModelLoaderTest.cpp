@@ -1,0 +1,307 @@
+#include "models/ToothModelLoader.h"
+
+#include "models/BundleKey.h"
+#include "models/DXGLightweightModel.h"
+#include "platform/Assertion.h"
+#include "platform/ResourceBundle.h"
+#include "tests/support/CapturedOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+namespace kelo {
+namespace {
+
+using test::standardErrorOf;
+namespace fs = std::filesystem;
+
+const std::string oneTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+
+/// A resource bundle of the library's identifier in a folder of its own.
+class ToothModelLoaderTest : public testing::Test
+{
+protected:
+    ToothModelLoaderTest()
+    {
+        std::string pattern = (fs::temp_directory_path() / "kelo-bundle-XXXXXX").string();
+        if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for the test");
+        folder = pattern;
+        write("bundle-identifier", keloOpenGLBundleKey + "\n");
+        ResourceBundle::setSearchFolder(folder.string());
+    }
+    ~ToothModelLoaderTest() override
+    {
+        ResourceBundle::setSearchFolder("");
+        fs::remove_all(folder);
+    }
+
+    std::string write(const std::string &name, const std::string &text) const
+    {
+        std::ofstream(folder / name) << text;
+        return path(name);
+    }
+    std::string path(const std::string &name) const { return (folder / name).string(); }
+
+    fs::path folder;
+};
+
+TEST_F(ToothModelLoaderTest, buttonKeysGiveThePathsOfTheirTeethsButtons)
+{
+    write("button_8.obj", oneTriangle);
+    write("button_9.obj", oneTriangle);
+    EXPECT_EQ(
+        ToothModelLoader::buttonModelFilesForButtonNameKeys({"8l", "9l"}),
+        (ToothModelLoader::Paths{{"8l", path("button_8.obj")}, {"9l", path("button_9.obj")}}));
+}
+
+TEST_F(ToothModelLoaderTest, toothKeysGiveThePathsOfTeethAndOfBrackets)
+{
+    for (const char *name : {"_tooth_8.obj", "_tooth_31.obj", "bracket_8.obj", "bracket_31.obj"})
+        write(name, oneTriangle);
+    EXPECT_EQ(
+        ToothModelLoader::toothModelFilesForToothNameKeys({"31", "8", "8"}),
+        (ToothModelLoader::Paths{{"8", path("_tooth_8.obj")}, {"31", path("_tooth_31.obj")}}));
+    EXPECT_EQ(
+        ToothModelLoader::bracketModelFilesForToothNameKeys({"8", "31"}),
+        (ToothModelLoader::Paths{{"8", path("bracket_8.obj")}, {"31", path("bracket_31.obj")}}));
+}
+
+TEST_F(ToothModelLoaderTest, aKeyWithoutItsResourceIsRefusedByName)
+{
+    struct Case
+    {
+        ToothModelLoader::Paths (*filesForKeys)(const std::vector<std::string> &);
+        const char *key;
+        const char *message;
+    };
+    const Case cases[]{
+        {ToothModelLoader::toothModelFilesForToothNameKeys, "99",
+         "There is no resource \"_tooth_99.obj\" for the key \"99\" in the bundle \"keloOpenGL\""},
+        {ToothModelLoader::bracketModelFilesForToothNameKeys, "1",
+         "There is no resource \"bracket_1.obj\" for the key \"1\" in the bundle \"keloOpenGL\""},
+        {ToothModelLoader::buttonModelFilesForButtonNameKeys, "99l",
+         "There is no resource \"button_99.obj\" for the key \"99l\" in the bundle \"keloOpenGL\""},
+    };
+    for (const Case &each : cases) {
+        try {
+            each.filesForKeys({each.key});
+            ADD_FAILURE() << each.key << " was found";
+        } catch (const MissingResource &error) {
+            EXPECT_STREQ(error.what(), each.message);
+        }
+    }
+}
+
+TEST_F(ToothModelLoaderTest, anEmptyButtonKeyIsRefused)
+{
+    EXPECT_THROW(ToothModelLoader::buttonModelFilesForButtonNameKeys({""}), AssertionFailure);
+}
+
+TEST_F(ToothModelLoaderTest, aFileBecomesAModelWithAMaterialOfItsOwn)
+{
+    const auto model = ToothModelLoader::modelFromFile(write("mesh.obj", oneTriangle));
+    ASSERT_TRUE(model);
+    EXPECT_EQ(model->vertexCount(), 3u);
+    EXPECT_EQ(model->indexCount(), 3u);
+    EXPECT_EQ(model->extents().xMax(), 1.0);
+    EXPECT_EQ(model->material()->color(), Color::whiteColor());
+}
+
+TEST_F(ToothModelLoaderTest, aFileThatIsNotThereGivesNoModelAndNoMessage)
+{
+    std::shared_ptr<DXGLightweightModel> model;
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::modelFromFile(path("no.obj")); }),
+              "");
+    EXPECT_EQ(model, nullptr);
+}
+
+TEST_F(ToothModelLoaderTest, oneUnreadableFileOfThreeLeavesTwoModelsOfOneMaterialAndOneErrorLine)
+{
+    const ToothModelLoader::Paths files{{"2", write("two.obj", oneTriangle)},
+                                        {"3", path("missing.obj")},
+                                        {"15", write("fifteen.obj", oneTriangle)}};
+    ToothModelLoader::Models models;
+    EXPECT_EQ(standardErrorOf([&] { models = ToothModelLoader::toothModelsFromFiles(files); }),
+              "Error: Couldn't load \"" + path("missing.obj") + "\" as a model file\n");
+    ASSERT_EQ(models.size(), 2u);
+    ASSERT_TRUE(models.contains("2"));
+    ASSERT_TRUE(models.contains("15"));
+    EXPECT_EQ(models["2"]->material(), models["15"]->material());
+}
+
+TEST_F(ToothModelLoaderTest, identifiersMessagesAndProgressComeInTheOrderOfTheKeys)
+{
+    // Large files among small ones, so that the two threads finish out of order.
+    std::string large;
+    for (int i = 0; i < 20000; ++i)
+        large += "v 1 2 3\n";
+    ToothModelLoader::Paths files;
+    std::string expectedMessages;
+    for (int key = 2; key <= 31; ++key) {
+        const std::string name = std::to_string(key);
+        if (key % 5 == 0) {
+            files[name] = path("missing" + name);
+            expectedMessages += "Error: Couldn't load \"" + files[name] + "\" as a model file\n";
+        } else {
+            files[name] = write(name, key % 3 == 0 ? large : oneTriangle);
+        }
+    }
+    ASSERT_EQ(files.size(), 30u);
+
+    std::vector<std::size_t> progress;
+    ToothModelLoader::Models models;
+    const auto material = HVOGLMaterial::material();
+    EXPECT_EQ(standardErrorOf([&] {
+                  models = ToothModelLoader::modelsFromFiles_withMaterial(
+                      files, material, [&](std::size_t doneCount, std::size_t fileCount) {
+                          EXPECT_EQ(fileCount, 30u);
+                          progress.push_back(doneCount);
+                      });
+              }),
+              expectedMessages);
+
+    std::vector<std::size_t> expectedProgress;
+    for (std::size_t done = 1; done <= 30; ++done)
+        expectedProgress.push_back(done);
+    EXPECT_EQ(progress, expectedProgress);
+    ASSERT_EQ(models.size(), 24u) << "6 of the 30 keys are multiples of 5";
+    std::uint64_t expectedID = models.begin()->second->uniqueID();
+    for (const auto &[key, model] : models) {
+        EXPECT_EQ(model->uniqueID(), expectedID++) << key;
+        EXPECT_EQ(model->material(), material) << key;
+        EXPECT_EQ(model->vertexCount(), std::stoi(key) % 3 == 0 ? 20000u : 3u) << key;
+    }
+}
+
+TEST_F(ToothModelLoaderTest, anExceptionFromTheProgressStopsTheLoading)
+{
+    ToothModelLoader::Paths files;
+    for (int key = 2; key <= 15; ++key)
+        files[std::to_string(key)] = write(std::to_string(key), oneTriangle);
+    int calls = 0;
+    EXPECT_THROW(ToothModelLoader::toothModelsFromFiles(files,
+                                                        [&](std::size_t, std::size_t) {
+                                                            ++calls;
+                                                            throw std::runtime_error("stopped");
+                                                        }),
+                 std::runtime_error);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(ToothModelLoaderTest, noFilesGiveNoModels)
+{
+    EXPECT_TRUE(ToothModelLoader::toothModelsFromFiles({}).empty());
+}
+
+TEST_F(ToothModelLoaderTest, everySetHasItsStandardMaterial)
+{
+    const ToothModelLoader::Paths files{{"8", write("mesh.obj", oneTriangle)}};
+    const auto tooth = ToothModelLoader::toothModelsFromFiles(files).at("8")->material();
+    EXPECT_EQ(tooth->frontAmbientColor(), Color(0.625, 0.625, 0.625, 1.0));
+    for (const auto &models : {ToothModelLoader::bracketModelsFromFiles(files),
+                               ToothModelLoader::buttonModelsFromFiles(files)}) {
+        const auto material = models.at("8")->material();
+        EXPECT_EQ(material->color(), Color::whiteColor());
+        EXPECT_EQ(material->frontAmbientColor(), Color::blackColor());
+    }
+}
+
+TEST_F(ToothModelLoaderTest, theGumsAreLoadedWithTheirMaterial)
+{
+    write("_upper_gums.obj", oneTriangle);
+    write("_lower_gums.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nf 1 2 3\n");
+    const auto upper = ToothModelLoader::standardUpperGumsModel();
+    const auto lower = ToothModelLoader::standardLowerGumsModel();
+    ASSERT_TRUE(upper && lower);
+    EXPECT_EQ(upper->vertexCount(), 3u);
+    EXPECT_EQ(lower->vertexCount(), 4u);
+    EXPECT_EQ(upper->material()->color(), Color(0.75, 0.375, 0.5, 1.0));
+    EXPECT_NE(upper->material(), lower->material());
+}
+
+TEST_F(ToothModelLoaderTest, missingGumsGiveNoModelAndOneErrorLine)
+{
+    std::shared_ptr<DXGLightweightModel> model;
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardUpperGumsModel(); }),
+              "Error: Couldn't load \"_upper_gums.obj\" as a model file\n");
+    EXPECT_EQ(model, nullptr);
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardLowerGumsModel(); }),
+              "Error: Couldn't load \"_lower_gums.obj\" as a model file\n");
+    EXPECT_EQ(model, nullptr);
+}
+
+void expectNear(const std::optional<Color> &color, const Color &expected)
+{
+    ASSERT_TRUE(color.has_value());
+    EXPECT_NEAR(color->red, expected.red, 1e-15);
+    EXPECT_NEAR(color->green, expected.green, 1e-15);
+    EXPECT_NEAR(color->blue, expected.blue, 1e-15);
+    EXPECT_NEAR(color->alpha, expected.alpha, 1e-15);
+}
+
+TEST(ToothModelLoader, theGumMaterialIsPinkWithShininess16)
+{
+    const auto gum = ToothModelLoader::gumModelMaterial();
+    EXPECT_EQ(gum->color(), Color(0.75, 0.375, 0.5, 1.0));
+    EXPECT_EQ(gum->shininess(), 16.0);
+    expectNear(gum->frontAmbientColor(), Color(0.6, 0.3, 0.4, 1.0));
+    expectNear(gum->frontSpecularColor(), Color(0.1875, 0.09375, 0.125, 1.0));
+    // What the material derives from its colour stays at the back: 0.3 of it and 0.7 of black.
+    expectNear(gum->backAmbientColor(), Color(0.225, 0.1125, 0.15, 1.0));
+}
+
+TEST(ToothModelLoader, theToothMaterialIsTheDefaultWithItsOwnAmbientAndSpecular)
+{
+    const auto tooth = ToothModelLoader::toothModelMaterial();
+    EXPECT_EQ(tooth->color(), Color::whiteColor());
+    EXPECT_EQ(tooth->shininess(), 32.0);
+    expectNear(tooth->frontAmbientColor(), Color(0.625, 0.625, 0.625, 1.0));
+    expectNear(tooth->frontSpecularColor(), Color::whiteColor());
+    EXPECT_EQ(tooth->frontDiffuseColor(), Color::whiteColor());
+}
+
+TEST(ToothModelLoader, theStandardMaterialOfAColorHasBlackAmbientAndWhiteSpecular)
+{
+    const Color color(0.1, 0.2, 0.3, 1.0);
+    const auto material = ToothModelLoader::standardMaterialForColor(color);
+    EXPECT_EQ(material->color(), color);
+    EXPECT_EQ(material->frontDiffuseColor(), color);
+    EXPECT_EQ(material->frontAmbientColor(), Color::blackColor());
+    EXPECT_EQ(material->frontSpecularColor(), Color::whiteColor());
+    EXPECT_EQ(material->shininess(), 32.0);
+}
+
+TEST(ToothModelLoader, bracketsAndButtonsAreWhite)
+{
+    for (const auto &material :
+         {ToothModelLoader::bracketModelMaterial(), ToothModelLoader::buttonModelMaterial()}) {
+        EXPECT_EQ(material->color(), Color::whiteColor());
+        EXPECT_EQ(material->frontAmbientColor(), Color::blackColor());
+        EXPECT_EQ(material->frontSpecularColor(), Color::whiteColor());
+    }
+}
+
+TEST(ToothModelLoader, twoToothMaterialsAreDistinctObjectsOfEqualValues)
+{
+    const auto one = ToothModelLoader::toothModelMaterial();
+    const auto other = ToothModelLoader::toothModelMaterial();
+    EXPECT_NE(one, other);
+    for (const std::string &key : HVOGLMaterial::parameterNames())
+        EXPECT_EQ(one->valueForKey(key), other->valueForKey(key)) << key;
+}
+
+TEST(ToothModelLoader, noColorGivesAMaterialOfNoColor)
+{
+    const auto material = ToothModelLoader::standardMaterialForColor(std::nullopt);
+    EXPECT_EQ(material->color(), std::nullopt);
+    EXPECT_EQ(material->frontDiffuseColor(), std::nullopt);
+    EXPECT_EQ(material->frontAmbientColor(), Color::blackColor());
+    EXPECT_EQ(material->frontSpecularColor(), Color::whiteColor());
+}
+
+} // namespace
+} // namespace kelo
