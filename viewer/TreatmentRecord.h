@@ -1,0 +1,59 @@
+#pragma once
+
+#include "models/NameKey.h"
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace viewer {
+
+/// What the host keeps of one treatment: plain values, as they stand in the database and in
+/// treatment files. Equality is value for value, so that a round trip can be checked.
+
+/// One placed elastic. A configuration or size that is not named is absent.
+struct ElasticRecord
+{
+    std::optional<long> elasticsConfigTypeID;
+    std::optional<long> elasticsSizeTypeID;
+    std::vector<std::string> bracketSequence; ///< name keys, in the band's order
+    friend bool operator==(const ElasticRecord &, const ElasticRecord &) = default;
+};
+
+/// The state of a treatment at one date.
+struct NoteRecord
+{
+    QDate date;
+    std::optional<QDate> approvedDate;
+    /// A tooth that is left out is visible; a bracket or button that is left out is not placed.
+    kelo::NameKeyDictionary<bool> toothVisibilities;
+    kelo::NameKeyDictionary<bool> bracketVisibilities;
+    kelo::NameKeyDictionary<bool> buttonVisibilities;
+    /// No value: the bracket has no colour.
+    kelo::NameKeyDictionary<std::optional<long>> bracketColorTypeIDs;
+    std::vector<ElasticRecord> elastics; ///< in placing order
+    friend bool operator==(const NoteRecord &, const NoteRecord &) = default;
+};
+
+struct PatientRecord
+{
+    QString name;
+    QString identifier;
+    std::optional<QDate> birthDate;
+    friend bool operator==(const PatientRecord &, const PatientRecord &) = default;
+};
+
+/// A whole treatment: the patient and the notes, oldest first, one a date.
+struct TreatmentRecord
+{
+    PatientRecord patient;
+    std::optional<QDate> currentDate;  ///< absent: the day of opening
+    std::optional<QDate> approvedDate; ///< of the treatment as a whole
+    std::vector<NoteRecord> notes;
+    friend bool operator==(const TreatmentRecord &, const TreatmentRecord &) = default;
+};
+
+} // namespace viewer
