@@ -12,9 +12,11 @@ install(EXPORT keloOpenGLTargets NAMESPACE keloOpenGL::
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)
 configure_package_config_file(cmake/keloOpenGLConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfig.cmake
-    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)
+    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL
+    PATH_VARS CMAKE_INSTALL_DATADIR)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/keloOpenGLConfigVersion.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/keloOpenGL)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -120,7 +120,8 @@ bool looksLikePath(const std::string &word)
 bool pathHolds(std::string path)
 {
     if (startsWith(path, "./")) path = path.substr(2);
-    if (startsWith(path, "out/")) return true; // made by the viewer at any name
+    // Made by the viewer, at any name; OUT stands for one that the reader chooses.
+    if (startsWith(path, "out/") || startsWith(path, "OUT.")) return true;
     if (startsWith(path, "build/")) {
         const std::string preset = path.substr(6, path.find('/', 6) - 6);
         return preset.empty() || preset == "<preset>" || contains(presets(), preset);
@@ -134,7 +135,7 @@ bool optionHolds(const std::string &option)
 {
     // Those of CMake and CTest, whose sources are not ours.
     static const Texts others = {"--preset", "--build",  "--install",
-                                 "--prefix", "--target", "--headless"};
+                                 "--prefix", "--target", "--test-dir"};
     if (contains(others, option)) return true;
     const std::string quoted = "\"" + option.substr(2) + "\"";
     for (const std::string &path : sourceFiles()) {
@@ -199,6 +200,17 @@ TEST(Documents, everyPresetIsExplained)
     const std::string text = contentOfSourceFile("README.md");
     for (const std::string &preset : presets())
         EXPECT_NE(text.find("| `" + preset + "` |"), std::string::npos) << preset;
+}
+
+TEST(Documents, everyOptionOfTheViewerIsExplained)
+{
+    static const std::regex option(
+        R"re(QCommandLineOption \w+\(\s*QStringLiteral\("([a-z-]+)"\))re");
+    const std::string text = contentOfSourceFile("README.md");
+    const Texts options = matchesIn(contentOfSourceFile("viewer/CommandLine.cpp"), option);
+    EXPECT_GE(options.size(), 7u);
+    for (const std::string &name : options)
+        EXPECT_TRUE(std::regex_search(text, std::regex("\\| `--" + name + "[ `]"))) << name;
 }
 
 /// A source as one line without indentation, so that a quoted piece may be indented less.

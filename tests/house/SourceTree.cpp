@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -50,7 +49,9 @@ std::string contentOfSourceFile(const std::string &path)
 {
     std::ifstream file(root() / path, std::ios::binary);
     if (!file) throw std::runtime_error("cannot read " + path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
 }
 
 std::vector<std::string> linesOf(const std::string &text)
