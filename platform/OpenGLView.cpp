@@ -223,7 +223,7 @@ QImage OpenGLView::grabImage()
         const OpenGLContext::FlushSuppression nothingIsShown(context);
         drawRect(bounds());
     }
-    setNeedsDisplay(neededDisplay || needsDisplay_);
+    needsDisplay_ = needsDisplay_ || neededDisplay;
     if (!context.makeCurrentContext()) return {};
     QImage upsideDown(size.width, size.height, QImage::Format_RGBX8888);
     if (upsideDown.isNull()) return {};

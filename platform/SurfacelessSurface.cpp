@@ -245,7 +245,10 @@ void SurfacelessSurface::requestRedraw()
     if (host()) host()->repaintView();
 }
 
-void SurfacelessSurface::showCursor(const QCursor &) {}
+void SurfacelessSurface::showCursor(const QCursor &cursor)
+{
+    if (host()) host()->showCursor(cursor);
+}
 
 std::shared_ptr<OpenGLContext> SurfacelessSurface::makeContext()
 {

@@ -20,6 +20,8 @@ public:
     virtual void forgetView() = 0;
     /// Shows the view's picture anew; for views without a native window.
     virtual void repaintView() = 0;
+    /// The cursor of a view without a native window.
+    virtual void showCursor(const QCursor &cursor) = 0;
     /// The keyboard focus goes to the next or previous widget; false when there is none.
     virtual bool moveFocus(bool forward) = 0;
     /// Resizes the host so that the view gets this size.
@@ -41,6 +43,9 @@ public:
     bool hasContext() const { return context_ != nullptr; }
     /// Destroys the context, even if somebody else still holds it.
     void destroyContext();
+
+    /// Leaves no context current if it is this surface's; the native window is about to go.
+    virtual void releaseContext() {}
 
     virtual double scaleFactor() const = 0;
     /// Pixels of a size in points, rounded once, the way in which the surface rounds its own size.

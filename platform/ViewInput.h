@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/Event.h"
+
+#include <Qt>
+
+#include <optional>
+#include <vector>
+
+class QKeyEvent;
+class QMouseEvent;
+class QPointF;
+class QWheelEvent;
+
+namespace kelo {
+
+class OpenGLView;
+
+/// Turns the input events of a window or widget that a view fills into the view's own, and keeps
+/// what that needs: click counts, held buttons, known modifiers, and the move that waits for the
+/// next frame. Owned by whoever receives the Qt events; the view may end at any event.
+class ViewInput
+{
+public:
+    explicit ViewInput(OpenGLView &view) : view_(&view) {}
+
+    void forgetView() { view_ = nullptr; }
+
+    void mousePressed(const QMouseEvent &event);
+    void mouseMoved(const QMouseEvent &event);
+    void mouseReleased(const QMouseEvent &event);
+    void wheelTurned(const QWheelEvent &event);
+    void keyPressed(const QKeyEvent &event);
+    void keyReleased(const QKeyEvent &event);
+    void pointerEntered(const QPointF &position, Qt::KeyboardModifiers modifiers);
+    void pointerLeft();
+    /// The keyboard came, with these modifiers held, or went.
+    void focusGained(Qt::KeyboardModifiers modifiers);
+    void focusLost();
+    /// Held buttons will not be released here.
+    void captureLost();
+    /// Moves between two frames are kept back and become one, the last. Delivers it.
+    void deliverPendingMove();
+    bool buttonIsHeld() const { return !heldButtons_.empty(); }
+
+private:
+    struct Click
+    {
+        Qt::MouseButton button = Qt::NoButton;
+        Point location;
+        double time = 0.0;
+        int count = 0;
+    };
+    Point windowLocation(const QPointF &position) const;
+    Event makeEvent(EventType type, std::uint32_t flags) const;
+    void send(const Event &event);
+    /// Tells the view of modifiers that changed where no key event said so.
+    void noteModifiers(Qt::KeyboardModifiers modifiers);
+    void changeFlags(std::uint32_t flags);
+    void noteCapsLock(const QKeyEvent &event);
+    bool handleModifierKey(const QKeyEvent &event, bool pressed);
+    void sendKey(const QKeyEvent &event, EventType type);
+    int countClick(const QMouseEvent &event, const Point &location);
+
+    OpenGLView *view_;
+    std::vector<Qt::MouseButton> heldButtons_; ///< first pressed first
+    std::optional<Event> pendingMove_;
+    Click lastClick_;
+    Point lastLocation_;
+    std::uint32_t heldFlags_ = 0; ///< Shift, Control, Option, Command as the view knows them
+    bool capsLock_ = false;
+};
+
+} // namespace kelo

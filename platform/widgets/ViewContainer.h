@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/ViewInput.h"
+#include "platform/ViewSurface.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+namespace kelo {
+
+/// The widget that a host puts a view into. Holds the view's native window in an inner container
+/// that is made anew whenever the window comes (back); a view without a native window is painted,
+/// and its input forwarded. Either may end first.
+class ViewContainer : public QWidget, private ViewHost
+{
+public:
+    ViewContainer(OpenGLView &view, ViewSurface &surface, QWidget *parent);
+    ~ViewContainer() override;
+
+    /// The view, or null once it has ended or moved to another container.
+    OpenGLView *view() const { return view_; }
+    QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void giveUpWindow() override;
+    void takeWindow() override;
+    void forgetView() override;
+    void repaintView() override;
+    void showCursor(const QCursor &cursor) override;
+    bool moveFocus(bool forward) override;
+    void resizeForView(const Size &size) override;
+
+    OpenGLView *view_;
+    QPointer<QWidget> inner_;
+    std::unique_ptr<ViewInput> input_; ///< only for a view without a native window
+};
+
+} // namespace kelo
