@@ -1,9 +1,11 @@
 #pragma once
 
-#include "tools/meshgen/Vec.h"
+#include "tools/meshgen/Mesh.h"
+#include "tools/meshgen/ToothAnatomy.h"
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace kelo::meshgen {
 
@@ -52,5 +54,25 @@ struct ToothPlacement
                 dot(offset, occlusalDirection)};
     }
 };
+
+/// One tooth of the patient: its anatomy, its surface in its own coordinates and where it stands.
+struct Tooth
+{
+    ToothAnatomy anatomy;
+    Mesh ownMesh; ///< as makeTooth() gives it (fine)
+    ToothPlacement placement;
+};
+
+/// `mesh` moved from the tooth's own coordinates into the jaw, normals included and still wound
+/// outwards (teeth of one side have left-handed axes).
+Mesh inJaw(const Mesh &mesh, const ToothPlacement &placement);
+
+/// Both arches: teeth 2 to 15, then 18 to 31. Every tooth stands between its bracket's hook and its
+/// lingual button; neighbours touch.
+std::vector<Tooth> arrangeTeeth(const HookTable &hooks);
+
+/// The clearance of two neighbours along the arch, in millimetres: the shortest way, parallel to
+/// the line through their axes, from one crown to the other. Negative where they overlap.
+double contactGap(const Tooth &mesialTooth, const Tooth &distalTooth);
 
 } // namespace kelo::meshgen

@@ -379,6 +379,7 @@ Mesh makeTooth(const ToothAnatomy &anatomy)
 
 Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
 {
+    if (mesh.triangles.size() <= triangleCount) return mesh;
     std::vector<float> positions;
     positions.reserve(mesh.positions.size() * 3);
     for (const Vec3 &p : mesh.positions)
@@ -389,9 +390,9 @@ Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
     for (const auto &triangle : mesh.triangles)
         indices.insert(indices.end(), triangle.begin(), triangle.end());
     std::vector<unsigned int> result(indices.size());
-    const std::size_t count = meshopt_simplify(result.data(), indices.data(), indices.size(),
-                                               positions.data(), mesh.positions.size(),
-                                               3 * sizeof(float), triangleCount * 3, 1.0F, 0, nullptr);
+    const std::size_t count = meshopt_simplify(
+        result.data(), indices.data(), indices.size(), positions.data(), mesh.positions.size(),
+        3 * sizeof(float), triangleCount * 3, 1.0F, 0, nullptr);
     Mesh simple = mesh;
     simple.triangles.clear();
     for (std::size_t i = 0; i + 2 < count; i += 3)

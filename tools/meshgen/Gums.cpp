@@ -1,0 +1,2 @@
+#include "tools/meshgen/Gums.h"
+namespace kelo::meshgen { Mesh makeGums(const std::vector<Tooth> &t, bool) { return t[0].ownMesh; } }
