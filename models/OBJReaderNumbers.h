@@ -122,14 +122,28 @@ inline unsigned digitValue(char c)
     return static_cast<unsigned>(static_cast<unsigned char>(c)) - unsigned('0');
 }
 
-/// The digits of a number in scientific notation behind its `e`, or any other number, or none.
-[[gnu::noinline]] inline Conversion readUnusualFloat(char *&p, char *exponentDigits,
-                                                     std::uint64_t mantissa,
-                                                     std::ptrdiff_t exponent, float &value,
-                                                     CLocale &locale)
+/// A number, and where its token ends. Returned by value: an address taken of the caller's
+/// variables would keep them in memory on the fast path too.
+template<class Character, class Value>
+struct NumberAndEnd
 {
+    Character *end;
+    Value value;
+    Conversion conversion;
+};
+
+/// `readFloat` for everything but plain digits. `exponentDigits` is behind the `e` of a number in
+/// scientific notation, whose digits so far are `mantissa` times ten to the power `exponent`;
+/// otherwise null.
+[[gnu::noinline]] inline NumberAndEnd<char, float>
+readUnusualFloat(char *p, const char *exponentDigits, std::uint64_t mantissa,
+                 std::ptrdiff_t exponent, CLocale &locale)
+{
+    NumberAndEnd<char, float> number{p, 0, {}};
+    while (!endsNumber(*number.end))
+        ++number.end;
     if (exponentDigits) {
-        char *q = exponentDigits;
+        const char *q = exponentDigits;
         const bool down = *q == '-';
         if (down || *q == '+') ++q;
         const char *first = q;
@@ -137,24 +151,20 @@ inline unsigned digitValue(char c)
         // Four digits already say 0 or infinity; that is left to the conversion below.
         for (unsigned digit; (digit = digitValue(*q)) < 10 && q - first < 4; ++q)
             written = written * 10 + static_cast<std::ptrdiff_t>(digit);
-        if (q != first && endsNumber(*q) &&
-            makeFloat(mantissa, exponent + (down ? -written : written), *p == '-', value)) {
-            p = q;
-            return {true, true};
+        if (q != first && q == number.end &&
+            makeFloat(mantissa, exponent + (down ? -written : written), *p == '-', number.value)) {
+            number.conversion = {true, true};
+            return number;
         }
     }
-    char *end = p;
-    while (!endsNumber(*end))
-        ++end;
-    const Conversion conversion = convertFloatToken(p, end, value, locale);
-    p = end;
-    return conversion;
+    number.conversion = convertFloatToken(p, number.end, number.value, locale);
+    return number;
 }
 
 /// Reads the number at `p`, which stands on the token's first character, and moves `p` behind the
 /// token. Bit for bit the value of `strtof` in the "C" locale: plain digits by `makeFloat`,
 /// everything else (and the digits that it declines) by the C library.
-inline Conversion readFloat(char *&p, float &value, CLocale &locale)
+[[gnu::always_inline]] inline Conversion readFloat(char *&p, float &value, CLocale &locale)
 {
     constexpr std::ptrdiff_t safeDigits = 19; // 10^19 fits into 64 bits
     char *q = p;
@@ -174,12 +184,16 @@ inline Conversion readFloat(char *&p, float &value, CLocale &locale)
         digitCount -= exponent;
     }
     const bool plain = digitCount > 0 && digitCount <= safeDigits;
-    if (plain && endsNumber(*q) && makeFloat(mantissa, exponent, negative, value)) {
+    if (plain && endsNumber(*q) && makeFloat(mantissa, exponent, negative, value)) [[likely]] {
         p = q;
         return {true, true};
     }
     const bool scientific = plain && (*q == 'e' || *q == 'E');
-    return readUnusualFloat(p, scientific ? q + 1 : nullptr, mantissa, exponent, value, locale);
+    const auto number =
+        readUnusualFloat(p, scientific ? q + 1 : nullptr, mantissa, exponent, locale);
+    p = number.end;
+    if (number.conversion.any) value = number.value;
+    return number.conversion;
 }
 
 /// Converts the token [p, end) as `strtol` base 10 does in the "C" locale on a machine with 64-bit
@@ -205,32 +219,34 @@ inline Conversion convertIntegerToken(const char *p, const char *end, std::int64
 
 /// `readFaceNumber` for everything but a few plain digits.
 template<class Character>
-[[gnu::noinline]] Conversion readUnusualFaceNumber(Character *&p, std::int64_t &value)
+[[gnu::noinline]] NumberAndEnd<Character, std::int64_t> readUnusualFaceNumber(Character *p)
 {
-    Character *end = p;
-    while (!endsFaceNumber(*end))
-        ++end;
-    const Conversion conversion = convertIntegerToken(p, end, value);
-    p = end;
-    return conversion;
+    NumberAndEnd<Character, std::int64_t> number{p, 0, {}};
+    while (!endsFaceNumber(*number.end))
+        ++number.end;
+    number.conversion = convertIntegerToken(p, number.end, number.value);
+    return number;
 }
 
 /// Reads the number of a face at `p`, which stands on the token's first character, and moves `p` to
 /// the delimiter behind it.
 template<class Character>
-Conversion readFaceNumber(Character *&p, std::int64_t &value)
+[[gnu::always_inline]] inline Conversion readFaceNumber(Character *&p, std::int64_t &value)
 {
     constexpr std::ptrdiff_t safeDigits = 18; // 10^18 fits into 63 bits
     Character *q = p;
-    std::uint64_t number = 0;
+    std::uint64_t digits = 0;
     for (unsigned digit; (digit = digitValue(*q)) < 10; ++q)
-        number = number * 10 + digit;
+        digits = digits * 10 + digit;
     if (q != p && q - p <= safeDigits && endsFaceNumber(*q)) [[likely]] {
-        value = static_cast<std::int64_t>(number);
+        value = static_cast<std::int64_t>(digits);
         p = q;
         return {true, true};
     }
-    return readUnusualFaceNumber(p, value);
+    const auto number = readUnusualFaceNumber(p);
+    p = number.end;
+    if (number.conversion.any) value = number.value;
+    return number.conversion;
 }
 
 } // namespace kelo::obj
