@@ -77,7 +77,7 @@ ArchCurve::ArchCurve(const std::vector<Vec3> &points)
     for (double &value : u)
         value = value / whole * 2.0 - 1.0;
     const std::vector<double> cx = fitted(u, x, 5);
-    const std::vector<double> cy = fitted(u, y, 6);
+    const std::vector<double> cy = fitted(u, y, 4);
     constexpr int count = 2000; // 0.05 mm: far below anything that is placed with it
     for (int i = 0; i <= count; ++i) {
         const double at = 2.0 * i / count - 1.0;

@@ -11,8 +11,8 @@ namespace kelo::meshgen {
 class ArchCurve
 {
 public:
-    /// The polynomial curve (degrees 5 in x, 6 in y) that is nearest to `points`, which stand in
-    /// order from right to left; at least eight. Their z is not used.
+    /// The polynomial curve (degrees 5 in x, 4 in y) that is nearest to `points`, which stand in
+    /// order from right to left; at least seven. Their z is not used.
     explicit ArchCurve(const std::vector<Vec3> &points);
 
     /// The point at `station` millimetres from the curve's right end, z = 0.

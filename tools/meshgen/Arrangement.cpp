@@ -27,20 +27,20 @@ struct Stance
 };
 
 constexpr std::array<Stance, 28> stances = {{
-    {2, 2.6, 4.0, -19.0, 0.0},    {3, -1.4, 4.0, -15.0, 0.0},  {4, -4.6, 3.0, -7.0, 0.0},
+    {2, 2.4, 4.0, -19.0, 0.0},    {3, -1.4, 4.0, -15.0, 0.0},  {4, -4.3, 3.0, -7.0, 0.0},
     {5, -5.9, 3.0, -2.0, 0.0},    {6, -7.0, 6.0, 6.0, 0.0},    {7, -6.8, 16.0, 6.0, 0.0},
     {8, -7.45, 18.0, 3.0, 0.0},   {9, -7.5, 18.0, 3.0, 0.0},   {10, -7.1, 16.0, 6.0, 0.0},
-    {11, -7.2, 6.0, 6.0, 0.0},    {12, -6.0, 3.0, -2.0, 0.0},  {13, -4.9, 3.0, -7.0, 0.0},
-    {14, -2.2, 4.0, -15.0, 0.0},  {15, 1.0, 4.0, -19.0, 0.0},  {18, 2.0, -16.0, 18.0, 0.0},
+    {11, -7.2, 6.0, 6.0, 0.0},    {12, -5.8, 3.0, -2.0, 0.0},  {13, -4.6, 3.0, -7.0, 0.0},
+    {14, -2.2, 4.0, -15.0, 0.0},  {15, 0.9, 4.0, -19.0, 0.0},  {18, 2.6, -16.0, 18.0, 0.0},
     {19, -0.6, -14.0, 14.0, 0.0}, {20, -2.9, -10.0, 9.0, 0.0}, {21, -3.7, -6.0, 5.0, 0.0},
     {22, -4.3, 3.0, 4.0, 0.0},    {23, -5.05, 10.0, 1.0, 0.0}, {24, -5.15, 12.0, 1.0, 0.0},
     {25, -5.1, 12.0, 1.0, 0.0},   {26, -5.1, 10.0, 1.0, 0.0},  {27, -4.3, 3.0, 4.0, 0.0},
-    {28, -3.9, -6.0, 5.0, 0.0},   {29, -2.7, -10.0, 9.0, 0.0}, {30, -0.6, -14.0, 14.0, 0.0},
-    {31, 2.0, -16.0, 18.0, 0.0},
+    {28, -3.7, -6.0, 5.0, 0.0},   {29, -2.7, -10.0, 9.0, 0.0}, {30, -0.6, -14.0, 14.0, 0.0},
+    {31, 3.2, -16.0, 18.0, 0.0},
 }};
 
-// A bracket with its slot and post is about 2 thick; a button's neck stands 0.9 off the surface.
-constexpr double hookStandOff = 2.0;
+// A bracket with its slot and post is nearly 2 thick; a button's neck stands 0.9 off the surface.
+constexpr double hookStandOff = 1.7;
 constexpr double buttonStandOff = 0.9;
 // Neighbours that just do not touch: closer, the two surfaces would fight for the same pixels.
 constexpr double wantedGap = 0.03;
@@ -174,8 +174,11 @@ void Arch::place(std::size_t i)
     ToothPlacement &placement = tooth.placement;
     const Stance &stance = stanceOf(placement.number);
     const Vec3 vertical{0.0, 0.0, upper ? -1.0 : 1.0};
-    const Vec3 outward = curve.outwardAt(stations[i]);
-    const Vec3 mesial = curve.tangentAt(stations[i]) * (isRightSide(placement.number) ? 1.0 : -1.0);
+    // At its ends the curve turns with whatever the last hook asks for; second molars stand as the
+    // row before them leads to.
+    const double inRow = std::clamp(stations[i], 6.0, curve.length() - 6.0);
+    const Vec3 outward = curve.outwardAt(inRow);
+    const Vec3 mesial = curve.tangentAt(inRow) * (isRightSide(placement.number) ? 1.0 : -1.0);
     placement.occlusalDirection = normalized(vertical + outward * std::tan(degrees(stance.torque)) +
                                              mesial * std::tan(degrees(stance.tip)));
     placement.labialNormal = normalized(rejected(outward, placement.occlusalDirection));
@@ -206,11 +209,11 @@ void Arch::settle(std::size_t i)
 {
     const ToothPlacement &placement = teeth[i].placement;
     const Vec3 outward = curve.outwardAt(stations[i]);
-    const double hookError =
-        dot(wishes[i].hook - placement.facialAxisPoint, outward) - hookStandOff;
+    const double hookError = dot(wishes[i].hook - placement.facialAxisPoint, outward) -
+                             hookStandOff + 2.0 * stanceOf(placement.number).shift;
     const double buttonError =
         dot(wishes[i].button - placement.lingualAxisPoint, outward) + buttonStandOff;
-    offsets[i] += 0.6 * (hookError + buttonError) / 2.0 + stanceOf(placement.number).shift;
+    offsets[i] += 0.6 * (hookError + buttonError) / 2.0;
     place(i);
 }
 

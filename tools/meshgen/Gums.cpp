@@ -1,2 +1,434 @@
 #include "tools/meshgen/Gums.h"
-namespace kelo::meshgen { Mesh makeGums(const std::vector<Tooth> &t, bool) { return t[0].ownMesh; } }
+
+#include "tools/meshgen/ToothShape.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace kelo::meshgen {
+
+namespace {
+
+// Rows run along the arch from right to left. An even number per tooth makes the row between the
+// central incisors the middle one.
+constexpr int rowsPerTooth = 20;
+constexpr int endRows = 12;
+// Points of a row: outer side, over the crest, inner side; then base or palate.
+constexpr int sidePoints = 24;
+constexpr int crestPoints = 6;
+constexpr int palatePoints = 20;
+constexpr int basePoints = 8;
+
+constexpr double marginAboveCervicalLine = 1.0;
+constexpr double papillaOfCrownHeight = 0.42;
+// The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
+constexpr double gumThickness = 0.5;
+constexpr double endLength = 6.0;
+
+double smoothstep(double from, double to, double x)
+{
+    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
+    return t * t * (3.0 - 2.0 * t);
+}
+
+Vec3 mixed(const Vec3 &a, const Vec3 &b, double f)
+{
+    return a * (1.0 - f) + b * f;
+}
+
+/// A smooth curve through equally spaced values; beyond the ends it runs on straight.
+Vec3 along(const std::vector<Vec3> &values, double at)
+{
+    const auto last = static_cast<double>(values.size() - 1);
+    if (at <= 0.0) return values[0] + (values[1] - values[0]) * at;
+    if (at >= last)
+        return values.back() + (values.back() - values[values.size() - 2]) * (at - last);
+    const auto i = static_cast<std::size_t>(at);
+    const double f = at - static_cast<double>(i);
+    const Vec3 p1 = values[i];
+    const Vec3 p2 = values[i + 1];
+    const Vec3 p0 = i > 0 ? values[i - 1] : p1 * 2.0 - p2;
+    const Vec3 p3 = i + 2 < values.size() ? values[i + 2] : p2 * 2.0 - p1;
+    return 0.5 * (2.0 * p1 + (p2 - p0) * f + (2.0 * p0 - 5.0 * p1 + 4.0 * p2 - p3) * (f * f) +
+                  (3.0 * p1 - p0 - 3.0 * p2 + p3) * (f * f * f));
+}
+
+/// Where a row crosses the arch.
+struct Row
+{
+    double place = 0.0;   ///< in teeth from the right end; x.5 lies between two teeth
+    double between = 0.0; ///< 0 on a tooth's axis, 1 between two teeth
+    double shrink = 0.0;  ///< 0 within the arch, up to 1 at the end behind the last tooth
+    Vec3 outerMargin, innerMargin;
+};
+
+class GumShaper
+{
+public:
+    GumShaper(const std::vector<Tooth> &allTeeth, bool upperJaw);
+    Mesh make() const;
+
+private:
+    double marginHeight(const Tooth &tooth, double u) const;
+    Vec3 marginPoint(const Tooth &tooth, double u, double side) const;
+    std::vector<Row> rows() const;
+    void addEndRows(std::vector<Row> &result, bool right) const;
+    std::vector<Vec3> sideOf(const Row &row, bool outer) const;
+    std::vector<Vec3> crestOf(const Row &row) const;
+    std::vector<Vec3> rowPoints(const Row &row) const;
+    Vec3 spinePoint(const Row &right, const Row &left, bool roof) const;
+    std::vector<Vec3> palateOf(const std::vector<Vec3> &side, const Row &row,
+                               const Vec3 &spine) const;
+    void shrinkEnd(const Row &row, std::vector<Vec3> &points) const;
+    Mesh upperMesh(const std::vector<Row> &all) const;
+    Mesh lowerMesh(const std::vector<Row> &all) const;
+
+    bool upper;
+    std::vector<const Tooth *> teeth; // from right to left
+    // One value a tooth, to be looked up with along():
+    std::vector<Vec3> outward, apical, outerZenith, innerZenith;
+};
+
+GumShaper::GumShaper(const std::vector<Tooth> &allTeeth, bool upperJaw) : upper(upperJaw)
+{
+    for (const Tooth &tooth : allTeeth)
+        if (tooth.placement.upper == upper) teeth.push_back(&tooth);
+    std::sort(teeth.begin(), teeth.end(), [&](const Tooth *a, const Tooth *b) {
+        const bool ascending = a->placement.number < b->placement.number;
+        return upper ? ascending : !ascending && a != b;
+    });
+    const Vec3 down{0.0, 0.0, upper ? 1.0 : -1.0}; // apically
+    for (const Tooth *tooth : teeth) {
+        const ToothPlacement &placement = tooth->placement;
+        outward.push_back(normalized({placement.labialNormal.x, placement.labialNormal.y, 0.0}));
+        // The bone follows the roots only half of the way.
+        apical.push_back(normalized(down - placement.occlusalDirection));
+        outerZenith.push_back(marginPoint(*tooth, 0.0, 1.0));
+        innerZenith.push_back(marginPoint(*tooth, 0.0, -1.0));
+    }
+}
+
+/// Own height of the free margin at the fraction `u` (-1 distal to 1 mesial) of the half width.
+double GumShaper::marginHeight(const Tooth &tooth, double u) const
+{
+    const int position = positionFromMidline(tooth.placement.number);
+    // Upper centrals and laterals carry the margin's deepest point distal of their axis.
+    const double zenith = !upper || position > 2 ? 0.0 : position == 1 ? -1.0 : -0.4;
+    const double u0 = zenith / (tooth.anatomy.dimensions.mesiodistal / 2.0);
+    const double v = u >= u0 ? (u - u0) / (1.0 - u0) : (u0 - u) / (1.0 + u0);
+    const double power = position <= 3 ? 2.2 : position <= 5 ? 2.8 : 3.6;
+    const double papilla = papillaOfCrownHeight * tooth.anatomy.dimensions.height;
+    return marginAboveCervicalLine +
+           (papilla - marginAboveCervicalLine) * std::pow(std::min(std::abs(v), 1.0), power);
+}
+
+/// The free margin on the labial (side 1) or lingual (side -1) surface, as a point of the jaw.
+Vec3 GumShaper::marginPoint(const Tooth &tooth, double u, double side) const
+{
+    const double z = marginHeight(tooth, u);
+    double x = u * tooth.anatomy.dimensions.mesiodistal / 2.0;
+    // Towards the contacts a crown may be narrower at this height than it is at its widest.
+    for (int attempt = 0; attempt < 20; ++attempt, x *= 0.94) {
+        const auto hit = raycast(tooth.ownMesh, {x, 30.0 * side, z}, {0.0, -side, 0.0});
+        if (hit) return tooth.placement.toJaw(hit->position);
+    }
+    return tooth.placement.toJaw({x, 0.0, z});
+}
+
+std::vector<Row> GumShaper::rows() const
+{
+    std::vector<Row> result;
+    for (std::size_t i = 0; i < teeth.size(); ++i) {
+        const Tooth &tooth = *teeth[i];
+        const double towardsLeft = isRightSide(tooth.placement.number) ? 1.0 : -1.0;
+        if (i > 0) result.push_back({static_cast<double>(i) - 0.5, 1.0, 0.0, {}, {}});
+        for (int k = 0; k < rowsPerTooth; ++k) {
+            // Closer together towards the contacts, where the margin is steep.
+            const double f = 2.0 * (k + 0.5) / rowsPerTooth - 1.0;
+            const double u = 0.93 * std::sin(f * 1.25) / std::sin(1.25);
+            Row row;
+            row.place = static_cast<double>(i) + 0.5 * u;
+            row.between = (1.0 - std::cos(std::numbers::pi * std::abs(u))) / 2.0;
+            row.outerMargin = marginPoint(tooth, u * towardsLeft, 1.0);
+            row.innerMargin = marginPoint(tooth, u * towardsLeft, -1.0);
+            result.push_back(row);
+        }
+    }
+    for (std::size_t r = 1; r + 1 < result.size(); ++r) {
+        if (result[r].between < 1.0) continue;
+        // A papilla's tip stands a little above the last rows of the two teeth beside it.
+        const Vec3 rise = along(apical, result[r].place) * -0.25;
+        result[r].outerMargin =
+            (result[r - 1].outerMargin + result[r + 1].outerMargin) / 2.0 + rise;
+        result[r].innerMargin =
+            (result[r - 1].innerMargin + result[r + 1].innerMargin) / 2.0 + rise;
+    }
+    std::vector<Row> right;
+    addEndRows(right, true);
+    std::reverse(right.begin(), right.end());
+    addEndRows(result, false);
+    result.insert(result.begin(), right.begin(), right.end());
+    return result;
+}
+
+/// The ridge behind the last tooth (tuberosity, retromolar pad).
+void GumShaper::addEndRows(std::vector<Row> &result, bool right) const
+{
+    const Tooth &tooth = right ? *teeth.front() : *teeth.back();
+    const ToothPlacement &placement = tooth.placement;
+    const double half = tooth.anatomy.dimensions.mesiodistal / 2.0;
+    const Vec3 outer = placement.toOwn(marginPoint(tooth, -0.93, 1.0));
+    const Vec3 inner = placement.toOwn(marginPoint(tooth, -0.93, -1.0));
+    const double first = half * 0.98;
+    for (int k = 1; k <= endRows; ++k) {
+        const double f = static_cast<double>(k) / endRows;
+        Row row;
+        row.shrink = f;
+        const double reach = endLength * std::sin(f * std::numbers::pi / 2.0);
+        row.between = 1.0 - smoothstep(0.0, 0.5, f);
+        row.place = (0.5 + 0.25 * f) * (right ? -1.0 : 1.0) + (right ? 0.0 : 13.0);
+        const double lift = 0.5 * std::sin(std::min(1.0, f * 2.0) * std::numbers::pi);
+        row.outerMargin = placement.toJaw(
+            {-(first + reach), outer.y * (1.0 - 0.1 * f), outer.z + lift - 1.2 * f * f});
+        row.innerMargin = placement.toJaw(
+            {-(first + reach), inner.y * (1.0 - 0.1 * f), inner.z + lift - 1.2 * f * f});
+        result.push_back(row);
+    }
+}
+
+/// One side of a row from the margin down: first it keeps to the margin, then it goes over into the
+/// smooth form of the jaw, prominent over roots and hollow between them.
+std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
+{
+    const Vec3 out = normalized(along(outward, row.place)) * (outer ? 1.0 : -1.0);
+    const Vec3 down = normalized(along(apical, row.place));
+    const Vec3 margin = outer ? row.outerMargin : row.innerMargin;
+    Vec3 zenith = along(outer ? outerZenith : innerZenith, row.place);
+    if (row.shrink > 0.0) zenith = margin; // behind the last tooth the ridge is its own guide
+    const double wantedBase = upper ? 14.5 : -19.0;
+    const double full = upper ? 8.5 : 9.0;
+    // Half of the way to a level base, so that the jaw neither tilts with its teeth nor is a block.
+    const double level = 0.5 * (zenith.z + down.z * full) + 0.5 * wantedBase;
+    const double innerDepth = upper ? 3.5 : (level - zenith.z) / down.z;
+    const double depth = outer ? (level - zenith.z) / down.z : innerDepth;
+    std::vector<Vec3> points;
+    for (int k = 0; k <= sidePoints; ++k) {
+        const double f = std::pow(static_cast<double>(k) / sidePoints, 1.7);
+        const double d = depth * f;
+        const double stand = (gumThickness + 0.12) * (1.0 - std::exp(-d / 0.35)) - 0.12;
+        const double hollow = outer ? 0.75 : 0.4;
+        const double recess =
+            row.shrink > 0.0 ? 0.0 : hollow * row.between * (1.0 - 0.8 * smoothstep(0.4, 1.0, f));
+        const double flare = outer ? 1.5 * smoothstep(0.55, 1.0, f) + 0.35 * smoothstep(0.1, 0.5, f)
+                                   : 0.5 * smoothstep(0.2, 0.9, f);
+        const Vec3 near = margin + down * d + out * stand;
+        const Vec3 far = zenith + down * d + out * (stand + flare - recess);
+        points.push_back(mixed(near, far, smoothstep(0.0, 5.0, d)));
+    }
+    return points;
+}
+
+/// From the outer margin over into the inner one: through the tooth, or over the saddle between
+/// two.
+std::vector<Vec3> GumShaper::crestOf(const Row &row) const
+{
+    const Vec3 down = normalized(along(apical, row.place));
+    const double openness = row.shrink > 0.0 ? 0.0 : 1.0 - std::pow(row.between, 6.0);
+    const double dip = 0.5 + 1.6 * openness - 1.2 * smoothstep(0.0, 0.4, row.shrink);
+    std::vector<Vec3> points;
+    for (int k = 1; k < crestPoints; ++k) {
+        const double f = static_cast<double>(k) / crestPoints;
+        const double sag = std::pow(std::sin(f * std::numbers::pi), 0.6);
+        points.push_back(mixed(row.outerMargin, row.innerMargin, f) + down * (dip * sag));
+    }
+    return points;
+}
+
+/// The row from the outer base over the crest to the inner base.
+std::vector<Vec3> GumShaper::rowPoints(const Row &row) const
+{
+    std::vector<Vec3> points = sideOf(row, true);
+    std::reverse(points.begin(), points.end());
+    for (const Vec3 &point : crestOf(row))
+        points.push_back(point);
+    for (const Vec3 &point : sideOf(row, false))
+        points.push_back(point);
+    return points;
+}
+
+/// Rounds the jaw off behind the last tooth: rows get lower and narrower.
+void GumShaper::shrinkEnd(const Row &row, std::vector<Vec3> &points) const
+{
+    if (row.shrink <= 0.0) return;
+    const double keep = std::sqrt(std::max(0.0, 1.0 - std::pow(row.shrink, 4.0))) * 0.75 + 0.25;
+    const Vec3 out = normalized(along(outward, row.place));
+    const Vec3 middle = (row.outerMargin + row.innerMargin) / 2.0;
+    const double base = points.front().z;
+    for (Vec3 &point : points) {
+        point -= out * (dot(point - middle, out) * (1.0 - keep));
+        point.z = base + (point.z - base) * keep;
+    }
+}
+
+/// The middle line of the palate, or of the roof over it, between two rows opposite each other.
+Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
+{
+    const double front = innerZenith[6].y;
+    const double back = innerZenith[0].y + 9.0;
+    const double y = (right.innerMargin.y + left.innerMargin.y) / 2.0;
+    const double f = std::clamp((y - front) / (back - front), 0.0, 1.0);
+    const double x = (right.innerMargin.x + left.innerMargin.x) / 2.0;
+    const double vault = 4.5 + 10.5 * smoothstep(-0.1, 0.6, f);
+    const double set = 6.5 * (1.0 - f);
+    return {x, y + set, roof ? std::max(vault + 2.5, 15.0) : vault};
+}
+
+/// From the end of a side to the middle line: first on in the side's direction, then level.
+std::vector<Vec3> GumShaper::palateOf(const std::vector<Vec3> &side, const Row &row,
+                                      const Vec3 &spine) const
+{
+    const Vec3 start = side.back();
+    const Vec3 inwards = normalized(along(outward, row.place)) * -1.0;
+    const double rise = spine.z - start.z;
+    const Vec3 flat{spine.x - start.x, spine.y - start.y, 0.0};
+    const Vec3 handle = start + Vec3{0.0, 0.0, 0.6 * rise} + inwards * (0.15 * length(flat));
+    const Vec3 level = spine - flat * 0.45;
+    std::vector<Vec3> points;
+    for (int k = 1; k < palatePoints; ++k) {
+        const double f = static_cast<double>(k) / palatePoints;
+        const double g = 1.0 - f;
+        points.push_back(start * (g * g * g) + handle * (3.0 * g * g * f) +
+                         level * (3.0 * g * f * f) + spine * (f * f * f));
+    }
+    return points;
+}
+
+/// Joins the two halves of an open or closed chain of points, folded at its middle.
+void closeEnd(Mesh &mesh, const std::vector<std::uint32_t> &chain, bool flipped)
+{
+    const auto add = [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+        if (a == b || b == c || a == c) return;
+        if (flipped) std::swap(b, c);
+        mesh.triangles.push_back({a, b, c});
+    };
+    std::size_t low = 0;
+    std::size_t high = chain.size() - 1;
+    while (low + 1 < high) {
+        add(chain[low], chain[low + 1], chain[high]);
+        if (low + 1 < high - 1) add(chain[low + 1], chain[high - 1], chain[high]);
+        ++low;
+        --high;
+    }
+}
+
+void joinRows(Mesh &mesh, const std::vector<std::uint32_t> &a, const std::vector<std::uint32_t> &b,
+              bool closed)
+{
+    const std::size_t n = a.size();
+    for (std::size_t k = 0; k + (closed ? 0 : 1) < n; ++k) {
+        const std::size_t next = (k + 1) % n;
+        mesh.triangles.push_back({a[k], a[next], b[next]});
+        mesh.triangles.push_back({a[k], b[next], b[k]});
+    }
+}
+
+Mesh GumShaper::lowerMesh(const std::vector<Row> &all) const
+{
+    Mesh mesh;
+    std::vector<std::vector<std::uint32_t>> chains;
+    for (const Row &row : all) {
+        std::vector<Vec3> points = rowPoints(row);
+        shrinkEnd(row, points);
+        const Vec3 outerEnd = points.front();
+        const Vec3 innerEnd = points.back();
+        for (int k = 1; k < basePoints; ++k) {
+            const double f = static_cast<double>(k) / basePoints;
+            // A rounded underside: half a millimetre to a millimetre below the two edges.
+            const double sag = 1.2 * std::pow(std::sin(f * std::numbers::pi), 0.5);
+            points.push_back(mixed(innerEnd, outerEnd, f) - Vec3{0.0, 0.0, sag});
+        }
+        std::vector<std::uint32_t> chain;
+        for (const Vec3 &point : points) {
+            chain.push_back(static_cast<std::uint32_t>(mesh.positions.size()));
+            mesh.positions.push_back(point);
+        }
+        if (!chains.empty()) joinRows(mesh, chains.back(), chain, true);
+        chains.push_back(std::move(chain));
+    }
+    // Turned so that the chain's fold lies on the crest: the ends are closed from below upwards.
+    for (const bool first : {true, false}) {
+        std::vector<std::uint32_t> chain = first ? chains.front() : chains.back();
+        std::rotate(chain.begin(), chain.end() - basePoints / 2, chain.end());
+        closeEnd(mesh, chain, !first);
+    }
+    return mesh;
+}
+
+Mesh GumShaper::upperMesh(const std::vector<Row> &all) const
+{
+    Mesh mesh;
+    const std::size_t count = all.size();
+    std::vector<std::vector<std::uint32_t>> chains(count);
+    const auto add = [&](const Vec3 &point) {
+        mesh.positions.push_back(point);
+        return static_cast<std::uint32_t>(mesh.positions.size() - 1);
+    };
+    for (std::size_t r = 0; r < count; ++r) {
+        const std::size_t opposite = count - 1 - r;
+        const Row &right = all[std::min(r, opposite)];
+        const Row &left = all[std::max(r, opposite)];
+        std::vector<Vec3> middle = rowPoints(all[r]);
+        shrinkEnd(all[r], middle);
+        const Vec3 vault = spinePoint(right, left, false);
+        const Vec3 roof = spinePoint(right, left, true);
+        const std::vector<Vec3> palate = palateOf(middle, all[r], vault);
+        std::vector<std::uint32_t> &chain = chains[r];
+        // Opposite rows share their points on the middle line.
+        const bool shared = opposite < r;
+        chain.push_back(shared ? chains[opposite].front() : add(roof));
+        for (int k = 1; k < palatePoints; ++k) {
+            const double f = static_cast<double>(palatePoints - k) / palatePoints;
+            Vec3 point = mixed(roof, middle.front(), 1.0 - f);
+            point.z += 1.2 * std::pow(std::sin(f * std::numbers::pi), 0.5);
+            chain.push_back(add(point));
+        }
+        for (const Vec3 &point : middle)
+            chain.push_back(add(point));
+        for (const Vec3 &point : palate)
+            chain.push_back(add(point));
+        chain.push_back(shared ? chains[opposite].back() : add(vault));
+        if (r > 0) joinRows(mesh, chains[r - 1], chain, false);
+    }
+    closeEnd(mesh, chains.front(), false);
+    closeEnd(mesh, chains.back(), true);
+    return mesh;
+}
+
+double signedVolume(const Mesh &mesh)
+{
+    double volume = 0.0;
+    for (const auto &t : mesh.triangles)
+        volume += dot(mesh.positions[t[0]], cross(mesh.positions[t[1]], mesh.positions[t[2]]));
+    return volume / 6.0;
+}
+
+Mesh GumShaper::make() const
+{
+    const std::vector<Row> all = rows();
+    Mesh mesh = upper ? upperMesh(all) : lowerMesh(all);
+    if (signedVolume(mesh) < 0.0)
+        for (auto &triangle : mesh.triangles)
+            std::swap(triangle[1], triangle[2]);
+    computeSmoothNormals(mesh, 180.0);
+    return mesh;
+}
+
+} // namespace
+
+Mesh makeGums(const std::vector<Tooth> &teeth, bool upper)
+{
+    return GumShaper(teeth, upper).make();
+}
+
+} // namespace kelo::meshgen
