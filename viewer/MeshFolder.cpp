@@ -7,6 +7,18 @@
 #include <QFileInfo>
 
 namespace viewer {
+namespace {
+
+QString problemText(const kelo::MeshProblem &problem)
+{
+    const QString file = QString::fromStdString(problem.file);
+    const QString reason = QString::fromStdString(problem.reason);
+    if (problem.line == 0)
+        return QStringLiteral("%1: %2").arg(file, reason);
+    return QStringLiteral("%1:%2: %3").arg(file).arg(problem.line).arg(reason);
+}
+
+} // namespace
 
 QStringList meshFileNames()
 {
@@ -37,7 +49,7 @@ QStringList meshFolderProblems(const QString &folder)
             continue;
         }
         for (const kelo::MeshProblem &problem : kelo::checkMeshFile(path.toStdString()))
-            problems << QString::fromStdString(kelo::problemText(problem));
+            problems << problemText(problem);
     }
     return problems;
 }

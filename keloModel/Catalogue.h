@@ -1,0 +1,62 @@
+#pragma once
+
+#include "keloModel/BracketColorType.h"
+#include "keloModel/ElasticsConfigType.h"
+#include "keloModel/ElasticsSizeType.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QByteArray;
+class QJsonObject;
+
+namespace kelo {
+
+class QKTypeManager;
+
+/// What a clinic offers its clinicians: bracket colours, elastic sizes, named elastics.
+struct Catalogue
+{
+    std::vector<std::shared_ptr<BracketColorType>> bracketColorTypes;
+    std::vector<std::shared_ptr<ElasticsSizeType>> elasticsSizeTypes;
+    std::vector<std::shared_ptr<ElasticsConfigType>> elasticsConfigTypes;
+
+    /// The record with this identifier, or null.
+    std::shared_ptr<BracketColorType> bracketColorType(long typeID) const;
+    std::shared_ptr<ElasticsSizeType> elasticsSizeType(long typeID) const;
+    std::shared_ptr<ElasticsConfigType> elasticsConfigType(long typeID) const;
+
+    /// Makes the three kinds of records of a type manager those of this catalogue.
+    void fill(QKTypeManager &manager) const;
+};
+
+/// A catalogue that was read, or everything that is wrong with its text; never both.
+struct CatalogueReading
+{
+    std::optional<Catalogue> catalogue;
+    /// One sentence a problem, with its place first, as in
+    /// "elasticsConfigTypes[2].bracketSequence: '40' is no tooth or button".
+    std::vector<std::string> problems;
+};
+
+/// Reads a catalogue's JSON text: an object with the lists "bracketColorTypes",
+/// "elasticsSizeTypes" and "elasticsConfigTypes". In every list the identifiers ("typeID", integers
+/// above 0) are different; "typeLabel" is a text that is not empty; "displayOrder" an integer;
+/// colours are four numbers from 0 to 1; a configuration's "elasticsSizeTypeID" is one of the sizes
+/// (0 or left out: none), its "bracketSequence" keys of teeth and buttons joined by commas, at least
+/// two, or empty. Unknown members are problems too, since they are misspelt ones.
+///
+/// A list that is left out is taken from `defaults`; without defaults it is a problem.
+CatalogueReading catalogueFromJSON(const QByteArray &text, const Catalogue *defaults = nullptr);
+
+/// The same for an object inside a larger text; `place` stands in front of every problem's place.
+CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
+                                   const Catalogue *defaults = nullptr);
+
+/// The text that reads back as the same catalogue.
+QByteArray catalogueAsJSON(const Catalogue &catalogue);
+QJsonObject catalogueAsJSONObject(const Catalogue &catalogue);
+
+} // namespace kelo

@@ -1,0 +1,332 @@
+// The JSON form of a catalogue.
+
+#include "keloModel/Catalogue.h"
+
+#include "keloModel/TreatmentNote.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSet>
+
+#include <cmath>
+#include <map>
+#include <set>
+
+namespace kelo {
+namespace {
+
+/// Stands for a bracket without colour in the change reports, so that no colour may have it.
+constexpr long noColorTypeID = 4999;
+
+const QString bracketColorTypesName = QStringLiteral("bracketColorTypes");
+const QString elasticsSizeTypesName = QStringLiteral("elasticsSizeTypes");
+const QString elasticsConfigTypesName = QStringLiteral("elasticsConfigTypes");
+
+/// Collects what is wrong, each with its place.
+class Problems
+{
+public:
+    void add(const std::string &place, const std::string &reason)
+    {
+        sentences.push_back(place.empty() ? reason : place + ": " + reason);
+    }
+    std::vector<std::string> sentences;
+};
+
+std::string memberPlace(const std::string &place, const std::string &name)
+{
+    return place.empty() ? name : place + "." + name;
+}
+
+std::string elementPlace(const std::string &place, qsizetype index)
+{
+    return place + "[" + std::to_string(index) + "]";
+}
+
+bool isWholeNumber(const QJsonValue &value)
+{
+    // Above 2^53 a JSON number no longer names one integer.
+    constexpr double largest = 9007199254740992.0;
+    return value.isDouble() && value.toDouble() == std::floor(value.toDouble()) &&
+           std::abs(value.toDouble()) <= largest;
+}
+
+/// One record of a list, with its place for the problems.
+class Record
+{
+public:
+    Record(const QJsonObject &object, std::string place, Problems &problems)
+        : object_(object), place_(std::move(place)), problems_(problems)
+    {}
+
+    const std::string &place() const { return place_; }
+
+    void problem(const char *member, const std::string &reason)
+    {
+        problems_.add(memberPlace(place_, member), reason);
+    }
+
+    void readCommon(QKType &type)
+    {
+        known_ << "typeID" << "typeLabel" << "displayOrder" << "name";
+        const QJsonValue typeID = object_["typeID"];
+        if (typeID.isUndefined())
+            problem("typeID", "the identifier is missing");
+        else if (!isWholeNumber(typeID) || typeID.toDouble() < 1.0)
+            problem("typeID", "must be a whole number above 0");
+        else
+            type.typeID = static_cast<long>(typeID.toDouble());
+
+        const QJsonValue label = object_["typeLabel"];
+        if (!label.isString() || label.toString().trimmed().isEmpty())
+            problem("typeLabel", "must be a text that is not empty");
+        else
+            type.typeLabel = label.toString().toStdString();
+
+        type.displayOrder = optionalWholeNumber("displayOrder").value_or(0);
+        if (const QJsonValue name = object_["name"]; name.isString())
+            type.name = name.toString().toStdString();
+        else if (!name.isUndefined())
+            problem("name", "must be a text");
+    }
+
+    std::optional<long> optionalWholeNumber(const char *member)
+    {
+        known_ << member;
+        const QJsonValue value = object_[QLatin1String(member)];
+        if (value.isUndefined() || value.isNull())
+            return std::nullopt;
+        if (!isWholeNumber(value)) {
+            problem(member, "must be a whole number");
+            return std::nullopt;
+        }
+        return static_cast<long>(value.toDouble());
+    }
+
+    std::optional<std::array<double, 4>> color(const char *member)
+    {
+        known_ << member;
+        const QJsonArray components = object_[QLatin1String(member)].toArray();
+        std::array<double, 4> color{};
+        bool good = components.size() == 4;
+        for (qsizetype i = 0; good && i < 4; ++i) {
+            color[static_cast<std::size_t>(i)] = components[i].toDouble(-1.0);
+            good = components[i].isDouble() && components[i].toDouble() >= 0.0 &&
+                   components[i].toDouble() <= 1.0;
+        }
+        if (!good) {
+            problem(member, "must be four numbers from 0 to 1: red, green, blue, alpha");
+            return std::nullopt;
+        }
+        return color;
+    }
+
+    std::string optionalText(const char *member)
+    {
+        known_ << member;
+        const QJsonValue value = object_[QLatin1String(member)];
+        if (!value.isString() && !value.isUndefined() && !value.isNull())
+            problem(member, "must be a text");
+        return value.toString().toStdString();
+    }
+
+    /// To be called last: what nothing asked for is a misspelt member.
+    void reportUnknownMembers()
+    {
+        for (const QString &member : object_.keys()) {
+            if (!known_.contains(member))
+                problem(member.toUtf8().constData(), "there is no such member");
+        }
+    }
+
+private:
+    const QJsonObject object_;
+    std::string place_;
+    Problems &problems_;
+    QSet<QString> known_;
+};
+
+std::set<std::string> knownNameKeys()
+{
+    std::set<std::string> keys;
+    for (const auto &list :
+         {TreatmentNote::upperToothNameKeys(), TreatmentNote::lowerToothNameKeys(),
+          TreatmentNote::upperLingualButtonNameKeys(), TreatmentNote::lowerLingualButtonNameKeys()})
+        keys.insert(list.begin(), list.end());
+    return keys;
+}
+
+void checkSequence(const std::string &sequence, Record &record)
+{
+    if (sequence.empty())
+        return;
+    static const char member[] = "bracketSequence";
+    const std::set<std::string> known = knownNameKeys();
+    std::size_t count = 0;
+    for (std::size_t begin = 0; begin <= sequence.size(); ++count) {
+        const std::size_t end = std::min(sequence.find(',', begin), sequence.size());
+        const std::string key = sequence.substr(begin, end - begin);
+        if (known.count(key) == 0)
+            record.problem(member, "'" + key + "' is no tooth or button");
+        begin = end + 1;
+    }
+    if (count < 2)
+        record.problem(member, "a band needs two brackets or buttons");
+}
+
+/// Reads the list `name` of `object`, one record after the other with `readRecord`.
+template <class Type, class ReadRecord>
+std::vector<std::shared_ptr<Type>>
+readList(const QJsonObject &object, const QString &name, const std::string &place,
+         const std::vector<std::shared_ptr<Type>> *defaults, Problems &problems,
+         ReadRecord &&readRecord)
+{
+    const std::string listPlace = memberPlace(place, name.toStdString());
+    const QJsonValue value = object[name];
+    if (value.isUndefined() && defaults)
+        return *defaults;
+    if (!value.isArray()) {
+        problems.add(listPlace, value.isUndefined() ? "the list is missing" : "must be a list");
+        return {};
+    }
+    std::vector<std::shared_ptr<Type>> records;
+    std::map<long, std::string> placeByID;
+    const QJsonArray list = value.toArray();
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        const std::string here = elementPlace(listPlace, i);
+        if (!list[i].isObject()) {
+            problems.add(here, "must be an object");
+            continue;
+        }
+        Record record(list[i].toObject(), here, problems);
+        auto type = std::make_shared<Type>();
+        record.readCommon(*type);
+        readRecord(*type, record);
+        record.reportUnknownMembers();
+        const auto [earlier, isNew] = placeByID.emplace(type->typeID, here);
+        if (!isNew && type->typeID != 0)
+            record.problem("typeID", std::to_string(type->typeID) + " stands at " +
+                                         earlier->second + " already");
+        records.push_back(std::move(type));
+    }
+    return records;
+}
+
+void checkSizesOfConfigs(const Catalogue &catalogue, const std::string &place, Problems &problems)
+{
+    for (std::size_t i = 0; i < catalogue.elasticsConfigTypes.size(); ++i) {
+        const long size = catalogue.elasticsConfigTypes[i]->elasticsSizeTypeID;
+        if (size > 0 && !catalogue.elasticsSizeType(size)) {
+            const std::string list = memberPlace(place, elasticsConfigTypesName.toStdString());
+            problems.add(elementPlace(list, static_cast<qsizetype>(i)) + ".elasticsSizeTypeID",
+                         std::to_string(size) + " is the identifier of no size");
+        }
+    }
+}
+
+QJsonObject commonMembers(const QKType &type)
+{
+    QJsonObject object{{"typeID", static_cast<qint64>(type.typeID)},
+                       {"typeLabel", QString::fromStdString(type.typeLabel)},
+                       {"displayOrder", static_cast<qint64>(type.displayOrder)}};
+    if (!type.name.empty())
+        object["name"] = QString::fromStdString(type.name);
+    return object;
+}
+
+QJsonArray colorMember(const std::optional<std::array<double, 4>> &color)
+{
+    QJsonArray components;
+    for (const double component : color.value_or(std::array{1.0, 1.0, 1.0, 1.0}))
+        components.append(component);
+    return components;
+}
+
+/// The line of a place in a text, counted from 1.
+qsizetype lineOfOffset(const QByteArray &text, qsizetype offset)
+{
+    return text.left(offset).count('\n') + 1;
+}
+
+} // namespace
+
+CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
+                                   const Catalogue *defaults)
+{
+    Problems problems;
+    Catalogue catalogue;
+    catalogue.bracketColorTypes = readList<BracketColorType>(
+        object, bracketColorTypesName, place, defaults ? &defaults->bracketColorTypes : nullptr,
+        problems, [](BracketColorType &type, Record &record) {
+            type.bracketColor = record.color("bracketColor");
+            if (type.typeID == noColorTypeID)
+                record.problem("typeID", "4999 stands for a bracket without colour");
+        });
+    catalogue.elasticsSizeTypes = readList<ElasticsSizeType>(
+        object, elasticsSizeTypesName, place, defaults ? &defaults->elasticsSizeTypes : nullptr,
+        problems, [](ElasticsSizeType &type, Record &record) {
+            type.elasticsColor = record.color("elasticsColor");
+        });
+    catalogue.elasticsConfigTypes = readList<ElasticsConfigType>(
+        object, elasticsConfigTypesName, place, defaults ? &defaults->elasticsConfigTypes : nullptr,
+        problems, [](ElasticsConfigType &type, Record &record) {
+            type.elasticsSizeTypeID = record.optionalWholeNumber("elasticsSizeTypeID").value_or(0);
+            type.bracketSequence = record.optionalText("bracketSequence");
+            checkSequence(type.bracketSequence, record);
+        });
+    for (const QString &member : object.keys()) {
+        if (member != bracketColorTypesName && member != elasticsSizeTypesName &&
+            member != elasticsConfigTypesName)
+            problems.add(memberPlace(place, member.toStdString()), "there is no such member");
+    }
+    checkSizesOfConfigs(catalogue, place, problems);
+    if (!problems.sentences.empty())
+        return {std::nullopt, std::move(problems.sentences)};
+    return {std::move(catalogue), {}};
+}
+
+CatalogueReading catalogueFromJSON(const QByteArray &text, const Catalogue *defaults)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError)
+        return {std::nullopt,
+                {"line " + std::to_string(lineOfOffset(text, error.offset)) + ": " +
+                 error.errorString().toStdString()}};
+    if (!document.isObject())
+        return {std::nullopt, {"must be an object"}};
+    return catalogueFromJSON(document.object(), {}, defaults);
+}
+
+QJsonObject catalogueAsJSONObject(const Catalogue &catalogue)
+{
+    QJsonArray colors, sizes, configs;
+    for (const auto &type : catalogue.bracketColorTypes) {
+        QJsonObject object = commonMembers(*type);
+        object["bracketColor"] = colorMember(type->bracketColor);
+        colors.append(object);
+    }
+    for (const auto &type : catalogue.elasticsSizeTypes) {
+        QJsonObject object = commonMembers(*type);
+        object["elasticsColor"] = colorMember(type->elasticsColor);
+        sizes.append(object);
+    }
+    for (const auto &type : catalogue.elasticsConfigTypes) {
+        QJsonObject object = commonMembers(*type);
+        object["elasticsSizeTypeID"] = static_cast<qint64>(type->elasticsSizeTypeID);
+        object["bracketSequence"] = QString::fromStdString(type->bracketSequence);
+        configs.append(object);
+    }
+    return {{bracketColorTypesName, colors},
+            {elasticsSizeTypesName, sizes},
+            {elasticsConfigTypesName, configs}};
+}
+
+QByteArray catalogueAsJSON(const Catalogue &catalogue)
+{
+    return QJsonDocument(catalogueAsJSONObject(catalogue)).toJson(QJsonDocument::Indented);
+}
+
+} // namespace kelo
