@@ -112,7 +112,10 @@ inline bool makeFloat(std::uint64_t mantissa, std::ptrdiff_t exponent, bool nega
     constexpr std::uint64_t belowFloat = (std::uint64_t(1) << 29) - 1; // 52 - 23 bits
     constexpr std::uint64_t middle = std::uint64_t(1) << 28;
     if ((bits & belowFloat) == middle) return false;
-    value = static_cast<float>(negative ? -magnitude : magnitude);
+    bits |= std::uint64_t(negative) << 63; // signs come at random: no branch
+    double number;
+    std::memcpy(&number, &bits, sizeof number);
+    value = static_cast<float>(number);
     return true;
 }
 
@@ -169,7 +172,7 @@ readUnusualFloat(char *p, const char *exponentDigits, std::uint64_t mantissa,
     constexpr std::ptrdiff_t safeDigits = 19; // 10^19 fits into 64 bits
     char *q = p;
     const bool negative = *q == '-';
-    if (negative || *q == '+') ++q;
+    q += int(negative) | int(*q == '+');
     std::uint64_t mantissa = 0;
     char *first = q;
     for (unsigned digit; (digit = digitValue(*q)) < 10; ++q)
