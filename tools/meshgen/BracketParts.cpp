@@ -43,12 +43,17 @@ constexpr double wingSectionSpan = 2.84;
 // Points nearer the slot than this keep their place when a wing is made shorter or rounded.
 constexpr double wingStart = 0.82;
 
-// One half of the section of a tube's outside, from the middle of its top down to the foot.
+// Points nearer the middle than this keep their place when a tube is scooped out between its ends.
+constexpr double tubeLipStart = 0.55;
+
+// One half of the section of a tube's outside, from the middle of its top over a lip with a shallow
+// undercut down to the foot.
 constexpr SectionPoint tubeSection[] = {
-    {0.28, 0.0, SectionPoint::FromTop},      {0.60, -0.05, SectionPoint::FromTop},
-    {0.86, -0.22, SectionPoint::FromTop},    {0.97, -0.48, SectionPoint::FromTop},
-    {0.95, -0.82, SectionPoint::FromTop},    {0.98, 0.55, SectionPoint::FromSurface},
-    {1.12, 0.36, SectionPoint::FromSurface}, {1.24, footDepth, SectionPoint::FromSurface},
+    {0.28, 0.0, SectionPoint::FromTop},           {0.66, -0.04, SectionPoint::FromTop},
+    {0.96, -0.20, SectionPoint::FromTop},         {1.12, -0.46, SectionPoint::FromTop},
+    {1.08, -0.66, SectionPoint::FromTop},         {0.92, -0.80, SectionPoint::FromTop},
+    {0.92, 0.60, SectionPoint::FromSurface},      {1.02, 0.40, SectionPoint::FromSurface},
+    {1.24, footDepth, SectionPoint::FromSurface},
 };
 
 /// One section across a body.
@@ -62,12 +67,12 @@ struct Station
 
 template<std::size_t N>
 std::vector<Vec2> sectionOutline(const SectionPoint (&half)[N], double surfaceAbove,
-                                 double surfaceBelow, double top, double wing)
+                                 double surfaceBelow, double top, double lipStart, double wing)
 {
     const auto at = [&](const SectionPoint &p, double side) {
-        const double up = p.up <= wingStart || p.from == SectionPoint::FromSurface
+        const double up = p.up <= lipStart || p.from == SectionPoint::FromSurface
                               ? p.up
-                              : wingStart + (p.up - wingStart) * wing;
+                              : lipStart + (p.up - lipStart) * wing;
         const double surface = side > 0.0 ? surfaceAbove : surfaceBelow;
         return Vec2{side * up, p.height + (p.from == SectionPoint::FromTop ? top : surface)};
     };
@@ -115,9 +120,10 @@ Mesh makeWing(const Mesh &tooth, const SurfaceFrame &frame, double wingSpan, dou
 {
     const double full = (0.5 * wingSpan - wingStart) / (0.5 * wingSectionSpan - wingStart);
     const Station stations[] = {
-        {from, 0.05, 0.62 * full, 0.0},     {from + 0.06, 0.0, 0.80 * full, 0.0},
-        {from + 0.26, 0.0, full, 0.0},      {to - 0.26, 0.0, full, 0.0},
-        {to - 0.06, 0.0, 0.80 * full, 0.0}, {to, 0.05, 0.62 * full, 0.0},
+        {from, 0.06, 0.50 * full, 0.02},      {from + 0.05, 0.01, 0.70 * full, 0.0},
+        {from + 0.16, 0.0, 0.92 * full, 0.0}, {from + 0.32, 0.0, full, 0.0},
+        {to - 0.32, 0.0, full, 0.0},          {to - 0.16, 0.0, 0.92 * full, 0.0},
+        {to - 0.05, 0.01, 0.70 * full, 0.0},  {to, 0.06, 0.50 * full, 0.02},
     };
     std::vector<Ring> rings;
     std::vector<Vec2> cap;
@@ -125,7 +131,7 @@ Mesh makeWing(const Mesh &tooth, const SurfaceFrame &frame, double wingSpan, dou
         const double above = heightOr(tooth, frame, s.along, 0.95, 0.0);
         const double below = heightOr(tooth, frame, s.along, -0.95, 0.0);
         const std::vector<Vec2> outline =
-            drawnIn(sectionOutline(wingSection, above, below, top, s.wing), s.inset);
+            drawnIn(sectionOutline(wingSection, above, below, top, wingStart, s.wing), s.inset);
         if (cap.empty()) cap = outline;
         rings.push_back(placed(frame, outline, s.along));
     }
@@ -190,16 +196,16 @@ Mesh makeTubeBody(const Mesh &tooth, const SurfaceFrame &frame, const BracketMea
 {
     const double end = 0.5 * measures.width;
     const Station outside[] = {
-        {-end, 0.07, 1.0, 0.0},         {-end + 0.09, 0.0, 1.0, 0.0},  {-0.50 * end, 0.0, 1.0, 0.0},
-        {-0.30 * end, 0.0, 0.55, 0.10}, {0.30 * end, 0.0, 0.55, 0.10}, {0.50 * end, 0.0, 1.0, 0.0},
-        {end - 0.09, 0.0, 1.0, 0.0},    {end, 0.07, 1.0, 0.0},
+        {-end, 0.07, 0.85, 0.03},       {-end + 0.09, 0.0, 1.0, 0.0},  {-0.42 * end, 0.0, 1.0, 0.0},
+        {-0.28 * end, 0.0, 0.62, 0.12}, {0.28 * end, 0.0, 0.62, 0.12}, {0.42 * end, 0.0, 1.0, 0.0},
+        {end - 0.09, 0.0, 1.0, 0.0},    {end, 0.07, 0.85, 0.03},
     };
     std::vector<Ring> rings;
     for (const Station &s : outside) {
         const double above = heightOr(tooth, frame, s.along, 1.1, 0.0);
         const double below = heightOr(tooth, frame, s.along, -1.1, 0.0);
-        const std::vector<Vec2> outline =
-            drawnIn(sectionOutline(tubeSection, above, below, top - s.drop, s.wing), s.inset);
+        const std::vector<Vec2> outline = drawnIn(
+            sectionOutline(tubeSection, above, below, top - s.drop, tubeLipStart, s.wing), s.inset);
         rings.push_back(placed(frame, outline, s.along));
     }
     // The wall over the passage; the passage lies that far under the body's top.
@@ -237,6 +243,8 @@ Mesh makeHookArm(const Vec3 &root, const Vec3 &rootDirection, const Hook &hook)
         stations.push_back({center, hook.radius * (1.0 + 0.25 * s), normalized(tangent)});
     }
     stations.push_back({postStart, hook.radius, d});
+    // A section at the position itself: who measures the post there finds it, corner by corner.
+    stations.push_back({hook.position, hook.radius, d});
     stations.push_back({postEnd, hook.radius, d});
     const double ball = std::max(1.4 * hook.radius, hook.radius + 0.08);
     const double neckAngle = std::asin(hook.radius / ball);

@@ -21,6 +21,19 @@ struct BracketMeasures
 /// The measures that suit a tooth, by its universal number.
 BracketMeasures bracketMeasures(int toothNumber);
 
+/// Where a bracket stands on its tooth.
+struct BracketSeat
+{
+    SurfaceFrame pad;  ///< of the surface itself
+    SurfaceFrame body; ///< of the slot: the same origin, turned by the torque built into the base
+};
+
+/// The seat for a bracket that carries `hook`: at the placement's facial axis point, or a little
+/// nearer the edge (at most 0.7) and towards the hook (at most 0.3, a tube 0.9) where the hook's
+/// post would else rise from between the wings or far beside the body. On a tooth that leans
+/// outwards the slot of a twin bracket is turned level, by 15 degrees at most.
+BracketSeat bracketSeat(const Mesh &tooth, const ToothPlacement &placement, const Hook &hook);
+
 /// The twin body: mesial and distal wings, each with its occlusal and gingival tie wing, the slot
 /// across both and the block between them. `top` is the height of the wings over the frame's plane.
 Mesh makeTwinBody(const Mesh &tooth, const SurfaceFrame &frame, const BracketMeasures &measures,

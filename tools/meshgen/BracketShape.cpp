@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace kelo::meshgen {
 
@@ -14,8 +15,34 @@ constexpr double creaseAngle = 42.0;
 
 // The lowest and highest a body stands over its tooth: room for the slot and an undercut below it,
 // and the bulk that cheeks bear.
-constexpr double lowestTop = 1.6;
+constexpr double lowestTop = 1.7;
 constexpr double highestTop = 2.2;
+
+// The mean normal of this much surface round the middle of the base gives its direction.
+constexpr double seatRadius = 1.2;
+
+/// The frame with its slot turned level, as the torque built into a twin bracket's base does for a
+/// tooth that leans outwards.
+SurfaceFrame levelled(SurfaceFrame frame, const ToothPlacement &placement)
+{
+    const Vec3 gingival{0.0, 0.0, placement.upper ? 1.0 : -1.0};
+    constexpr double greatest = 15.0 * std::numbers::pi / 180.0;
+    const double lean = std::asin(std::clamp(dot(frame.out, gingival), -1.0, 1.0));
+    const double angle = std::clamp(lean, 0.0, greatest);
+    const Vec3 out = frame.out;
+    frame.out = out * std::cos(angle) + frame.up * std::sin(angle);
+    frame.up = frame.up * std::cos(angle) - out * std::sin(angle);
+    return frame;
+}
+
+BracketSeat seatAt(const Mesh &tooth, const ToothPlacement &placement, const Vec3 &middle,
+                   bool tube)
+{
+    BracketSeat seat;
+    seat.pad = frameOnSurface(tooth, placement, middle, placement.labialNormal, seatRadius);
+    seat.body = tube ? seat.pad : levelled(seat.pad, placement);
+    return seat;
+}
 
 /// Where in the body the hook's arm is rooted, and which way it leaves.
 struct Root
@@ -79,15 +106,33 @@ BracketMeasures bracketMeasures(int toothNumber)
     }
 }
 
+BracketSeat bracketSeat(const Mesh &tooth, const ToothPlacement &placement, const Hook &hook)
+{
+    const BracketMeasures measures = bracketMeasures(placement.number);
+    const Vec3 middle = placement.facialAxisPoint;
+    const BracketSeat seat = seatAt(tooth, placement, middle, measures.tube);
+    const Vec3 own = seat.body.own(hook.position);
+    // Clear of the wing tips by half an elastic.
+    const double wanted = measures.tube ? 0.0 : 0.5 * measures.wingSpan + 0.5;
+    const double upwards = std::clamp(wanted + own.y, 0.0, measures.tube ? 0.0 : 0.7);
+    const double most = measures.tube ? 0.9 : 0.3;
+    const double beside = std::max(std::abs(own.x) - 0.5 * measures.width, 0.0);
+    const double sideways = std::copysign(std::min(beside, most), own.x);
+    if (upwards == 0.0 && sideways == 0.0) return seat;
+    const Vec3 moved =
+        middle + placement.occlusalDirection * upwards + placement.mesialDirection * sideways;
+    return seatAt(tooth, placement, moved, measures.tube);
+}
+
 Mesh makeBracket(const Mesh &tooth, const ToothPlacement &placement, const Hook &hook)
 {
     const BracketMeasures measures = bracketMeasures(placement.number);
-    const SurfaceFrame frame =
-        frameOnSurface(tooth, placement, placement.facialAxisPoint, placement.labialNormal, 1.2);
+    const BracketSeat seat = bracketSeat(tooth, placement, hook);
+    const SurfaceFrame &frame = seat.body;
     // The wing's thickness lies between its top and 0.68 below: the post leaves from the middle.
     const double postHeight = frame.own(hook.position - hook.direction * 0.55).z;
     const double top = std::clamp(postHeight + 0.4, lowestTop, highestTop);
-    Mesh bracket = makePad(tooth, frame, measures.pad);
+    Mesh bracket = makePad(tooth, seat.pad, measures.pad);
     append(bracket, measures.tube ? makeTubeBody(tooth, frame, measures, top)
                                   : makeTwinBody(tooth, frame, measures, top));
     const Root root =

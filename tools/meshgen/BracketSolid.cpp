@@ -1,5 +1,6 @@
 #include "tools/meshgen/BracketSolid.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -98,7 +99,7 @@ std::vector<Triangle> triangulatePolygon(const std::vector<Vec2> &polygon)
 {
     std::vector<std::uint32_t> left(polygon.size());
     std::iota(left.begin(), left.end(), 0u);
-    if (twiceArea(polygon) < 0.0) left.assign(left.rbegin(), left.rend());
+    if (twiceArea(polygon) < 0.0) std::reverse(left.begin(), left.end());
     std::vector<Triangle> triangles;
     while (left.size() >= 3) {
         std::size_t best = 0;

@@ -2,9 +2,12 @@
 
 #include "tools/meshgen/BracketSolid.h"
 #include "tools/meshgen/BracketSurface.h"
+#include "tools/meshgen/ButtonParts.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <vector>
 
 namespace kelo::meshgen {
 
@@ -16,28 +19,80 @@ constexpr int sides = 14;
 // Half the thickness of the elastic that lies round the neck, and a little play.
 constexpr double halfElastic = 0.52;
 
+// A foot nearer the edge than this over the lingual axis point would stand on the cusps.
+constexpr double highestFoot = 1.2;
+
+/// Where the button is bonded: under the neck's axis, or, where the axis runs into the biting
+/// surface, on the lingual surface below it.
+Vec3 footOf(const Mesh &tooth, const ToothPlacement &placement, const Vec3 &neck, const Vec3 &off)
+{
+    const Vec3 &axisPoint = placement.lingualAxisPoint;
+    const auto under = raycast(tooth, neck + off * 4.0, -off);
+    if (under && dot(under->position - axisPoint, placement.occlusalDirection) <= highestFoot) {
+        return under->position;
+    }
+    const double sideways = dot(neck - axisPoint, placement.mesialDirection);
+    const Vec3 outside = axisPoint + placement.mesialDirection * sideways +
+                         placement.occlusalDirection * highestFoot - placement.labialNormal * 6.0;
+    const auto beside = raycast(tooth, outside, placement.labialNormal);
+    return beside ? beside->position : axisPoint;
+}
+
+/// The stem, thinning from the pad to the neck's start: it leaves the pad at a right angle and
+/// arrives along the neck.
+std::vector<RodStation> stemStations(const SurfaceFrame &pad, const Vec3 &neckStart,
+                                     const Vec3 &off, double radius)
+{
+    const double span = std::max(distance(pad.origin, neckStart), 0.3);
+    const bool near = dot(neckStart - pad.origin, off) < 0.3;
+    // Where the neck starts at the pad or in the tooth, the stem is a straight stump in it.
+    const Vec3 root = near ? neckStart - off * 0.3 : pad.origin;
+    const Vec3 c1 = near ? neckStart - off * 0.2 : root + pad.out * (0.4 * span);
+    const Vec3 c2 = near ? neckStart - off * 0.1 : neckStart - off * (0.4 * span);
+    std::vector<RodStation> stations;
+    for (const double t : {0.0, 0.3, 0.6, 0.85}) {
+        const double s = 1.0 - t;
+        const Vec3 center = root * (s * s * s) + c1 * (3.0 * s * s * t) + c2 * (3.0 * s * t * t) +
+                            neckStart * (t * t * t);
+        const Vec3 tangent =
+            (c1 - root) * (s * s) + (c2 - c1) * (2.0 * s * t) + (neckStart - c2) * (t * t);
+        stations.push_back({center, radius * (1.0 + 0.5 * s * s), normalized(tangent)});
+    }
+    return stations;
+}
+
 } // namespace
+
+Vec3 buttonOutward(const ToothPlacement &placement, const Hook &hook)
+{
+    return dot(hook.direction, placement.labialNormal) < 0.0 ? hook.direction : -hook.direction;
+}
+
+SurfaceFrame buttonSeat(const Mesh &tooth, const ToothPlacement &placement, const Hook &hook)
+{
+    const Vec3 off = buttonOutward(placement, hook);
+    const Vec3 foot = footOf(tooth, placement, hook.position, off);
+    const bool underAxis = length(rejected(foot - hook.position, off)) < 1e-6;
+    const Vec3 outward = underAxis ? off : -placement.labialNormal;
+    return frameOnSurface(tooth, placement, foot, outward, 0.9);
+}
 
 Mesh makeButton(const Mesh &tooth, const ToothPlacement &placement, const Hook &hook)
 {
-    // The table's direction may point into or off the tooth; the cap sits on the side off it.
-    const bool pointsOff = dot(hook.direction, placement.labialNormal) < 0.0;
-    const Vec3 off = pointsOff ? hook.direction : -hook.direction;
+    const Vec3 off = buttonOutward(placement, hook);
     const Vec3 neckStart = hook.position - off * halfElastic;
-    const auto hit = raycast(tooth, hook.position + off * 4.0, -off);
-    const Vec3 foot = hit ? hit->position : placement.lingualAxisPoint;
-    const SurfaceFrame frame = frameOnSurface(tooth, placement, foot, off, 0.9);
-    Mesh button = makePad(tooth, frame, {2.9, 2.6, 0.3, 2.0, 16});
+    const SurfaceFrame frame = buttonSeat(tooth, placement, hook);
+    // A neck near the tooth gets a thin pad, so that it still stands free where the elastic lies.
+    const double room = dot(hook.position - frame.origin, frame.out);
+    const double thickness = std::clamp(room - 0.3, 0.06, 0.3);
+    Mesh button = makePad(tooth, frame, {2.9, 2.6, thickness, 2.0, 16});
 
     const double r = hook.radius;
     const Vec3 capStart = hook.position + off * halfElastic;
-    // The neck swells into the pad at its foot; where the tooth is near, the swelling starts in it.
-    const double run = std::max(distance(foot, neckStart), 0.3);
-    std::vector<RodStation> stations{
-        {neckStart - off * run, 1.5 * r, off},
-        {neckStart - off * (0.6 * run), 1.25 * r, off},
-        {neckStart - off * (0.25 * run), 1.06 * r, off},
+    std::vector<RodStation> stations = stemStations(frame, neckStart, off, r);
+    const RodStation neckAndCap[] = {
         {neckStart, r, off},
+        {hook.position, r, off},
         {capStart, r, off},
         {capStart + off * 0.06, 1.75 * r, off},
         {capStart + off * 0.17, 1.98 * r, off},
@@ -45,6 +100,7 @@ Mesh makeButton(const Mesh &tooth, const ToothPlacement &placement, const Hook &
         {capStart + off * 0.46, 1.45 * r, off},
         {capStart + off * 0.55, 0.8 * r, off},
     };
+    stations.insert(stations.end(), std::begin(neckAndCap), std::end(neckAndCap));
     append(button, rodThrough(stations, sides, -0.05, 0.03));
     computeSmoothNormals(button, creaseAngle);
     return button;

@@ -1,0 +1,108 @@
+#include "tests/tools/MeshgenBracketCrown.h"
+#include "tests/tools/MeshgenBracketMeasurements.h"
+#include "tools/meshgen/BracketParts.h"
+#include "tools/meshgen/BracketShape.h"
+#include "tools/meshgen/ButtonParts.h"
+#include "tools/meshgen/ButtonShape.h"
+
+#include <gtest/gtest.h>
+
+namespace kelo::meshgen {
+namespace {
+
+using Sentences = std::vector<std::string>;
+
+/// One tooth of the sample patient with what is bonded to it.
+struct Bonded
+{
+    ToothPlacement placement;
+    Hook hook;
+    Hook neck;
+    Mesh tooth;
+    Mesh bracket;
+    Mesh button;
+};
+
+const std::vector<Bonded> &patient()
+{
+    static const std::vector<Bonded> all = [] {
+        const HookTable hooks = readHooks(KELO_HOOK_TABLE);
+        std::vector<Bonded> result;
+        for (const Tooth &tooth : arrangeTeeth(hooks)) {
+            const ToothPlacement &placement = tooth.placement;
+            Bonded bonded{placement,
+                          hooks.at(test::bracketKey(placement.number)),
+                          hooks.at(test::buttonKey(placement.number)),
+                          inJaw(tooth.ownMesh, placement),
+                          {},
+                          {}};
+            bonded.bracket = makeBracket(bonded.tooth, placement, bonded.hook);
+            bonded.button = makeButton(bonded.tooth, placement, bonded.neck);
+            result.push_back(std::move(bonded));
+        }
+        return result;
+    }();
+    return all;
+}
+
+TEST(MeshgenPatientBrackets, all56MeshesAreClosedOutwardShellsWithUnitNormals)
+{
+    ASSERT_EQ(patient().size(), 28u);
+    for (const Bonded &b : patient()) {
+        EXPECT_EQ(meshDefects(b.bracket), Sentences{}) << b.placement.number;
+        EXPECT_EQ(meshDefects(b.button), Sentences{}) << b.placement.number;
+    }
+}
+
+TEST(MeshgenPatientBrackets, allPostsAndNecksAreWhereTheTableHasThem)
+{
+    for (const Bonded &b : patient()) {
+        const int number = b.placement.number;
+        test::expectRodAlongHook(b.bracket, b.hook, test::bracketKey(number), test::placesOnPost);
+        test::expectRodAlongHook(b.button, b.neck, test::buttonKey(number),
+                                 test::placesOnNeck(b.placement, b.neck));
+    }
+}
+
+TEST(MeshgenPatientBrackets, noBaseStandsOffItsToothByMoreThan015)
+{
+    for (const Bonded &b : patient()) {
+        const BracketMeasures measures = bracketMeasures(b.placement.number);
+        const BracketSeat seat = bracketSeat(b.tooth, b.placement, b.hook);
+        const test::Contact contact =
+            test::contactOf(b.bracket, b.tooth, seat.pad, measures.pad.width, measures.pad.height);
+        EXPECT_LE(contact.gap, 0.15) << b.placement.number;
+        EXPECT_GT(contact.covered, 0.9) << b.placement.number;
+    }
+}
+
+TEST(MeshgenPatientBrackets, noButtonBaseStandsOffItsToothByMoreThan015)
+{
+    for (const Bonded &b : patient()) {
+        const SurfaceFrame seat = buttonSeat(b.tooth, b.placement, b.neck);
+        const test::Contact contact = test::contactOf(b.button, b.tooth, seat, 1.9, 1.7);
+        EXPECT_LE(contact.gap, 0.15) << b.placement.number;
+        EXPECT_GT(contact.covered, 0.9) << b.placement.number;
+    }
+}
+
+TEST(MeshgenPatientBrackets, noBracketIsMovedByMoreThanAMillimetreFromTheFacialAxisPoint)
+{
+    for (const Bonded &b : patient()) {
+        const BracketSeat seat = bracketSeat(b.tooth, b.placement, b.hook);
+        const Vec3 moved = seat.pad.origin - b.placement.facialAxisPoint;
+        EXPECT_LE(std::abs(dot(moved, b.placement.occlusalDirection)), 0.75) << b.placement.number;
+        EXPECT_LE(std::abs(dot(moved, b.placement.mesialDirection)), 0.95) << b.placement.number;
+    }
+}
+
+TEST(MeshgenPatientBrackets, all28BracketsTogetherHaveNoMoreThan42000Triangles)
+{
+    std::size_t count = 0;
+    for (const Bonded &b : patient())
+        count += b.bracket.triangles.size();
+    EXPECT_LE(count, 42000u);
+}
+
+} // namespace
+} // namespace kelo::meshgen

@@ -1,0 +1,9 @@
+# Brackets, lingual buttons and the meshes that meshgen puts them together from.
+kelo_test(tools_meshgen_brackets_test
+    SOURCES
+        MeshgenBracketMeshTest.cpp
+        MeshgenBracketPatientTest.cpp
+        MeshgenBracketTest.cpp
+    LINKS kelo_meshgen)
+target_compile_definitions(tools_meshgen_brackets_test PRIVATE
+    KELO_HOOK_TABLE="${PROJECT_SOURCE_DIR}/resources/meshes/hooks.csv")
