@@ -2,6 +2,8 @@
 # the resource bundle, the programs, and the package that find_package(keloOpenGL) reads.
 include(CMakePackageConfigHelpers)
 
+# A host's own default may be older than what the headers are written in.
+target_compile_features(keloOpenGL PUBLIC cxx_std_20)
 install(TARGETS keloOpenGL EXPORT keloOpenGLTargets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/keloOpenGL)
 install(DIRECTORY geometry platform keloModel models document keloOpenGL

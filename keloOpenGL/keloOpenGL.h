@@ -27,6 +27,7 @@
 #include "platform/VirtualRunLoop.h"
 
 #include "keloModel/BracketColorType.h"
+#include "keloModel/Catalogue.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
 #include "keloModel/QKModel.h"

@@ -188,6 +188,16 @@ TEST(IncludeRule, everySourceLiesInARoomOrBesideTheLibrary)
     }
 }
 
+TEST(IncludeRule, theOneHeaderForHostsBringsTheRoomsWithoutInnerHeaders)
+{
+    const std::string umbrella = contentOfSourceFile("keloOpenGL/keloOpenGL.h");
+    for (const std::string &path : sourceFiles()) {
+        const bool isPublic = startsWith(path, "geometry/") || startsWith(path, "keloModel/");
+        if (!isPublic || !kelo::test::endsWith(path, ".h")) continue;
+        EXPECT_NE(umbrella.find("#include \"" + path + "\""), std::string::npos) << path;
+    }
+}
+
 TEST(IncludeRule, theTableNamesOnlyRoomsThatItHolds)
 {
     for (const Room &room : houseRooms())
