@@ -73,6 +73,7 @@ private:
     double marginHeight(const Tooth &tooth, double u) const;
     Vec3 marginPoint(const Tooth &tooth, double u, double side) const;
     std::vector<Row> rows() const;
+    void fillEmbrasure(Row &row) const;
     void addEndRows(std::vector<Row> &result, bool right) const;
     std::vector<Vec3> sideOf(const Row &row, bool outer) const;
     std::vector<Vec3> crestOf(const Row &row) const;
@@ -164,12 +165,28 @@ std::vector<Row> GumShaper::rows() const
         result[r].innerMargin =
             (result[r - 1].innerMargin + result[r + 1].innerMargin) / 2.0 + rise;
     }
+    for (Row &row : result)
+        fillEmbrasure(row);
     std::vector<Row> right;
     addEndRows(right, true);
     std::reverse(right.begin(), right.end());
     addEndRows(result, false);
     result.insert(result.begin(), right.begin(), right.end());
     return result;
+}
+
+/// A papilla fills the space between two crowns nearly out to their faces: the margin must not
+/// follow the crowns all the way in.
+void GumShaper::fillEmbrasure(Row &row) const
+{
+    const Vec3 out = normalized(along(outward, row.place));
+    const auto fill = [&](Vec3 &margin, const Vec3 &zenith, double sign) {
+        const double depth = dot(zenith - margin, out) * sign;
+        const double allowed = 0.9;
+        if (depth > allowed) margin += out * (sign * 0.7 * (depth - allowed));
+    };
+    fill(row.outerMargin, along(outerZenith, row.place), 1.0);
+    fill(row.innerMargin, along(innerZenith, row.place), -1.0);
 }
 
 /// The ridge behind the last tooth (tuberosity, retromolar pad).
@@ -187,7 +204,7 @@ void GumShaper::addEndRows(std::vector<Row> &result, bool right) const
         row.shrink = f;
         const double reach = endLength * std::sin(f * std::numbers::pi / 2.0);
         row.between = 1.0 - smoothstep(0.0, 0.5, f);
-        row.place = (0.5 + 0.25 * f) * (right ? -1.0 : 1.0) + (right ? 0.0 : 13.0);
+        row.place = (0.5 + reach / (2.0 * half)) * (right ? -1.0 : 1.0) + (right ? 0.0 : 13.0);
         const double lift = 0.5 * std::sin(std::min(1.0, f * 2.0) * std::numbers::pi);
         row.outerMargin = placement.toJaw(
             {-(first + reach), outer.y * (1.0 - 0.1 * f), outer.z + lift - 1.2 * f * f});
@@ -204,27 +221,26 @@ std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
     const Vec3 out = normalized(along(outward, row.place)) * (outer ? 1.0 : -1.0);
     const Vec3 down = normalized(along(apical, row.place));
     const Vec3 margin = outer ? row.outerMargin : row.innerMargin;
-    Vec3 zenith = along(outer ? outerZenith : innerZenith, row.place);
-    if (row.shrink > 0.0) zenith = margin; // behind the last tooth the ridge is its own guide
+    const Vec3 zenith = along(outer ? outerZenith : innerZenith, row.place);
     const double wantedBase = upper ? 14.5 : -19.0;
     const double full = upper ? 8.5 : 9.0;
     // Half of the way to a level base, so that the jaw neither tilts with its teeth nor is a block.
     const double level = 0.5 * (zenith.z + down.z * full) + 0.5 * wantedBase;
-    const double innerDepth = upper ? 3.5 : (level - zenith.z) / down.z;
+    const double innerDepth = upper ? 4.5 : (level - zenith.z) / down.z;
     const double depth = outer ? (level - zenith.z) / down.z : innerDepth;
     std::vector<Vec3> points;
     for (int k = 0; k <= sidePoints; ++k) {
         const double f = std::pow(static_cast<double>(k) / sidePoints, 1.7);
         const double d = depth * f;
         const double stand = (gumThickness + 0.12) * (1.0 - std::exp(-d / 0.35)) - 0.12;
-        const double hollow = outer ? 0.75 : 0.4;
+        const double hollow = outer ? 0.6 : 0.3;
         const double recess =
             row.shrink > 0.0 ? 0.0 : hollow * row.between * (1.0 - 0.8 * smoothstep(0.4, 1.0, f));
         const double flare = outer ? 1.5 * smoothstep(0.55, 1.0, f) + 0.35 * smoothstep(0.1, 0.5, f)
                                    : 0.5 * smoothstep(0.2, 0.9, f);
         const Vec3 near = margin + down * d + out * stand;
         const Vec3 far = zenith + down * d + out * (stand + flare - recess);
-        points.push_back(mixed(near, far, smoothstep(0.0, 5.0, d)));
+        points.push_back(mixed(near, far, smoothstep(0.0, std::min(5.0, 0.95 * depth), d)));
     }
     return points;
 }
@@ -276,9 +292,11 @@ Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
 {
     const double front = innerZenith[6].y;
     const double back = innerZenith[0].y + 9.0;
-    const double y = (right.innerMargin.y + left.innerMargin.y) / 2.0;
+    // The smooth inner outline, not the scalloped margin, spaces the points evenly.
+    const Vec3 middle = (along(innerZenith, right.place) + along(innerZenith, left.place)) / 2.0;
+    const double y = middle.y;
     const double f = std::clamp((y - front) / (back - front), 0.0, 1.0);
-    const double x = (right.innerMargin.x + left.innerMargin.x) / 2.0;
+    const double x = middle.x;
     const double vault = 4.5 + 10.5 * smoothstep(-0.1, 0.6, f);
     const double set = 6.5 * (1.0 - f);
     return {x, y + set, roof ? std::max(vault + 2.5, 15.0) : vault};
@@ -360,7 +378,7 @@ Mesh GumShaper::lowerMesh(const std::vector<Row> &all) const
     for (const bool first : {true, false}) {
         std::vector<std::uint32_t> chain = first ? chains.front() : chains.back();
         std::rotate(chain.begin(), chain.end() - basePoints / 2, chain.end());
-        closeEnd(mesh, chain, !first);
+        closeEnd(mesh, chain, first);
     }
     return mesh;
 }
@@ -400,8 +418,8 @@ Mesh GumShaper::upperMesh(const std::vector<Row> &all) const
         chain.push_back(shared ? chains[opposite].back() : add(vault));
         if (r > 0) joinRows(mesh, chains[r - 1], chain, false);
     }
-    closeEnd(mesh, chains.front(), false);
-    closeEnd(mesh, chains.back(), true);
+    closeEnd(mesh, chains.front(), true);
+    closeEnd(mesh, chains.back(), false);
     return mesh;
 }
 
