@@ -1,11 +1,13 @@
 #include "tests/tools/MeshgenBracketCrown.h"
 #include "tests/tools/MeshgenBracketMeasurements.h"
 #include "tools/meshgen/BracketParts.h"
-#include "tools/meshgen/BracketShape.h"
 #include "tools/meshgen/ButtonParts.h"
-#include "tools/meshgen/ButtonShape.h"
+#include "tools/meshgen/SampleMeshes.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <string>
 
 namespace kelo::meshgen {
 namespace {
@@ -23,22 +25,21 @@ struct Bonded
     Mesh button;
 };
 
+/// The patient as the program writes it: simplified teeth, meshes in the renderer's order.
 const std::vector<Bonded> &patient()
 {
     static const std::vector<Bonded> all = [] {
-        const HookTable hooks = readHooks(KELO_HOOK_TABLE);
+        const HookTable hooks = readHooks(KELO_MESH_PARAMETERS "/hooks.csv");
+        const SamplePatient sample = makeSamplePatient(KELO_MESH_PARAMETERS);
+        std::map<std::string, const Mesh *> meshes;
+        for (const NamedMesh &named : sample.meshes)
+            meshes[named.name] = &named.mesh;
         std::vector<Bonded> result;
-        for (const Tooth &tooth : arrangeTeeth(hooks)) {
-            const ToothPlacement &placement = tooth.placement;
-            Bonded bonded{placement,
-                          hooks.at(test::bracketKey(placement.number)),
-                          hooks.at(test::buttonKey(placement.number)),
-                          inJaw(tooth.ownMesh, placement),
-                          {},
-                          {}};
-            bonded.bracket = makeBracket(bonded.tooth, placement, bonded.hook);
-            bonded.button = makeButton(bonded.tooth, placement, bonded.neck);
-            result.push_back(std::move(bonded));
+        for (const Tooth &tooth : sample.teeth) {
+            const std::string key = test::bracketKey(tooth.placement.number);
+            result.push_back({tooth.placement, hooks.at(key), hooks.at(key + "l"),
+                              *meshes.at("_tooth_" + key), *meshes.at("bracket_" + key),
+                              *meshes.at("button_" + key)});
         }
         return result;
     }();

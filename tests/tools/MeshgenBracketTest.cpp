@@ -18,7 +18,7 @@ using Sentences = std::vector<std::string>;
 
 const HookTable &hooks()
 {
-    static const HookTable table = readHooks(KELO_HOOK_TABLE);
+    static const HookTable table = readHooks(KELO_MESH_PARAMETERS "/hooks.csv");
     return table;
 }
 

@@ -6,4 +6,4 @@ kelo_test(tools_meshgen_brackets_test
         MeshgenBracketTest.cpp
     LINKS kelo_meshgen)
 target_compile_definitions(tools_meshgen_brackets_test PRIVATE
-    KELO_HOOK_TABLE="${PROJECT_SOURCE_DIR}/resources/meshes/hooks.csv")
+    KELO_MESH_PARAMETERS="${PROJECT_SOURCE_DIR}/resources/meshes")

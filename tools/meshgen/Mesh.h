@@ -52,8 +52,9 @@ struct RayHit
 std::optional<RayHit> raycast(const Mesh &mesh, Vec3 origin, Vec3 direction);
 
 /// What is wrong with a mesh, a sentence each: edges that do not belong to exactly two faces,
-/// neighbours wound against each other, negative volume, normals that are not of length 1.
-/// Vertices at exactly the same position count as one. Empty when all is well.
+/// neighbours wound against each other, shells without positive volume, triangles without area,
+/// normals that are missing or not of length 1.
+/// Vertices whose written positions are the same count as one. Empty when all is well.
 std::vector<std::string> meshDefects(const Mesh &mesh);
 
 } // namespace kelo::meshgen
