@@ -82,9 +82,9 @@ TEST(OBJReaderFailure, aDirectoryIsFalseWithoutAMessage)
 
 TEST(OBJReaderFailure, aPipeHasNoSizeAndIsNotWaitedFor)
 {
-    char folder[] = "/tmp/pipeXXXXXX";
-    ASSERT_NE(::mkdtemp(folder), nullptr);
-    const std::string path = std::string(folder) + "/pipe.obj";
+    std::string folder = std::filesystem::temp_directory_path() / "pipeXXXXXX";
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    const std::string path = folder + "/pipe.obj";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     const Call call(path);
     EXPECT_FALSE(call.read);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <numbers>
 #include <stdexcept>
 #include <string>
@@ -80,10 +81,9 @@ class TemporaryFile
 public:
     explicit TemporaryFile(const std::string &contents)
     {
-        char name[] = "/tmp/objXXXXXX";
-        const int descriptor = ::mkstemp(name);
+        path = std::filesystem::temp_directory_path() / "objXXXXXX";
+        const int descriptor = ::mkstemp(path.data());
         if (descriptor < 0) throw std::runtime_error("no temporary file");
-        path = name;
         std::FILE *file = ::fdopen(descriptor, "wb");
         const bool written =
             std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
