@@ -1,0 +1,341 @@
+#include "viewer/TreatmentSession.h"
+
+#include "viewer/TreatmentSchema.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace viewer {
+namespace {
+
+std::string joined(const std::vector<std::string> &members)
+{
+    std::string text;
+    for (const std::string &member : members)
+        text += (text.empty() ? "" : ",") + member;
+    return text;
+}
+
+template<class Type>
+std::optional<long> typeIDOf(const std::shared_ptr<Type> &type)
+{
+    return type ? std::optional<long>(type->typeID) : std::nullopt;
+}
+
+ElasticRecord recordOf(const kelo::ElasticModel &elastic)
+{
+    return {typeIDOf(elastic.elasticsConfigType()), typeIDOf(elastic.elasticsSizeType()),
+            elastic.bracketSequence()};
+}
+
+/// The value of every model: the note's, or what a key that is left out stands for.
+template<class Value>
+kelo::NameKeyDictionary<Value> completed(const kelo::DXDocumentModel::Models &models,
+                                         const kelo::NameKeyDictionary<Value> &values,
+                                         const Value &leftOut)
+{
+    kelo::NameKeyDictionary<Value> complete;
+    for (const auto &[key, model] : models) {
+        const auto value = values.find(key);
+        complete.emplace(key, value == values.end() ? leftOut : value->second);
+    }
+    return complete;
+}
+
+QString sequenceText(const ElasticRecord &record)
+{
+    return QString::fromStdString(joined(record.bracketSequence));
+}
+
+} // namespace
+
+TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
+                                   std::shared_ptr<kelo::DXDocumentModel> document)
+    : store_(std::move(store)), treatmentID_(treatmentID), document_(std::move(document))
+{
+    listen();
+    document_->setDelegate(&delegate_);
+}
+
+TreatmentSession::~TreatmentSession()
+{
+    close();
+}
+
+void TreatmentSession::listen()
+{
+    // Each operation: store first, then pass on.
+    const auto passOn = [this](auto operation, auto &&...arguments) {
+        if (!nextDelegate_) return;
+        if (const auto called = nextDelegate_->*operation)
+            called(std::forward<decltype(arguments)>(arguments)...);
+    };
+    using Delegate = kelo::DXDocumentModelDelegate;
+    delegate_.tooth_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        NoteReport tooth = newReport();
+        tooth.toothVisibilities.emplace(key, visible);
+        report(std::move(tooth));
+        passOn(&Delegate::tooth_visibilityDidChange, key, visible);
+    };
+    // Brackets and buttons come again, gathered.
+    delegate_.bracket_visibilityDidChange = [passOn](const std::string &key, bool visible) {
+        passOn(&Delegate::bracket_visibilityDidChange, key, visible);
+    };
+    delegate_.button_visibilityDidChange = [passOn](const std::string &key, bool visible) {
+        passOn(&Delegate::button_visibilityDidChange, key, visible);
+    };
+    delegate_.bracketUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {
+        reportBrackets();
+        passOn(&Delegate::bracketUpdatesAvailable, model);
+    };
+    delegate_.buttonUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {
+        reportButtons();
+        passOn(&Delegate::buttonUpdatesAvailable, model);
+    };
+    const auto aboutElastic = [this, passOn](auto operation, ElasticsEvent event) {
+        return
+            [this, passOn, operation, event](const std::shared_ptr<kelo::ElasticModel> &elastic) {
+                reportElastics(event, joined(elastic->bracketSequence()));
+                passOn(operation, elastic);
+            };
+    };
+    delegate_.elasticModelPlaced =
+        aboutElastic(&Delegate::elasticModelPlaced, ElasticsEvent::Placed);
+    delegate_.elasticModelRemoved =
+        aboutElastic(&Delegate::elasticModelRemoved, ElasticsEvent::Removed);
+    delegate_.elasticModelColorDidChange =
+        aboutElastic(&Delegate::elasticModelColorDidChange, ElasticsEvent::Recolored);
+    delegate_.elasticModelsRefactoredAroundBrackets =
+        [this, passOn](const std::vector<std::string> &keys) {
+            reportElastics(ElasticsEvent::Refactored, joined(keys));
+            passOn(&Delegate::elasticModelsRefactoredAroundBrackets, keys);
+        };
+}
+
+NoteReport TreatmentSession::newReport() const
+{
+    NoteReport made;
+    made.date = date_;
+    made.changedAt = store_->now();
+    return made;
+}
+
+void TreatmentSession::reportBrackets()
+{
+    NoteReport brackets = newReport();
+    brackets.bracketVisibilities = document_->bracketVisibilityUpdates();
+    for (const auto &[key, typeID] : document_->bracketColorTypeIDUpdates())
+        brackets.bracketColorTypeIDs.emplace(
+            key, typeID == storedNoColorTypeID ? std::nullopt : std::optional<long>(typeID));
+    if (!brackets.bracketVisibilities.empty() || !brackets.bracketColorTypeIDs.empty())
+        report(std::move(brackets));
+}
+
+void TreatmentSession::reportButtons()
+{
+    NoteReport buttons = newReport();
+    buttons.buttonVisibilities = document_->buttonVisibilityUpdates();
+    if (!buttons.buttonVisibilities.empty()) report(std::move(buttons));
+}
+
+void TreatmentSession::reportElastics(ElasticsEvent event, const std::string &key)
+{
+    ElasticsReport elastics{event, key, {}};
+    for (const auto &elastic : document_->elasticModels()) {
+        if (elastic) elastics.elastics.push_back(recordOf(*elastic));
+    }
+    elastics.elastics.insert(elastics.elastics.end(), elasticsNotShown_.begin(),
+                             elasticsNotShown_.end());
+    NoteReport changed = newReport();
+    changed.elastics = std::move(elastics);
+    report(std::move(changed));
+}
+
+void TreatmentSession::setApprovedDate(const std::optional<QDate> &approvedDate)
+{
+    approvedDate_ = approvedDate;
+    NoteReport approval = newReport();
+    approval.approval = ApprovalReport{approvedDate};
+    report(std::move(approval));
+}
+
+void TreatmentSession::takeOutstandingUpdates()
+{
+    document_->flushOutstandingUpdates();
+    // What was gathered before this session listened has no timer any more.
+    reportBrackets();
+    reportButtons();
+}
+
+void TreatmentSession::report(NoteReport report)
+{
+    // Before the first note is opened there is no date to store a change under: what stands in the
+    // document then is no note's.
+    if (!date_.isValid()) return;
+    keptReports_.push_back(std::move(report));
+    const StoreOutcome outcome = storeKeptReports();
+    if (!outcome) tellFailure(outcome.failure());
+}
+
+StoreOutcome TreatmentSession::storeKeptReports()
+{
+    // A handler may bring the next report: it waits for its turn in the loop below.
+    if (storing_) return std::monostate();
+    storing_ = true;
+    StoreOutcome outcome = std::monostate();
+    while (!keptReports_.empty() && outcome) {
+        outcome = store_->write(treatmentID_, keptReports_.front());
+        if (!outcome) break;
+        const NoteReport stored = std::move(keptReports_.front());
+        keptReports_.pop_front();
+        toldProblem_.reset();
+        if (const auto handler = storedHandler) handler(stored);
+    }
+    storing_ = false;
+    return outcome;
+}
+
+void TreatmentSession::tellFailure(const StoreFailure &failure)
+{
+    if (toldProblem_ == failure.problem) return;
+    toldProblem_ = failure.problem;
+    if (const auto handler = failureHandler)
+        handler(QStringLiteral("The changes could not be stored and are kept in memory for the "
+                               "next try: %1")
+                    .arg(failure.sentence));
+}
+
+StoreOutcome TreatmentSession::close()
+{
+    if (document_->delegate() == &delegate_) {
+        takeOutstandingUpdates();
+        document_->setDelegate(nullptr);
+    }
+    return storeKeptReports();
+}
+
+std::optional<QDate> TreatmentSession::lastKeptDateBefore(const QDate &date) const
+{
+    std::optional<QDate> last;
+    for (const NoteReport &kept : keptReports_) {
+        if (kept.date < date && (!last || *last < kept.date)) last = kept.date;
+    }
+    return last;
+}
+
+/// The note as it will stand in the database once the kept reports are stored.
+StoreResult<std::optional<NoteRecord>> TreatmentSession::noteToShow(const QDate &date)
+{
+    auto found = store_->note(treatmentID_, date);
+    if (!found) return found;
+    std::optional<NoteRecord> note = found.value();
+    if (!note) {
+        auto earlier = store_->lastNoteBefore(treatmentID_, date);
+        if (!earlier) return earlier;
+        std::optional<QDate> earlierDate = lastKeptDateBefore(date);
+        if (earlier.value() && (!earlierDate || *earlierDate < earlier.value()->date))
+            earlierDate = earlier.value()->date;
+        note = NoteRecord();
+        if (earlierDate) {
+            earlier = noteToShow(*earlierDate);
+            if (!earlier) return earlier;
+            note = earlier.value().value_or(NoteRecord());
+        }
+        note = noteStartedFrom(std::move(*note), date);
+    }
+    for (const NoteReport &kept : keptReports_) {
+        if (kept.date == date) note = noteAfterReport(std::move(*note), kept);
+    }
+    return note;
+}
+
+StoreResult<QStringList> TreatmentSession::openNote(const QDate &date)
+{
+    takeOutstandingUpdates();
+    const auto note = noteToShow(date);
+    if (!note) return note.failure();
+    date_ = date;
+    return show(note.value().value_or(NoteRecord()));
+}
+
+QStringList TreatmentSession::show(const NoteRecord &note)
+{
+    QStringList sentences;
+    approvedDate_ = note.approvedDate;
+    document_->setToothVisibilities(
+        completed(document_->toothModels(), note.toothVisibilities, true));
+    document_->setBracketVisibilities(
+        completed(document_->bracketModels(), note.bracketVisibilities, false));
+    document_->setButtonVisibilities(
+        completed(document_->buttonModels(), note.buttonVisibilities, false));
+    // Nothing stands for no colour: 4999 is in no catalogue, and would be complained about.
+    document_->setBracketColorTypeIDs(
+        completed(document_->bracketModels(), note.bracketColorTypeIDs, std::optional<long>()));
+
+    kelo::DXDocumentModel::ElasticModels elastics;
+    elasticsNotShown_.clear();
+    for (const ElasticRecord &record : note.elastics) {
+        if (auto elastic = elasticOf(record, sentences))
+            elastics.push_back(std::move(elastic));
+        else
+            elasticsNotShown_.push_back(record);
+    }
+    document_->setElasticModels(elastics);
+    return sentences;
+}
+
+std::shared_ptr<kelo::ElasticModel> TreatmentSession::elasticOf(const ElasticRecord &record,
+                                                                QStringList &sentences) const
+{
+    for (const std::string &member : record.bracketSequence) {
+        if (document_->bracketModels().contains(member) ||
+            document_->buttonModels().contains(member))
+            continue;
+        sentences.append(QStringLiteral("The elastic %1 is not shown: %2 is no bracket or button "
+                                        "of this document")
+                             .arg(sequenceText(record), QString::fromStdString(member)));
+        return nullptr;
+    }
+    const auto size =
+        record.elasticsSizeTypeID ? sizeType(*record.elasticsSizeTypeID, sentences) : nullptr;
+    const auto config =
+        record.elasticsConfigTypeID ? configType(*record.elasticsConfigTypeID, sentences) : nullptr;
+    return std::make_shared<kelo::ElasticModel>(config, size, record.bracketSequence);
+}
+
+std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
+                                                                   QStringList &sentences) const
+{
+    const auto &available = document_->availableElasticsSizeTypes();
+    const auto known = available.find(typeID);
+    if (known != available.end() && known->second) return known->second;
+    const QString sentence =
+        QStringLiteral("The elastic size %1 is not in the catalogue; elastics of this size are "
+                       "shown without colour")
+            .arg(typeID);
+    if (!sentences.contains(sentence)) sentences.append(sentence);
+    // A size of its own carries the identifier back to the store.
+    auto unknown = std::make_shared<kelo::ElasticsSizeType>();
+    unknown->typeID = typeID;
+    unknown->typeLabel = "Size " + std::to_string(typeID);
+    return unknown;
+}
+
+std::shared_ptr<kelo::ElasticsConfigType> TreatmentSession::configType(long typeID,
+                                                                       QStringList &sentences) const
+{
+    const auto &available = document_->availableElasticsConfigTypes();
+    const auto known = std::find_if(available.begin(), available.end(), [typeID](const auto &type) {
+        return type && type->typeID == typeID;
+    });
+    if (known != available.end()) return *known;
+    const QString sentence =
+        QStringLiteral("The elastic configuration %1 is not in the catalogue").arg(typeID);
+    if (!sentences.contains(sentence)) sentences.append(sentence);
+    auto unknown = std::make_shared<kelo::ElasticsConfigType>();
+    unknown->typeID = typeID;
+    unknown->typeLabel = "Configuration " + std::to_string(typeID);
+    return unknown;
+}
+
+} // namespace viewer

@@ -1,0 +1,197 @@
+#include "viewer/TreatmentStore.h"
+
+#include "viewer/TreatmentSchema.h"
+#include "viewer/TreatmentStoreConnection.h"
+#include "viewer/TreatmentStoreTables.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+#include <type_traits>
+
+namespace viewer {
+namespace {
+
+using Mode = TreatmentStoreConnection::Mode;
+using Kind = StoreTransaction::Kind;
+
+/// The action's value, or the failure that it threw.
+template<class Action>
+auto resultOf(Action &&action) -> StoreResult<std::invoke_result_t<Action>>
+{
+    try {
+        return action();
+    } catch (const StoreError &error) {
+        return error.failure();
+    }
+}
+
+/// The same inside one transaction.
+template<class Action>
+auto resultOf(TreatmentStoreConnection &connection, Kind kind, Action &&action)
+{
+    return resultOf([&] {
+        StoreTransaction transaction(connection, kind);
+        auto value = action();
+        transaction.commit();
+        return value;
+    });
+}
+
+/// A look at a file that may be none of ours, before anything touches it.
+void assertFileIsOurs(const QString &path)
+{
+    if (path == QStringLiteral(":memory:") || QFileInfo(path).size() == 0) return;
+    try {
+        TreatmentStoreConnection look(path, Mode::Untouched);
+        assertSchemaIsReadable(look);
+    } catch (const StoreError &error) {
+        // Everything else (a lock, the remains of a killed program) is for the real opening.
+        switch (error.failure().problem) {
+        case StoreProblem::NewerVersion:
+        case StoreProblem::Foreign:
+        case StoreProblem::NotADatabase:
+        case StoreProblem::Damaged:
+            throw;
+        default:
+            break;
+        }
+    }
+}
+
+void prepare(TreatmentStoreConnection &connection)
+{
+    connection.pragma(QStringLiteral("foreign_keys = ON"));
+    // Damage is noticed where a page is read, instead of turning up as odd content.
+    connection.pragma(QStringLiteral("cell_size_check = ON"));
+    assertSchemaIsReadable(connection);
+    try {
+        connection.pragma(QStringLiteral("journal_mode = WAL"));
+    } catch (const StoreError &error) {
+        if (error.failure().problem != StoreProblem::ReadOnly) throw;
+    }
+    connection.pragma(QStringLiteral("synchronous = FULL"));
+    bringSchemaUpToDate(connection);
+}
+
+} // namespace
+
+TreatmentStore::TreatmentStore(std::unique_ptr<TreatmentStoreConnection> connection)
+    : connection_(std::move(connection)), clock_(&QDateTime::currentMSecsSinceEpoch)
+{}
+
+TreatmentStore::~TreatmentStore() = default;
+
+StoreResult<std::shared_ptr<TreatmentStore>> TreatmentStore::open(const QString &path)
+{
+    return resultOf([&] {
+        assertFileIsOurs(path);
+        auto connection = std::make_unique<TreatmentStoreConnection>(path, Mode::ReadAndWrite);
+        prepare(*connection);
+        return std::shared_ptr<TreatmentStore>(new TreatmentStore(std::move(connection)));
+    });
+}
+
+const QString &TreatmentStore::path() const
+{
+    return connection_->path();
+}
+
+const QString &TreatmentStore::connectionName() const
+{
+    return connection_->name();
+}
+
+StoreResult<qint64> TreatmentStore::createPatient(const PatientRecord &patient)
+{
+    return resultOf(*connection_, Kind::Writing,
+                    [&] { return tables::insertPatient(*connection_, patient); });
+}
+
+StoreResult<std::vector<StoredPatient>> TreatmentStore::patients()
+{
+    return resultOf([&] { return tables::patients(*connection_); });
+}
+
+StoreResult<qint64> TreatmentStore::createTreatment(qint64 patientID,
+                                                    const std::optional<QDate> &currentDate)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        return tables::insertTreatment(*connection_, patientID, currentDate, std::nullopt);
+    });
+}
+
+StoreResult<std::vector<StoredTreatment>> TreatmentStore::treatments(qint64 patientID)
+{
+    return resultOf([&] { return tables::treatments(*connection_, patientID); });
+}
+
+StoreResult<qint64> TreatmentStore::addTreatment(const TreatmentRecord &record)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        const qint64 patientID = tables::insertPatient(*connection_, record.patient);
+        const qint64 treatmentID = tables::insertTreatment(*connection_, patientID,
+                                                           record.currentDate, record.approvedDate);
+        for (const NoteRecord &note : record.notes)
+            tables::insertNote(*connection_, treatmentID, note);
+        return treatmentID;
+    });
+}
+
+StoreResult<TreatmentRecord> TreatmentStore::loadTreatment(qint64 treatmentID)
+{
+    return resultOf(*connection_, Kind::Reading,
+                    [&] { return tables::treatment(*connection_, treatmentID); });
+}
+
+StoreOutcome TreatmentStore::setApprovedDate(qint64 treatmentID,
+                                             const std::optional<QDate> &approvedDate)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        tables::setApprovedDate(*connection_, treatmentID, approvedDate, now());
+        return std::monostate();
+    });
+}
+
+StoreResult<std::optional<NoteRecord>> TreatmentStore::note(qint64 treatmentID, const QDate &date)
+{
+    return resultOf(*connection_, Kind::Reading, [&] {
+        tables::assertTreatment(*connection_, treatmentID);
+        return tables::note(*connection_, treatmentID, date);
+    });
+}
+
+StoreResult<std::optional<NoteRecord>> TreatmentStore::lastNoteBefore(qint64 treatmentID,
+                                                                      const QDate &date)
+{
+    return resultOf(*connection_, Kind::Reading, [&] {
+        tables::assertTreatment(*connection_, treatmentID);
+        const auto earlier = tables::lastDateBefore(*connection_, treatmentID, date);
+        return earlier ? tables::note(*connection_, treatmentID, *earlier)
+                       : std::optional<NoteRecord>();
+    });
+}
+
+StoreResult<NoteRecord> TreatmentStore::startNote(qint64 treatmentID, const QDate &date)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        if (!tables::noteID(*connection_, treatmentID, date))
+            tables::startNote(*connection_, treatmentID, date, now());
+        return tables::note(*connection_, treatmentID, date).value();
+    });
+}
+
+StoreOutcome TreatmentStore::write(qint64 treatmentID, const NoteReport &report)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        tables::applyReport(*connection_, treatmentID, report, report.changedAt.value_or(now()));
+        return std::monostate();
+    });
+}
+
+StoreResult<std::vector<StoredChange>> TreatmentStore::changes(qint64 treatmentID)
+{
+    return resultOf([&] { return tables::changes(*connection_, treatmentID); });
+}
+
+} // namespace viewer
