@@ -18,7 +18,8 @@ public:
     CommaLocale()
     {
         char name[] = "/tmp/localeXXXXXX";
-        _folder = ::mkdtemp(name);
+        std::string name = std::filesystem::temp_directory_path() / "localeXXXXXX";
+        _folder = ::mkdtemp(name.data());
         std::filesystem::create_directory(_folder / "comma");
         std::ofstream file(_folder / "comma" / "LC_NUMERIC", std::ios::binary);
         const auto number = [&file](std::uint32_t value) {
