@@ -61,6 +61,7 @@ struct Row
     double between = 0.0; ///< 0 on a tooth's axis, 1 between two teeth
     double shrink = 0.0;  ///< 0 within the arch, up to 1 at the end behind the last tooth
     Vec3 outerMargin, innerMargin;
+    Vec3 outerCourse, innerCourse; ///< the margins, evened out over some rows
 };
 
 class GumShaper
@@ -74,6 +75,7 @@ private:
     Vec3 marginPoint(const Tooth &tooth, double u, double side) const;
     std::vector<Row> rows() const;
     void fillEmbrasure(Row &row) const;
+    void evenOut(std::vector<Row> &all) const;
     void addEndRows(std::vector<Row> &result, bool right) const;
     std::vector<Vec3> sideOf(const Row &row, bool outer) const;
     std::vector<Vec3> crestOf(const Row &row) const;
@@ -103,8 +105,8 @@ GumShaper::GumShaper(const std::vector<Tooth> &allTeeth, bool upperJaw) : upper(
     for (const Tooth *tooth : teeth) {
         const ToothPlacement &placement = tooth->placement;
         outward.push_back(normalized({placement.labialNormal.x, placement.labialNormal.y, 0.0}));
-        // The bone follows the roots only half of the way.
-        apical.push_back(normalized(down - placement.occlusalDirection));
+        // The bone follows the roots less than half of the way.
+        apical.push_back(normalized(down * 1.5 - placement.occlusalDirection));
         outerZenith.push_back(marginPoint(*tooth, 0.0, 1.0));
         innerZenith.push_back(marginPoint(*tooth, 0.0, -1.0));
     }
@@ -143,7 +145,12 @@ std::vector<Row> GumShaper::rows() const
     for (std::size_t i = 0; i < teeth.size(); ++i) {
         const Tooth &tooth = *teeth[i];
         const double towardsLeft = isRightSide(tooth.placement.number) ? 1.0 : -1.0;
-        if (i > 0) result.push_back({static_cast<double>(i) - 0.5, 1.0, 0.0, {}, {}});
+        if (i > 0) {
+            Row papilla;
+            papilla.place = static_cast<double>(i) - 0.5;
+            papilla.between = 1.0;
+            result.push_back(papilla);
+        }
         for (int k = 0; k < rowsPerTooth; ++k) {
             // Closer together towards the contacts, where the margin is steep.
             const double f = 2.0 * (k + 0.5) / rowsPerTooth - 1.0;
@@ -172,6 +179,7 @@ std::vector<Row> GumShaper::rows() const
     std::reverse(right.begin(), right.end());
     addEndRows(result, false);
     result.insert(result.begin(), right.begin(), right.end());
+    evenOut(result);
     return result;
 }
 
@@ -187,6 +195,26 @@ void GumShaper::fillEmbrasure(Row &row) const
     };
     fill(row.outerMargin, along(outerZenith, row.place), 1.0);
     fill(row.innerMargin, along(innerZenith, row.place), -1.0);
+}
+
+/// Means over five rows to either side, near rows counting more.
+void GumShaper::evenOut(std::vector<Row> &all) const
+{
+    const auto count = static_cast<int>(all.size());
+    for (int r = 0; r < count; ++r) {
+        Vec3 outer;
+        Vec3 inner;
+        double weights = 0.0;
+        for (int k = -5; k <= 5; ++k) {
+            const Row &row = all[static_cast<std::size_t>(std::clamp(r + k, 0, count - 1))];
+            const double weight = std::exp(-k * k / 8.0);
+            outer += row.outerMargin * weight;
+            inner += row.innerMargin * weight;
+            weights += weight;
+        }
+        all[static_cast<std::size_t>(r)].outerCourse = outer / weights;
+        all[static_cast<std::size_t>(r)].innerCourse = inner / weights;
+    }
 }
 
 /// The ridge behind the last tooth (tuberosity, retromolar pad).
@@ -221,12 +249,13 @@ std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
     const Vec3 out = normalized(along(outward, row.place)) * (outer ? 1.0 : -1.0);
     const Vec3 down = normalized(along(apical, row.place));
     const Vec3 margin = outer ? row.outerMargin : row.innerMargin;
+    const Vec3 course = outer ? row.outerCourse : row.innerCourse;
     const Vec3 zenith = along(outer ? outerZenith : innerZenith, row.place);
     const double wantedBase = upper ? 14.5 : -19.0;
     const double full = upper ? 8.5 : 9.0;
     // Half of the way to a level base, so that the jaw neither tilts with its teeth nor is a block.
     const double level = 0.5 * (zenith.z + down.z * full) + 0.5 * wantedBase;
-    const double innerDepth = upper ? 4.5 : (level - zenith.z) / down.z;
+    const double innerDepth = upper ? 2.6 : (level - zenith.z) / down.z;
     const double depth = outer ? (level - zenith.z) / down.z : innerDepth;
     std::vector<Vec3> points;
     for (int k = 0; k <= sidePoints; ++k) {
@@ -236,9 +265,12 @@ std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
         const double hollow = outer ? 0.6 : 0.3;
         const double recess =
             row.shrink > 0.0 ? 0.0 : hollow * row.between * (1.0 - 0.8 * smoothstep(0.4, 1.0, f));
-        const double flare = outer ? 1.5 * smoothstep(0.55, 1.0, f) + 0.35 * smoothstep(0.1, 0.5, f)
-                                   : 0.5 * smoothstep(0.2, 0.9, f);
-        const Vec3 near = margin + down * d + out * stand;
+        const double flare = (1.0 - 0.8 * row.shrink) * (outer ? 1.5 * smoothstep(0.55, 1.0, f) +
+                                                                     0.35 * smoothstep(0.1, 0.5, f)
+                                                               : 0.5 * smoothstep(0.2, 0.9, f));
+        // The thin margin keeps to the crown; what lies below it knows no single wrinkle.
+        const Vec3 from = mixed(margin, course, smoothstep(0.15, 1.4, d));
+        const Vec3 near = from + down * d + out * stand;
         const Vec3 far = zenith + down * d + out * (stand + flare - recess);
         points.push_back(mixed(near, far, smoothstep(0.0, std::min(5.0, 0.95 * depth), d)));
     }
@@ -280,8 +312,12 @@ void GumShaper::shrinkEnd(const Row &row, std::vector<Vec3> &points) const
     const double keep = std::sqrt(std::max(0.0, 1.0 - std::pow(row.shrink, 4.0))) * 0.75 + 0.25;
     const Vec3 out = normalized(along(outward, row.place));
     const Vec3 middle = (row.outerMargin + row.innerMargin) / 2.0;
-    const double base = points.front().z;
-    for (Vec3 &point : points) {
+    const double outerBase = points.front().z;
+    const double innerBase = points.back().z;
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        Vec3 &point = points[k];
+        const double f = static_cast<double>(k) / static_cast<double>(points.size() - 1);
+        const double base = outerBase * (1.0 - f) + innerBase * f;
         point -= out * (dot(point - middle, out) * (1.0 - keep));
         point.z = base + (point.z - base) * keep;
     }
@@ -297,9 +333,9 @@ Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
     const double y = middle.y;
     const double f = std::clamp((y - front) / (back - front), 0.0, 1.0);
     const double x = middle.x;
-    const double vault = 4.5 + 10.5 * smoothstep(-0.1, 0.6, f);
+    const double vault = 6.2 + 11.0 * smoothstep(-0.12, 0.6, f);
     const double set = 6.5 * (1.0 - f);
-    return {x, y + set, roof ? std::max(vault + 2.5, 15.0) : vault};
+    return {x, y + set, roof ? std::max(vault + 2.5, 17.0) : vault};
 }
 
 /// From the end of a side to the middle line: first on in the side's direction, then level.

@@ -1,0 +1,185 @@
+// The sample patient as a whole: which files there are, what they cost, how they are made and where
+// everything stands.
+
+#include "tools/meshgen/Report.h"
+#include "tools/meshgen/SampleMeshes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace kelo::meshgen;
+
+const SamplePatient &patient()
+{
+    static const SamplePatient made = makeSamplePatient(KELO_MESH_PARAMETERS);
+    return made;
+}
+
+std::string contents(const std::filesystem::path &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::map<std::string, std::string> filesOf(const std::filesystem::path &folder)
+{
+    std::map<std::string, std::string> files;
+    for (const auto &entry : std::filesystem::directory_iterator(folder))
+        files[entry.path().filename().string()] = contents(entry.path());
+    return files;
+}
+
+/// An empty folder that is removed with its contents at the end of the test.
+struct ScratchFolder
+{
+    explicit ScratchFolder(const std::string &name)
+        : path(std::filesystem::temp_directory_path() /
+               (name + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
+                std::to_string(reinterpret_cast<std::uintptr_t>(this))))
+    {
+        std::filesystem::create_directories(path);
+    }
+    ~ScratchFolder() { std::filesystem::remove_all(path); }
+    std::filesystem::path path;
+};
+
+TEST(MeshgenPatient, theFilesOfTwoRunsHaveTheSameBytes)
+{
+    const ScratchFolder first("meshgen-first");
+    const ScratchFolder second("meshgen-second");
+    writeMeshes(makeSamplePatient(KELO_MESH_PARAMETERS), first.path.string());
+    writeMeshes(makeSamplePatient(KELO_MESH_PARAMETERS), second.path.string());
+    const auto files = filesOf(first.path);
+    EXPECT_EQ(files.size(), 86U);
+    EXPECT_EQ(files, filesOf(second.path));
+}
+
+TEST(MeshgenPatient, everyFileHasTheNameThatTheLoaderAsksForAndEndsWithALineBreak)
+{
+    const ScratchFolder folder("meshgen-names");
+    writeMeshes(patient(), folder.path.string());
+    std::set<std::string> expected = {"_upper_gums.obj", "_lower_gums.obj"};
+    for (int number = 2; number <= 31; ++number) {
+        if (number == 16 || number == 17) continue; // wisdom teeth
+        const std::string key = std::to_string(number);
+        expected.insert("_tooth_" + key + ".obj");
+        expected.insert("bracket_" + key + ".obj");
+        expected.insert("button_" + key + ".obj");
+    }
+    std::set<std::string> found;
+    for (const auto &[name, text] : filesOf(folder.path)) {
+        found.insert(name);
+        ASSERT_FALSE(text.empty()) << name;
+        EXPECT_EQ(text.back(), '\n') << name;
+    }
+    EXPECT_EQ(found, expected);
+}
+
+TEST(MeshgenPatient, allMeshesTogetherStayWithinTheTrianglesOfAFrame)
+{
+    std::size_t triangles = 0;
+    for (const NamedMesh &named : patient().meshes)
+        triangles += named.mesh.triangles.size();
+    EXPECT_LE(triangles, 145000U);
+}
+
+TEST(MeshgenPatient, everyMeshIsClosedWoundOutwardsAndHasUnitNormals)
+{
+    for (const NamedMesh &named : patient().meshes) {
+        EXPECT_FALSE(named.mesh.triangles.empty()) << named.name;
+        for (const std::string &defect : meshDefects(named.mesh))
+            ADD_FAILURE() << named.name << ": " << defect;
+    }
+}
+
+TEST(MeshgenPatient, teethAndGumsAreSmoothWithOneNormalForEveryPoint)
+{
+    for (const NamedMesh &named : patient().meshes) {
+        if (named.name[0] != '_') continue;
+        std::set<std::array<double, 3>> points;
+        for (const Vec3 &p : named.mesh.positions)
+            points.insert({p.x, p.y, p.z});
+        EXPECT_EQ(points.size(), named.mesh.positions.size()) << named.name;
+    }
+}
+
+TEST(MeshgenPatient, neighboursTouchWithinThreeTenthsOfAMillimetre)
+{
+    const auto &teeth = patient().teeth;
+    ASSERT_EQ(teeth.size(), 28U);
+    for (std::size_t i = 0; i + 1 < teeth.size(); ++i) {
+        if (i == 13) continue; // from the last upper to the first lower tooth
+        EXPECT_LE(std::abs(contactGap(teeth[i], teeth[i + 1])), 0.3)
+            << teeth[i].placement.number << " and " << teeth[i + 1].placement.number;
+    }
+}
+
+TEST(MeshgenPatient, everyAnchorLiesOutsideTheTeethOfItsJaw)
+{
+    const auto anchors = measureAnchors(patient(), KELO_MESH_PARAMETERS);
+    ASSERT_EQ(anchors.size(), 103U);
+    for (const AnchorMeasure &anchor : anchors)
+        EXPECT_GT(anchor.toothDistance, 0.0)
+            << "anchor " << anchor.index << " at tooth " << anchor.nearestTooth;
+}
+
+TEST(MeshgenPatient, everyAnchorIsWithinTwoMillimetresOfAToothOrBracketOfItsJaw)
+{
+    for (const AnchorMeasure &anchor : measureAnchors(patient(), KELO_MESH_PARAMETERS))
+        EXPECT_LE(anchor.surfaceDistance, 2.0)
+            << "anchor " << anchor.index << " at tooth " << anchor.nearestTooth;
+}
+
+TEST(MeshgenPatient, upperTeethOverlapLowerFrontTeethByAboutTwoAndAHalf)
+{
+    const auto edge = [](int number) {
+        double lowest = 1e9;
+        double highest = -1e9;
+        for (const NamedMesh &named : patient().meshes)
+            if (named.name == "_tooth_" + std::to_string(number))
+                for (const Vec3 &p : named.mesh.positions) {
+                    lowest = std::min(lowest, p.z);
+                    highest = std::max(highest, p.z);
+                }
+        return number <= 15 ? lowest : highest;
+    };
+    EXPECT_NEAR(edge(25) - edge(8), 2.5, 0.5);
+    EXPECT_NEAR(edge(24) - edge(9), 2.5, 0.5);
+}
+
+TEST(MeshgenPatient, aMissingHookTableIsReportedWithItsPath)
+{
+    try {
+        makeSamplePatient("/nowhere");
+        FAIL() << "nothing was thrown";
+    } catch (const std::runtime_error &error) {
+        EXPECT_STREQ(error.what(), "Cannot read \"/nowhere/hooks.csv\"");
+    }
+}
+
+TEST(MeshgenPatient, aMalformedHookIsReportedWithItsLine)
+{
+    const ScratchFolder folder("meshgen-hooks");
+    const std::string path = (folder.path / "hooks.csv").string();
+    std::ofstream(path) << "key,px,py,pz,dx,dy,dz,radius\n2,1,2,3,0,0,1,0.2\n3,1,x,3,0,0,1,0.2\n";
+    try {
+        readHooks(path);
+        FAIL() << "nothing was thrown";
+    } catch (const std::runtime_error &error) {
+        EXPECT_EQ(error.what(), "Malformed hook on line 3 of \"" + path + "\"");
+    }
+}
+
+} // namespace

@@ -1,0 +1,161 @@
+// Single teeth against the tables of dental anatomy.
+
+#include "tools/meshgen/Report.h"
+#include "tools/meshgen/ToothShape.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace {
+
+using namespace kelo::meshgen;
+
+struct TableRow
+{
+    int right, left;
+    double height, mesiodistal, buccolingual;
+};
+
+// Crown dimensions of permanent teeth (Wheeler/Ash), mm.
+constexpr std::array<TableRow, 14> table = {{
+    {8, 9, 10.5, 8.5, 7.0},
+    {7, 10, 9.0, 6.5, 6.0},
+    {6, 11, 10.0, 7.5, 8.0},
+    {5, 12, 8.5, 7.0, 9.0},
+    {4, 13, 8.5, 7.0, 9.0},
+    {3, 14, 7.5, 10.0, 11.0},
+    {2, 15, 7.0, 9.0, 11.0},
+    {25, 24, 9.0, 5.0, 6.0},
+    {26, 23, 9.5, 5.5, 6.5},
+    {27, 22, 11.0, 7.0, 7.5},
+    {28, 21, 8.5, 7.0, 7.5},
+    {29, 20, 8.0, 7.0, 8.0},
+    {30, 19, 7.5, 11.0, 10.5},
+    {31, 18, 7.0, 10.5, 10.0},
+}};
+
+/// The height of a tooth's surface over a point of its own base plane.
+double heightAt(const Mesh &tooth, double x, double y)
+{
+    const auto hit = raycast(tooth, {x, y, 50.0}, {0.0, 0.0, -1.0});
+    return hit ? hit->position.z : -1e9;
+}
+
+TEST(MeshgenTooth, everyCrownIsWithinEightPercentOfTheTables)
+{
+    const SamplePatient patient = makeSamplePatient(KELO_MESH_PARAMETERS);
+    const std::vector<ToothMeasures> measures = measureTeeth(patient);
+    ASSERT_EQ(measures.size(), 28U);
+    for (const ToothMeasures &m : measures) {
+        const auto row = std::find_if(table.begin(), table.end(), [&](const TableRow &r) {
+            return r.right == m.number || r.left == m.number;
+        });
+        ASSERT_NE(row, table.end()) << m.number;
+        EXPECT_NEAR(m.height, row->height, 0.08 * row->height) << m.number;
+        EXPECT_NEAR(m.mesiodistal, row->mesiodistal, 0.08 * row->mesiodistal) << m.number;
+        EXPECT_NEAR(m.buccolingual, row->buccolingual, 0.08 * row->buccolingual) << m.number;
+    }
+}
+
+TEST(MeshgenTooth, rightAndLeftDifferByNoMoreThanAFewTenths)
+{
+    for (const TableRow &row : table) {
+        const CrownDimensions right = toothAnatomy(row.right).dimensions;
+        const CrownDimensions left = toothAnatomy(row.left).dimensions;
+        EXPECT_NEAR(right.mesiodistal, left.mesiodistal, 0.3) << row.right;
+        EXPECT_NEAR(right.height, left.height, 0.3) << row.right;
+    }
+}
+
+TEST(MeshgenTooth, anIncisorIsAWedgeThatThinsTowardsItsEdge)
+{
+    for (const int number : {8, 7, 25, 26}) {
+        const ToothAnatomy anatomy = toothAnatomy(number);
+        const Mesh tooth = makeTooth(anatomy);
+        const auto thickness = [&](double z) {
+            const auto labial = raycast(tooth, {0.0, 30.0, z}, {0.0, -1.0, 0.0});
+            const auto lingual = raycast(tooth, {0.0, -30.0, z}, {0.0, 1.0, 0.0});
+            return labial && lingual ? labial->position.y - lingual->position.y : 0.0;
+        };
+        const double height = anatomy.dimensions.height;
+        EXPECT_GT(thickness(0.25 * height), 1.5 * thickness(0.55 * height)) << number;
+        EXPECT_GT(thickness(0.55 * height), 1.3 * thickness(0.9 * height)) << number;
+        EXPECT_GT(thickness(0.9 * height), 0.5) << number;
+    }
+}
+
+TEST(MeshgenTooth, anUpperCentralIncisorHasALingualFossaBetweenMarginalRidges)
+{
+    const ToothAnatomy anatomy = toothAnatomy(8);
+    const Mesh tooth = makeTooth(anatomy);
+    const double z = 0.55 * anatomy.dimensions.height;
+    const auto lingual = [&](double u) {
+        const double x = u * anatomy.dimensions.mesiodistal / 2.0;
+        return raycast(tooth, {x, -30.0, z}, {0.0, 1.0, 0.0})->position.y;
+    };
+    // Lingual is towards smaller y: the ridges stand out farther than the middle.
+    EXPECT_LT(lingual(0.7), lingual(0.0) - 0.1);
+    EXPECT_LT(lingual(-0.7), lingual(0.0) - 0.1);
+}
+
+TEST(MeshgenTooth, theDistalCornerOfAnUpperCentralIncisorIsRounderThanTheMesialOne)
+{
+    const ToothAnatomy anatomy = toothAnatomy(8);
+    const Mesh tooth = makeTooth(anatomy);
+    const auto edgeHeightAt = [&](double u) {
+        double highest = -1e9;
+        for (const Vec3 &p : tooth.positions)
+            if (std::abs(p.x - u * anatomy.dimensions.mesiodistal / 2.0) < 0.1)
+                highest = std::max(highest, p.z);
+        return highest;
+    };
+    EXPECT_GT(edgeHeightAt(0.9), edgeHeightAt(-0.9) + 0.2);
+}
+
+TEST(MeshgenTooth, molarsHaveTheirCuspsAroundAFossa)
+{
+    for (const int number : {2, 3, 18, 19, 30, 31}) {
+        const ToothAnatomy anatomy = toothAnatomy(number);
+        const Mesh tooth = makeTooth(anatomy);
+        const double halfWidth = anatomy.dimensions.mesiodistal / 2.0;
+        const double halfDepth = anatomy.dimensions.buccolingual / 2.0;
+        const double middle = heightAt(tooth, 0.0, anatomy.lean / 2.0);
+        ASSERT_GE(anatomy.cusps.size(), 4U) << number;
+        for (std::size_t i = 0; i < 4; ++i) {
+            const Cusp &cusp = anatomy.cusps[i];
+            EXPECT_GT(heightAt(tooth, cusp.x * halfWidth, cusp.y * halfDepth), middle + 0.5)
+                << number << " cusp " << i;
+        }
+    }
+}
+
+TEST(MeshgenTooth, theLingualCuspOfAnUpperFirstPremolarIsAboutAMillimetreLower)
+{
+    const ToothAnatomy anatomy = toothAnatomy(5);
+    const Mesh tooth = makeTooth(anatomy);
+    double buccal = -1e9;
+    double lingual = -1e9;
+    for (const Vec3 &p : tooth.positions)
+        (p.y > 0.0 ? buccal : lingual) = std::max(p.y > 0.0 ? buccal : lingual, p.z);
+    EXPECT_NEAR(buccal - lingual, 1.0, 0.35);
+}
+
+TEST(MeshgenTooth, simplifyingKeepsTheSurfaceClosedAndItsSize)
+{
+    const Mesh tooth = makeTooth(toothAnatomy(30));
+    const Mesh simple = simplified(tooth, 2000);
+    EXPECT_LE(simple.triangles.size(), 2200U);
+    EXPECT_LT(simple.triangles.size(), tooth.triangles.size());
+    EXPECT_TRUE(meshDefects(simple).empty());
+}
+
+TEST(MeshgenTooth, thereAreNoWisdomTeeth)
+{
+    for (const int number : {1, 16, 17, 32})
+        EXPECT_THROW(toothAnatomy(number), std::out_of_range) << number;
+}
+
+} // namespace
