@@ -17,7 +17,6 @@ class CommaLocale
 public:
     CommaLocale()
     {
-        char name[] = "/tmp/localeXXXXXX";
         std::string name = std::filesystem::temp_directory_path() / "localeXXXXXX";
         _folder = ::mkdtemp(name.data());
         std::filesystem::create_directory(_folder / "comma");
