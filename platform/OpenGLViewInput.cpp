@@ -105,10 +105,7 @@ void OpenGLView::holdTrackingMode()
 
 void OpenGLView::releaseTrackingMode()
 {
-    if (!d->trackingMode || !d->presses.empty()) return;
-    // Modes nest. A release that comes while an alert opened by the press is still up waits for the
-    // alert's mode to end; the next event ends this one.
-    if (RunLoop::main().currentMode() == RunLoopMode::EventTracking) d->trackingMode.reset();
+    if (d->presses.empty()) d->trackingMode.reset();
 }
 
 void OpenGLView::dispatch(const Event &event)

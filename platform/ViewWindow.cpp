@@ -182,7 +182,9 @@ void ViewWindow::focusOutEvent(QFocusEvent *)
 void ViewWindow::focusWindowDidChange(QWindow *focusWindow)
 {
     if (!view_ || !isWithin(focusWindow) || !view_->acceptsFirstResponder()) return;
-    if (input_.buttonIsHeld() || keepsFocusForReturn_) requestActivate();
+    const ViewHost *host = view_->surface().host();
+    if (input_.buttonIsHeld() || keepsFocusForReturn_ || (host && host->isFocusWidget()))
+        requestActivate();
     keepsFocusForReturn_ = false;
 }
 

@@ -61,16 +61,15 @@ void ViewContainer::giveUpWindow()
     window->hide();
     window->destroy();
     window->setParent(nullptr);
-    setFocusProxy(nullptr);
     delete inner_;
 }
 
 void ViewContainer::takeWindow()
 {
     inner_ = QWidget::createWindowContainer(view_->window(), this);
-    inner_->setFocusPolicy(Qt::StrongFocus);
+    // The focus is this widget's: Qt's container hands a second setFocus on to the next widget.
+    inner_->setFocusPolicy(Qt::NoFocus);
     inner_->setGeometry(rect());
-    setFocusProxy(inner_);
     inner_->show();
 }
 
@@ -91,6 +90,11 @@ void ViewContainer::repaintView()
 void ViewContainer::showCursor(const QCursor &cursor)
 {
     setCursor(cursor);
+}
+
+bool ViewContainer::isFocusWidget() const
+{
+    return hasFocus();
 }
 
 bool ViewContainer::moveFocus(bool forward)
@@ -190,6 +194,8 @@ void ViewContainer::keyReleaseEvent(QKeyEvent *event)
 void ViewContainer::focusInEvent(QFocusEvent *event)
 {
     QWidget::focusInEvent(event);
+    if (inner_ && view_ && QGuiApplication::focusWindow() != view_->window())
+        view_->window()->requestActivate();
     if (input_) input_->focusGained(QGuiApplication::keyboardModifiers());
 }
 

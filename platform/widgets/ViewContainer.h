@@ -44,6 +44,7 @@ private:
     void forgetView() override;
     void repaintView() override;
     void showCursor(const QCursor &cursor) override;
+    bool isFocusWidget() const override;
     bool moveFocus(bool forward) override;
     void resizeForView(const Size &size) override;
 

@@ -1,0 +1,242 @@
+#include "tests/support/GLTest.h"
+#include "tests/support/WindowTest.h"
+
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPointer>
+
+namespace kelo {
+namespace {
+
+using test::DrawingView;
+using test::letPass;
+using test::screenshotOf;
+using test::waitUntil;
+using test::xdotool;
+
+class ViewContainer : public test::WindowTest
+{
+protected:
+    /// Whether keys go to this widget: it has the focus, and its window the display's.
+    bool hasKeyboard(const QWidget *widget) const
+    {
+        return widget->hasFocus() && QGuiApplication::focusWindow() == top->windowHandle();
+    }
+};
+
+TEST_F(ViewContainer, theViewMayEndFirst)
+{
+    showView();
+    view->display();
+    EXPECT_NO_GL_ERROR();
+    const QPointer<QWindow> window = view->window();
+    view.reset();
+    EXPECT_TRUE(window.isNull());
+    EXPECT_EQ(OpenGLContext::currentContext(), nullptr);
+    top->resize(200, 200);
+    letPass(50);
+    top.reset();
+    letPass(20);
+}
+
+TEST_F(ViewContainer, theContainerMayEndFirst)
+{
+    showView();
+    const QPointer<QWindow> window = view->window();
+    top.reset();
+    letPass(20);
+    ASSERT_FALSE(window.isNull());
+    EXPECT_EQ(view->window(), window.data());
+    EXPECT_FALSE(view->isExposed());
+    EXPECT_EQ(view->grabImage().pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_NO_GL_ERROR();
+
+    QMainWindow other;
+    other.setCentralWidget(view->createContainer());
+    other.resize(200, 150);
+    other.show();
+    const int before = view->frames;
+    EXPECT_TRUE(waitUntil([&] { return view->isExposed() && view->frames > before; }));
+    EXPECT_EQ(view->window(), window.data());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theViewMayEndInsideItsOwnEvent)
+{
+    showView();
+    const QPointer<QWindow> window = view->window();
+    view->onEvent = [this](const Event &) { view.reset(); };
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), QPointF(5, 5),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &press);
+    EXPECT_EQ(view, nullptr);
+    EXPECT_EQ(RunLoop::main().currentMode(), RunLoopMode::Default);
+    EXPECT_TRUE(waitUntil([&] { return window.isNull(); }));
+}
+
+TEST_F(ViewContainer, theContainerMayEndWhileTheViewFillsTheScreen)
+{
+    showView();
+    ASSERT_TRUE(view->enterFullScreenMode());
+    ASSERT_TRUE(waitUntil([this] { return view->isExposed(); }));
+    top.reset();
+    letPass(50);
+    view->display();
+    EXPECT_NO_GL_ERROR();
+    view->exitFullScreenModeWithOptions();
+    EXPECT_FALSE(view->isInFullScreenMode());
+    letPass(50);
+    EXPECT_FALSE(view->isExposed());
+    EXPECT_EQ(view->grabImage().pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theViewMayEndWhileItFillsTheScreen)
+{
+    showView();
+    ASSERT_TRUE(view->enterFullScreenMode());
+    ASSERT_TRUE(waitUntil([this] { return view->isExposed(); }));
+    const QPointer<QWindow> window = view->window();
+    view.reset();
+    EXPECT_TRUE(window.isNull());
+    letPass(50);
+}
+
+TEST_F(ViewContainer, aSecondContainerTakesTheViewOver)
+{
+    showView();
+    const OpenGLContext *context = &view->openGLContext();
+    QWidget second;
+    QVBoxLayout layout(&second);
+    layout.addWidget(view->createContainer(&second));
+    second.resize(210, 160);
+    second.show();
+    ASSERT_TRUE(waitUntil([this] { return view->isExposed() && view->bounds().size.width < 210; }));
+    top.reset();
+    letPass(50);
+    const int before = view->frames;
+    view->display();
+    EXPECT_EQ(view->frames, before + 1);
+    EXPECT_EQ(&view->openGLContext(), context);
+    EXPECT_EQ(view->contextLosses, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theContainerMayMoveToAnotherTopLevelWindow)
+{
+    showView();
+    const OpenGLContext *context = &view->openGLContext();
+    QMainWindow other;
+    other.resize(260, 200);
+    other.setCentralWidget(container);
+    other.show();
+    ASSERT_TRUE(waitUntil([&] {
+        return view->isExposed() && view->bounds().size.width == other.centralWidget()->width();
+    }));
+    view->display();
+    letPass(50);
+    EXPECT_EQ(screenshotOf(*view->window()).pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_EQ(&view->openGLContext(), context);
+    EXPECT_EQ(view->contextLosses, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theViewIsToldWhenItsWindowChanges)
+{
+    showView();
+    const int before = view->windowMoves;
+    EXPECT_GE(before, 1);
+    ASSERT_TRUE(view->enterFullScreenMode());
+    EXPECT_EQ(view->windowMoves, before + 1);
+    view->exitFullScreenModeWithOptions();
+    EXPECT_EQ(view->windowMoves, before + 2);
+    top.reset();
+    EXPECT_EQ(view->windowMoves, before + 3);
+}
+
+TEST_F(ViewContainer, theContainerAsksForTheViewsSize)
+{
+    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    DrawingView sized(Rect{{0, 0}, {123, 45}});
+    const std::unique_ptr<QWidget> widget(sized.createContainer());
+    EXPECT_EQ(widget->sizeHint(), QSize(123, 45));
+}
+
+TEST_F(ViewContainer, theTabKeyGoesThroughTheViewInBothDirections)
+{
+    showView();
+    auto *before = new QLineEdit(top.get());
+    auto *after = new QLineEdit(top.get());
+    auto *layout = static_cast<QVBoxLayout *>(top->layout());
+    layout->insertWidget(0, before);
+    layout->addWidget(after);
+    QWidget::setTabOrder(before, container);
+    QWidget::setTabOrder(container, after);
+    before->show();
+    after->show();
+    before->setFocus();
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(before); }));
+    const auto viewHasKeyboard = [this] {
+        return QGuiApplication::focusWindow() == view->window();
+    };
+    // The first window that is shown has given the keyboard to its first widget, the view.
+    const int timesBefore = view->timesFirstResponder;
+    EXPECT_EQ(view->timesResigned, timesBefore);
+
+    ASSERT_TRUE(xdotool({"key", "Tab"}));
+    ASSERT_TRUE(waitUntil(viewHasKeyboard));
+    EXPECT_EQ(view->timesFirstResponder, timesBefore + 1);
+    ASSERT_TRUE(xdotool({"key", "Tab"}));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(after); }));
+    EXPECT_EQ(view->timesResigned, timesBefore + 1);
+    ASSERT_TRUE(xdotool({"key", "x"}));
+    EXPECT_TRUE(waitUntil([&] { return after->text() == "x"; }));
+    ASSERT_TRUE(xdotool({"key", "shift+Tab"}));
+    ASSERT_TRUE(waitUntil(viewHasKeyboard));
+    ASSERT_TRUE(xdotool({"key", "shift+Tab"}));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(before); }));
+    view->openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, aClickOnAnotherWidgetTakesTheKeyboardFromTheView)
+{
+    showView();
+    auto *edit = new QLineEdit(top.get());
+    top->layout()->addWidget(edit);
+    edit->show();
+    letPass(100);
+    const auto click = [](const QPoint &global) {
+        return xdotool(
+            {"mousemove", QString::number(global.x()), QString::number(global.y()), "click", "1"});
+    };
+    ASSERT_TRUE(click(view->window()->mapToGlobal(QPoint(20, 20))));
+    letPass(100); // the window manager's answer to the click
+    ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    ASSERT_TRUE(click(edit->mapToGlobal(QPoint(10, 5))));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(edit); }));
+    ASSERT_TRUE(xdotool({"key", "y"}));
+    EXPECT_TRUE(waitUntil([&] { return edit->text() == "y"; }));
+    view->openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
+{
+    showView();
+    container->setFocus();
+    letPass(100);
+    ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    QWidget other;
+    other.resize(100, 100);
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
+    top->activateWindow();
+    EXPECT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    view->openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+} // namespace
+} // namespace kelo
