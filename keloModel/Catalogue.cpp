@@ -7,15 +7,17 @@
 namespace kelo {
 namespace {
 
-template <class Record>
-std::shared_ptr<Record> recordWithID(const std::vector<std::shared_ptr<Record>> &records, long typeID)
+template<class Record>
+std::shared_ptr<Record> recordWithID(const std::vector<std::shared_ptr<Record>> &records,
+                                     long typeID)
 {
-    const auto found = std::find_if(records.begin(), records.end(),
-                                    [typeID](const auto &record) { return record->typeID == typeID; });
+    const auto found = std::find_if(records.begin(), records.end(), [typeID](const auto &record) {
+        return record->typeID == typeID;
+    });
     return found == records.end() ? nullptr : *found;
 }
 
-template <class Record>
+template<class Record>
 void replaceInstances(QKTypeManager &manager, const std::string &typeName,
                       const std::vector<std::shared_ptr<Record>> &records)
 {

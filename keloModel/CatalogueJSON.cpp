@@ -2,6 +2,7 @@
 
 #include "keloModel/Catalogue.h"
 
+#include "keloModel/JSONProblems.h"
 #include "keloModel/TreatmentNote.h"
 
 #include <QByteArray>
@@ -10,7 +11,6 @@
 #include <QJsonObject>
 #include <QSet>
 
-#include <cmath>
 #include <map>
 #include <set>
 
@@ -24,40 +24,11 @@ const QString bracketColorTypesName = QStringLiteral("bracketColorTypes");
 const QString elasticsSizeTypesName = QStringLiteral("elasticsSizeTypes");
 const QString elasticsConfigTypesName = QStringLiteral("elasticsConfigTypes");
 
-/// Collects what is wrong, each with its place.
-class Problems
-{
-public:
-    void add(const std::string &place, const std::string &reason)
-    {
-        sentences.push_back(place.empty() ? reason : place + ": " + reason);
-    }
-    std::vector<std::string> sentences;
-};
-
-std::string memberPlace(const std::string &place, const std::string &name)
-{
-    return place.empty() ? name : place + "." + name;
-}
-
-std::string elementPlace(const std::string &place, qsizetype index)
-{
-    return place + "[" + std::to_string(index) + "]";
-}
-
-bool isWholeNumber(const QJsonValue &value)
-{
-    // Above 2^53 a JSON number no longer names one integer.
-    constexpr double largest = 9007199254740992.0;
-    return value.isDouble() && value.toDouble() == std::floor(value.toDouble()) &&
-           std::abs(value.toDouble()) <= largest;
-}
-
 /// One record of a list, with its place for the problems.
 class Record
 {
 public:
-    Record(const QJsonObject &object, std::string place, Problems &problems)
+    Record(const QJsonObject &object, std::string place, JSONProblems &problems)
         : object_(object), place_(std::move(place)), problems_(problems)
     {}
 
@@ -65,12 +36,15 @@ public:
 
     void problem(const char *member, const std::string &reason)
     {
-        problems_.add(memberPlace(place_, member), reason);
+        problems_.add(JSONProblems::member(place_, member), reason);
     }
 
     void readCommon(QKType &type)
     {
-        known_ << "typeID" << "typeLabel" << "displayOrder" << "name";
+        known_ << "typeID"
+               << "typeLabel"
+               << "displayOrder"
+               << "name";
         const QJsonValue typeID = object_["typeID"];
         if (typeID.isUndefined())
             problem("typeID", "the identifier is missing");
@@ -96,8 +70,7 @@ public:
     {
         known_ << member;
         const QJsonValue value = object_[QLatin1String(member)];
-        if (value.isUndefined() || value.isNull())
-            return std::nullopt;
+        if (value.isUndefined() || value.isNull()) return std::nullopt;
         if (!isWholeNumber(value)) {
             problem(member, "must be a whole number");
             return std::nullopt;
@@ -144,7 +117,7 @@ public:
 private:
     const QJsonObject object_;
     std::string place_;
-    Problems &problems_;
+    JSONProblems &problems_;
     QSet<QString> known_;
 };
 
@@ -160,33 +133,29 @@ std::set<std::string> knownNameKeys()
 
 void checkSequence(const std::string &sequence, Record &record)
 {
-    if (sequence.empty())
-        return;
+    if (sequence.empty()) return;
     static const char member[] = "bracketSequence";
     const std::set<std::string> known = knownNameKeys();
     std::size_t count = 0;
     for (std::size_t begin = 0; begin <= sequence.size(); ++count) {
         const std::size_t end = std::min(sequence.find(',', begin), sequence.size());
         const std::string key = sequence.substr(begin, end - begin);
-        if (known.count(key) == 0)
-            record.problem(member, "'" + key + "' is no tooth or button");
+        if (known.count(key) == 0) record.problem(member, "'" + key + "' is no tooth or button");
         begin = end + 1;
     }
-    if (count < 2)
-        record.problem(member, "a band needs two brackets or buttons");
+    if (count < 2) record.problem(member, "a band needs two brackets or buttons");
 }
 
 /// Reads the list `name` of `object`, one record after the other with `readRecord`.
-template <class Type, class ReadRecord>
-std::vector<std::shared_ptr<Type>>
-readList(const QJsonObject &object, const QString &name, const std::string &place,
-         const std::vector<std::shared_ptr<Type>> *defaults, Problems &problems,
-         ReadRecord &&readRecord)
+template<class Type, class ReadRecord>
+std::vector<std::shared_ptr<Type>> readList(const QJsonObject &object, const QString &name,
+                                            const std::string &place,
+                                            const std::vector<std::shared_ptr<Type>> *defaults,
+                                            JSONProblems &problems, ReadRecord &&readRecord)
 {
-    const std::string listPlace = memberPlace(place, name.toStdString());
+    const std::string listPlace = JSONProblems::member(place, name.toStdString());
     const QJsonValue value = object[name];
-    if (value.isUndefined() && defaults)
-        return *defaults;
+    if (value.isUndefined() && defaults) return *defaults;
     if (!value.isArray()) {
         problems.add(listPlace, value.isUndefined() ? "the list is missing" : "must be a list");
         return {};
@@ -195,7 +164,7 @@ readList(const QJsonObject &object, const QString &name, const std::string &plac
     std::map<long, std::string> placeByID;
     const QJsonArray list = value.toArray();
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const std::string here = elementPlace(listPlace, i);
+        const std::string here = JSONProblems::element(listPlace, i);
         if (!list[i].isObject()) {
             problems.add(here, "must be an object");
             continue;
@@ -214,13 +183,16 @@ readList(const QJsonObject &object, const QString &name, const std::string &plac
     return records;
 }
 
-void checkSizesOfConfigs(const Catalogue &catalogue, const std::string &place, Problems &problems)
+void checkSizesOfConfigs(const Catalogue &catalogue, const std::string &place,
+                         JSONProblems &problems)
 {
     for (std::size_t i = 0; i < catalogue.elasticsConfigTypes.size(); ++i) {
         const long size = catalogue.elasticsConfigTypes[i]->elasticsSizeTypeID;
         if (size > 0 && !catalogue.elasticsSizeType(size)) {
-            const std::string list = memberPlace(place, elasticsConfigTypesName.toStdString());
-            problems.add(elementPlace(list, static_cast<qsizetype>(i)) + ".elasticsSizeTypeID",
+            const std::string list =
+                JSONProblems::member(place, elasticsConfigTypesName.toStdString());
+            problems.add(JSONProblems::element(list, static_cast<qsizetype>(i)) +
+                             ".elasticsSizeTypeID",
                          std::to_string(size) + " is the identifier of no size");
         }
     }
@@ -231,8 +203,7 @@ QJsonObject commonMembers(const QKType &type)
     QJsonObject object{{"typeID", static_cast<qint64>(type.typeID)},
                        {"typeLabel", QString::fromStdString(type.typeLabel)},
                        {"displayOrder", static_cast<qint64>(type.displayOrder)}};
-    if (!type.name.empty())
-        object["name"] = QString::fromStdString(type.name);
+    if (!type.name.empty()) object["name"] = QString::fromStdString(type.name);
     return object;
 }
 
@@ -244,18 +215,12 @@ QJsonArray colorMember(const std::optional<std::array<double, 4>> &color)
     return components;
 }
 
-/// The line of a place in a text, counted from 1.
-qsizetype lineOfOffset(const QByteArray &text, qsizetype offset)
-{
-    return text.left(offset).count('\n') + 1;
-}
-
 } // namespace
 
 CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
                                    const Catalogue *defaults)
 {
-    Problems problems;
+    JSONProblems problems;
     Catalogue catalogue;
     catalogue.bracketColorTypes = readList<BracketColorType>(
         object, bracketColorTypesName, place, defaults ? &defaults->bracketColorTypes : nullptr,
@@ -279,25 +244,20 @@ CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string 
     for (const QString &member : object.keys()) {
         if (member != bracketColorTypesName && member != elasticsSizeTypesName &&
             member != elasticsConfigTypesName)
-            problems.add(memberPlace(place, member.toStdString()), "there is no such member");
+            problems.add(JSONProblems::member(place, member.toStdString()),
+                         "there is no such member");
     }
     checkSizesOfConfigs(catalogue, place, problems);
-    if (!problems.sentences.empty())
-        return {std::nullopt, std::move(problems.sentences)};
+    if (!problems.empty()) return {std::nullopt, problems.take()};
     return {std::move(catalogue), {}};
 }
 
 CatalogueReading catalogueFromJSON(const QByteArray &text, const Catalogue *defaults)
 {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error != QJsonParseError::NoError)
-        return {std::nullopt,
-                {"line " + std::to_string(lineOfOffset(text, error.offset)) + ": " +
-                 error.errorString().toStdString()}};
-    if (!document.isObject())
-        return {std::nullopt, {"must be an object"}};
-    return catalogueFromJSON(document.object(), {}, defaults);
+    JSONProblems problems;
+    const std::optional<QJsonObject> object = objectOfJSON(text, problems);
+    if (!object) return {std::nullopt, problems.take()};
+    return catalogueFromJSON(*object, {}, defaults);
 }
 
 QJsonObject catalogueAsJSONObject(const Catalogue &catalogue)

@@ -80,11 +80,11 @@ protected:
     Event event = eventAt(EventType::LeftMouseDown, 10, 10);
 };
 
-Menu modeMenu(const std::string &title)
+std::unique_ptr<Menu> modeMenu(const std::string &title)
 {
-    Menu menu(title);
+    auto menu = std::make_unique<Menu>(title);
     for (const long tag : {2L, 5L, 6L}) {
-        const auto item = menu.addItemWithTitle_actionName_action("mode", "mouseModeAction:", {});
+        const auto item = menu->addItemWithTitle_actionName_action("mode", "mouseModeAction:", {});
         item->tag = tag;
         item->enabled = false;
     }
@@ -271,13 +271,13 @@ TEST_F(BasicMouseView, optionMakesThePresentModeTemporaryAndControlDoesNothing)
 
 TEST_F(BasicMouseView, theModeMenusCheckMarksFollowThePresentModeATemporaryOneIncluded)
 {
-    Menu menu = modeMenu("Mode");
+    const auto menu = modeMenu("Mode");
     view->setMouseMode(2);
     view->setTemporaryMouseMode(5);
-    view->menuNeedsUpdate(menu);
+    view->menuNeedsUpdate(*menu);
     for (const long tag : {2L, 5L, 6L}) {
-        EXPECT_TRUE(menu.itemWithTag(tag)->enabled) << tag;
-        EXPECT_EQ(menu.itemWithTag(tag)->state,
+        EXPECT_TRUE(menu->itemWithTag(tag)->enabled) << tag;
+        EXPECT_EQ(menu->itemWithTag(tag)->state,
                   tag == 5 ? MenuItemState::On : MenuItemState::Off)
             << tag;
     }
@@ -285,11 +285,11 @@ TEST_F(BasicMouseView, theModeMenusCheckMarksFollowThePresentModeATemporaryOneIn
 
 TEST_F(BasicMouseView, aMenuWithAnotherTitleIsLeftUntouched)
 {
-    Menu menu = modeMenu("Modes");
-    view->menuNeedsUpdate(menu);
+    const auto menu = modeMenu("Modes");
+    view->menuNeedsUpdate(*menu);
     for (const long tag : {2L, 5L, 6L}) {
-        EXPECT_FALSE(menu.itemWithTag(tag)->enabled);
-        EXPECT_EQ(menu.itemWithTag(tag)->state, MenuItemState::Off);
+        EXPECT_FALSE(menu->itemWithTag(tag)->enabled);
+        EXPECT_EQ(menu->itemWithTag(tag)->state, MenuItemState::Off);
     }
 }
 
