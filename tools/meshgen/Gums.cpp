@@ -335,7 +335,11 @@ Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
     const double x = middle.x;
     const double vault = 6.2 + 11.0 * smoothstep(-0.12, 0.6, f);
     const double set = 6.5 * (1.0 - f);
-    return {x, y + set, roof ? std::max(vault + 2.5, 17.0) : vault};
+    const double top = std::max(vault + 2.5, 17.0);
+    // The palate's rear border is rounded up to the roof instead of ending in an edge.
+    const double rear = std::clamp((right.shrink - 0.4) / 0.6, 0.0, 1.0);
+    const double rounding = 1.0 - std::sqrt(1.0 - 0.96 * rear * rear);
+    return {x, y + set, roof ? top : vault + (top - vault) * rounding};
 }
 
 /// From the end of a side to the middle line: first on in the side's direction, then level.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <stdexcept>
 
 #include <meshoptimizer.h>
 
@@ -390,8 +391,11 @@ Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
     for (const auto &triangle : mesh.triangles)
         indices.insert(indices.end(), triangle.begin(), triangle.end());
     Mesh simple = mesh;
-    // Rarely a collapse pinches the surface along an edge; a slightly finer mesh then does not.
-    for (std::size_t wanted = triangleCount; wanted < triangleCount + 200; wanted += 10) {
+    // Sometimes a collapse pinches the surface along an edge. Another number of triangles takes
+    // other collapses; fewer, so that the caller's budget holds.
+    for (int attempt = 0; attempt < 30; ++attempt) {
+        const std::size_t wanted =
+            triangleCount - triangleCount * static_cast<std::size_t>(attempt) / 150;
         std::vector<unsigned int> result(indices.size());
         const std::size_t count = meshopt_simplify(result.data(), indices.data(), indices.size(),
                                                    positions.data(), mesh.positions.size(),
@@ -399,9 +403,9 @@ Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
         simple.triangles.clear();
         for (std::size_t i = 0; i + 2 < count; i += 3)
             simple.triangles.push_back({result[i], result[i + 1], result[i + 2]});
-        if (meshDefects(simple).empty()) break;
+        if (meshDefects(simple).empty()) return simple;
     }
-    return simple;
+    throw std::runtime_error("A surface could not be simplified without pinching it");
 }
 
 } // namespace kelo::meshgen
