@@ -1,6 +1,7 @@
 // Single teeth against the tables of dental anatomy.
 
 #include "tools/meshgen/Report.h"
+#include "tools/meshgen/Simplify.h"
 #include "tools/meshgen/ToothShape.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tools/meshgen/Gums.h"
 
-#include "tools/meshgen/ToothShape.h"
+#include "tools/meshgen/Simplify.h"
 
 #include <algorithm>
 #include <cmath>
@@ -475,6 +475,8 @@ Mesh GumShaper::make() const
 {
     const std::vector<Row> all = rows();
     Mesh mesh = upper ? upperMesh(all) : lowerMesh(all);
+    // Rows crowd together at the papillae's tips and in the bends; this evens them out.
+    relax(mesh, 4, 0.5);
     if (signedVolume(mesh) < 0.0)
         for (auto &triangle : mesh.triangles)
             std::swap(triangle[1], triangle[2]);

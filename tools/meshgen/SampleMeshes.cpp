@@ -3,7 +3,7 @@
 #include "tools/meshgen/BracketShape.h"
 #include "tools/meshgen/ButtonShape.h"
 #include "tools/meshgen/Gums.h"
-#include "tools/meshgen/ToothShape.h"
+#include "tools/meshgen/Simplify.h"
 
 #include <exception>
 #include <filesystem>
@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t frontToothTriangles = 1700;
 constexpr std::size_t premolarTriangles = 2200;
 constexpr std::size_t molarTriangles = 2800;
-constexpr std::size_t gumTriangles = 11800;
+constexpr std::size_t gumTriangles = 14200;
 
 std::size_t triangleCount(int toothNumber)
 {

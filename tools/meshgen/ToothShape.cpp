@@ -1,11 +1,10 @@
 #include "tools/meshgen/ToothShape.h"
 
+#include "tools/meshgen/Simplify.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <stdexcept>
-
-#include <meshoptimizer.h>
 
 namespace kelo::meshgen {
 
@@ -298,23 +297,6 @@ void zip(Mesh &mesh, std::uint32_t first, std::uint32_t n)
     }
 }
 
-/// Moves every vertex towards the mean of its neighbours: takes the last stiffness out of crests.
-void relax(Mesh &mesh, int rounds, double weight)
-{
-    for (int round = 0; round < rounds; ++round) {
-        std::vector<Vec3> sums(mesh.positions.size());
-        std::vector<double> counts(mesh.positions.size(), 0.0);
-        for (const auto &triangle : mesh.triangles)
-            for (std::size_t k = 0; k < 3; ++k) {
-                sums[triangle[k]] += mesh.positions[triangle[(k + 1) % 3]];
-                sums[triangle[k]] += mesh.positions[triangle[(k + 2) % 3]];
-                counts[triangle[k]] += 2.0;
-            }
-        for (std::size_t i = 0; i < mesh.positions.size(); ++i)
-            mesh.positions[i] = mesh.positions[i] * (1.0 - weight) + sums[i] * (weight / counts[i]);
-    }
-}
-
 /// Stretches the crown so that its extents are exactly the table's.
 void fitToDimensions(Mesh &mesh, const CrownDimensions &dimensions)
 {
@@ -376,36 +358,6 @@ double cervicalLine(const ToothAnatomy &anatomy, double x)
 Mesh makeTooth(const ToothAnatomy &anatomy)
 {
     return Shaper(anatomy).make();
-}
-
-Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
-{
-    if (mesh.triangles.size() <= triangleCount) return mesh;
-    std::vector<float> positions;
-    positions.reserve(mesh.positions.size() * 3);
-    for (const Vec3 &p : mesh.positions)
-        for (const double c : {p.x, p.y, p.z})
-            positions.push_back(static_cast<float>(c));
-    std::vector<unsigned int> indices;
-    indices.reserve(mesh.triangles.size() * 3);
-    for (const auto &triangle : mesh.triangles)
-        indices.insert(indices.end(), triangle.begin(), triangle.end());
-    Mesh simple = mesh;
-    // Sometimes a collapse pinches the surface along an edge. Another number of triangles takes
-    // other collapses; fewer, so that the caller's budget holds.
-    for (int attempt = 0; attempt < 30; ++attempt) {
-        const std::size_t wanted =
-            triangleCount - triangleCount * static_cast<std::size_t>(attempt) / 150;
-        std::vector<unsigned int> result(indices.size());
-        const std::size_t count = meshopt_simplify(result.data(), indices.data(), indices.size(),
-                                                   positions.data(), mesh.positions.size(),
-                                                   3 * sizeof(float), wanted * 3, 1.0F, 0, nullptr);
-        simple.triangles.clear();
-        for (std::size_t i = 0; i + 2 < count; i += 3)
-            simple.triangles.push_back({result[i], result[i + 1], result[i + 2]});
-        if (meshDefects(simple).empty()) return simple;
-    }
-    throw std::runtime_error("A surface could not be simplified without pinching it");
 }
 
 } // namespace kelo::meshgen

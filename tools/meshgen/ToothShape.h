@@ -15,10 +15,4 @@ Mesh makeTooth(const ToothAnatomy &anatomy);
 /// width: it rises from the facial and lingual middle towards the contacts.
 double cervicalLine(const ToothAnatomy &anatomy, double x);
 
-/// A mesh of at most about `triangleCount` triangles with the same surface, made by collapsing edges
-/// of `mesh`. The vertices that stay keep their places and normals, unused ones stay in the list
-/// (optimizeOrder() drops them). A closed mesh stays closed. Throws std::runtime_error when that
-/// cannot be had.
-Mesh simplified(const Mesh &mesh, std::size_t triangleCount);
-
 } // namespace kelo::meshgen
