@@ -142,6 +142,78 @@ TEST(MeshgenPatient, everyAnchorIsWithinTwoMillimetresOfAToothOrBracketOfItsJaw)
             << "anchor " << anchor.index << " at tooth " << anchor.nearestTooth;
 }
 
+/// Whether a point lies inside a closed mesh: a ray from it leaves through an odd number of faces.
+bool isInside(const Vec3 &point, const Mesh &mesh)
+{
+    // No axis and no symmetry of the scene, so that the ray meets no edge.
+    const Vec3 direction = normalized({0.3717, 0.5311, 0.7613});
+    int crossings = 0;
+    Vec3 from = point;
+    while (const auto hit = raycast(mesh, from, direction)) {
+        ++crossings;
+        from = hit->position + direction * 1e-7;
+    }
+    return crossings % 2 == 1;
+}
+
+TEST(MeshgenPatient, noRootShowsOutsideTheGum)
+{
+    std::map<std::string, const Mesh *> meshes;
+    for (const NamedMesh &named : patient().meshes)
+        meshes[named.name] = &named.mesh;
+    for (const Tooth &tooth : patient().teeth) {
+        const Mesh &gum = *meshes.at(tooth.placement.upper ? "_upper_gums" : "_lower_gums");
+        const Mesh &mesh = *meshes.at("_tooth_" + std::to_string(tooth.placement.number));
+        int outside = 0;
+        int points = 0;
+        for (const Vec3 &p : mesh.positions) {
+            if (tooth.placement.toOwn(p).z > 0.0) continue; // crown
+            ++points;
+            if (!isInside(p, gum)) ++outside;
+        }
+        EXPECT_GT(points, 20) << tooth.placement.number;
+        EXPECT_EQ(outside, 0) << tooth.placement.number;
+    }
+}
+
+TEST(MeshgenPatient, crownsStandOutOfTheGumByMostOfTheirHeight)
+{
+    std::map<std::string, const Mesh *> meshes;
+    for (const NamedMesh &named : patient().meshes)
+        meshes[named.name] = &named.mesh;
+    for (const Tooth &tooth : patient().teeth) {
+        const ToothPlacement &placement = tooth.placement;
+        const Mesh &gum = *meshes.at(placement.upper ? "_upper_gums" : "_lower_gums");
+        // Down along the labial face: the first height at which the gum covers the crown.
+        double margin = -1.0;
+        for (double z = placement.crownHeight; z > 0.0; z -= 0.05) {
+            const auto hit = raycast(tooth.ownMesh, {0.0, 30.0, z}, {0.0, -1.0, 0.0});
+            if (hit && isInside(placement.toJaw(hit->position), gum)) {
+                margin = z;
+                break;
+            }
+        }
+        // The free margin runs about one millimetre coronally to the cervical line.
+        EXPECT_NEAR(margin, 1.0, 0.75) << placement.number;
+    }
+}
+
+TEST(MeshgenPatient, noTriangleOfTeethAndGumsIsFoldedAgainstItsSurface)
+{
+    for (const NamedMesh &named : patient().meshes) {
+        if (named.name[0] != '_') continue;
+        int folded = 0;
+        for (const auto &t : named.mesh.triangles) {
+            const Vec3 &a = named.mesh.positions[t[0]];
+            const Vec3 face = cross(named.mesh.positions[t[1]] - a, named.mesh.positions[t[2]] - a);
+            const Vec3 normals =
+                named.mesh.normals[t[0]] + named.mesh.normals[t[1]] + named.mesh.normals[t[2]];
+            if (dot(face, normals) <= 0.0) ++folded;
+        }
+        EXPECT_EQ(folded, 0) << named.name;
+    }
+}
+
 TEST(MeshgenPatient, upperTeethOverlapLowerFrontTeethByAboutTwoAndAHalf)
 {
     const auto edge = [](int number) {
