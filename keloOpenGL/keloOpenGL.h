@@ -30,6 +30,7 @@
 #include "keloModel/Catalogue.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloModel/JSONProblems.h"
 #include "keloModel/QKModel.h"
 #include "keloModel/QKType.h"
 #include "keloModel/QKTypeManager.h"

@@ -24,12 +24,10 @@ std::optional<kelo::Size> sizeFromText(const QString &text)
 {
     static const QRegularExpression form(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
     const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
+    if (!match.hasMatch()) return std::nullopt;
     const int width = match.captured(1).toInt();
     const int height = match.captured(2).toInt();
-    if (width < 1 || height < 1 || width > largestSide || height > largestSide)
-        return std::nullopt;
+    if (width < 1 || height < 1 || width > largestSide || height > largestSide) return std::nullopt;
     return kelo::Size{static_cast<double>(width), static_cast<double>(height)};
 }
 
@@ -53,8 +51,7 @@ bool asksForHeadless(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i) {
         for (const char *option : {"--headless", "--help", "--version", "-h", "-v"}) {
-            if (std::strcmp(argv[i], option) == 0)
-                return true;
+            if (std::strcmp(argv[i], option) == 0) return true;
         }
     }
     return false;
@@ -86,15 +83,13 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption state(QStringLiteral("state"),
                                    tr("Writes the state at the end; '-' for standard output."),
                                    QStringLiteral("OUT.json"));
-    const QCommandLineOption exportedScene(
-        QStringLiteral("export"), tr("Writes the scene as it stands, one group a model."),
-        QStringLiteral("OUT.obj"));
+    const QCommandLineOption exportedScene(QStringLiteral("export"),
+                                           tr("Writes the scene as it stands, one group a model."),
+                                           QStringLiteral("OUT.obj"));
     parser.addOptions({headless, size, scale, meshes, picture, state, exportedScene});
 
-    if (!parser.parse(arguments))
-        return wrongUse(parser.errorText());
-    if (parser.isSet(help))
-        return {{}, Done, parser.helpText()};
+    if (!parser.parse(arguments)) return wrongUse(parser.errorText());
+    if (parser.isSet(help)) return {{}, Done, parser.helpText()};
     if (parser.isSet(version))
         return {{}, Done, tr("treatment-viewer %1\n").arg(QStringLiteral(KELO_VERSION))};
     if (!parser.positionalArguments().isEmpty())
@@ -116,14 +111,14 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     if (parser.isSet(scale)) {
         const auto given = scaleFromText(parser.value(scale));
         if (!given)
-            return wrongUse(tr("--scale takes a number from 0.5 to 8, not '%1'.")
-                                .arg(parser.value(scale)));
+            return wrongUse(
+                tr("--scale takes a number from 0.5 to 8, not '%1'.").arg(parser.value(scale)));
         commandLine.scale = *given;
     }
     if (std::lround(commandLine.size.width * commandLine.scale) > largestSide ||
         std::lround(commandLine.size.height * commandLine.scale) > largestSide)
-        return wrongUse(tr("--size times --scale may be %1 pixels at most on each side.")
-                            .arg(largestSide));
+        return wrongUse(
+            tr("--size times --scale may be %1 pixels at most on each side.").arg(largestSide));
     commandLine.meshes = parser.value(meshes);
     commandLine.picture = parser.value(picture);
     commandLine.state = parser.value(state);

@@ -22,19 +22,17 @@ QByteArray pictureAsPNG(kelo::DXOpenGL &view)
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
     const QImage picture = view.grabImage();
-    if (picture.isNull() || !picture.save(&buffer, "PNG"))
-        return {};
+    if (picture.isNull() || !picture.save(&buffer, "PNG")) return {};
     return png;
 }
 
 /// Writes to a file, or to standard output where the name is "-".
 QString writeOutput(const QString &path, const QByteArray &content)
 {
-    if (path != QStringLiteral("-"))
-        return writeWholeFile(path, content);
+    if (path != QStringLiteral("-")) return writeWholeFile(path, content);
     const auto size = static_cast<std::size_t>(content.size());
-    const bool written = std::fwrite(content.constData(), 1, size, stdout) == size &&
-                         std::fflush(stdout) == 0;
+    const bool written =
+        std::fwrite(content.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
     return written ? QString() : QStringLiteral("standard output: could not be written");
 }
 
@@ -47,8 +45,7 @@ void tellUser(const QString &message)
 
 bool meshesCanBeLoaded(const CommandLine &commandLine)
 {
-    if (commandLine.meshes.isEmpty())
-        return true;
+    if (commandLine.meshes.isEmpty()) return true;
     const QStringList problems = meshFolderProblems(commandLine.meshes);
     for (const QString &problem : problems)
         tellUser(problem);
@@ -60,14 +57,14 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view)
     QStringList failures;
     if (!commandLine.picture.isEmpty()) {
         const QByteArray png = pictureAsPNG(view);
-        failures << (png.isEmpty() ? QStringLiteral("%1: the view could not be drawn")
-                                         .arg(commandLine.picture)
-                                   : writeWholeFile(commandLine.picture, png));
+        failures
+            << (png.isEmpty()
+                    ? QStringLiteral("%1: the view could not be drawn").arg(commandLine.picture)
+                    : writeWholeFile(commandLine.picture, png));
     }
     if (!commandLine.exportedScene.isEmpty())
         failures << writeWholeFile(commandLine.exportedScene, sceneAsOBJ(view));
-    if (!commandLine.state.isEmpty())
-        failures << writeOutput(commandLine.state, stateAsJSON(view));
+    if (!commandLine.state.isEmpty()) failures << writeOutput(commandLine.state, stateAsJSON(view));
     failures.removeAll(QString());
     for (const QString &failure : failures)
         tellUser(failure);

@@ -13,9 +13,9 @@
 namespace viewer {
 
 MainWindow::MainWindow(const QSize &viewSize)
-    : view_(kelo::makeView<kelo::DXOpenGL>(
-          kelo::Rect{{0.0, 0.0},
-                     {static_cast<double>(viewSize.width()), static_cast<double>(viewSize.height())}}))
+    : view_(kelo::makeView<kelo::DXOpenGL>(kelo::Rect{
+          {0.0, 0.0},
+          {static_cast<double>(viewSize.width()), static_cast<double>(viewSize.height())}}))
 {
     QWidget *container = view_->createContainer(this);
     container->setAccessibleName(tr("Treatment view"));
@@ -54,17 +54,15 @@ void MainWindow::showTreatment(std::shared_ptr<kelo::DXDocumentModel> document,
 
 void MainWindow::savePicture()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QString(),
-                                                      tr("Pictures (*.png)"));
-    if (path.isEmpty())
-        return;
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Save Picture"), QString(), tr("Pictures (*.png)"));
+    if (path.isEmpty()) return;
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
     view_->grabImage().save(&buffer, "PNG");
     const QString failure = writeWholeFile(path, png);
-    if (!failure.isEmpty())
-        QMessageBox::warning(this, tr("Save Picture"), failure);
+    if (!failure.isEmpty()) QMessageBox::warning(this, tr("Save Picture"), failure);
 }
 
 void MainWindow::toggleFullScreen()

@@ -13,8 +13,7 @@ QString problemText(const kelo::MeshProblem &problem)
 {
     const QString file = QString::fromStdString(problem.file);
     const QString reason = QString::fromStdString(problem.reason);
-    if (problem.line == 0)
-        return QStringLiteral("%1: %2").arg(file, reason);
+    if (problem.line == 0) return QStringLiteral("%1: %2").arg(file, reason);
     return QStringLiteral("%1:%2: %3").arg(file).arg(problem.line).arg(reason);
 }
 
@@ -23,8 +22,8 @@ QString problemText(const kelo::MeshProblem &problem)
 QStringList meshFileNames()
 {
     QStringList names;
-    for (const auto &keys : {kelo::TreatmentNote::upperToothNameKeys(),
-                             kelo::TreatmentNote::lowerToothNameKeys()}) {
+    for (const auto &keys :
+         {kelo::TreatmentNote::upperToothNameKeys(), kelo::TreatmentNote::lowerToothNameKeys()}) {
         for (const std::string &key : keys) {
             const QString number = QString::fromStdString(key);
             names << QStringLiteral("_tooth_%1.obj").arg(number)
@@ -39,8 +38,7 @@ QStringList meshFileNames()
 QStringList meshFolderProblems(const QString &folder)
 {
     const QDir directory(folder);
-    if (!directory.exists())
-        return {QStringLiteral("%1: there is no such folder").arg(folder)};
+    if (!directory.exists()) return {QStringLiteral("%1: there is no such folder").arg(folder)};
     QStringList problems;
     for (const QString &name : meshFileNames()) {
         const QString path = directory.filePath(name);

@@ -26,14 +26,14 @@ public:
     {
         text_ += "o " + name + "\n";
         for (const kelo::OBJVertex &vertex : model.vertices()) {
-            appendLine("v", kelo::Matrix_multiplyVector3(
-                                transform, {vertex.position[0], vertex.position[1],
-                                            vertex.position[2]}));
+            appendLine(
+                "v", kelo::Matrix_multiplyVector3(
+                         transform, {vertex.position[0], vertex.position[1], vertex.position[2]}));
         }
         for (const kelo::OBJVertex &vertex : model.vertices()) {
-            appendLine("vn", kelo::Matrix_multiplyVector3_rotationOnly(
-                                 transform, {vertex.normal[0], vertex.normal[1],
-                                             vertex.normal[2]}));
+            appendLine("vn",
+                       kelo::Matrix_multiplyVector3_rotationOnly(
+                           transform, {vertex.normal[0], vertex.normal[1], vertex.normal[2]}));
         }
         const auto indexes = model.indexes();
         for (std::size_t i = 0; i + 2 < indexes.size(); i += 3) {
@@ -74,7 +74,7 @@ void addIfVisible(OBJText &text, const std::string &name, const Model &model,
         text.addGroup(name, *model, transform);
 }
 
-template <class Models>
+template<class Models>
 Model modelOf(const Models &models, const std::string &key)
 {
     const auto found = models.find(key);

@@ -32,7 +32,7 @@ QJsonArray limits(const kelo::WindowLimits &window)
     return numbers({window.xMin, window.xMax, window.yMin, window.yMax});
 }
 
-template <class Visibilities>
+template<class Visibilities>
 QJsonObject visibilities(const Visibilities &visibleByKey)
 {
     QJsonObject object;
@@ -41,12 +41,11 @@ QJsonObject visibilities(const Visibilities &visibleByKey)
     return object;
 }
 
-template <class Models>
+template<class Models>
 void appendHiddenSecondary(QJsonArray &keys, const Models &models)
 {
     for (const auto &[key, model] : models) {
-        if (model->hiddenSecondary())
-            keys.append(QString::fromStdString(key));
+        if (model->hiddenSecondary()) keys.append(QString::fromStdString(key));
     }
 }
 
@@ -80,13 +79,11 @@ QByteArray stateAsJSON(const kelo::HVOGLBasicView &view)
         {QStringLiteral("zoom"), limits(view.zoomBox())},
         {QStringLiteral("window"), limits(view.windowLimits())},
         {QStringLiteral("zRange"), numbers({view.zMin(), view.zMax()})},
-        {QStringLiteral("extents"),
-         numbers({extents->xMin(), extents->xMax(), extents->yMin(), extents->yMax(),
-                  extents->zMin(), extents->zMax()})},
+        {QStringLiteral("extents"), numbers({extents->xMin(), extents->xMax(), extents->yMin(),
+                                             extents->yMax(), extents->zMin(), extents->zMax()})},
         {QStringLiteral("fullScreen"), view.isInFullScreenMode()},
     };
-    if (view.documentModel())
-        insertDocument(state, *view.documentModel());
+    if (view.documentModel()) insertDocument(state, *view.documentModel());
     return QJsonDocument(state).toJson(QJsonDocument::Indented);
 }
 

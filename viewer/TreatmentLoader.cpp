@@ -10,7 +10,7 @@
 namespace viewer {
 namespace {
 
-template <class Keys>
+template<class Keys>
 void append(Keys &keys, const Keys &more)
 {
     keys.insert(keys.end(), more.begin(), more.end());
@@ -52,8 +52,7 @@ MeshPaths pathsInFolder(const QDir &folder, const std::vector<std::string> &toot
 std::shared_ptr<kelo::DXGLightweightModel> gumInFolder(const QDir &folder, const QString &name)
 {
     auto gum = kelo::ToothModelLoader::modelFromFile(folder.filePath(name).toStdString());
-    if (gum)
-        gum->setMaterial(kelo::ToothModelLoader::gumModelMaterial());
+    if (gum) gum->setMaterial(kelo::ToothModelLoader::gumModelMaterial());
     return gum;
 }
 
@@ -74,8 +73,7 @@ public:
 
     void report(std::size_t doneCount) const
     {
-        if (progress_)
-            progress_(doneCount, fileCount_);
+        if (progress_) progress_(doneCount, fileCount_);
     }
 
 private:
@@ -99,8 +97,8 @@ std::shared_ptr<kelo::DXDocumentModel> loadTreatment(const QString &meshFolder,
     const QDir folder(meshFolder);
     const MeshPaths paths = meshFolder.isEmpty() ? pathsInResources(toothKeys, buttonKeys)
                                                  : pathsInFolder(folder, toothKeys, buttonKeys);
-    SummedProgress summed(progress, paths.teeth.size() + paths.brackets.size() +
-                                        paths.buttons.size() + 2);
+    SummedProgress summed(progress,
+                          paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
     const auto document = std::make_shared<kelo::DXDocumentModel>();
     document->setToothModels(
         ToothModelLoader::toothModelsFromFiles(paths.teeth, summed.next(paths.teeth.size())));

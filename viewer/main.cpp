@@ -15,6 +15,14 @@ namespace {
 /// Loading that takes longer than this shows how far it is.
 constexpr int progressDelayInMilliseconds = 500;
 
+/// Qt's messages as they are, but for one about a folder of desktop sessions: a night job has no
+/// session, and nothing here needs the folder.
+void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    if (!message.startsWith(QStringLiteral("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        viewer::tellUser(message);
+}
+
 bool hasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
@@ -42,8 +50,7 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         window.showTreatment(viewer::loadTreatment(commandLine.meshes, progressIn(progress)),
                              QObject::tr("Sample Patient"));
         progress.reset();
-        if (application.exec() != 0)
-            return viewer::BadInput;
+        if (application.exec() != 0) return viewer::BadInput;
         return viewer::writeOutputs(commandLine, window.view());
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         viewer::tellUser(QString::fromUtf8(unavailable.what()));
@@ -58,6 +65,7 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
 
 int main(int argc, char **argv)
 {
+    qInstallMessageHandler(passOnMessage);
     const bool headless = viewer::asksForHeadless(argc, argv);
     if (headless)
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -70,15 +78,13 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("treatment-viewer"));
     QApplication::setOrganizationName(QStringLiteral("keloOpenGL"));
 
-    const viewer::ParsedCommandLine parsed =
-        viewer::parseCommandLine(QApplication::arguments());
+    const viewer::ParsedCommandLine parsed = viewer::parseCommandLine(QApplication::arguments());
     if (parsed.endsWith) {
         std::fputs(parsed.message.toUtf8().constData(),
                    *parsed.endsWith == viewer::Done ? stdout : stderr);
         return *parsed.endsWith;
     }
-    if (!viewer::meshesCanBeLoaded(parsed.commandLine))
-        return viewer::BadInput;
+    if (!viewer::meshesCanBeLoaded(parsed.commandLine)) return viewer::BadInput;
     return headless ? viewer::runHeadless(parsed.commandLine)
                     : runInWindow(application, parsed.commandLine);
 }

@@ -19,8 +19,7 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
 DXOpenGL::~DXOpenGL()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
-    if (verticalScrollSnapMouthClosedTimer)
-        verticalScrollSnapMouthClosedTimer->invalidate();
+    if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
 }
 
 void DXOpenGL::rotateByDegrees(float degrees)

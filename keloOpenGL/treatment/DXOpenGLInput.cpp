@@ -48,26 +48,22 @@ void DXOpenGL::rotateMouseUp(const Event &)
 
 void DXOpenGL::colorMouseDragged(const Event &event)
 {
-    if (_rotating)
-        rotateMouseDragged(event);
+    if (_rotating) rotateMouseDragged(event);
 }
 
 void DXOpenGL::colorMouseUp(const Event &event)
 {
-    if (_rotating)
-        rotateMouseUp(event);
+    if (_rotating) rotateMouseUp(event);
 }
 
 void DXOpenGL::elasticsMouseDragged(const Event &event)
 {
-    if (_rotating)
-        rotateMouseDragged(event);
+    if (_rotating) rotateMouseDragged(event);
 }
 
 void DXOpenGL::elasticsMouseUp(const Event &event)
 {
-    if (_rotating)
-        rotateMouseUp(event);
+    if (_rotating) rotateMouseUp(event);
 }
 
 void DXOpenGL::snapMouthClosedIfNeeded()
@@ -87,10 +83,8 @@ void DXOpenGL::scrollWheel(const Event &event)
     // Written as a negated comparison, so that a delta that is not a number counts as a turn.
     if (!(event.deltaX == 0.0))
         rotateByDegrees(-scrollDegreesPerLine * static_cast<float>(event.deltaX));
-    if (event.deltaY == 0.0)
-        return;
-    if (verticalScrollSnapMouthClosedTimer)
-        verticalScrollSnapMouthClosedTimer->invalidate();
+    if (event.deltaY == 0.0) return;
+    if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
     verticalScrollSnapMouthClosedTimer = RunLoop::main().scheduledTimer(
         snapDelayAfterScroll, false, [this](Timer &) { snapMouthClosedTimerExpired(); });
     setMouthOpenAngle(mouthOpenAngle() - scrollDegreesPerLine * static_cast<float>(event.deltaY));
@@ -124,15 +118,21 @@ void DXOpenGL::keyDown(const Event &event)
         else if (angle < keyStepAngle)
             setTargetMouthOpenAngle(keyStepAngle);
         break;
-    case FunctionKey::LeftArrow: turnTargetByAngle(-quarterPi); break;
-    case FunctionKey::RightArrow: turnTargetByAngle(quarterPi); break;
+    case FunctionKey::LeftArrow:
+        turnTargetByAngle(-quarterPi);
+        break;
+    case FunctionKey::RightArrow:
+        turnTargetByAngle(quarterPi);
+        break;
     case u'0': {
         const Rotation home = defaultOrientation();
         setTargetWorldRotationAngle_axis(home[0], home[1], home[2], home[3]);
         setTargetMouthOpenAngle(0.0f);
         break;
     }
-    default: HVOGLSmoothView::keyDown(event); break;
+    default:
+        HVOGLSmoothView::keyDown(event);
+        break;
     }
 }
 

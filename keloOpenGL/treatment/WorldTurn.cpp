@@ -10,10 +10,8 @@ constexpr float pi = 3.1415927f;
 Quaternion clampQuaternionToFront180Degrees(const Quaternion &quaternion)
 {
     const Vector3 front = Quaternion_multiplyVector3(quaternion, Vector3{0.0f, -1.0f, 0.0f});
-    if (!(front.z < 0.0f))
-        return quaternion;
-    if (front.x < 0.0f)
-        return {-0.5f, -0.5f, -0.5f, 0.5f};
+    if (!(front.z < 0.0f)) return quaternion;
+    if (front.x < 0.0f) return {-0.5f, -0.5f, -0.5f, 0.5f};
     return {-0.5f, 0.5f, 0.5f, 0.5f};
 }
 
@@ -22,9 +20,9 @@ std::array<float, 4> worldRotationTurnedByDegrees(const std::array<float, 4> &wo
 {
     const float step = degrees * pi / 180.0f;
     const Vector3 vertical{0.0f, 0.0f, 1.0f};
-    Quaternion turned = Quaternion_fromAxisAngle(
-        Vector3{worldRotation[1], worldRotation[2], worldRotation[3]},
-        worldRotation[0] * pi / 180.0f);
+    Quaternion turned =
+        Quaternion_fromAxisAngle(Vector3{worldRotation[1], worldRotation[2], worldRotation[3]},
+                                 worldRotation[0] * pi / 180.0f);
     Quaternion_rotate(&turned, vertical, step);
     turned = clampQuaternionToFront180Degrees(turned);
 

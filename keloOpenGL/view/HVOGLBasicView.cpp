@@ -139,8 +139,7 @@ void HVOGLBasicView::startAnimationTimer()
 
 void HVOGLBasicView::stopAnimationTimer()
 {
-    if (timer_)
-        timer_->invalidate();
+    if (timer_) timer_->invalidate();
     timer_.reset();
 }
 
@@ -175,8 +174,7 @@ long HVOGLBasicView::mouseModeForDeviceIndependentBits(std::uint32_t bits) const
 
 void HVOGLBasicView::menuNeedsUpdate(Menu &menu)
 {
-    if (menu.title() != "Mode")
-        return;
+    if (menu.title() != "Mode") return;
     for (const long mode : {rotateMode, colorMode, elasticsMode}) {
         if (const std::shared_ptr<MenuItem> item = menu.itemWithTag(mode)) {
             item->enabled = true;
@@ -193,50 +191,68 @@ void HVOGLBasicView::mouseModeAction(const MenuItem &sender)
 void HVOGLBasicView::leftMouseDown(const Event &event)
 {
     switch (mouseMode()) {
-    case elasticsMode: elasticsMouseDown(event); break;
-    case colorMode: colorMouseDown(event); break;
-    case rotateMode: rotateMouseDown(event); break;
-    default: break;
+    case elasticsMode:
+        elasticsMouseDown(event);
+        break;
+    case colorMode:
+        colorMouseDown(event);
+        break;
+    case rotateMode:
+        rotateMouseDown(event);
+        break;
+    default:
+        break;
     }
 }
 
 void HVOGLBasicView::leftMouseDragged(const Event &event)
 {
     switch (mouseMode()) {
-    case elasticsMode: elasticsMouseDragged(event); break;
-    case colorMode: colorMouseDragged(event); break;
-    case rotateMode: rotateMouseDragged(event); break;
-    default: break;
+    case elasticsMode:
+        elasticsMouseDragged(event);
+        break;
+    case colorMode:
+        colorMouseDragged(event);
+        break;
+    case rotateMode:
+        rotateMouseDragged(event);
+        break;
+    default:
+        break;
     }
 }
 
 void HVOGLBasicView::leftMouseUp(const Event &event)
 {
     switch (mouseMode()) {
-    case elasticsMode: elasticsMouseUp(event); break;
-    case colorMode: colorMouseUp(event); break;
-    case rotateMode: rotateMouseUp(event); break;
-    default: break;
+    case elasticsMode:
+        elasticsMouseUp(event);
+        break;
+    case colorMode:
+        colorMouseUp(event);
+        break;
+    case rotateMode:
+        rotateMouseUp(event);
+        break;
+    default:
+        break;
     }
     HVOGLMouseView::leftMouseUp(event);
 }
 
 void HVOGLBasicView::rightMouseDown(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode)
-        colorMouseDown(event);
+    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseDown(event);
 }
 
 void HVOGLBasicView::rightMouseDragged(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode)
-        colorMouseDragged(event);
+    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseDragged(event);
 }
 
 void HVOGLBasicView::rightMouseUp(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode)
-        colorMouseUp(event);
+    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseUp(event);
     HVOGLMouseView::rightMouseUp(event);
 }
 

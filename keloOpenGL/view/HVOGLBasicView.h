@@ -20,13 +20,14 @@ namespace kelo {
 class DXDocumentModel;
 class DXGLightweightModel;
 
-/// A 3D view of a document's two jaws: an orthographic camera, one directional light that stays with
-/// the viewer, the jaws' transforms for the opened mouth, and a fixed order of drawing into which
-/// subclasses hook their own content.
+/// A 3D view of a document's two jaws: an orthographic camera, one directional light that stays
+/// with the viewer, the jaws' transforms for the opened mouth, and a fixed order of drawing into
+/// which subclasses hook their own content.
 ///
-/// What the camera looks at: the world is turned by `worldRotation` about `rotationCenter`; the zoom
-/// box is the part of the world (after turning) that must be visible, and the window limits are that
-/// box widened to the view's proportions. Every setter that changes what is seen asks for a redraw.
+/// What the camera looks at: the world is turned by `worldRotation` about `rotationCenter`; the
+/// zoom box is the part of the world (after turning) that must be visible, and the window limits
+/// are that box widened to the view's proportions. Every setter that changes what is seen asks for
+/// a redraw.
 class HVOGLBasicView : public HVOGLMouseView, public MenuDelegate
 {
 public:

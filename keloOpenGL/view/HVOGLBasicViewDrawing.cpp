@@ -21,14 +21,22 @@ constexpr unsigned tableTooLarge = 32817;
 const char *errorName(unsigned code)
 {
     switch (code) {
-    case GL_INVALID_ENUM: return "GL_INVALID_ENUM";
-    case GL_INVALID_VALUE: return "GL_INVALID_VALUE";
-    case GL_INVALID_OPERATION: return "GL_INVALID_OPERATION";
-    case GL_STACK_OVERFLOW: return "GL_STACK_OVERFLOW";
-    case GL_STACK_UNDERFLOW: return "GL_STACK_UNDERFLOW";
-    case GL_OUT_OF_MEMORY: return "GL_OUT_OF_MEMORY";
-    case tableTooLarge: return "GL_TABLE_TOO_LARGE";
-    default: return nullptr;
+    case GL_INVALID_ENUM:
+        return "GL_INVALID_ENUM";
+    case GL_INVALID_VALUE:
+        return "GL_INVALID_VALUE";
+    case GL_INVALID_OPERATION:
+        return "GL_INVALID_OPERATION";
+    case GL_STACK_OVERFLOW:
+        return "GL_STACK_OVERFLOW";
+    case GL_STACK_UNDERFLOW:
+        return "GL_STACK_UNDERFLOW";
+    case GL_OUT_OF_MEMORY:
+        return "GL_OUT_OF_MEMORY";
+    case tableTooLarge:
+        return "GL_TABLE_TOO_LARGE";
+    default:
+        return nullptr;
     }
 }
 
@@ -73,11 +81,9 @@ void HVOGLBasicView::resizeGL()
                                  ? deviceSize()
                                  : PixelSize{static_cast<int>(bounds().size.width),
                                              static_cast<int>(bounds().size.height)};
-    if (bounds().size == cameraSize && pixels == viewportSize_)
-        return;
+    if (bounds().size == cameraSize && pixels == viewportSize_) return;
     cameraSize = bounds().size;
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     viewportSize_ = pixels;
     glViewport(0, 0, pixels.width, pixels.height);
     adjustWindow();
@@ -97,8 +103,7 @@ void HVOGLBasicView::adjustWindow()
 
 void HVOGLBasicView::updateProjection()
 {
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     if (hasRoom(_xMinWindow, _xMaxWindow) && hasRoom(_yMinWindow, _yMaxWindow) &&
@@ -109,8 +114,7 @@ void HVOGLBasicView::updateProjection()
 
 void HVOGLBasicView::updateModelView()
 {
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glTranslatef(_rotationCenter.x, _rotationCenter.y, _rotationCenter.z);
@@ -125,8 +129,7 @@ void HVOGLBasicView::loadLightTransform()
 
 void HVOGLBasicView::updateLighting()
 {
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     glEnable(GL_LIGHTING);
     assertThat(ambientColor_ && diffuseColor_ && specularColor_,
                "the ambient, diffuse and specular light colours must be set");
@@ -147,8 +150,7 @@ void HVOGLBasicView::updateLighting()
 
 void HVOGLBasicView::setupDefaultMaterial()
 {
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     constexpr GLfloat white[] = {1.0f, 1.0f, 1.0f, 0.8f};
     constexpr GLfloat faintRed[] = {0.2f, 0.0f, 0.0f, 0.8f};
     constexpr GLfloat faintGreen[] = {0.0f, 0.2f, 0.0f, 0.8f};
@@ -165,8 +167,7 @@ void HVOGLBasicView::setUpFirstCycle()
     openGLContext().setSwapInterval(1);
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
-    if (clearColor_)
-        clearColor_->glClearColor();
+    if (clearColor_) clearColor_->glClearColor();
     updateLighting();
     setupDefaultMaterial();
 }
@@ -199,14 +200,10 @@ void HVOGLBasicView::drawBackground()
 
 void HVOGLBasicView::drawRect(const Rect &)
 {
-    if (!drawRectEnabled())
-        return;
-    if (!makeCurrentContextIfNeeded())
-        return;
-    if (isFirstDrawRect_)
-        setUpFirstCycle();
-    if (cameraSize.width == 0.0 || cameraSize.height == 0.0)
-        resizeGL();
+    if (!drawRectEnabled()) return;
+    if (!makeCurrentContextIfNeeded()) return;
+    if (isFirstDrawRect_) setUpFirstCycle();
+    if (cameraSize.width == 0.0 || cameraSize.height == 0.0) resizeGL();
     if (cameraSize.width <= 0.0 || cameraSize.height <= 0.0)
         return; // a view without area has nothing to draw and no projection to draw it with
 
@@ -218,19 +215,16 @@ void HVOGLBasicView::drawRect(const Rect &)
     setupDefaultMaterial();
     drawContent();
     drawExtraContent();
-    if (bufferSwappingEnabled())
-        openGLContext().flushBuffer();
+    if (bufferSwappingEnabled()) openGLContext().flushBuffer();
     reportError();
     isFirstDrawRect_ = false;
 }
 
 void HVOGLBasicView::drawContent()
 {
-    if (!makeCurrentContextIfNeeded())
-        return;
+    if (!makeCurrentContextIfNeeded()) return;
     glDisable(GL_BLEND);
-    if (!documentModel_)
-        return;
+    if (!documentModel_) return;
     try {
         drawModels(documentModel_->upperModels(), upperMouthTransform());
         drawModels(documentModel_->lowerModels(), lowerMouthTransform());
@@ -265,15 +259,13 @@ void HVOGLBasicView::reportIncompleteDocument(const char *reason)
 std::string HVOGLBasicView::errorReport(unsigned code)
 {
     std::string report = "OpenGL error: " + std::to_string(static_cast<int>(code)) + " - ";
-    if (const char *name = errorName(code))
-        report += std::string(name) + "\n";
+    if (const char *name = errorName(code)) report += std::string(name) + "\n";
     return report;
 }
 
 unsigned HVOGLBasicView::reportError()
 {
-    if (!makeCurrentContextIfNeeded())
-        return GL_NO_ERROR;
+    if (!makeCurrentContextIfNeeded()) return GL_NO_ERROR;
     const unsigned code = glGetError();
     if (code != GL_NO_ERROR) {
         std::fputs(errorReport(code).c_str(), stdout);

@@ -160,8 +160,7 @@ void HVOGLBasicView::setModelExtents(std::shared_ptr<const Extents> extents)
 
 std::shared_ptr<const Extents> HVOGLBasicView::extents() const
 {
-    if (modelExtents_)
-        return modelExtents_;
+    if (modelExtents_) return modelExtents_;
     return Extents::extentsWithCenter_inscribedRadius(Vector3{0.0f, 0.0f, 0.0f}, defaultRadius);
 }
 

@@ -15,14 +15,12 @@ constexpr std::uint32_t modeModifierMask = 0xFFE90000;
 
 HVOGLMouseView::HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat)
     : OpenGLView(frame, pixelFormat)
-{
-}
+{}
 
 HVOGLMouseView::~HVOGLMouseView()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
-    if (trackingRectTag_ != 0)
-        removeTrackingRect(trackingRectTag_);
+    if (trackingRectTag_ != 0) removeTrackingRect(trackingRectTag_);
 }
 
 void HVOGLMouseView::awakeFromNib()
@@ -45,24 +43,21 @@ void HVOGLMouseView::setMouseMode(long mode)
 
 void HVOGLMouseView::setTemporaryMouseMode(long mode)
 {
-    if (!mouseModeIsTemporary_)
-        permanentMouseMode_ = mouseMode_;
+    if (!mouseModeIsTemporary_) permanentMouseMode_ = mouseMode_;
     mouseModeIsTemporary_ = true;
     setMouseMode(mode);
 }
 
 void HVOGLMouseView::restorePermanentMouseMode()
 {
-    if (mouseModeIsTemporary_)
-        setMouseMode(permanentMouseMode_);
+    if (mouseModeIsTemporary_) setMouseMode(permanentMouseMode_);
     mouseModeIsTemporary_ = false;
     setCursor(cursorForMouseMode(mouseMode_));
 }
 
 void HVOGLMouseView::mouseModeAction()
 {
-    if (mouseMode_ == mouseModeButton_)
-        mouseModeStress();
+    if (mouseMode_ == mouseModeButton_) mouseModeStress();
     mouseModeButton_ = mouseMode_;
 }
 
@@ -89,8 +84,7 @@ void HVOGLMouseView::synchronizeCursorWithMouseMode(const Event &event)
 
 void HVOGLMouseView::setUpTrackingRect()
 {
-    if (trackingRectTag_ != 0)
-        removeTrackingRect(trackingRectTag_);
+    if (trackingRectTag_ != 0) removeTrackingRect(trackingRectTag_);
     trackingRectTag_ = addTrackingRect(bounds(), false);
 }
 
@@ -114,8 +108,7 @@ void HVOGLMouseView::frameDidChange()
 
 void HVOGLMouseView::flagsChanged(const Event &event)
 {
-    if (mouseIsDown_)
-        return;
+    if (mouseIsDown_) return;
     const std::uint32_t bits = event.modifierFlags & modeModifierMask;
     if (bits != 0)
         setTemporaryMouseMode(mouseModeForDeviceIndependentBits(bits));
@@ -127,44 +120,57 @@ void HVOGLMouseView::flagsChanged(const Event &event)
 HVOGLMouseView::Button HVOGLMouseView::routedButton() const
 {
     const auto mode = static_cast<std::int32_t>(mouseMode_);
-    if (mode == static_cast<std::int32_t>(rightMouseMode()))
-        return Button::Right;
-    if (mode == static_cast<std::int32_t>(otherMouseMode()))
-        return Button::Other;
+    if (mode == static_cast<std::int32_t>(rightMouseMode())) return Button::Right;
+    if (mode == static_cast<std::int32_t>(otherMouseMode())) return Button::Other;
     return Button::Left;
 }
 
 void HVOGLMouseView::mouseDown(const Event &event)
 {
-    if (!enabled_)
-        return;
+    if (!enabled_) return;
     mouseIsDown_ = true;
     switch (routedButton()) {
-    case Button::Right: rightMouseDown(event); break;
-    case Button::Other: otherMouseDown(event); break;
-    case Button::Left: leftMouseDown(event); break;
+    case Button::Right:
+        rightMouseDown(event);
+        break;
+    case Button::Other:
+        otherMouseDown(event);
+        break;
+    case Button::Left:
+        leftMouseDown(event);
+        break;
     }
 }
 
 void HVOGLMouseView::mouseDragged(const Event &event)
 {
-    if (!mouseIsDown_)
-        return;
+    if (!mouseIsDown_) return;
     switch (routedButton()) {
-    case Button::Right: rightMouseDragged(event); break;
-    case Button::Other: otherMouseDragged(event); break;
-    case Button::Left: leftMouseDragged(event); break;
+    case Button::Right:
+        rightMouseDragged(event);
+        break;
+    case Button::Other:
+        otherMouseDragged(event);
+        break;
+    case Button::Left:
+        leftMouseDragged(event);
+        break;
     }
 }
 
 void HVOGLMouseView::mouseUp(const Event &event)
 {
-    if (!mouseIsDown_)
-        return;
+    if (!mouseIsDown_) return;
     switch (routedButton()) {
-    case Button::Right: rightMouseUp(event); break;
-    case Button::Other: otherMouseUp(event); break;
-    case Button::Left: leftMouseUp(event); break;
+    case Button::Right:
+        rightMouseUp(event);
+        break;
+    case Button::Other:
+        otherMouseUp(event);
+        break;
+    case Button::Left:
+        leftMouseUp(event);
+        break;
     }
 }
 
@@ -176,12 +182,21 @@ void HVOGLMouseView::endPress(const Event &event)
 
 void HVOGLMouseView::leftMouseDown(const Event &) {}
 void HVOGLMouseView::leftMouseDragged(const Event &) {}
-void HVOGLMouseView::leftMouseUp(const Event &event) { endPress(event); }
+void HVOGLMouseView::leftMouseUp(const Event &event)
+{
+    endPress(event);
+}
 void HVOGLMouseView::rightMouseDown(const Event &) {}
 void HVOGLMouseView::rightMouseDragged(const Event &) {}
-void HVOGLMouseView::rightMouseUp(const Event &event) { endPress(event); }
+void HVOGLMouseView::rightMouseUp(const Event &event)
+{
+    endPress(event);
+}
 void HVOGLMouseView::otherMouseDown(const Event &) {}
 void HVOGLMouseView::otherMouseDragged(const Event &) {}
-void HVOGLMouseView::otherMouseUp(const Event &event) { endPress(event); }
+void HVOGLMouseView::otherMouseUp(const Event &event)
+{
+    endPress(event);
+}
 
 } // namespace kelo

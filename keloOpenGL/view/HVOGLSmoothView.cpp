@@ -50,8 +50,7 @@ HVOGLSmoothView::HVOGLSmoothView(const Rect &frame) : HVOGLBasicView(frame) {}
 
 void HVOGLSmoothView::startAnimationTimerIfNeeded()
 {
-    if (animationTimerIsRunning())
-        return;
+    if (animationTimerIsRunning()) return;
     // No tick has kept the time while no timer ran; without this the first step would count all of
     // that and land on the target at once.
     time = RunLoop::main().currentTime();
@@ -63,16 +62,14 @@ void HVOGLSmoothView::setTargetWorldRotationAngle_axis(double angleInDegrees, do
 {
     const Rotation requested{static_cast<float>(angleInDegrees), static_cast<float>(x),
                              static_cast<float>(y), static_cast<float>(z)};
-    if (_animatingWorldRotation && requested == _targetWorldRotation)
-        return;
-    if (requested == _worldRotation)
-        return;
+    if (_animatingWorldRotation && requested == _targetWorldRotation) return;
+    if (requested == _worldRotation) return;
     startAnimationTimerIfNeeded();
     _targetWorldRotation = requested;
     _initialWorldQuaternion = quaternionOfRotation(_worldRotation);
     const Quaternion target = quaternionOfRotation(_targetWorldRotation);
-    const Quaternion eigen = Quaternion_multiplied(Quaternion_inverted(_initialWorldQuaternion),
-                                                   target);
+    const Quaternion eigen =
+        Quaternion_multiplied(Quaternion_inverted(_initialWorldQuaternion), target);
     _worldEigenRotation = rotationOfQuaternion(eigen);
     _worldEigenRotationFullAngle = _worldEigenRotation[0];
     _worldEigenRotationParameter = 0.0;
@@ -96,15 +93,14 @@ Quaternion HVOGLSmoothView::targetWorldQuaternion() const
 
 void HVOGLSmoothView::updateWorldRotationForTimeDelta(double seconds)
 {
-    if (!_animatingWorldRotation)
-        return;
+    if (!_animatingWorldRotation) return;
     _worldEigenRotationParameter += seconds / transitionDuration;
     if (_worldEigenRotationParameter >= 1.0) {
         _animatingWorldRotation = false;
         _worldRotation = _targetWorldRotation;
     } else {
-        _worldEigenRotation[0] = static_cast<float>(eased(_worldEigenRotationParameter) *
-                                                    _worldEigenRotationFullAngle);
+        _worldEigenRotation[0] =
+            static_cast<float>(eased(_worldEigenRotationParameter) * _worldEigenRotationFullAngle);
         _worldRotation = rotationOfQuaternion(Quaternion_multiplied(
             _initialWorldQuaternion, quaternionOfRotation(_worldEigenRotation)));
     }
@@ -114,10 +110,8 @@ void HVOGLSmoothView::updateWorldRotationForTimeDelta(double seconds)
 void HVOGLSmoothView::setTargetWorldCenterData(const PackedData &centerData)
 {
     assertThat(centerData.size() == sizeof(Vector3), "world-centre data must be 12 bytes");
-    if (centerData == worldCenterData())
-        return;
-    if (_animatingWorldCenter && centerData == activeWorldCenterData())
-        return;
+    if (centerData == worldCenterData()) return;
+    if (_animatingWorldCenter && centerData == activeWorldCenterData()) return;
     startAnimationTimerIfNeeded();
     if (_lastRenderingTime > slowRenderingTime) {
         setWorldCenterData(centerData);
@@ -140,8 +134,7 @@ PackedData HVOGLSmoothView::activeWorldCenterData() const
 
 void HVOGLSmoothView::updateWorldCenterForTimeDelta(double seconds)
 {
-    if (!_animatingWorldCenter)
-        return;
+    if (!_animatingWorldCenter) return;
     _worldCenterParameter += seconds / transitionDuration;
     if (_worldCenterParameter >= 1.0) {
         _animatingWorldCenter = false;
@@ -165,10 +158,8 @@ void HVOGLSmoothView::setTargetMouthOpenAngle(float angleInDegrees)
 
 void HVOGLSmoothView::setTargetMouthOpenAngle_duration(float angleInDegrees, double seconds)
 {
-    if (_animatingMouthOpenAngle && _targetMouthOpenAngle == angleInDegrees)
-        return;
-    if (_mouthOpenAngle == angleInDegrees)
-        return;
+    if (_animatingMouthOpenAngle && _targetMouthOpenAngle == angleInDegrees) return;
+    if (_mouthOpenAngle == angleInDegrees) return;
     _initialMouthOpenAngle = _mouthOpenAngle;
     _targetMouthOpenAngle = angleInDegrees;
     _mouthOpenAngleParameter = 0.0;
@@ -179,8 +170,7 @@ void HVOGLSmoothView::setTargetMouthOpenAngle_duration(float angleInDegrees, dou
 
 void HVOGLSmoothView::updateMouthOpenAngleForTimeDelta(double seconds)
 {
-    if (!_animatingMouthOpenAngle)
-        return;
+    if (!_animatingMouthOpenAngle) return;
     _mouthOpenAngleParameter += seconds / _mouthOpenAnimationDuration;
     // Written so that a duration of 0 (an infinite or undefined progress) ends the transition too.
     if (!(_mouthOpenAngleParameter < 1.0)) {
@@ -215,8 +205,7 @@ void HVOGLSmoothView::setHomeOrientation(std::optional<std::string> name)
 
 const std::string &HVOGLSmoothView::homeOrientation()
 {
-    if (!_homeOrientation)
-        _homeOrientation = "XY";
+    if (!_homeOrientation) _homeOrientation = "XY";
     return *_homeOrientation;
 }
 

@@ -39,15 +39,15 @@ float effectiveMouthOpenAngle(float mouthOpenAngleInDegrees)
 
 Matrix upperMouthTransform(float effectiveAngle, const Extents &extents)
 {
-    const float jawAngle = effectiveAngle > 0.0f ? followingFraction * effectiveAngle
-                                                 : effectiveAngle;
+    const float jawAngle =
+        effectiveAngle > 0.0f ? followingFraction * effectiveAngle : effectiveAngle;
     return jawTransform(effectiveAngle, jawAngle, extents);
 }
 
 Matrix lowerMouthTransform(float effectiveAngle, const Extents &extents)
 {
-    const float jawAngle = effectiveAngle < 0.0f ? followingFraction * effectiveAngle
-                                                 : effectiveAngle;
+    const float jawAngle =
+        effectiveAngle < 0.0f ? followingFraction * effectiveAngle : effectiveAngle;
     return jawTransform(effectiveAngle, jawAngle, extents);
 }
 

@@ -12,9 +12,9 @@ namespace kelo {
 /// first 10 degrees of either direction are a dead zone in which the jaws stay closed.
 float effectiveMouthOpenAngle(float mouthOpenAngleInDegrees);
 
-/// The transforms of the upper and the lower jaw for an effective angle in radians. Both turn in the
-/// same sense about the same hinge line, which lies behind the arches; the jaw that the angle does
-/// not mean follows by one eighth.
+/// The transforms of the upper and the lower jaw for an effective angle in radians. Both turn in
+/// the same sense about the same hinge line, which lies behind the arches; the jaw that the angle
+/// does not mean follows by one eighth.
 Matrix upperMouthTransform(float effectiveAngleInRadians, const Extents &sceneExtents);
 Matrix lowerMouthTransform(float effectiveAngleInRadians, const Extents &sceneExtents);
 

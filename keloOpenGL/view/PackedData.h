@@ -17,7 +17,7 @@ namespace kelo {
 /// | world rotation                 | 16    | four floats: angle in degrees, axis x, y, z         |
 using PackedData = std::vector<std::byte>;
 
-template <class Value>
+template<class Value>
 PackedData packed(const Value &value)
 {
     static_assert(std::is_trivially_copyable_v<Value>);
@@ -27,7 +27,7 @@ PackedData packed(const Value &value)
 }
 
 /// `data` must be exactly as long as a Value.
-template <class Value>
+template<class Value>
 Value unpacked(const PackedData &data)
 {
     static_assert(std::is_trivially_copyable_v<Value>);

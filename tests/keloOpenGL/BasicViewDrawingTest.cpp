@@ -27,7 +27,10 @@ public:
     HookView() : HVOGLBasicView(Rect{{0, 0}, {width, height}}) {}
     void updateModelView() override { note("modelView"), HVOGLBasicView::updateModelView(); }
     void updateLighting() override { note("lighting"), HVOGLBasicView::updateLighting(); }
-    void setupDefaultMaterial() override { note("material"), HVOGLBasicView::setupDefaultMaterial(); }
+    void setupDefaultMaterial() override
+    {
+        note("material"), HVOGLBasicView::setupDefaultMaterial();
+    }
     void drawContent() override { note("content"), HVOGLBasicView::drawContent(); }
     void drawExtraContent() override { note("extra"); }
     void setPickMode(bool pick) { _isInColorPickMode = pick; }
@@ -76,13 +79,13 @@ void expectColor(const QImage &image, int x, int rowFromBottom, const Color &exp
 TEST_F(BasicViewDrawing, theFirstCycleSetsUpLightAndMaterialAndThenRunsTheHooksInOrder)
 {
     view->display();
-    EXPECT_EQ(view->hooks, (std::vector<std::string>{"lighting", "material", "modelView", "lighting",
-                                                     "material", "content", "extra"}));
+    EXPECT_EQ(view->hooks, (std::vector<std::string>{"lighting", "material", "modelView",
+                                                     "lighting", "material", "content", "extra"}));
     EXPECT_FALSE(view->isFirstDrawRect());
     view->hooks.clear();
     view->display();
-    EXPECT_EQ(view->hooks, (std::vector<std::string>{"modelView", "lighting", "material", "content",
-                                                     "extra"}));
+    EXPECT_EQ(view->hooks,
+              (std::vector<std::string>{"modelView", "lighting", "material", "content", "extra"}));
     EXPECT_NO_GL_ERROR();
 }
 

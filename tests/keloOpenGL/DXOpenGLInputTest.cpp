@@ -33,8 +33,8 @@ protected:
     double turn() const
     {
         const auto &r = view->worldRotation();
-        const Quaternion q = Quaternion_fromAxisAngle(Vector3{r[1], r[2], r[3]},
-                                                      r[0] * 3.1415927f / 180.0f);
+        const Quaternion q =
+            Quaternion_fromAxisAngle(Vector3{r[1], r[2], r[3]}, r[0] * 3.1415927f / 180.0f);
         const Vector3 front = Quaternion_multiplyVector3(q, Vector3{0, -1, 0});
         return std::atan2(front.x, front.z) * 180.0 / 3.14159265358979;
     }
@@ -155,9 +155,9 @@ TEST_F(DXOpenGLInput, theArrowKeysStepTheMouthBetweenClosedAndOpen)
         float to;
     };
     const Row rows[] = {
-        {0.0f, u"\xF701", 45.0f},    {45.0f, u"\xF701", 45.0f},  {-10.0f, u"\xF701", 45.0f},
-        {-10.5f, u"\xF701", 0.0f},   {-45.0f, u"\xF701", 0.0f},  {0.0f, u"\xF700", -45.0f},
-        {10.0f, u"\xF700", -45.0f},  {10.5f, u"\xF700", 0.0f},   {45.0f, u"\xF700", 0.0f},
+        {0.0f, u"\xF701", 45.0f},    {45.0f, u"\xF701", 45.0f}, {-10.0f, u"\xF701", 45.0f},
+        {-10.5f, u"\xF701", 0.0f},   {-45.0f, u"\xF701", 0.0f}, {0.0f, u"\xF700", -45.0f},
+        {10.0f, u"\xF700", -45.0f},  {10.5f, u"\xF700", 0.0f},  {45.0f, u"\xF700", 0.0f},
         {-45.0f, u"\xF700", -45.0f},
     };
     for (const Row &row : rows) {

@@ -19,7 +19,10 @@ class RecordingMouseView : public HVOGLMouseView
 public:
     RecordingMouseView() : HVOGLMouseView(Rect{{0, 0}, {200, 100}}) {}
 
-    void leftMouseDown(const Event &e) override { note("leftDown"), HVOGLMouseView::leftMouseDown(e); }
+    void leftMouseDown(const Event &e) override
+    {
+        note("leftDown"), HVOGLMouseView::leftMouseDown(e);
+    }
     void leftMouseDragged(const Event &) override { note("leftDragged"); }
     void leftMouseUp(const Event &e) override { note("leftUp"), HVOGLMouseView::leftMouseUp(e); }
     void rightMouseDown(const Event &) override { note("rightDown"); }
@@ -66,7 +69,10 @@ public:
 class MouseView : public ViewFixture
 {
 protected:
-    static Event flags(std::uint32_t bits) { return eventAt(EventType::FlagsChanged, 10, 10, bits); }
+    static Event flags(std::uint32_t bits)
+    {
+        return eventAt(EventType::FlagsChanged, 10, 10, bits);
+    }
     std::shared_ptr<RecordingMouseView> view = makeView<RecordingMouseView>();
     Event down = eventAt(EventType::LeftMouseDown, 10, 10);
     Event drag = eventAt(EventType::LeftMouseDragged, 20, 10);
@@ -225,7 +231,9 @@ TEST_F(BasicMouseView, everyButtonReachesTheHandlerOfTheMode)
         Calls right;
     };
     const std::vector<Row> rows = {
-        {6, {"elasticsDown", "elasticsDragged", "elasticsUp"}, {"colorDown", "colorDragged", "colorUp"}},
+        {6,
+         {"elasticsDown", "elasticsDragged", "elasticsUp"},
+         {"colorDown", "colorDragged", "colorUp"}},
         {5, {"colorDown", "colorDragged", "colorUp"}, {"colorDown", "colorDragged", "colorUp"}},
         {2, {"rotateDown", "rotateDragged", "rotateUp"}, {}},
         {3, {}, {}},
@@ -277,8 +285,7 @@ TEST_F(BasicMouseView, theModeMenusCheckMarksFollowThePresentModeATemporaryOneIn
     view->menuNeedsUpdate(*menu);
     for (const long tag : {2L, 5L, 6L}) {
         EXPECT_TRUE(menu->itemWithTag(tag)->enabled) << tag;
-        EXPECT_EQ(menu->itemWithTag(tag)->state,
-                  tag == 5 ? MenuItemState::On : MenuItemState::Off)
+        EXPECT_EQ(menu->itemWithTag(tag)->state, tag == 5 ? MenuItemState::On : MenuItemState::Off)
             << tag;
     }
 }

@@ -58,8 +58,8 @@ TEST(WorldTurn, aTurnPastProfileSnapsToTheNearerProfile)
 
 TEST(WorldTurn, bothProfilesShowTheArchesExactlySideOn)
 {
-    for (const Quaternion profile : {Quaternion{-0.5f, -0.5f, -0.5f, 0.5f},
-                                     Quaternion{-0.5f, 0.5f, 0.5f, 0.5f}}) {
+    for (const Quaternion profile :
+         {Quaternion{-0.5f, -0.5f, -0.5f, 0.5f}, Quaternion{-0.5f, 0.5f, 0.5f, 0.5f}}) {
         const Vector3 front = Quaternion_multiplyVector3(profile, Vector3{0, -1, 0});
         EXPECT_NEAR(front.z, 0.0f, 1e-6f);
         EXPECT_NEAR(std::abs(front.x), 1.0f, 1e-6f);

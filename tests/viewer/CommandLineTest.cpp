@@ -24,8 +24,8 @@ TEST(CommandLine, withoutArgumentsAWindowOf1024By768Opens)
 
 TEST(CommandLine, everyOptionIsTakenOver)
 {
-    const auto parsed = parse({"--headless", "--size", "800x600", "--scale", "1.25", "--meshes", "m",
-                               "--picture", "p.png", "--state", "-", "--export", "e.obj"});
+    const auto parsed = parse({"--headless", "--size", "800x600", "--scale", "1.25", "--meshes",
+                               "m", "--picture", "p.png", "--state", "-", "--export", "e.obj"});
     ASSERT_FALSE(parsed.endsWith) << parsed.message.toStdString();
     EXPECT_TRUE(parsed.commandLine.headless);
     EXPECT_EQ(parsed.commandLine.size, (kelo::Size{800, 600}));
@@ -74,8 +74,8 @@ TEST(CommandLine, helpNamesEveryOption)
 {
     const auto parsed = parse({"--help"});
     ASSERT_EQ(parsed.endsWith, viewer::Done);
-    for (const char *option : {"--headless", "--size", "--scale", "--meshes", "--picture", "--state",
-                               "--export", "--help", "--version"})
+    for (const char *option : {"--headless", "--size", "--scale", "--meshes", "--picture",
+                               "--state", "--export", "--help", "--version"})
         EXPECT_TRUE(parsed.message.contains(QString::fromUtf8(option))) << option;
 }
 

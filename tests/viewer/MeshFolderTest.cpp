@@ -11,8 +11,8 @@ namespace {
 void copyMeshes(const QString &folder)
 {
     for (const QString &name : viewer::meshFileNames())
-        ASSERT_TRUE(QFile::copy(QDir(KELO_BUNDLE_FOLDER).filePath(name),
-                                QDir(folder).filePath(name)));
+        ASSERT_TRUE(
+            QFile::copy(QDir(KELO_BUNDLE_FOLDER).filePath(name), QDir(folder).filePath(name)));
 }
 
 void appendTo(const QString &path, const QByteArray &text)
@@ -44,11 +44,13 @@ TEST(MeshFolder, aMissingFolderAndAMissingFileAreNamed)
 {
     const QTemporaryDir folder;
     const QString absent = folder.filePath("absent");
-    EXPECT_EQ(viewer::meshFolderProblems(absent), QStringList{absent + ": there is no such folder"});
+    EXPECT_EQ(viewer::meshFolderProblems(absent),
+              QStringList{absent + ": there is no such folder"});
     copyMeshes(folder.path());
     const QString gum = folder.filePath("_lower_gums.obj");
     ASSERT_TRUE(QFile::remove(gum));
-    EXPECT_EQ(viewer::meshFolderProblems(folder.path()), QStringList{gum + ": the file is missing"});
+    EXPECT_EQ(viewer::meshFolderProblems(folder.path()),
+              QStringList{gum + ": the file is missing"});
 }
 
 TEST(MeshFolder, aBadFileIsNamedWithItsLineAndTheReason)

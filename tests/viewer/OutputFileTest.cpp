@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 TEST(OutputFile, aFileIsWrittenWhole)
@@ -25,8 +26,35 @@ TEST(OutputFile, anUnwritablePlaceIsNamedAndLeavesNothingBehind)
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
-TEST(OutputFile, aFullDiskIsASentenceAndNoHalfFile)
+TEST(OutputFile, aFullDiskIsASentence)
 {
     const QString failure = viewer::writeWholeFile("/dev/full", QByteArray(1 << 20, 'x'));
-    EXPECT_TRUE(failure.startsWith("/dev/full: could not be written: ")) << failure.toStdString();
+    EXPECT_EQ(failure.toStdString(), "/dev/full: could not be written: No space left on device");
+}
+
+TEST(OutputFile, aDeviceIsWrittenToAndNotReplaced)
+{
+    EXPECT_EQ(viewer::writeWholeFile("/dev/null", "content"), QString());
+    EXPECT_FALSE(QFileInfo("/dev/null").isFile());
+    EXPECT_FALSE(QFileInfo("/dev/full").isFile());
+}
+
+TEST(OutputFile, aFolderIsNotReplacedByAFile)
+{
+    const QTemporaryDir folder;
+    EXPECT_TRUE(viewer::writeWholeFile(folder.path(), "content")
+                    .startsWith(folder.path() + ": could not be written: "));
+    EXPECT_TRUE(QFileInfo(folder.path()).isDir());
+}
+
+TEST(OutputFile, anEarlierFileIsReplacedAndNothingElseIsLeft)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("out.txt");
+    ASSERT_EQ(viewer::writeWholeFile(path, "first"), QString());
+    ASSERT_EQ(viewer::writeWholeFile(path, "second"), QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("second"));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"out.txt"});
 }
