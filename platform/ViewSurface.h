@@ -24,6 +24,8 @@ public:
     virtual void showCursor(const QCursor &cursor) = 0;
     /// Whether the host is the widget that has the keyboard focus in its window.
     virtual bool isFocusWidget() const = 0;
+    /// Whether another widget has it.
+    virtual bool anotherWidgetHasFocus() const = 0;
     /// The keyboard focus goes to the next or previous widget; false when there is none.
     virtual bool moveFocus(bool forward) = 0;
     /// Resizes the host so that the view gets this size.

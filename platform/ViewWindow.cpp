@@ -10,11 +10,17 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPlatformSurfaceEvent>
+#include <QTimer>
 
 #include <string>
 
 namespace kelo {
 namespace {
+
+/// How often, and how many milliseconds apart, the keyboard is asked for: a quarter of a second in
+/// all, before anybody types.
+constexpr int keyboardAttempts = 6;
+constexpr int keyboardAttemptInterval = 50;
 
 QSurfaceFormat surfaceFormat(const PixelFormat &format)
 {
@@ -160,6 +166,7 @@ bool ViewWindow::isWithin(const QWindow *ancestor) const
 void ViewWindow::focusInEvent(QFocusEvent *)
 {
     keepsFocusForReturn_ = false;
+    hasClaimToFocus_ = true;
     if (!std::exchange(focusIsPassing_, false))
         input_.focusGained(QGuiApplication::queryKeyboardModifiers());
 }
@@ -181,11 +188,41 @@ void ViewWindow::focusOutEvent(QFocusEvent *)
 
 void ViewWindow::focusWindowDidChange(QWindow *focusWindow)
 {
+    // A window manager knows only top-level windows, and gives them the keyboard when they are
+    // clicked or activated, sometimes once more a little later. Unless another widget has taken the
+    // focus, it is still the view's.
     if (!view_ || !isWithin(focusWindow) || !view_->acceptsFirstResponder()) return;
     const ViewHost *host = view_->surface().host();
-    if (input_.buttonIsHeld() || keepsFocusForReturn_ || (host && host->isFocusWidget()))
-        requestActivate();
-    keepsFocusForReturn_ = false;
+    const bool stays = hasClaimToFocus_ && !(host && host->anotherWidgetHasFocus());
+    const bool returns = std::exchange(keepsFocusForReturn_, false);
+    const bool isCertain = input_.buttonIsHeld() || (host && host->isFocusWidget());
+    hasClaimToFocus_ = isCertain || stays || returns;
+    if (isCertain)
+        takeKeyboard(QGuiApplication::focusObject(), keyboardAttempts);
+    else if (hasClaimToFocus_)
+        // It may have been a click on another widget, which comes after the keyboard.
+        takeKeyboardLater(QGuiApplication::focusObject(), keyboardAttempts);
+}
+
+void ViewWindow::takeKeyboardLater(const QObject *focusObject, int attempts)
+{
+    QTimer::singleShot(keyboardAttemptInterval, this, [this, focusObject, attempts] {
+        const bool pressesElsewhere =
+            QGuiApplication::mouseButtons() != Qt::NoButton && !input_.buttonIsHeld();
+        if (QGuiApplication::focusObject() == focusObject && !pressesElsewhere)
+            takeKeyboard(focusObject, attempts);
+    });
+}
+
+void ViewWindow::takeKeyboard(const QObject *focusObject, int attempts)
+{
+    // An X server passes over a wish for the keyboard that seems older than the window manager's
+    // last word, and only later events tell Qt the newer time. So it is repeated for a moment, but
+    // not against a widget that has taken the focus meanwhile.
+    const QWindow *focusWindow = QGuiApplication::focusWindow();
+    if (!view_ || focusWindow == this || !isWithin(focusWindow)) return;
+    requestActivate();
+    if (attempts > 1) takeKeyboardLater(focusObject, attempts - 1);
 }
 
 void ViewWindow::mousePressEvent(QMouseEvent *event)

@@ -38,6 +38,8 @@ private:
     void draw();
     bool isWithin(const QWindow *ancestor) const;
     void focusWindowDidChange(QWindow *focusWindow);
+    void takeKeyboard(const QObject *focusObject, int attempts);
+    void takeKeyboardLater(const QObject *focusObject, int attempts);
     void nativeWindowWillGo();
 
     OpenGLView *view_;
@@ -46,6 +48,7 @@ private:
     bool wasExposed_ = false;
     bool cannotDraw_ = false;
     bool keepsFocusForReturn_ = false; ///< the keyboard went to another top-level window
+    bool hasClaimToFocus_ = false;     ///< the last in its top-level window to have the keyboard
     bool focusIsPassing_ = false;      ///< it is about to come back in the middle of a press
 };
 

@@ -97,6 +97,12 @@ bool ViewContainer::isFocusWidget() const
     return hasFocus();
 }
 
+bool ViewContainer::anotherWidgetHasFocus() const
+{
+    const QWidget *widget = QApplication::focusWidget();
+    return widget && widget != this && widget != inner_ && widget != window();
+}
+
 bool ViewContainer::moveFocus(bool forward)
 {
     const auto follows = [forward](const QWidget *widget) {

@@ -45,6 +45,7 @@ private:
     void repaintView() override;
     void showCursor(const QCursor &cursor) override;
     bool isFocusWidget() const override;
+    bool anotherWidgetHasFocus() const override;
     bool moveFocus(bool forward) override;
     void resizeForView(const Size &size) override;
 

@@ -231,9 +231,14 @@ TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
     other.resize(100, 100);
     other.show();
     other.activateWindow();
+    letPass(100); // the window manager gives a new window the keyboard of its own accord
     ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
     top->activateWindow();
-    EXPECT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    EXPECT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }))
+        << "the keyboard is with "
+        << (other.isActiveWindow()  ? "the other window"
+            : top->isActiveWindow() ? "the top-level window"
+                                    : "nobody");
     view->openGLContext().makeCurrentContext();
     EXPECT_NO_GL_ERROR();
 }
