@@ -5,6 +5,13 @@ kelo_test(glview_tests QT
         SurfacelessTest.cpp
     LINKS keloOpenGL)
 
+# Without an application object.
+kelo_test(glview_plain_tests
+    SOURCES
+        OpenGLViewWithoutApplicationTest.cpp
+    LINKS keloOpenGL)
+
+# They move the display's one pointer and type on its one keyboard.
 kelo_test(glview_window_tests QT
     SOURCES
         ViewContainerTest.cpp
