@@ -59,6 +59,10 @@ TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64
 
 TreatmentSession::~TreatmentSession()
 {
+    // What the handlers stand for may be gone already.
+    failureHandler = nullptr;
+    storedHandler = nullptr;
+    nextDelegate_ = nullptr;
     close();
 }
 

@@ -28,7 +28,7 @@ public:
     /// Becomes the document's delegate.
     TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
                      std::shared_ptr<kelo::DXDocumentModel> document);
-    /// Closes, if close() was not called.
+    /// Closes, if close() was not called, and tells nobody any more.
     ~TreatmentSession();
     TreatmentSession(const TreatmentSession &) = delete;
     TreatmentSession &operator=(const TreatmentSession &) = delete;

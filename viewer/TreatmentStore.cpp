@@ -44,6 +44,10 @@ void assertFileIsOurs(const QString &path)
     if (path == QStringLiteral(":memory:") || QFileInfo(path).size() == 0) return;
     try {
         TreatmentStoreConnection look(path, Mode::Untouched);
+        // SQLite takes a file of one byte for an empty one and would write over it.
+        if (QFileInfo(path).size() == 1)
+            throw look.error(StoreProblem::NotADatabase,
+                             QStringLiteral("the file is not a database"));
         assertSchemaIsReadable(look);
     } catch (const StoreError &error) {
         // Everything else (a lock, the remains of a killed program) is for the real opening.

@@ -39,8 +39,10 @@ public:
     bool good() const { return std::holds_alternative<Value>(content_); }
     explicit operator bool() const { return good(); }
     /// The value; only of a good result, otherwise std::bad_variant_access.
-    Value &value() { return std::get<Value>(content_); }
-    const Value &value() const { return std::get<Value>(content_); }
+    Value &value() & { return std::get<Value>(content_); }
+    const Value &value() const & { return std::get<Value>(content_); }
+    /// Of a result that is about to end: a value of its own, so that a loop may walk over it.
+    Value value() && { return std::get<Value>(std::move(content_)); }
     /// Only of a result that is not good.
     const StoreFailure &failure() const { return std::get<StoreFailure>(content_); }
     /// The failure's sentence; empty when all is well.

@@ -1,0 +1,447 @@
+#include "tests/viewer/TreatmentStoreFixture.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace viewer {
+namespace {
+
+using test::bytesOf;
+using test::day;
+using test::fullRecord;
+using test::OtherConnection;
+using test::writeBytes;
+using Lines = std::vector<std::string>;
+
+/// The administrator may write everything: for the time of a test, be somebody else.
+class WithoutPrivileges
+{
+public:
+    WithoutPrivileges() : privileged_(::geteuid() == 0)
+    {
+        constexpr uid_t nobody = 65534;
+        if (privileged_) {
+            EXPECT_EQ(::seteuid(nobody), 0);
+        }
+    }
+    ~WithoutPrivileges()
+    {
+        if (privileged_) {
+            EXPECT_EQ(::seteuid(0), 0);
+        }
+    }
+
+private:
+    bool privileged_;
+};
+
+/// No file may grow beyond a size, as on a disk that has just run full.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        handler_ = std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit limit = before_;
+        limit.rlim_cur = bytes;
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit before_{};
+    void (*handler_)(int) = nullptr;
+};
+
+class TreatmentStoreOpening : public test::TreatmentStoreFixture
+{
+protected:
+    /// A database of several pages, closed.
+    void makeDatabase()
+    {
+        store = opened();
+        for (int i = 0; i < 20; ++i)
+            treatmentID = store->addTreatment(fullRecord()).value();
+        store.reset();
+    }
+
+    /// Opening must fail; returns why.
+    StoreFailure refusal()
+    {
+        const auto result = TreatmentStore::open(path);
+        EXPECT_FALSE(result);
+        return result ? StoreFailure{} : result.failure();
+    }
+
+    Lines filesInFolder() const
+    {
+        Lines names;
+        for (const QString &name : QDir(folder.path()).entryList(QDir::Files, QDir::Name))
+            names.push_back(name.toStdString());
+        return names;
+    }
+
+    static Lines schemaOf(const QString &file)
+    {
+        return OtherConnection(file).rows(QStringLiteral(
+            "SELECT type, name, tbl_name, sql FROM sqlite_schema ORDER BY type, name"));
+    }
+
+    /// The stored database of version 1, with more statements at its end.
+    void makeVersion1(const QString &more = {})
+    {
+        const OtherConnection connection(path);
+        const QString text = QString::fromUtf8(bytesOf(QStringLiteral(KELO_STORED_VERSION_1)));
+        for (const QString &statement : (text + more).split(QStringLiteral(";\n"))) {
+            if (!statement.trimmed().isEmpty()) connection.run(statement);
+        }
+    }
+};
+
+TEST_F(TreatmentStoreOpening, aMissingFileBecomesANewDatabaseOfThePresentVersion)
+{
+    opened();
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"2"});
+}
+
+TEST_F(TreatmentStoreOpening, anEmptyFileBecomesANewDatabase)
+{
+    writeBytes(path, {});
+    EXPECT_TRUE(opened()->patients().value().empty());
+}
+
+TEST_F(TreatmentStoreOpening, aMissingFolderIsASentence)
+{
+    path = folder.filePath(QStringLiteral("missing/treatments.db"));
+    const StoreFailure failure = refusal();
+    EXPECT_EQ(failure.problem, StoreProblem::NotReachable);
+    EXPECT_EQ(failure.sentence, path + ": the database could not be opened");
+}
+
+TEST_F(TreatmentStoreOpening, aDatabaseOfVersion1IsMigratedWithAllItsContent)
+{
+    makeVersion1();
+    store = opened();
+
+    TreatmentRecord expected;
+    expected.patient = {QStringLiteral("Sample Patient"), QStringLiteral("S-1"), std::nullopt};
+    expected.notes.resize(2);
+    expected.notes[0].date = QDate(2024, 1, 15);
+    expected.notes[0].toothVisibilities = {{"5", true}};
+    expected.notes[1].date = QDate(2024, 3, 1);
+    expected.notes[1].toothVisibilities = {{"5", false}, {"12", true}};
+    expected.notes[1].bracketVisibilities = {{"7", false}, {"8", true}, {"9", true}};
+    expected.notes[1].bracketColorTypeIDs = {{"7", std::nullopt}, {"8", 4}, {"9", std::nullopt}};
+    expected.notes[1].elastics = {{std::nullopt, std::nullopt, {"3l", "14", "19"}},
+                                  {std::nullopt, 3, {"6", "30"}}};
+    EXPECT_EQ(store->loadTreatment(7).value(), expected);
+
+    TreatmentRecord other;
+    other.patient = {QStringLiteral("Other Patient"), QStringLiteral("S-2"), std::nullopt};
+    other.approvedDate = QDate(2024, 5, 1);
+    other.notes.resize(1);
+    other.notes[0].date = QDate(2024, 2, 2);
+    other.notes[0].elastics = {{std::nullopt, 1, {}}};
+    EXPECT_EQ(store->loadTreatment(8).value(), other);
+}
+
+TEST_F(TreatmentStoreOpening, aMigratedDatabaseHasTheTablesOfANewOne)
+{
+    makeVersion1();
+    opened();
+    const Lines migrated = schemaOf(path);
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"2"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA integrity_check")), Lines{"ok"});
+    path = folder.filePath(QStringLiteral("new.db"));
+    opened();
+    EXPECT_EQ(migrated, schemaOf(path));
+    EXPECT_GT(migrated.size(), 8u);
+}
+
+TEST_F(TreatmentStoreOpening, aMigratedDatabaseTakesReports)
+{
+    makeVersion1();
+    store = opened();
+    treatmentID = 7;
+    NoteReport report;
+    report.date = day(20);
+    report.buttonVisibilities = {{"8l", true}};
+    ASSERT_TRUE(store->write(treatmentID, report));
+    EXPECT_EQ(noteOf(day(20)).buttonVisibilities.at("8l"), true);
+    EXPECT_EQ(noteOf(day(20)).bracketColorTypeIDs.at("8"), 4);
+}
+
+TEST_F(TreatmentStoreOpening, aMigrationThatFailsLeavesVersion1AsItWas)
+{
+    makeVersion1(QStringLiteral("INSERT INTO tooth_visibilities VALUES (10, '6', 7);\n"));
+    const Lines before = schemaOf(path);
+    EXPECT_TRUE(refusal().sentence.startsWith(path + ": "));
+    EXPECT_EQ(schemaOf(path), before);
+    const OtherConnection connection(path);
+    EXPECT_EQ(connection.rows(QStringLiteral("PRAGMA user_version")), Lines{"1"});
+    EXPECT_EQ(connection.rows(QStringLiteral("SELECT count(*) FROM tooth_visibilities")),
+              Lines{"4"});
+}
+
+TEST_F(TreatmentStoreOpening, aNewerDatabaseIsRefusedAndLeftByteForByte)
+{
+    makeDatabase();
+    OtherConnection(path).run(QStringLiteral("PRAGMA user_version = 99"));
+    const QByteArray before = bytesOf(path);
+    const Lines files = filesInFolder();
+    const StoreFailure failure = refusal();
+    EXPECT_EQ(failure.problem, StoreProblem::NewerVersion);
+    EXPECT_EQ(failure.sentence,
+              path + ": the database was written by a newer version of this program (its tables "
+                     "are of version 99, this program knows version 2)");
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(filesInFolder(), files);
+}
+
+TEST_F(TreatmentStoreOpening, aNewerDatabaseThatWasNotClosedIsLeftByteForByteToo)
+{
+    makeDatabase();
+    const QString killed = folder.filePath(QStringLiteral("killed.db"));
+    {
+        // The version stands in the write-ahead log alone; copied as a killed program leaves it.
+        const OtherConnection newer(path);
+        newer.run(QStringLiteral("PRAGMA user_version = 99"));
+        ASSERT_TRUE(QFile::copy(path, killed));
+        ASSERT_TRUE(QFile::copy(path + "-wal", killed + "-wal"));
+    }
+    path = killed;
+    const QByteArray before = bytesOf(killed);
+    const QByteArray logBefore = bytesOf(killed + "-wal");
+    ASSERT_FALSE(logBefore.isEmpty());
+    EXPECT_EQ(refusal().problem, StoreProblem::NewerVersion);
+    EXPECT_EQ(bytesOf(killed), before);
+    EXPECT_EQ(bytesOf(killed + "-wal"), logBefore);
+}
+
+TEST_F(TreatmentStoreOpening, aDatabaseOfAnotherProgramIsRefusedAndLeftByteForByte)
+{
+    OtherConnection(path).run(QStringLiteral("CREATE TABLE bookmarks (url TEXT)"));
+    const QByteArray before = bytesOf(path);
+    const StoreFailure failure = refusal();
+    EXPECT_EQ(failure.problem, StoreProblem::Foreign);
+    EXPECT_EQ(failure.sentence, path + ": the database belongs to another program");
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(filesInFolder(), Lines{"treatments.db"});
+}
+
+TEST_F(TreatmentStoreOpening, aFileThatIsNoDatabaseIsRefusedAndLeftByteForByte)
+{
+    for (const QByteArray &content :
+         {QByteArray("{\"format\": \"treatment\"}"), QByteArray(10000, 'x'), QByteArray("S")}) {
+        writeBytes(path, content);
+        const StoreFailure failure = refusal();
+        EXPECT_EQ(failure.problem, StoreProblem::NotADatabase);
+        EXPECT_EQ(failure.sentence, path + ": the file is not a database");
+        EXPECT_EQ(bytesOf(path), content);
+        EXPECT_EQ(filesInFolder(), Lines{"treatments.db"});
+    }
+}
+
+TEST_F(TreatmentStoreOpening, aFolderIsNoDatabase)
+{
+    path = folder.path();
+    EXPECT_EQ(refusal().problem, StoreProblem::NotReachable);
+}
+
+TEST_F(TreatmentStoreOpening, aDatabaseOfGarbagePagesIsASentence)
+{
+    makeDatabase();
+    QByteArray bytes = bytesOf(path);
+    ASSERT_GT(bytes.size(), 20 * 4096 / 2);
+    for (qsizetype i = 4096; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 31 + i / 7);
+    writeBytes(path, bytes);
+    store = opened();
+    const QString sentence = path + ": the database is damaged";
+    EXPECT_EQ(store->patients().sentence(), sentence);
+    EXPECT_EQ(store->loadTreatment(treatmentID).sentence(), sentence);
+    NoteReport report;
+    report.date = day(2);
+    report.toothVisibilities = {{"5", true}};
+    const auto written = store->write(treatmentID, report);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.failure().problem, StoreProblem::Damaged);
+    store.reset();
+    EXPECT_EQ(bytesOf(path), bytes);
+}
+
+TEST_F(TreatmentStoreOpening, aTruncatedDatabaseIsASentence)
+{
+    makeDatabase();
+    const QByteArray bytes = bytesOf(path);
+    // Every length: opening or reading must end in a sentence, and never in a wrong treatment.
+    for (qsizetype pages = bytes.size() / 4096 - 1; pages > 0; --pages) {
+        QFile::remove(path + "-wal");
+        QFile::remove(path + "-shm");
+        writeBytes(path, bytes.first(pages * 4096));
+        const auto result = TreatmentStore::open(path);
+        if (!result) {
+            EXPECT_EQ(result.sentence(), path + ": the database is damaged");
+            continue;
+        }
+        const auto record = result.value()->loadTreatment(treatmentID);
+        if (record)
+            EXPECT_EQ(record.value(), fullRecord()) << pages << " pages";
+        else
+            EXPECT_EQ(record.sentence(), path + ": the database is damaged");
+    }
+}
+
+TEST_F(TreatmentStoreOpening, aDateThatIsNoneIsDamage)
+{
+    makeDatabase();
+    OtherConnection(path).run(QStringLiteral("UPDATE notes SET date = 'soon' WHERE id = 1"));
+    EXPECT_EQ(opened()->loadTreatment(1).sentence(), path + ": the database is damaged");
+}
+
+TEST_F(TreatmentStoreOpening, aGapInTheElasticsIsDamage)
+{
+    makeDatabase();
+    OtherConnection(path).run(
+        QStringLiteral("DELETE FROM elastics WHERE note_id = 1 AND position = 1"));
+    EXPECT_EQ(opened()->loadTreatment(1).sentence(), path + ": the database is damaged");
+}
+
+TEST_F(TreatmentStoreOpening, aReadOnlyFileIsReadAndNotWritten)
+{
+    makeDatabase();
+    ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0777), 0);
+    ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);
+    const QByteArray before = bytesOf(path);
+    {
+        const WithoutPrivileges nobody;
+        store = opened();
+        ASSERT_TRUE(store);
+        EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+        NoteReport report;
+        report.date = day(2);
+        report.toothVisibilities = {{"5", true}};
+        const auto written = store->write(treatmentID, report);
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.failure().problem, StoreProblem::ReadOnly);
+        EXPECT_EQ(written.sentence(), path + ": the database cannot be written to");
+        EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+        store.reset();
+    }
+    EXPECT_EQ(bytesOf(path), before);
+}
+
+TEST_F(TreatmentStoreOpening, aReadOnlyFolderIsASentence)
+{
+    makeDatabase();
+    ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);
+    ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
+    {
+        const WithoutPrivileges nobody;
+        const StoreFailure failure = refusal();
+        EXPECT_TRUE(failure.problem == StoreProblem::NotReachable ||
+                    failure.problem == StoreProblem::ReadOnly);
+        EXPECT_TRUE(failure.sentence.startsWith(path + ": the database c"))
+            << failure.sentence.toStdString();
+    }
+    ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0777), 0);
+}
+
+TEST_F(TreatmentStoreOpening, anUnreadableFileIsASentence)
+{
+    makeDatabase();
+    ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0777), 0);
+    ASSERT_EQ(::chmod(path.toUtf8().constData(), 0), 0);
+    const WithoutPrivileges nobody;
+    EXPECT_EQ(refusal().sentence, path + ": the database could not be opened");
+}
+
+TEST_F(TreatmentStoreOpening, aLockedDatabaseIsReadAndTakesReportsOnceItIsFree)
+{
+    startTreatment();
+    NoteReport report;
+    report.date = day(2);
+    report.toothVisibilities = {{"5", false}};
+    {
+        const OtherConnection other(path);
+        other.run(QStringLiteral("BEGIN IMMEDIATE"));
+        const auto written = store->write(treatmentID, report);
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.failure().problem, StoreProblem::Locked);
+        EXPECT_EQ(written.sentence(), path + ": the database is locked by another program");
+        EXPECT_EQ(store->note(treatmentID, day(2)).value(), std::nullopt);
+        other.run(QStringLiteral("ROLLBACK"));
+    }
+    ASSERT_TRUE(store->write(treatmentID, report));
+    EXPECT_EQ(noteOf(day(2)).toothVisibilities.at("5"), false);
+}
+
+TEST_F(TreatmentStoreOpening, openingALockedDatabaseOfVersion1IsASentenceAndChangesNothing)
+{
+    makeVersion1();
+    const OtherConnection other(path);
+    other.run(QStringLiteral("BEGIN EXCLUSIVE"));
+    EXPECT_EQ(refusal().sentence, path + ": the database is locked by another program");
+    other.run(QStringLiteral("ROLLBACK"));
+    EXPECT_EQ(other.rows(QStringLiteral("PRAGMA user_version")), Lines{"1"});
+}
+
+TEST_F(TreatmentStoreOpening, aFullDatabaseTakesNothingOfAReport)
+{
+    store = opened();
+    treatmentID = store->addTreatment(fullRecord()).value();
+    const auto connection = QSqlDatabase::database(store->connectionName());
+    const auto pages = OtherConnection::rowsIn(connection, QStringLiteral("PRAGMA page_count"));
+    OtherConnection::rowsIn(
+        connection,
+        QStringLiteral("PRAGMA max_page_count = %1").arg(QString::fromStdString(pages.at(0))));
+    NoteReport large;
+    large.date = day(2);
+    for (int i = 0; i < 1000; ++i)
+        large.toothVisibilities["tooth " + std::to_string(i)] = true;
+    const auto written = store->write(treatmentID, large);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.failure().problem, StoreProblem::DiskFull);
+    EXPECT_EQ(written.sentence(), path + ": the disk is full");
+    EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+    EXPECT_TRUE(store->changes(treatmentID).value().empty());
+
+    OtherConnection::rowsIn(connection, QStringLiteral("PRAGMA max_page_count = 100000"));
+    EXPECT_TRUE(store->write(treatmentID, large));
+    EXPECT_EQ(store->changes(treatmentID).value().size(), 1000u);
+}
+
+TEST_F(TreatmentStoreOpening, aDiskThatRefusesToWriteTakesNothingOfAReport)
+{
+    store = opened();
+    treatmentID = store->addTreatment(fullRecord()).value();
+    NoteReport report;
+    report.date = day(2);
+    report.toothVisibilities = {{"5", true}};
+    const auto logSize = static_cast<rlim_t>(QFileInfo(path + "-wal").size());
+    ASSERT_GT(logSize, 0u);
+    StoreFailure failure;
+    {
+        // Room for half a page of the write-ahead log.
+        const FileSizeLimit limit(logSize + 2000);
+        const auto written = store->write(treatmentID, report);
+        ASSERT_FALSE(written);
+        failure = written.failure();
+    }
+    EXPECT_EQ(failure.problem, StoreProblem::NotReachable);
+    EXPECT_TRUE(failure.sentence.startsWith(path + ": the database could not be read or written ("))
+        << failure.sentence.toStdString();
+    EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+    EXPECT_TRUE(store->write(treatmentID, report));
+    EXPECT_EQ(noteOf(day(2)).toothVisibilities.at("5"), true);
+}
+
+} // namespace
+} // namespace viewer
