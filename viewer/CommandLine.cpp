@@ -62,6 +62,8 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(
         tr("Shows one patient's orthodontic treatment as an interactive 3D scene."));
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("A treatment file to open (JSON)."),
+                                 QStringLiteral("[FILE]"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption headless(
@@ -73,6 +75,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption scale(QStringLiteral("scale"),
                                    tr("Backing scale factor in headless runs (default 1)."),
                                    QStringLiteral("F"));
+    const QCommandLineOption database(QStringLiteral("database"),
+                                      tr("The embedded database to use; ':memory:' keeps nothing."),
+                                      QStringLiteral("FILE"));
     const QCommandLineOption meshes(
         QStringLiteral("meshes"),
         tr("Meshes from another folder; every file is checked before one is loaded."),
@@ -86,15 +91,14 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption exportedScene(QStringLiteral("export"),
                                            tr("Writes the scene as it stands, one group a model."),
                                            QStringLiteral("OUT.obj"));
-    parser.addOptions({headless, size, scale, meshes, picture, state, exportedScene});
+    parser.addOptions({headless, size, scale, database, meshes, picture, state, exportedScene});
 
     if (!parser.parse(arguments)) return wrongUse(parser.errorText());
     if (parser.isSet(help)) return {{}, Done, parser.helpText()};
     if (parser.isSet(version))
         return {{}, Done, tr("treatment-viewer %1\n").arg(QStringLiteral(KELO_VERSION))};
-    if (!parser.positionalArguments().isEmpty())
-        return wrongUse(
-            tr("Unexpected argument '%1'.").arg(parser.positionalArguments().constFirst()));
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1) return wrongUse(tr("Unexpected argument '%1'.").arg(files[1]));
 
     ParsedCommandLine parsed;
     CommandLine &commandLine = parsed.commandLine;
@@ -119,10 +123,16 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
         std::lround(commandLine.size.height * commandLine.scale) > largestSide)
         return wrongUse(
             tr("--size times --scale may be %1 pixels at most on each side.").arg(largestSide));
+    commandLine.file = files.value(0);
+    commandLine.database = parser.value(database);
     commandLine.meshes = parser.value(meshes);
     commandLine.picture = parser.value(picture);
     commandLine.state = parser.value(state);
     commandLine.exportedScene = parser.value(exportedScene);
+    if (!files.isEmpty() && commandLine.file.isEmpty())
+        return wrongUse(tr("FILE is the name of a treatment file."));
+    if (parser.isSet(database) && commandLine.database.isEmpty())
+        return wrongUse(tr("--database takes the name of a file."));
     if (parser.isSet(meshes) && commandLine.meshes.isEmpty())
         return wrongUse(tr("--meshes takes the name of a folder."));
     return parsed;

@@ -13,8 +13,8 @@ namespace viewer {
 enum ExitStatus {
     Done = 0,
     WrongUse = 1,
-    BadInput = 2,      ///< a file, mesh or script, named with its place
-    NoOpenGL = 3,      ///< no usable OpenGL
+    BadInput = 2, ///< a file, mesh or script, named with its place
+    NoOpenGL = 3, ///< no usable OpenGL
 };
 
 /// What the command line asks for.
@@ -23,6 +23,8 @@ struct CommandLine
     bool headless = false;
     kelo::Size size{1024.0, 768.0}; ///< of the view, in points
     double scale = 1.0;             ///< backing scale of headless runs
+    QString file;                   ///< treatment file to open; empty: none
+    QString database;               ///< embedded database; empty: the usual one
     QString meshes;                 ///< folder of meshes; empty: the sample patient's
     QString picture;                ///< PNG to write at the end; empty: none
     QString state;                  ///< JSON to write at the end, "-" for standard output

@@ -2,10 +2,10 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/MeshFolder.h"
+#include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 #include "viewer/SceneExport.h"
 #include "viewer/StateReport.h"
-#include "viewer/TreatmentLoader.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -52,7 +52,8 @@ bool meshesCanBeLoaded(const CommandLine &commandLine)
     return problems.isEmpty();
 }
 
-ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view)
+ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
+                        const DelegateCallLog &callLog)
 {
     QStringList failures;
     if (!commandLine.picture.isEmpty()) {
@@ -64,7 +65,8 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view)
     }
     if (!commandLine.exportedScene.isEmpty())
         failures << writeWholeFile(commandLine.exportedScene, sceneAsOBJ(view));
-    if (!commandLine.state.isEmpty()) failures << writeOutput(commandLine.state, stateAsJSON(view));
+    if (!commandLine.state.isEmpty())
+        failures << writeOutput(commandLine.state, stateAsJSON(view, callLog));
     failures.removeAll(QString());
     for (const QString &failure : failures)
         tellUser(failure);
@@ -78,8 +80,15 @@ ExitStatus runHeadless(const CommandLine &commandLine)
     try {
         const auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, commandLine.size});
         view->setSurfacelessScaleFactor(commandLine.scale);
-        view->setDocumentModel(loadTreatment(commandLine.meshes));
-        return writeOutputs(commandLine, *view);
+        OpenedTreatment treatment(commandLine);
+        for (const QString &sentence : treatment.sentences())
+            tellUser(sentence);
+        view->setDocumentModel(treatment.document());
+        const ExitStatus status = writeOutputs(commandLine, *view, treatment.callLog());
+        const StoreOutcome closed = treatment.session().close();
+        if (closed) return status;
+        tellUser(closed.sentence());
+        return BadInput;
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         tellUser(QString::fromUtf8(unavailable.what()));
         return NoOpenGL;

@@ -8,9 +8,12 @@ class DXOpenGL;
 
 namespace viewer {
 
+class DelegateCallLog;
+
 /// Writes what the command line asks for at the end of a run (picture, state, scene). What goes
 /// wrong is said on standard error; returns how the program ends.
-ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view);
+ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
+                        const DelegateCallLog &callLog);
 
 /// A whole run without a window: loads the treatment, draws it, writes the outputs.
 ExitStatus runHeadless(const CommandLine &commandLine);

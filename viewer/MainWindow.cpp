@@ -1,10 +1,12 @@
 #include "viewer/MainWindow.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 
 #include <QAction>
 #include <QBuffer>
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QImage>
 #include <QMenuBar>
@@ -33,6 +35,7 @@ void MainWindow::makeMenus()
     QMenu *file = menuBar()->addMenu(tr("&File"));
     QAction *save = file->addAction(tr("Save &Picture…"), this, &MainWindow::savePicture);
     save->setShortcut(QKeySequence::Save);
+    file->addAction(tr("&Export Treatment…"), this, &MainWindow::exportTreatment);
     file->addSeparator();
     QAction *quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
@@ -45,11 +48,47 @@ void MainWindow::makeMenus()
     fullScreen->setShortcut(QKeySequence(Qt::Key_F11));
 }
 
-void MainWindow::showTreatment(std::shared_ptr<kelo::DXDocumentModel> document,
-                               const QString &patientName)
+void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
 {
-    setWindowTitle(tr("%1 - Treatment viewer").arg(patientName));
-    view_->setDocumentModel(std::move(document));
+    treatment_ = std::move(treatment);
+    treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
+    setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
+    view_->setDocumentModel(treatment_->document());
+    if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (treatment_) {
+        const StoreOutcome closed = treatment_->session().close();
+        if (!closed && QMessageBox::warning(this, tr("Changes are not stored"),
+                                            closed.sentence() + QLatin1Char('\n') +
+                                                tr("Close all the same and lose them?"),
+                                            QMessageBox::Discard | QMessageBox::Cancel,
+                                            QMessageBox::Cancel) == QMessageBox::Cancel) {
+            event->ignore();
+            return;
+        }
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::tell(const QString &sentence)
+{
+    // Not modal: a treatment goes on while its database is out of reach.
+    auto *box =
+        new QMessageBox(QMessageBox::Warning, windowTitle(), sentence, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void MainWindow::exportTreatment()
+{
+    if (!treatment_) return;
+    const QString path = QFileDialog::getSaveFileName(this, tr("Export Treatment"), QString(),
+                                                      tr("Treatments (*.json)"));
+    const QString failure = path.isEmpty() ? QString() : treatment_->exportTo(path);
+    if (!failure.isEmpty()) tell(failure);
 }
 
 void MainWindow::savePicture()

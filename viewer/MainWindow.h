@@ -5,11 +5,12 @@
 #include <memory>
 
 namespace kelo {
-class DXDocumentModel;
 class DXOpenGL;
-}
+} // namespace kelo
 
 namespace viewer {
+
+class OpenedTreatment;
 
 /// The viewer's window: the treatment view, and the commands that it has so far.
 class MainWindow : public QMainWindow
@@ -22,13 +23,22 @@ public:
     ~MainWindow() override;
 
     kelo::DXOpenGL &view() { return *view_; }
-    void showTreatment(std::shared_ptr<kelo::DXDocumentModel> document, const QString &patientName);
+    /// Shows a treatment, and what the user should know about its opening.
+    void showTreatment(std::shared_ptr<OpenedTreatment> treatment);
+
+protected:
+    /// Stores what the document has not reported yet. Where that fails the user is asked whether to
+    /// close all the same.
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void makeMenus();
     void savePicture();
+    void exportTreatment();
+    void tell(const QString &sentence);
     void toggleFullScreen();
 
+    std::shared_ptr<OpenedTreatment> treatment_;
     std::shared_ptr<kelo::DXOpenGL> view_;
 };
 

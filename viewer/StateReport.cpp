@@ -1,8 +1,12 @@
 #include "viewer/StateReport.h"
 
 #include "document/DXDocumentModel.h"
+#include "document/ElasticModel.h"
+#include "keloModel/ElasticsConfigType.h"
+#include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "models/DXGLightweightModel.h"
+#include "viewer/DelegateCallLog.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -49,6 +53,43 @@ void appendHiddenSecondary(QJsonArray &keys, const Models &models)
     }
 }
 
+template<class TypeIDs>
+QJsonObject colorTypeIDs(const TypeIDs &typeIDByKey)
+{
+    QJsonObject object;
+    for (const auto &[key, typeID] : typeIDByKey)
+        object.insert(QString::fromStdString(key), static_cast<qint64>(typeID));
+    return object;
+}
+
+template<class Type>
+QJsonValue typeIDOrNull(const std::shared_ptr<Type> &type)
+{
+    return type ? QJsonValue(static_cast<qint64>(type->typeID)) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonObject elastic(const kelo::ElasticModel &model)
+{
+    QJsonArray sequence;
+    for (const std::string &key : model.bracketSequence())
+        sequence.append(QString::fromStdString(key));
+    return {{QStringLiteral("uniqueID"), static_cast<qint64>(model.uniqueID())},
+            {QStringLiteral("elasticsConfigTypeID"), typeIDOrNull(model.elasticsConfigType())},
+            {QStringLiteral("elasticsSizeTypeID"), typeIDOrNull(model.elasticsSizeType())},
+            {QStringLiteral("bracketSequence"), sequence}};
+}
+
+/// What waits to be taken, left waiting.
+QJsonObject pendingUpdates(const kelo::DXDocumentModel &document)
+{
+    return {{QStringLiteral("bracketColorTypeIDUpdates"),
+             colorTypeIDs(document.pendingBracketColorTypeIDUpdates())},
+            {QStringLiteral("bracketVisibilityUpdates"),
+             visibilities(document.pendingBracketVisibilityUpdates())},
+            {QStringLiteral("buttonVisibilityUpdates"),
+             visibilities(document.pendingButtonVisibilityUpdates())}};
+}
+
 void insertDocument(QJsonObject &state, const kelo::DXDocumentModel &document)
 {
     state.insert(QStringLiteral("toothVisibilities"), visibilities(document.toothVisibilities()));
@@ -59,11 +100,18 @@ void insertDocument(QJsonObject &state, const kelo::DXDocumentModel &document)
     appendHiddenSecondary(hidden, document.bracketModels());
     appendHiddenSecondary(hidden, document.buttonModels());
     state.insert(QStringLiteral("hiddenSecondary"), hidden);
+    state.insert(QStringLiteral("bracketColorsTypeIDs"),
+                 colorTypeIDs(document.bracketColorsTypeIDs()));
+    QJsonArray elastics;
+    for (const auto &model : document.elasticModels())
+        elastics.append(elastic(*model));
+    state.insert(QStringLiteral("elasticModels"), elastics);
+    state.insert(QStringLiteral("pending"), pendingUpdates(document));
 }
 
 } // namespace
 
-QByteArray stateAsJSON(const kelo::HVOGLBasicView &view)
+QByteArray stateAsJSON(const kelo::HVOGLBasicView &view, const DelegateCallLog &callLog)
 {
     const auto &rotation = view.worldRotation();
     const auto extents = view.extents();
@@ -82,6 +130,7 @@ QByteArray stateAsJSON(const kelo::HVOGLBasicView &view)
         {QStringLiteral("extents"), numbers({extents->xMin(), extents->xMax(), extents->yMin(),
                                              extents->yMax(), extents->zMin(), extents->zMax()})},
         {QStringLiteral("fullScreen"), view.isInFullScreenMode()},
+        {QStringLiteral("calls"), callLog.calls()},
     };
     if (view.documentModel()) insertDocument(state, *view.documentModel());
     return QJsonDocument(state).toJson(QJsonDocument::Indented);

@@ -2,13 +2,14 @@
 #include "viewer/CommandLine.h"
 #include "viewer/HeadlessRun.h"
 #include "viewer/MainWindow.h"
-#include "viewer/TreatmentLoader.h"
+#include "viewer/OpenedTreatment.h"
 
 #include <QApplication>
 #include <QProgressDialog>
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 namespace {
 
@@ -47,11 +48,12 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         QProgressDialog progress(QObject::tr("Loading the meshes…"), QString(), 0, 0, &window);
         progress.setWindowModality(Qt::WindowModal);
         progress.setMinimumDuration(progressDelayInMilliseconds);
-        window.showTreatment(viewer::loadTreatment(commandLine.meshes, progressIn(progress)),
-                             QObject::tr("Sample Patient"));
+        const auto treatment =
+            std::make_shared<viewer::OpenedTreatment>(commandLine, progressIn(progress));
         progress.reset();
+        window.showTreatment(treatment);
         if (application.exec() != 0) return viewer::BadInput;
-        return viewer::writeOutputs(commandLine, window.view());
+        return viewer::writeOutputs(commandLine, window.view(), treatment->callLog());
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         viewer::tellUser(QString::fromUtf8(unavailable.what()));
         return viewer::NoOpenGL;

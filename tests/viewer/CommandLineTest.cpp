@@ -24,12 +24,15 @@ TEST(CommandLine, withoutArgumentsAWindowOf1024By768Opens)
 
 TEST(CommandLine, everyOptionIsTakenOver)
 {
-    const auto parsed = parse({"--headless", "--size", "800x600", "--scale", "1.25", "--meshes",
-                               "m", "--picture", "p.png", "--state", "-", "--export", "e.obj"});
+    const auto parsed =
+        parse({"--headless", "--size", "800x600", "--scale", "1.25", "--meshes", "m", "--database",
+               "d.sqlite", "t.json", "--picture", "p.png", "--state", "-", "--export", "e.obj"});
     ASSERT_FALSE(parsed.endsWith) << parsed.message.toStdString();
     EXPECT_TRUE(parsed.commandLine.headless);
     EXPECT_EQ(parsed.commandLine.size, (kelo::Size{800, 600}));
     EXPECT_EQ(parsed.commandLine.scale, 1.25);
+    EXPECT_EQ(parsed.commandLine.file, QStringLiteral("t.json"));
+    EXPECT_EQ(parsed.commandLine.database, QStringLiteral("d.sqlite"));
     EXPECT_EQ(parsed.commandLine.meshes, QStringLiteral("m"));
     EXPECT_EQ(parsed.commandLine.picture, QStringLiteral("p.png"));
     EXPECT_EQ(parsed.commandLine.state, QStringLiteral("-"));
@@ -58,7 +61,9 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
         {{"--size", "8000x8000", "--scale", "2"},
          "--size times --scale may be 8192 pixels at most on each side."},
         {{"--meshes", ""}, "--meshes takes the name of a folder."},
-        {{"treatment.json"}, "Unexpected argument 'treatment.json'."},
+        {{"one.json", "two.json"}, "Unexpected argument 'two.json'."},
+        {{""}, "FILE is the name of a treatment file."},
+        {{"--database", ""}, "--database takes the name of a file."},
         {{"--frobnicate"}, "Unknown option 'frobnicate'."},
     };
     for (const Row &row : rows) {
@@ -74,8 +79,8 @@ TEST(CommandLine, helpNamesEveryOption)
 {
     const auto parsed = parse({"--help"});
     ASSERT_EQ(parsed.endsWith, viewer::Done);
-    for (const char *option : {"--headless", "--size", "--scale", "--meshes", "--picture",
-                               "--state", "--export", "--help", "--version"})
+    for (const char *option : {"--headless", "--size", "--scale", "--database", "--meshes",
+                               "--picture", "--state", "--export", "--help", "--version"})
         EXPECT_TRUE(parsed.message.contains(QString::fromUtf8(option))) << option;
 }
 

@@ -1,0 +1,177 @@
+#include "viewer/OpenedTreatment.h"
+
+#include "keloOpenGL/keloOpenGL.h"
+#include "viewer/OutputFile.h"
+#include "viewer/TreatmentFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+namespace viewer {
+namespace {
+
+const QString inMemory = QStringLiteral(":memory:");
+
+/// The catalogue that comes with the library.
+kelo::Catalogue defaultCatalogue()
+{
+    const auto bundle = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey);
+    const auto path = bundle ? bundle->pathForResource_ofType("catalogue", "json") : std::nullopt;
+    QFile file(QString::fromStdString(path.value_or("")));
+    if (!path || !file.open(QIODevice::ReadOnly))
+        throw BadTreatment("The resources of the library could not be found.");
+    auto reading = kelo::catalogueFromJSON(file.readAll());
+    if (!reading.catalogue) throw BadTreatment(*path + ": " + reading.problems.front());
+    return std::move(*reading.catalogue);
+}
+
+TreatmentFile readTreatmentFile(const QString &path, const kelo::Catalogue &defaults)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw BadTreatment(QStringLiteral("%1: could not be read: %2")
+                               .arg(path, file.errorString())
+                               .toStdString());
+    auto reading = treatmentFromJSON(file.readAll(), defaults);
+    if (reading.file) return std::move(*reading.file);
+    QStringList lines;
+    for (const QString &problem : reading.problems)
+        lines << path + QStringLiteral(": ") + problem;
+    throw BadTreatment(lines.join(QLatin1Char('\n')).toStdString());
+}
+
+/// The database of the user who runs the program; its folder is made where there is none.
+QString ownDatabase()
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    folder.mkpath(QStringLiteral("."));
+    return folder.filePath(QStringLiteral("treatments.sqlite"));
+}
+
+QString databasePath(const CommandLine &commandLine)
+{
+    if (!commandLine.database.isEmpty()) return commandLine.database;
+    if (!commandLine.file.isEmpty() || commandLine.headless) return inMemory;
+    return ownDatabase();
+}
+
+template<class Type>
+std::map<long, std::shared_ptr<Type>> byTypeID(const std::vector<std::shared_ptr<Type>> &records)
+{
+    std::map<long, std::shared_ptr<Type>> dictionary;
+    for (const auto &record : records)
+        dictionary[record->typeID] = record;
+    return dictionary;
+}
+
+void setCatalogue(kelo::DXDocumentModel &document, const kelo::Catalogue &catalogue)
+{
+    document.setAvailableBracketColorTypes(byTypeID(catalogue.bracketColorTypes));
+    document.setAvailableElasticsSizeTypes(byTypeID(catalogue.elasticsSizeTypes));
+    document.setAvailableElasticsConfigTypes(catalogue.elasticsConfigTypes);
+    catalogue.fill(kelo::QKTypeManager::typeManager());
+}
+
+} // namespace
+
+TreatmentRecord sampleTreatment(const QDate &date)
+{
+    using kelo::TreatmentNote;
+    NoteRecord note;
+    note.date = date;
+    for (const auto &keys :
+         {TreatmentNote::upperToothNameKeys(), TreatmentNote::lowerToothNameKeys()}) {
+        for (const std::string &key : keys) {
+            note.bracketVisibilities[key] = true;
+            note.buttonVisibilities[TreatmentNote::buttonNameForToothName(key)] = true;
+        }
+    }
+    TreatmentRecord record;
+    record.patient = {QStringLiteral("Sample Patient"), QStringLiteral("S-1"), QDate(2011, 4, 2)};
+    record.notes.push_back(std::move(note));
+    return record;
+}
+
+OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress)
+    : catalogue_(defaultCatalogue())
+{
+    // A bad file is told before the meshes are loaded.
+    openStore(commandLine);
+    openTreatmentInStore(commandLine);
+    document_ = loadTreatment(commandLine.meshes, progress);
+    setCatalogue(*document_, catalogue_);
+    session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);
+    session_->setNextDelegate(callLog_.delegate());
+    auto shown = session_->openNote(openedDate_);
+    sentences_ << (shown ? shown.value() : QStringList{shown.sentence()});
+}
+
+void OpenedTreatment::openStore(const CommandLine &commandLine)
+{
+    auto opened = TreatmentStore::open(databasePath(commandLine));
+    if (!opened) {
+        sentences_ << opened.sentence()
+                   << QStringLiteral("What is changed now is kept until the program ends.");
+        opened = TreatmentStore::open(inMemory);
+    }
+    if (!opened) throw BadTreatment(opened.sentence().toStdString());
+    store_ = opened.value();
+}
+
+void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
+{
+    // Only a treatment that is not stored yet is read or made.
+    const auto patients = store_->patients();
+    if (commandLine.file.isEmpty() && patients && !patients.value().empty()) {
+        const StoredPatient &patient = patients.value().front();
+        const auto treatments = store_->treatments(patient.patientID);
+        if (treatments && !treatments.value().empty()) {
+            const StoredTreatment &treatment = treatments.value().front();
+            treatmentID_ = treatment.treatmentID;
+            openedDate_ = treatment.currentDate.value_or(QDate::currentDate());
+            patientName_ = patient.patient.name;
+            return;
+        }
+    }
+    TreatmentRecord record = recordToOpen(commandLine);
+    openedDate_ = record.currentDate.value_or(QDate::currentDate());
+    patientName_ = record.patient.name;
+    auto added = store_->addTreatment(record);
+    if (!added) {
+        // A database that may only be read, or is full: this session goes on without it.
+        sentences_ << added.sentence()
+                   << QStringLiteral("What is changed now is kept until the program ends.");
+        auto memory = TreatmentStore::open(inMemory);
+        if (!memory) throw BadTreatment(memory.sentence().toStdString());
+        store_ = memory.value();
+        added = store_->addTreatment(record);
+        if (!added) throw BadTreatment(added.sentence().toStdString());
+    }
+    treatmentID_ = added.value();
+}
+
+TreatmentRecord OpenedTreatment::recordToOpen(const CommandLine &commandLine)
+{
+    if (commandLine.file.isEmpty()) return sampleTreatment(QDate::currentDate());
+    TreatmentFile file = readTreatmentFile(commandLine.file, catalogue_);
+    catalogue_ = std::move(file.catalogue);
+    return std::move(file.treatment);
+}
+
+StoreResult<QByteArray> OpenedTreatment::asJSON()
+{
+    document_->flushOutstandingUpdates();
+    if (auto stored = session_->storeKeptReports(); !stored) return stored.failure();
+    auto record = store_->loadTreatment(treatmentID_);
+    if (!record) return record.failure();
+    return treatmentAsJSON({record.value(), catalogue_});
+}
+
+QString OpenedTreatment::exportTo(const QString &path)
+{
+    const auto text = asJSON();
+    return text ? writeWholeFile(path, text.value()) : text.sentence();
+}
+
+} // namespace viewer

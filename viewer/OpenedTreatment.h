@@ -1,0 +1,76 @@
+#pragma once
+
+#include "keloModel/Catalogue.h"
+#include "viewer/CommandLine.h"
+#include "viewer/DelegateCallLog.h"
+#include "viewer/TreatmentLoader.h"
+#include "viewer/TreatmentSession.h"
+#include "viewer/TreatmentStore.h"
+
+#include <QDate>
+#include <QStringList>
+
+#include <memory>
+#include <stdexcept>
+
+namespace viewer {
+
+/// Thrown for input that cannot be opened; the text names the file and the place, one line a
+/// problem.
+class BadTreatment : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One treatment, opened: the document with its meshes and catalogue, and the session that stores
+/// what changes.
+///
+/// What is opened, from the command line:
+/// - `FILE`: that treatment, kept in memory; with --database too, stored there as a new treatment.
+/// - `--database FILE` alone: the first treatment of the database; a new database gets the sample
+///   patient.
+/// - neither: the sample patient; in a window from the user's own database, which is made on first
+///   start, in headless runs in memory.
+/// A database that cannot be opened is told in a sentence, and the treatment goes on in memory.
+class OpenedTreatment
+{
+public:
+    /// Throws BadTreatment for a bad FILE, and what loadTreatment throws.
+    explicit OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress = {});
+    OpenedTreatment(const OpenedTreatment &) = delete;
+    OpenedTreatment &operator=(const OpenedTreatment &) = delete;
+
+    const std::shared_ptr<kelo::DXDocumentModel> &document() const { return document_; }
+    TreatmentSession &session() { return *session_; }
+    const DelegateCallLog &callLog() const { return callLog_; }
+    /// What the user should know about the opening, a sentence each.
+    const QStringList &sentences() const { return sentences_; }
+    const QString &patientName() const { return patientName_; }
+
+    /// The treatment as a file has it, with what the document has not reported yet stored first.
+    StoreResult<QByteArray> asJSON();
+    /// Writes the treatment to a file; returns what went wrong, or an empty text.
+    QString exportTo(const QString &path);
+
+private:
+    TreatmentRecord recordToOpen(const CommandLine &commandLine);
+    void openStore(const CommandLine &commandLine);
+    void openTreatmentInStore(const CommandLine &commandLine);
+
+    DelegateCallLog callLog_;
+    kelo::Catalogue catalogue_;
+    std::shared_ptr<kelo::DXDocumentModel> document_;
+    std::shared_ptr<TreatmentStore> store_;
+    qint64 treatmentID_ = 0;
+    QDate openedDate_;
+    QString patientName_;
+    QStringList sentences_;
+    std::unique_ptr<TreatmentSession> session_; ///< last: it lets go of the others first
+};
+
+/// The sample patient: every bracket and every lingual button placed, no colours, one note of
+/// `date`.
+TreatmentRecord sampleTreatment(const QDate &date);
+
+} // namespace viewer
