@@ -36,6 +36,13 @@ if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then
     wrapper=(setarch -R)
 fi
 
+# One language everywhere, and what the sanitizers are to know of libraries that are not ours.
+export LC_ALL=C.UTF-8
+export ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1
+export UBSAN_OPTIONS=print_stacktrace=1
+export LSAN_OPTIONS=suppressions=$root/tests/support/lsan.supp
+export TSAN_OPTIONS=suppressions=$root/tests/support/tsan.supp
+
 install_packages "$root/scripts/packages.txt" "$root/scripts/packages-tests.txt"
 build "$preset" "${wrapper[@]}"
 

@@ -3,7 +3,8 @@ include(GoogleTest)
 # kelo_test(NAME [QT] SOURCES file... [LINKS target...] [LABELS label...])
 #
 # QT gives the program an application object and a guard that fails a test on an unannounced Qt
-# warning; without it the program is plain C++ and GoogleTest.
+# warning; without it the program is plain C++ and GoogleTest. The environment that the sanitizers
+# want is set by test.sh and by the test presets.
 # One test program a room. Every test runs in a process of its own, so that process-wide counters
 # start afresh; the label `window` marks programs that need an X display (test.sh starts one).
 function(kelo_test NAME)
@@ -16,20 +17,20 @@ function(kelo_test NAME)
     else()
         target_link_libraries(${NAME} PRIVATE GTest::gtest_main)
     endif()
-    set(environment "LC_ALL=C.UTF-8")
-    if(NOT "window" IN_LIST TEST_LABELS)
-        list(APPEND environment "QT_QPA_PLATFORM=offscreen")
+    set(properties TIMEOUT 300)
+    if("window" IN_LIST TEST_LABELS)
+        target_compile_definitions(${NAME} PRIVATE KELO_TEST_ON_DISPLAY)
     endif()
-    if(KELO_SANITIZE)
-        list(APPEND environment
-            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp"
-            "ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1"
-            "UBSAN_OPTIONS=print_stacktrace=1"
-            "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp")
+    if(TEST_LABELS)
+        list(APPEND properties LABELS "${TEST_LABELS}")
+    endif()
+    # One display has one pointer and one keyboard: two such programs at a time disturb each other.
+    if("window" IN_LIST TEST_LABELS)
+        list(APPEND properties RESOURCE_LOCK display)
     endif()
     gtest_discover_tests(${NAME}
         TEST_PREFIX "${NAME}."
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}" LABELS "${TEST_LABELS}")
+        PROPERTIES ${properties})
 endfunction()

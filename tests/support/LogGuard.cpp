@@ -21,8 +21,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &me
 {
     const std::string text = message.toStdString();
     std::fprintf(stderr, "%s\n", text.c_str());
-    if (type != QtWarningMsg && type != QtCriticalMsg)
-        return;
+    if (type != QtWarningMsg && type != QtCriticalMsg) return;
     auto &expected = expectedWarnings();
     for (auto it = expected.begin(); it != expected.end(); ++it) {
         if (text.find(*it) != std::string::npos) {

@@ -4,8 +4,6 @@
 
 #include <QApplication>
 
-#include <clocale>
-
 namespace {
 
 class GuardListener : public testing::EmptyTestEventListener
@@ -19,8 +17,10 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     // Listing the tests must work where there is no display at all.
-    if (testing::GTEST_FLAG(list_tests))
-        return RUN_ALL_TESTS();
+    if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
+#ifndef KELO_TEST_ON_DISPLAY
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
     QApplication application(argc, argv);
     kelo::test::installLogGuard();
     testing::UnitTest::GetInstance()->listeners().Append(new GuardListener);
