@@ -7,12 +7,10 @@
 
 int main(int argc, char **argv)
 {
-    if (argc != 4)
-        return 1;
+    if (argc != 4) return 1;
     bare::Scene scene;
     bare::Program program(std::atoi(argv[2]), std::atoi(argv[3]));
-    if (!program.isUsable() || !bare::readScene(argv[1], &scene))
-        return 2;
+    if (!program.isUsable() || !bare::readScene(argv[1], &scene)) return 2;
     program.upload(scene);
     program.draw(0.0f);
     // At once, as the other program does: taking things down is no part of a first frame.

@@ -15,13 +15,13 @@ struct Closer
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-template <class Value>
+template<class Value>
 bool write(std::FILE *file, const Value *values, std::size_t count)
 {
     return std::fwrite(values, sizeof(Value), count, file) == count;
 }
 
-template <class Value>
+template<class Value>
 bool read(std::FILE *file, Value *values, std::size_t count)
 {
     return std::fread(values, sizeof(Value), count, file) == count;
@@ -55,8 +55,7 @@ void drawBackground(int width, int height)
 bool writeScene(const std::string &path, const Scene &scene)
 {
     const File file(std::fopen(path.c_str(), "wb"));
-    if (!file)
-        return false;
+    if (!file) return false;
     const std::uint64_t count = scene.meshes.size();
     bool good = write(file.get(), &scene.window, 1) && write(file.get(), &scene.center, 1) &&
                 write(file.get(), &scene.rotation, 1) && write(file.get(), &count, 1);
@@ -94,18 +93,26 @@ bool readScene(const std::string &path, Scene *scene)
 
 Program::Program(int width, int height) : width_(width), height_(height)
 {
-    display_ = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    display_ =
+        eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     if (!display_ || !eglInitialize(display_, nullptr, nullptr) || !eglBindAPI(EGL_OPENGL_API))
         return;
-    const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE,
-                                 EGL_OPENGL_BIT,   EGL_RED_SIZE,    8,
-                                 EGL_GREEN_SIZE,   8,               EGL_BLUE_SIZE,
-                                 8,                EGL_DEPTH_SIZE,  24,
+    const EGLint attributes[] = {EGL_SURFACE_TYPE,
+                                 EGL_PBUFFER_BIT,
+                                 EGL_RENDERABLE_TYPE,
+                                 EGL_OPENGL_BIT,
+                                 EGL_RED_SIZE,
+                                 8,
+                                 EGL_GREEN_SIZE,
+                                 8,
+                                 EGL_BLUE_SIZE,
+                                 8,
+                                 EGL_DEPTH_SIZE,
+                                 24,
                                  EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;
-    if (!eglChooseConfig(display_, attributes, &config, 1, &count) || count == 0)
-        return;
+    if (!eglChooseConfig(display_, attributes, &config, 1, &count) || count == 0) return;
     const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     surface_ = eglCreatePbufferSurface(display_, config, size);
     context_ = eglCreateContext(display_, config, EGL_NO_CONTEXT, nullptr);
@@ -114,13 +121,10 @@ Program::Program(int width, int height) : width_(width), height_(height)
 
 Program::~Program()
 {
-    if (!display_)
-        return;
+    if (!display_) return;
     eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-    if (context_)
-        eglDestroyContext(display_, context_);
-    if (surface_)
-        eglDestroySurface(display_, surface_);
+    if (context_) eglDestroyContext(display_, context_);
+    if (surface_) eglDestroySurface(display_, surface_);
 }
 
 void Program::makeCurrent()

@@ -19,9 +19,9 @@ struct Mesh
 struct Scene
 {
     std::vector<Mesh> meshes;
-    std::array<double, 6> window;   ///< left, right, bottom, top, near, far
-    std::array<float, 3> center;    ///< the point that the world turns about
-    std::array<float, 4> rotation;  ///< degrees, axis
+    std::array<double, 6> window;  ///< left, right, bottom, top, near, far
+    std::array<float, 3> center;   ///< the point that the world turns about
+    std::array<float, 4> rotation; ///< degrees, axis
 };
 
 /// One binary file with all of it, so that reading costs no more than the bytes.

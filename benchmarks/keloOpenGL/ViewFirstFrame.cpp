@@ -12,8 +12,7 @@
 
 int main(int argc, char **argv)
 {
-    if (argc != 3)
-        return 1;
+    if (argc != 3) return 1;
     const QCoreApplication application(argc, argv);
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     const kelo::Size size{std::atof(argv[1]), std::atof(argv[2])};
