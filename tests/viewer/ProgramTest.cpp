@@ -1,5 +1,7 @@
 // The program itself, as a person or a night job starts it.
 
+#include "tests/viewer/RunProgram.h"
+
 #include <gtest/gtest.h>
 
 #include <QColor>
@@ -8,51 +10,11 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <cstdlib>
 
-namespace {
-
-struct Ended
-{
-    int status;
-    QByteArray output;
-    QByteArray errors;
-};
-
-Ended run(const QStringList &arguments, const QProcessEnvironment &environment)
-{
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(KELO_VIEWER_PROGRAM, arguments);
-    if (!process.waitForFinished(120000)) return {-1, {}, process.errorString().toUtf8()};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2,
-            process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-/// No display server of any kind.
-QProcessEnvironment bareEnvironment()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(name);
-    return environment;
-}
-
-Ended run(const QStringList &arguments)
-{
-    return run(arguments, bareEnvironment());
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
+using namespace viewer::test;
 
 TEST(Program, aHeadlessRunWithoutADisplayWritesThePictureInDevicePixels)
 {

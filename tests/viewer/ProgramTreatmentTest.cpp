@@ -1,0 +1,151 @@
+// What the program opens: files, databases, and what it does with bad ones.
+
+#include "tests/viewer/RunProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+using namespace viewer::test;
+
+namespace {
+
+const QByteArray treatment = R"({
+  "format": "treatment", "version": 1,
+  "patient": {"name": "A Patient", "id": "P-7", "birthDate": "2011-04-02"},
+  "currentDate": "2026-11-20",
+  "notes": [
+    {"date": "2026-11-20",
+     "toothVisibilities": {"5": false}, "bracketVisibilities": {"8": true, "5": true},
+     "buttonVisibilities": {"8l": true}, "bracketColorTypeIDs": {"8": 4, "9": null},
+     "elastics": [{"elasticsConfigTypeID": null, "elasticsSizeTypeID": 3,
+                   "bracketSequence": ["8", "25"]}]}
+  ]
+})";
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+QJsonObject stateOf(const QStringList &arguments)
+{
+    const Ended ended = run(QStringList{"--headless", "--state", "-"} + arguments);
+    EXPECT_EQ(ended.status, 0) << ended.errors.toStdString();
+    EXPECT_EQ(ended.errors.toStdString(), "");
+    return QJsonDocument::fromJson(ended.output).object();
+}
+
+} // namespace
+
+TEST(ProgramTreatment, aTreatmentFileIsShownAsItsNoteHasIt)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("patient.json");
+    write(path, treatment);
+    const QJsonObject state = stateOf({path});
+    EXPECT_EQ(state["toothVisibilities"].toObject()["5"].toBool(true), false);
+    EXPECT_EQ(state["toothVisibilities"].toObject()["8"].toBool(), true)
+        << "a tooth that is left out is visible";
+    EXPECT_EQ(state["bracketVisibilities"].toObject()["8"].toBool(), true);
+    EXPECT_EQ(state["bracketVisibilities"].toObject()["9"].toBool(true), false)
+        << "a bracket that is left out is not placed";
+    EXPECT_EQ(state["buttonVisibilities"].toObject()["8l"].toBool(), true);
+    EXPECT_EQ(state["hiddenSecondary"].toArray(), (QJsonArray{"5", "5l"}));
+    EXPECT_EQ(state["bracketColorsTypeIDs"].toObject(), (QJsonObject{{"8", 4}}));
+    const QJsonObject elastic = state["elasticModels"].toArray().at(0).toObject();
+    EXPECT_EQ(elastic["elasticsSizeTypeID"].toInt(), 3);
+    EXPECT_TRUE(elastic["elasticsConfigTypeID"].isNull());
+    EXPECT_EQ(elastic["bracketSequence"].toArray(), (QJsonArray{"8", "25"}));
+    // Opening is no change.
+    EXPECT_EQ(state["calls"].toArray(), QJsonArray());
+    for (const char *updates :
+         {"bracketColorTypeIDUpdates", "bracketVisibilityUpdates", "buttonVisibilityUpdates"})
+        EXPECT_TRUE(state["pending"].toObject()[updates].toObject().isEmpty()) << updates;
+}
+
+TEST(ProgramTreatment, aHeadlessRunNeverWritesToItsFile)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("patient.json");
+    write(path, treatment);
+    stateOf({path});
+    EXPECT_EQ(contentOf(path), treatment);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"patient.json"});
+}
+
+TEST(ProgramTreatment, aTreatmentWithoutANoteOfItsDateStartsFromTheLastEarlierOne)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("patient.json");
+    write(path, QByteArray(treatment).replace("\"currentDate\": \"2026-11-20\"",
+                                              "\"currentDate\": \"2026-12-24\""));
+    const QJsonObject state = stateOf({path});
+    EXPECT_EQ(state["bracketColorsTypeIDs"].toObject(), (QJsonObject{{"8", 4}}));
+    EXPECT_EQ(state["elasticModels"].toArray().size(), 1);
+}
+
+TEST(ProgramTreatment, aBadFileIsNamedWithItsPlaceAndTheReason)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("patient.json");
+    const QString picture = folder.filePath("picture.png");
+    write(path, QByteArray(treatment).replace("\"8\": 4", "\"8\": 400"));
+    const Ended ended = run({"--headless", "--picture", picture, path});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_EQ(ended.errors, path.toUtf8() + ": notes[0].bracketColorTypeIDs.8: 400 is the "
+                                            "identifier of no colour\n");
+    EXPECT_FALSE(QFile::exists(picture));
+
+    const QString missing = folder.filePath("missing.json");
+    const Ended absent = run({"--headless", missing});
+    EXPECT_EQ(absent.status, 2);
+    EXPECT_EQ(absent.errors, missing.toUtf8() + ": could not be read: No such file or directory\n");
+}
+
+TEST(ProgramTreatment, aDatabaseIsMadeOnFirstUseAndOpenedAfterwards)
+{
+    const QTemporaryDir folder;
+    const QString database = folder.filePath("treatments.sqlite");
+    const QString path = folder.filePath("patient.json");
+    write(path, treatment);
+    // The file's treatment goes into the new database, where the next run finds it.
+    stateOf({"--database", database, path});
+    ASSERT_TRUE(QFile::exists(database));
+    const QJsonObject state = stateOf({"--database", database});
+    EXPECT_EQ(state["bracketColorsTypeIDs"].toObject(), (QJsonObject{{"8", 4}}));
+    EXPECT_EQ(state["elasticModels"].toArray().size(), 1);
+}
+
+TEST(ProgramTreatment, aNewDatabaseGetsTheSamplePatient)
+{
+    const QTemporaryDir folder;
+    const QString database = folder.filePath("treatments.sqlite");
+    for (int start = 0; start < 2; ++start) {
+        const QJsonObject state = stateOf({"--database", database});
+        const QJsonObject brackets = state["bracketVisibilities"].toObject();
+        EXPECT_EQ(brackets.size(), 28);
+        for (const QString &key : brackets.keys())
+            EXPECT_TRUE(brackets[key].toBool()) << start << " " << key.toStdString();
+    }
+}
+
+TEST(ProgramTreatment, aDatabaseThatIsNoneIsToldAndTheTreatmentGoesOnInMemory)
+{
+    const QTemporaryDir folder;
+    const QString database = folder.filePath("treatments.sqlite");
+    const QByteArray content(4096, 'x');
+    write(database, content);
+    const Ended ended = run({"--headless", "--state", "-", "--database", database});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(ended.errors.contains(database.toUtf8())) << ended.errors.toStdString();
+    EXPECT_TRUE(ended.errors.endsWith("What is changed now is kept until the program ends.\n"));
+    EXPECT_EQ(QJsonDocument::fromJson(ended.output).object()["toothVisibilities"].toObject().size(),
+              28);
+    EXPECT_EQ(contentOf(database), content);
+}
