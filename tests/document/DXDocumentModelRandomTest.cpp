@@ -1,5 +1,6 @@
 #include "tests/document/DocumentFixture.h"
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <set>
@@ -81,6 +82,173 @@ TEST_F(DXDocumentModelRandom, whatAlwaysHoldsHoldsAfterEveryStep)
         const auto complaints = document->checkSanity();
         ASSERT_TRUE(complaints.empty()) << "step " << step << ": " << complaints.front();
     }
+}
+
+/// A host that knows nothing but what the delegate is told: it does the same to a document of its
+/// own, and keeps what it pulled. It leaves about every third offer of updates for the next one.
+class ReplayingHost : public DXDocumentModelDelegate
+{
+public:
+    ReplayingHost(std::shared_ptr<DXDocumentModel> copy, std::mt19937 &random)
+        : copy_(std::move(copy)), random_(random)
+    {
+        tooth_visibilityDidChange = [this](const std::string &key, bool visible) {
+            copy_->setToothVisibilities({{key, visible}});
+        };
+        bracket_visibilityDidChange = [this](const std::string &key, bool visible) {
+            copy_->setBracketVisibilities({{key, visible}});
+        };
+        button_visibilityDidChange = [this](const std::string &key, bool visible) {
+            copy_->setButtonVisibilities({{key, visible}});
+        };
+        bracketUpdatesAvailable = [this](DXDocumentModel &model) {
+            if (random_() % 3) pullBrackets(model);
+        };
+        buttonUpdatesAvailable = [this](DXDocumentModel &model) {
+            if (random_() % 3) pullButtons(model);
+        };
+        elasticModelPlaced = [this](const std::shared_ptr<ElasticModel> &elastic) {
+            const auto copied = std::make_shared<ElasticModel>(nullptr, elastic->elasticsSizeType(),
+                                                               elastic->bracketSequence());
+            copies_[elastic->uniqueID()] = copied;
+            copy_->placeElasticModel(copied);
+        };
+        elasticModelRemoved = [this](const std::shared_ptr<ElasticModel> &elastic) {
+            copy_->removeElasticModel(copies_.at(elastic->uniqueID()));
+        };
+        elasticModelColorDidChange = [this](const std::shared_ptr<ElasticModel> &elastic) {
+            copy_->elasticModel_setElasticsSizeType(copies_.at(elastic->uniqueID()),
+                                                    elastic->elasticsSizeType());
+        };
+        elasticModelsRefactoredAroundBrackets = [this](const Keys &keys) {
+            ASSERT_EQ(keys.size(), 1u);
+            copy_->refactorElasticModels(keys.front());
+        };
+    }
+
+    void pullBrackets(DXDocumentModel &model)
+    {
+        for (const auto &[key, visible] : model.bracketVisibilityUpdates())
+            brackets.insert_or_assign(key, visible);
+        for (const auto &[key, typeID] : model.bracketColorTypeIDUpdates())
+            colors.insert_or_assign(key, typeID);
+    }
+    void pullButtons(DXDocumentModel &model)
+    {
+        for (const auto &[key, visible] : model.buttonVisibilityUpdates())
+            buttons.insert_or_assign(key, visible);
+    }
+
+    /// As of the last pulls; what was never pulled is as it was at the beginning.
+    DXDocumentModel::Visibilities brackets;
+    DXDocumentModel::Visibilities buttons;
+    DXDocumentModel::ColorTypeIDs colors;
+
+private:
+    std::shared_ptr<DXDocumentModel> copy_;
+    std::mt19937 &random_;
+    std::map<std::uint32_t, std::shared_ptr<ElasticModel>> copies_;
+};
+
+/// Every difference between what a host pulled and what stands now is pending, and what is pending
+/// is what stands now.
+template<class Value>
+testing::AssertionResult pendingIsTheDifference(const NameKeyDictionary<Value> &pulled,
+                                                const NameKeyDictionary<Value> &pending,
+                                                const NameKeyDictionary<Value> &present)
+{
+    for (const auto &[key, value] : present) {
+        const auto waiting = pending.find(key);
+        if (waiting != pending.end() && waiting->second != value)
+            return testing::AssertionFailure() << key << " is pending with another value";
+        if (waiting == pending.end() && pulled.at(key) != value)
+            return testing::AssertionFailure() << key << " has changed and is not pending";
+    }
+    for (const auto &[key, value] : pending) {
+        if (!present.contains(key))
+            return testing::AssertionFailure() << key << " is pending and does not exist";
+    }
+    return testing::AssertionSuccess();
+}
+
+/// The colour of every bracket, 4999 where there is none.
+DXDocumentModel::ColorTypeIDs colorsOfAllBrackets(const DXDocumentModel &model)
+{
+    DXDocumentModel::ColorTypeIDs colors;
+    for (const auto &[key, bracket] : model.bracketModels())
+        colors[key] = noBracketColorTypeID;
+    for (const auto &[key, typeID] : model.bracketColorsTypeIDs())
+        colors[key] = typeID;
+    return colors;
+}
+
+testing::AssertionResult haveSameElastics(const DXDocumentModel &first,
+                                          const DXDocumentModel &second)
+{
+    const auto &elastics = first.elasticModels();
+    const auto &others = second.elasticModels();
+    if (elastics.size() != others.size())
+        return testing::AssertionFailure() << elastics.size() << " and " << others.size();
+    for (std::size_t i = 0; i < elastics.size(); ++i) {
+        if (elastics[i]->bracketSequence() != others[i]->bracketSequence() ||
+            elastics[i]->elasticsSizeType() != others[i]->elasticsSizeType())
+            return testing::AssertionFailure() << "elastic " << i << " differs";
+    }
+    return testing::AssertionSuccess();
+}
+
+TEST_F(DXDocumentModelRandom, fiftyThousandOperationsReplayedFromTheDelegatesCallsGiveTheSameState)
+{
+    const auto copy = std::make_shared<DXDocumentModel>();
+    copy->setToothModels(test::emptyModels(teeth));
+    copy->setBracketModels(test::emptyModels(teeth));
+    copy->setButtonModels(test::emptyModels(test::joined(
+        TreatmentNote::upperLingualButtonNameKeys(), TreatmentNote::lowerLingualButtonNameKeys())));
+    ReplayingHost host(copy, random);
+    host.brackets = document->bracketVisibilities();
+    host.buttons = document->buttonVisibilities();
+    host.colors = colorsOfAllBrackets(*document);
+    document->setDelegate(&host);
+    const auto anotherSize = std::make_shared<ElasticsSizeType>();
+
+    std::size_t mostElastics = 0;
+    std::size_t mostPending = 0;
+    for (int step = 0; step < 50000; ++step) {
+        const auto &elastics = document->elasticModels();
+        if (random() % 10 == 0 && !elastics.empty())
+            document->elasticModel_setElasticsSizeType(elastics[random() % elastics.size()],
+                                                       random() % 2 ? anotherSize : nullptr);
+        else
+            doSomething();
+
+        const auto complaints = document->checkSanity();
+        ASSERT_TRUE(complaints.empty()) << "step " << step << ": " << complaints.front();
+        ASSERT_EQ(document->toothVisibilities(), copy->toothVisibilities()) << "step " << step;
+        ASSERT_EQ(document->bracketVisibilities(), copy->bracketVisibilities()) << "step " << step;
+        ASSERT_EQ(document->buttonVisibilities(), copy->buttonVisibilities()) << "step " << step;
+        ASSERT_TRUE(haveSameElastics(*document, *copy)) << "step " << step;
+        ASSERT_TRUE(pendingIsTheDifference(host.brackets,
+                                           document->pendingBracketVisibilityUpdates(),
+                                           document->bracketVisibilities()))
+            << "step " << step;
+        ASSERT_TRUE(pendingIsTheDifference(host.buttons, document->pendingButtonVisibilityUpdates(),
+                                           document->buttonVisibilities()))
+            << "step " << step;
+        ASSERT_TRUE(pendingIsTheDifference(host.colors,
+                                           document->pendingBracketColorTypeIDUpdates(),
+                                           colorsOfAllBrackets(*document)))
+            << "step " << step;
+        mostElastics = std::max(mostElastics, document->elasticModels().size());
+        mostPending = std::max(mostPending, document->pendingBracketVisibilityUpdates().size());
+    }
+    EXPECT_GT(mostElastics, 5u) << "the operations met placed elastics";
+    EXPECT_GT(mostPending, 5u) << "the operations met pending updates";
+
+    host.pullBrackets(*document);
+    host.pullButtons(*document);
+    EXPECT_EQ(host.brackets, document->bracketVisibilities());
+    EXPECT_EQ(host.buttons, document->buttonVisibilities());
+    EXPECT_EQ(host.colors, colorsOfAllBrackets(*document));
 }
 
 TEST_F(DXDocumentModelRandom, theUpdatesThatAHostPullsAddUpToTheDocumentsState)
