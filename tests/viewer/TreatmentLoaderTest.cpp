@@ -1,0 +1,57 @@
+#include "viewer/TreatmentLoader.h"
+
+#include "keloOpenGL/keloOpenGL.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <utility>
+#include <vector>
+
+TEST(TreatmentLoader, theSamplePatientHas28TeethBracketsAndButtonsAndBothGums)
+{
+    const auto document = viewer::loadTreatment(QString());
+    EXPECT_EQ(document->toothModels().size(), 28u);
+    EXPECT_EQ(document->bracketModels().size(), 28u);
+    EXPECT_EQ(document->buttonModels().size(), 28u);
+    EXPECT_TRUE(document->upperGumModel());
+    EXPECT_TRUE(document->lowerGumModel());
+    EXPECT_EQ(document->models().size(), 86u);
+    EXPECT_TRUE(document->checkSanity().empty());
+}
+
+TEST(TreatmentLoader, progressCountsEveryFileOnceUpToAllOfThem)
+{
+    std::vector<std::pair<std::size_t, std::size_t>> steps;
+    viewer::loadTreatment(QString(), [&steps](std::size_t doneCount, std::size_t fileCount) {
+        steps.emplace_back(doneCount, fileCount);
+    });
+    ASSERT_FALSE(steps.empty());
+    // The gums are told together, after the last button.
+    std::size_t before = 0;
+    for (const auto &[doneCount, fileCount] : steps) {
+        EXPECT_EQ(fileCount, 86u);
+        EXPECT_GT(doneCount, before);
+        before = doneCount;
+    }
+    EXPECT_EQ(steps.size(), 85u);
+    EXPECT_EQ(before, 86u);
+}
+
+TEST(TreatmentLoader, meshesOfAnotherFolderAreTakenFromThere)
+{
+    const QTemporaryDir folder;
+    const QDir bundle(QStringLiteral(KELO_BUNDLE_FOLDER));
+    for (const QString &name : bundle.entryList({"*.obj"}))
+        ASSERT_TRUE(QFile::copy(bundle.filePath(name), folder.filePath(name)));
+    // Tooth 9 in the place of tooth 8 shows which folder was read.
+    ASSERT_TRUE(QFile::remove(folder.filePath("_tooth_8.obj")));
+    ASSERT_TRUE(QFile::copy(bundle.filePath("_tooth_9.obj"), folder.filePath("_tooth_8.obj")));
+    const auto document = viewer::loadTreatment(folder.path());
+    EXPECT_EQ(document->models().size(), 86u);
+    EXPECT_EQ(document->toothModels().at("8")->extents().description(),
+              document->toothModels().at("9")->extents().description());
+}
