@@ -33,9 +33,11 @@ MainWindow::~MainWindow() = default;
 void MainWindow::makeMenus()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
-    QAction *save = file->addAction(tr("Save &Picture…"), this, &MainWindow::savePicture);
-    save->setShortcut(QKeySequence::Save);
+    save_ = file->addAction(tr("&Save Treatment"), this, &MainWindow::saveTreatment);
+    save_->setShortcut(QKeySequence::Save);
+    save_->setEnabled(false);
     file->addAction(tr("&Export Treatment…"), this, &MainWindow::exportTreatment);
+    file->addAction(tr("Save &Picture…"), this, &MainWindow::savePicture);
     file->addSeparator();
     QAction *quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
@@ -53,24 +55,46 @@ void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
     treatment_ = std::move(treatment);
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
+    save_->setEnabled(!treatment_->file().isEmpty());
     view_->setDocumentModel(treatment_->document());
     if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (treatment_) {
-        const StoreOutcome closed = treatment_->session().close();
-        if (!closed && QMessageBox::warning(this, tr("Changes are not stored"),
-                                            closed.sentence() + QLatin1Char('\n') +
-                                                tr("Close all the same and lose them?"),
-                                            QMessageBox::Discard | QMessageBox::Cancel,
-                                            QMessageBox::Cancel) == QMessageBox::Cancel) {
-            event->ignore();
-            return;
-        }
+    if (treatment_ && !(mayCloseFile() && mayCloseStore())) {
+        event->ignore();
+        return;
     }
     QMainWindow::closeEvent(event);
+}
+
+bool MainWindow::mayCloseFile()
+{
+    if (!treatment_->hasUnsavedChanges()) return true;
+    const auto answer = QMessageBox::question(
+        this, tr("Unsaved changes"), tr("Save the changes to %1?").arg(treatment_->file()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Save) return saveTreatment();
+    return answer == QMessageBox::Discard;
+}
+
+bool MainWindow::mayCloseStore()
+{
+    const StoreOutcome closed = treatment_->session().close();
+    if (closed) return true;
+    return QMessageBox::warning(this, tr("Changes are not stored"),
+                                closed.sentence() + QLatin1Char('\n') +
+                                    tr("Close all the same and lose them?"),
+                                QMessageBox::Discard | QMessageBox::Cancel,
+                                QMessageBox::Cancel) == QMessageBox::Discard;
+}
+
+bool MainWindow::saveTreatment()
+{
+    const QString failure = treatment_->save();
+    if (!failure.isEmpty()) tell(failure);
+    return failure.isEmpty();
 }
 
 void MainWindow::tell(const QString &sentence)

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QAction;
+
 namespace kelo {
 class DXOpenGL;
 } // namespace kelo
@@ -35,9 +37,17 @@ private:
     void makeMenus();
     void savePicture();
     void exportTreatment();
+    /// False when the file could not be written.
+    bool saveTreatment();
+    /// Asks what is to become of changes that the treatment's file does not have; false to go on
+    /// working.
+    bool mayCloseFile();
+    /// Stores what is outstanding, and asks where that fails; false to go on working.
+    bool mayCloseStore();
     void tell(const QString &sentence);
     void toggleFullScreen();
 
+    QAction *save_ = nullptr; ///< of the treatment's file
     std::shared_ptr<OpenedTreatment> treatment_;
     std::shared_ptr<kelo::DXOpenGL> view_;
 };

@@ -105,6 +105,8 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     session_->setNextDelegate(callLog_.delegate());
     auto shown = session_->openNote(openedDate_);
     sentences_ << (shown ? shown.value() : QStringList{shown.sentence()});
+    file_ = commandLine.file;
+    if (const auto text = asJSON()) savedText_ = text.value();
 }
 
 void OpenedTreatment::openStore(const CommandLine &commandLine)
@@ -172,6 +174,22 @@ QString OpenedTreatment::exportTo(const QString &path)
 {
     const auto text = asJSON();
     return text ? writeWholeFile(path, text.value()) : text.sentence();
+}
+
+QString OpenedTreatment::save()
+{
+    const auto text = asJSON();
+    if (!text) return text.sentence();
+    const QString failure = writeWholeFile(file_, text.value());
+    if (failure.isEmpty()) savedText_ = text.value();
+    return failure;
+}
+
+bool OpenedTreatment::hasUnsavedChanges()
+{
+    if (file_.isEmpty()) return false;
+    const auto text = asJSON();
+    return !text || text.value() != savedText_;
 }
 
 } // namespace viewer

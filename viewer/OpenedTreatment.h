@@ -53,6 +53,16 @@ public:
     /// Writes the treatment to a file; returns what went wrong, or an empty text.
     QString exportTo(const QString &path);
 
+    /// @name The treatment file that was opened
+    /// Changes are kept in memory (or the database) and come into the file only by saving.
+    /// @{
+    const QString &file() const { return file_; } ///< empty: none was opened
+    /// Writes the treatment back to its file; returns what went wrong, or an empty text.
+    QString save();
+    /// Whether the treatment differs from what was opened or saved last; false without a file.
+    bool hasUnsavedChanges();
+    /// @}
+
 private:
     TreatmentRecord recordToOpen(const CommandLine &commandLine);
     void openStore(const CommandLine &commandLine);
@@ -65,6 +75,8 @@ private:
     qint64 treatmentID_ = 0;
     QDate openedDate_;
     QString patientName_;
+    QString file_;
+    QByteArray savedText_; ///< the treatment as the file has it
     QStringList sentences_;
     std::unique_ptr<TreatmentSession> session_; ///< last: it lets go of the others first
 };
