@@ -232,6 +232,12 @@ public:
 
 protected:
     void contextWasLost() override;
+    /// Hook: whether a model must be drawn for the pick that is going on. Hidden ones are asked for
+    /// too. A pick of one pixel leaves out what cannot be seen there.
+    virtual bool shouldDrawForColorSelection(const DXGLightweightModel &, const Matrix &) const
+    {
+        return true;
+    }
     /// The models of one jaw, under its transform.
     void drawModels(const std::vector<std::shared_ptr<DXGLightweightModel>> &models,
                     const Matrix &jawTransform);

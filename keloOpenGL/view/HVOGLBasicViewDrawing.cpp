@@ -240,10 +240,11 @@ void HVOGLBasicView::drawModels(const std::vector<std::shared_ptr<DXGLightweight
     glPushMatrix();
     glMultMatrixf(jawTransform.m);
     for (const auto &model : models) {
-        if (_isInColorPickMode)
-            model->drawForColorSelection();
-        else if (!model->hiddenPrimary() && !model->hiddenSecondary())
+        if (_isInColorPickMode) {
+            if (shouldDrawForColorSelection(*model, jawTransform)) model->drawForColorSelection();
+        } else if (!model->hiddenPrimary() && !model->hiddenSecondary()) {
             model->draw();
+        }
     }
     glPopMatrix();
 }
