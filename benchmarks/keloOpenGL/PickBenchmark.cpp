@@ -1,0 +1,191 @@
+// What a click costs beside what a frame costs: a pick by a pass over the whole picture, by a pass
+// that is scissored to the pixel, and by one that draws only models that may lie under it.
+
+#include "platform/gl.h"
+
+#include "keloOpenGL/keloOpenGL.h"
+#include "keloOpenGL/treatment/PickTarget.h"
+#include "viewer/TreatmentLoader.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace {
+
+using kelo::PixelSize;
+using kelo::Point;
+
+/// The treatment view with its picks taken apart.
+class PickView : public kelo::DXOpenGL
+{
+public:
+    using DXOpenGL::DXOpenGL;
+
+    /// A pick without scissor and box: all pixels of the pass, or only the one at the point.
+    std::vector<std::uint32_t> fullPass(PixelSize readSize, const Point &point = {})
+    {
+        openGLContext().makeCurrentContext();
+        const kelo::PickTarget::Binding binding(target_, deviceSize());
+        glPushAttrib(GL_ALL_ATTRIB_BITS);
+        glDisable(GL_DITHER);
+        glDepthMask(GL_TRUE);
+        glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        updateModelView();
+        _isInColorPickMode = true;
+        glDisable(GL_LIGHTING);
+        drawContent();
+        drawExtraContent();
+        _isInColorPickMode = false;
+        const auto count = static_cast<std::size_t>(readSize.width) * readSize.height;
+        std::vector<GLubyte> bytes(count * 4);
+        glReadPixels(static_cast<int>(point.x), static_cast<int>(point.y), readSize.width,
+                     readSize.height, GL_RGBA, GL_UNSIGNED_BYTE, bytes.data());
+        glPopAttrib();
+        std::vector<std::uint32_t> identifiers(count);
+        for (std::size_t i = 0; i < count; ++i)
+            identifiers[i] = bytes[i * 4] * 65536u + bytes[i * 4 + 1] * 256u + bytes[i * 4 + 2];
+        return identifiers;
+    }
+
+    bool leavesOutModels = true;
+
+protected:
+    bool shouldDrawForColorSelection(const kelo::DXGLightweightModel &model,
+                                     const kelo::Matrix &jawTransform) const override
+    {
+        return !leavesOutModels || DXOpenGL::shouldDrawForColorSelection(model, jawTransform);
+    }
+
+private:
+    kelo::PickTarget target_;
+};
+
+/// The sample patient with some elastics and the whole overlay, drawn twice.
+std::shared_ptr<PickView> makePickView(const benchmark::State &state)
+{
+    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
+    auto view = kelo::makeView<PickView>(kelo::Rect{
+        {0.0, 0.0}, {static_cast<double>(state.range(0)), static_cast<double>(state.range(1))}});
+    const auto document = viewer::loadTreatment(QString());
+    const auto size = std::make_shared<kelo::ElasticsSizeType>();
+    size->elasticsColor = {0.9, 0.5, 0.2, 1.0};
+    for (const std::vector<std::string> &keys :
+         {std::vector<std::string>{"6", "27"}, {"11", "22"}, {"3", "30l", "29"}, {"14", "19"}})
+        document->elasticModels().push_back(
+            std::make_shared<kelo::ElasticModel>(nullptr, size, keys));
+    view->setDocumentModel(document);
+    const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
+    view->setCurrentDate(today);
+    view->setDisplayedDate(today);
+    view->setMouthOpenAngle(20.0f);
+    view->display();
+    view->display();
+    glFinish();
+    return view;
+}
+
+/// A point on the jaws, where most has to be drawn, and what a whole pass shows there.
+struct Sample
+{
+    Point point;
+    std::uint32_t identifier;
+};
+
+std::vector<Sample> samplesOnTheJaws(PickView &view)
+{
+    const PixelSize size = view.deviceSize();
+    const std::vector<std::uint32_t> picture = view.fullPass(size);
+    std::mt19937 random(52u);
+    std::uniform_int_distribution<int> column(0, size.width - 1), row(0, size.height - 1);
+    std::vector<Sample> samples;
+    while (samples.size() < 256) {
+        const int x = column(random), y = row(random);
+        const std::uint32_t identifier =
+            picture[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+                    static_cast<std::size_t>(x)];
+        if (identifier != 0)
+            samples.push_back({{static_cast<double>(x), static_cast<double>(y)}, identifier});
+    }
+    return samples;
+}
+
+void steadyFrame(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    float degrees = 0.0f;
+    for (auto _ : state) {
+        degrees = degrees < 10.0f ? degrees + 0.5f : 0.0f;
+        view->setWorldRotationAngle_axis(90.0 + degrees, -1.0, 0.0, 0.0);
+        view->display();
+        glFinish();
+    }
+}
+
+template<class Pick>
+void picks(benchmark::State &state, PickView &view, const Pick &pick)
+{
+    const std::vector<Sample> samples = samplesOnTheJaws(view);
+    std::size_t next = 0;
+    int wrongCount = 0;
+    for (auto _ : state) {
+        const Sample &sample = samples[next++ % samples.size()];
+        wrongCount += pick(sample.point) == sample.identifier ? 0 : 1;
+    }
+    if (wrongCount > 0) state.SkipWithError("a pick read something else than the whole pass");
+}
+
+void pickByFullPass(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    picks(state, *view, [&](const Point &point) { return view->fullPass({1, 1}, point).front(); });
+}
+
+void pickScissored(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    view->leavesOutModels = false;
+    picks(state, *view, [&](const Point &point) { return view->pickIdentifierAtPoint(point); });
+}
+
+void pick(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    picks(state, *view, [&](const Point &point) { return view->pickIdentifierAtPoint(point); });
+}
+
+void sizes(benchmark::internal::Benchmark *row)
+{
+    row->Args({800, 600})->Args({1600, 1000})->Unit(benchmark::kMillisecond)->UseRealTime();
+    row->Repetitions(7)->ReportAggregatesOnly(true);
+    row->ComputeStatistics("min", [](const std::vector<double> &values) {
+        return *std::min_element(values.begin(), values.end());
+    });
+    row->ComputeStatistics("max", [](const std::vector<double> &values) {
+        return *std::max_element(values.begin(), values.end());
+    });
+}
+
+BENCHMARK(steadyFrame)->Apply(sizes);
+BENCHMARK(pickByFullPass)->Apply(sizes);
+BENCHMARK(pickScissored)->Apply(sizes);
+BENCHMARK(pick)->Apply(sizes);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
