@@ -39,8 +39,8 @@ class DrawingState
 public:
     DrawingState()
     {
-        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_SCISSOR_BIT |
-                     GL_CURRENT_BIT | GL_TRANSFORM_BIT);
+        glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT |
+                     GL_SCISSOR_BIT | GL_CURRENT_BIT | GL_TRANSFORM_BIT);
         glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
         glMatrixMode(GL_MODELVIEW);
         glPushMatrix();
