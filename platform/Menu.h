@@ -2,6 +2,7 @@
 
 #include "platform/Event.h"
 
+#include <any>
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,6 +31,7 @@ struct MenuItem
     int indentationLevel = 0;
     std::shared_ptr<const QImage> image; ///< shown before the title; may be null
     std::shared_ptr<Menu> submenu;       ///< may be null
+    std::any representedObject;          ///< what the row stands for, for its action to read
     /// The menu that the row is in, or null. Set by Menu, not owned.
     Menu *menu = nullptr;
 

@@ -67,6 +67,11 @@ OpenGLView::~OpenGLView()
     }
 }
 
+std::weak_ptr<const void> OpenGLView::life() const
+{
+    return d->lifeToken;
+}
+
 void OpenGLView::awakeFromNib() {}
 
 void OpenGLView::setSurfaceKind(SurfaceKind kind)

@@ -136,7 +136,8 @@ public:
     virtual void keyDown(const Event &event);
     virtual void keyUp(const Event &event);
     /// Called when a held button will never be released here (the window was hidden or lost the
-    /// mouse); the base sends the matching up event at the last known place.
+    /// mouse); the base sends the matching up event at the last known place, with a click count of
+    /// 0: nobody clicked.
     virtual void mouseCaptureLost();
     /// Hands an event to the operation that its type names, in the event-tracking mode of the run
     /// loop while a button is held. Windows and scripts both come through here.
@@ -164,6 +165,13 @@ public:
     /// mouseExited; the tag is never 0.
     int addTrackingRect(const Rect &rect, bool assumeInside);
     void removeTrackingRect(int tag);
+    /// What the user is told about this point of the view when the pointer rests there; empty for
+    /// nothing.
+    virtual std::string toolTipAtPoint(const Point &pointInView) const
+    {
+        (void)pointInView;
+        return {};
+    }
     /// Called when the view's window changed: it was embedded, taken out, or went full screen.
     virtual void viewDidMoveToWindow();
     /// Whether "viewFrameDidChangeNotification" is posted (with the view as object) on a resize.
@@ -172,7 +180,7 @@ public:
 
     /// @name Full screen of the view itself
     /// @{
-    bool isInFullScreenMode() const;
+    virtual bool isInFullScreenMode() const;
     /// Takes the view out of its widget and gives it the whole screen; the context and its names
     /// live on. False (and nothing happens) without a display.
     virtual bool enterFullScreenMode();
@@ -192,6 +200,9 @@ public:
     /// @}
 
 protected:
+    /// Expires when the view ends. Whoever calls out, to a host for example, and goes on afterwards
+    /// asks it first.
+    std::weak_ptr<const void> life() const;
     /// Called after the context was destroyed, with the view still whole: forget the names that
     /// were made in it and do what is done once per context again in the next drawing. No context
     /// is current. Not called when the view itself ends.

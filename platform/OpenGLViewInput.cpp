@@ -68,7 +68,7 @@ void OpenGLView::mouseCaptureLost()
     for (const Event &press : held) {
         Event up = d->lastMouseEvent;
         up.type = upTypeOf(press.type);
-        up.clickCount = press.clickCount;
+        up.clickCount = 0;
         up.modifierFlags = modifierFlags_;
         up.timestamp = RunLoop::main().currentTime();
         sendEvent(up);

@@ -2,6 +2,7 @@
 
 #include "platform/OpenGLView.h"
 #include "platform/RunLoop.h"
+#include "platform/widgets/ToolTip.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -15,6 +16,9 @@
 
 namespace kelo {
 namespace {
+
+/// Seconds that the pointer rests before it is told what it points at, as desktops have it.
+constexpr double toolTipDelay = 0.7;
 
 constexpr std::uint32_t heldKeysMask =
     ModifierFlag::Shift | ModifierFlag::Control | ModifierFlag::Option | ModifierFlag::Command;
@@ -59,6 +63,37 @@ std::uint32_t flagOfKey(int key)
 }
 
 } // namespace
+
+ViewInput::~ViewInput()
+{
+    forgetToolTip();
+}
+
+void ViewInput::forgetView()
+{
+    forgetToolTip();
+    view_ = nullptr;
+}
+
+void ViewInput::forgetToolTip()
+{
+    if (toolTipTimer_) toolTipTimer_->invalidate();
+    toolTipTimer_.reset();
+    if (!toolTip_.empty()) hideToolTip();
+    toolTip_.clear();
+}
+
+void ViewInput::pointerRestsSoon()
+{
+    const std::string text =
+        view_->toolTipAtPoint(view_->convertPoint_fromView(lastLocation_, nullptr));
+    if (text == toolTip_) return;
+    forgetToolTip();
+    if (text.empty()) return;
+    toolTip_ = text;
+    toolTipTimer_ = RunLoop::main().scheduledTimer(toolTipDelay, false,
+                                                   [this](Timer &) { showToolTip(toolTip_); });
+}
 
 Point ViewInput::windowLocation(const QPointF &position) const
 {
@@ -117,6 +152,7 @@ int ViewInput::countClick(const QMouseEvent &event, const Point &location)
 
 void ViewInput::mousePressed(const QMouseEvent &event)
 {
+    forgetToolTip();
     deliverPendingMove();
     // A press of a held button: its release went elsewhere, as to a menu that has closed since.
     if (std::find(heldButtons_.begin(), heldButtons_.end(), event.button()) != heldButtons_.end())
@@ -165,6 +201,7 @@ void ViewInput::mouseMoved(const QMouseEvent &event)
     noteModifiers(event.modifiers());
     if (!view_) return;
     const bool dragging = !heldButtons_.empty();
+    if (!dragging) pointerRestsSoon();
     Event move = makeEvent(dragging ? mouseEventType(heldButtons_.front(), Phase::Dragged)
                                     : EventType::MouseMoved,
                            heldFlags_);
@@ -175,6 +212,7 @@ void ViewInput::mouseMoved(const QMouseEvent &event)
 
 void ViewInput::wheelTurned(const QWheelEvent &event)
 {
+    forgetToolTip();
     deliverPendingMove();
     if (!view_) return;
     lastLocation_ = windowLocation(event.position());
@@ -226,6 +264,7 @@ void ViewInput::sendKey(const QKeyEvent &event, EventType type)
 
 void ViewInput::keyPressed(const QKeyEvent &event)
 {
+    forgetToolTip();
     deliverPendingMove();
     noteCapsLock(event);
     if (!handleModifierKey(event, true) && view_) sendKey(event, EventType::KeyDown);
@@ -250,6 +289,7 @@ void ViewInput::pointerEntered(const QPointF &position, Qt::KeyboardModifiers mo
 
 void ViewInput::pointerLeft()
 {
+    forgetToolTip();
     deliverPendingMove();
     if (view_) view_->movePointer(std::nullopt, makeEvent(EventType::MouseExited, heldFlags_));
 }
@@ -264,6 +304,7 @@ void ViewInput::focusGained(Qt::KeyboardModifiers modifiers)
 
 void ViewInput::focusLost()
 {
+    forgetToolTip();
     deliverPendingMove();
     // Keys that are released elsewhere would stay held for ever.
     if (view_) noteModifiers(Qt::NoModifier);

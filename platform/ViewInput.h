@@ -4,7 +4,9 @@
 
 #include <Qt>
 
+#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 class QKeyEvent;
@@ -15,16 +17,19 @@ class QWheelEvent;
 namespace kelo {
 
 class OpenGLView;
+class Timer;
 
 /// Turns the input events of a window or widget that a view fills into the view's own, and keeps
-/// what that needs: click counts, held buttons, known modifiers, and the move that waits for the
-/// next frame. Owned by whoever receives the Qt events; the view may end at any event.
+/// what that needs: click counts, held buttons, known modifiers, the move that waits for the next
+/// frame, and the tool tip that waits for the pointer to rest. Owned by whoever receives the Qt
+/// events; the view may end at any event.
 class ViewInput
 {
 public:
     explicit ViewInput(OpenGLView &view) : view_(&view) {}
+    ~ViewInput();
 
-    void forgetView() { view_ = nullptr; }
+    void forgetView();
 
     void mousePressed(const QMouseEvent &event);
     void mouseMoved(const QMouseEvent &event);
@@ -60,12 +65,17 @@ private:
     void noteCapsLock(const QKeyEvent &event);
     bool handleModifierKey(const QKeyEvent &event, bool pressed);
     void sendKey(const QKeyEvent &event, EventType type);
+    /// Follows the pointer: a tool tip of another place goes, and one of this place comes soon.
+    void pointerRestsSoon();
+    void forgetToolTip();
     int countClick(const QMouseEvent &event, const Point &location);
 
     OpenGLView *view_;
     std::vector<Qt::MouseButton> heldButtons_; ///< first pressed first
     std::optional<Event> pendingMove_;
     Click lastClick_;
+    std::string toolTip_; ///< shown, or waiting for its time
+    std::shared_ptr<Timer> toolTipTimer_;
     Point lastLocation_;
     std::uint32_t heldFlags_ = 0; ///< Shift, Control, Option, Command as the view knows them
     bool capsLock_ = false;

@@ -101,7 +101,7 @@ TEST_F(OpenGLViewEvents, aLostMouseReleasesEveryHeldButtonAtTheLastPlace)
     for (const Event &event : view.events) {
         EXPECT_EQ(event.locationInWindow, (Point{30, 40}));
         EXPECT_EQ(event.modifierFlags, ModifierFlag::Shift);
-        EXPECT_EQ(event.clickCount, 1);
+        EXPECT_EQ(event.clickCount, 0) << "nobody clicked";
     }
     EXPECT_EQ(RunLoop::main().currentMode(), RunLoopMode::Default);
     view.mouseCaptureLost();
