@@ -1,9 +1,36 @@
+// The state of the treatment view and its lifecycle: construction and teardown, the displayed date,
+// the repeat period.
+
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
-#include "keloOpenGL/treatment/WorldTurn.h"
+#include "keloOpenGL/view/SimpleTexture.h"
+#include "keloOpenGL/view/StringTexture.h"
+#include "models/BundleKey.h"
+#include "models/HVOGLMaterial.h"
 #include "platform/NotificationCenter.h"
+#include "platform/ResourceBundle.h"
+#include "platform/RunLoop.h"
+
+#include <QLocale>
 
 namespace kelo {
+namespace {
+
+/// A negative interval is a host that means "the usual".
+constexpr double usualRepeatInterval = 3.0;
+constexpr double dateLabelPointSize = 36.0;
+
+std::shared_ptr<SimpleTexture> textureOfBundle(const std::string &name)
+{
+    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
+    const auto path = bundle ? bundle->pathForResource_ofType(name, "png") : std::nullopt;
+    return path ? SimpleTexture::textureWithFile(*path) : nullptr;
+}
+
+} // namespace
+
+int elasticConfigNamingAction = 0;
+double gMsgPresistance = 10.0;
 
 DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
 {
@@ -12,6 +39,8 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
     setDiffuseColor(white);
     setSpecularColor(white);
     _lightRotation = {20.0f, 1.0f, 1.0f, 1.0f};
+    if (makeCurrentContextIfNeeded()) loadTextures();
+    elasticConfigNamingAction = 0;
     NotificationCenter::defaultCenter().addObserver(
         this, [this](const Notification &) { modelChanged(); }, "modelChangedNotification");
 }
@@ -19,13 +48,124 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
 DXOpenGL::~DXOpenGL()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
+    if (hasOpenGLContext()) makeCurrentContextIfNeeded();
+    forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
+    bracketToolTexture_.reset();
+    bracketToolSelectedTexture_.reset();
+    elasticsToolTexture_.reset();
+    elasticsToolSelectedTexture_.reset();
+    printButtonTexture_.reset();
+    dateStringTexture_.reset();
+    if (!hasOpenGLContext()) return;
+    for (const std::uint32_t name :
+         {toolButtonVBOID, toolButtonVBOIndexID, elasticsVBOID, elasticsVBOIndexID})
+        openGLContext().deleteBuffer(name);
 }
 
-void DXOpenGL::rotateByDegrees(float degrees)
+void DXOpenGL::contextWasLost()
 {
-    _worldRotation = worldRotationTurnedByDegrees(_worldRotation, degrees);
+    HVOGLSmoothView::contextWasLost();
+    toolButtonVBOID = toolButtonVBOIndexID = elasticsVBOID = elasticsVBOIndexID = 0;
+    texturesWereLost_ = true; // the objects stay until then: the tools' hit areas go by their sizes
+}
+
+void DXOpenGL::loadTextures()
+{
+    setBracketToolTexture(textureOfBundle("bracket_button"));
+    setBracketToolSelectedTexture(textureOfBundle("bracket_button_down"));
+    setElasticsToolTexture(textureOfBundle("elastics_button"));
+    setElasticsToolSelectedTexture(textureOfBundle("elastics_button_down"));
+    setPrintButtonTexture(textureOfBundle("printer"));
+}
+
+void DXOpenGL::reloadLostTextures()
+{
+    if (!texturesWereLost_) return;
+    texturesWereLost_ = false;
+    loadTextures();
+    if (_displayedDate.isValid()) makeDateLabel();
+}
+
+void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
+{
+    dateStringTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setBracketToolTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    bracketToolTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setBracketToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    bracketToolSelectedTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setElasticsToolTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    elasticsToolTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setElasticsToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    elasticsToolSelectedTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    printButtonTexture_ = std::move(texture);
+}
+
+void DXOpenGL::setRepeatActionTimerInterval(double seconds)
+{
+    repeatActionTimerInterval_ = seconds < 0.0 ? usualRepeatInterval : seconds;
+}
+
+void DXOpenGL::forgetRepeatActionTimer()
+{
+    if (const auto timer = repeatActionTimer.lock()) timer->invalidate();
+    repeatActionTimer.reset();
+}
+
+void DXOpenGL::restartRepeatActionTimer()
+{
+    forgetRepeatActionTimer();
+    repeatActionTimer = RunLoop::main().scheduledTimer(
+        repeatActionTimerInterval_, false, [this](Timer &) { repeatActionTimerExpired(); });
+}
+
+void DXOpenGL::repeatActionTimerExpired()
+{
+    repeatActionTimer.reset();
+    lastBracketColorTypeID_.reset();
+    restorePermanentMouseMode();
+}
+
+void DXOpenGL::setDisplayedDate(const QDateTime &date)
+{
+    if (date == _displayedDate) return;
+    makeCurrentContextIfNeeded();
+    _displayedDate = date;
+    _displayedDateIsToday = _currentDate.isValid() && _currentDate == date;
+    const bool mayEdit = _displayedDateIsToday && !_approvedDate.isValid();
+    setMouseMode(mayEdit ? elasticsMode : rotateMode);
+    makeDateLabel();
     setNeedsDisplay(true);
+}
+
+void DXOpenGL::makeDateLabel()
+{
+    const std::string text =
+        _displayedDateIsToday
+            ? "Today"
+            : QLocale().toString(_displayedDate.date(), QLocale::ShortFormat).toStdString();
+    TextAttributes attributes;
+    attributes.foregroundColor = Color::whiteColor();
+    attributes.pointSize = dateLabelPointSize;
+    const Color clear = Color{0.0, 0.0, 0.0, 0.0};
+    setDateStringTexture(std::make_shared<StringTexture>(text, attributes, Color::whiteColor(),
+                                                         clear, clear));
 }
 
 } // namespace kelo
