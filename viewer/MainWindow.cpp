@@ -56,7 +56,7 @@ void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
     save_->setEnabled(!treatment_->file().isEmpty());
-    view_->setDocumentModel(treatment_->document());
+    treatment_->showIn(*view_);
     if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
 }
 

@@ -13,6 +13,9 @@ namespace {
 
 const QString inMemory = QStringLiteral(":memory:");
 
+/// Seconds in which a click repeats the last action: long enough to go to the next tooth.
+constexpr double repeatInterval = 3.0;
+
 /// The catalogue that comes with the library.
 kelo::Catalogue defaultCatalogue()
 {
@@ -87,6 +90,12 @@ TreatmentRecord sampleTreatment(const QDate &date)
             note.buttonVisibilities[TreatmentNote::buttonNameForToothName(key)] = true;
         }
     }
+    // A Class II band, a triangle, a box, and a cross-bite band that starts on a lingual button;
+    // the numbers are those of the catalogue that comes with the library.
+    note.elastics = {{1, 10, {"6", "30"}},
+                     {8, 7, {"11", "22", "21"}},
+                     {std::nullopt, 11, {"13", "14", "19", "20"}},
+                     {21, 8, {"3l", "30"}}};
     TreatmentRecord record;
     record.patient = {QStringLiteral("Sample Patient"), QStringLiteral("S-1"), QDate(2011, 4, 2)};
     record.notes.push_back(std::move(note));
@@ -159,6 +168,18 @@ TreatmentRecord OpenedTreatment::recordToOpen(const CommandLine &commandLine)
     TreatmentFile file = readTreatmentFile(commandLine.file, catalogue_);
     catalogue_ = std::move(file.catalogue);
     return std::move(file.treatment);
+}
+
+void OpenedTreatment::showIn(kelo::DXOpenGL &view)
+{
+    // The date of the note that is worked on is the present day as this treatment sees it.
+    const QDateTime today = openedDate_.startOfDay();
+    const auto &approved = session_->approvedDate();
+    view.setCurrentDate(today);
+    view.setApprovedDate(approved ? approved->startOfDay() : QDateTime());
+    view.setRepeatActionTimerInterval(repeatInterval);
+    view.setDocumentModel(document_);
+    view.setDisplayedDate(today);
 }
 
 StoreResult<QByteArray> OpenedTreatment::asJSON()

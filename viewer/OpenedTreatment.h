@@ -13,6 +13,10 @@
 #include <memory>
 #include <stdexcept>
 
+namespace kelo {
+class DXOpenGL;
+} // namespace kelo
+
 namespace viewer {
 
 /// Thrown for input that cannot be opened; the text names the file and the place, one line a
@@ -43,6 +47,8 @@ public:
 
     const std::shared_ptr<kelo::DXDocumentModel> &document() const { return document_; }
     TreatmentSession &session() { return *session_; }
+    /// Gives a view the document and the dates of the treatment.
+    void showIn(kelo::DXOpenGL &view);
     const DelegateCallLog &callLog() const { return callLog_; }
     /// What the user should know about the opening, a sentence each.
     const QStringList &sentences() const { return sentences_; }
@@ -81,8 +87,8 @@ private:
     std::unique_ptr<TreatmentSession> session_; ///< last: it lets go of the others first
 };
 
-/// The sample patient: every bracket and every lingual button placed, no colours, one note of
-/// `date`.
+/// The sample patient: every bracket and every lingual button placed, no colours, four elastics,
+/// one note of `date`.
 TreatmentRecord sampleTreatment(const QDate &date);
 
 } // namespace viewer

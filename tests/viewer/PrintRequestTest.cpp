@@ -1,0 +1,103 @@
+#include "viewer/PrintRequest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace viewer;
+
+namespace {
+
+QImage filled(int width, QColor color)
+{
+    QImage image(width, 400, QImage::Format_RGB888);
+    image.fill(color);
+    return image;
+}
+
+PrintRequest request()
+{
+    PrintRequest request;
+    request.left = filled(725, Qt::red);
+    request.front = filled(800, Qt::green);
+    request.right = filled(725, Qt::blue);
+    request.date = QDateTime(QDate(2026, 11, 20), QTime(9, 30));
+    request.elasticsRight = {{kelo::Color(0.9, 0.4, 0.1, 1.0), "1/4\"", {"6", "30"}}};
+    request.elasticsFront = {{std::nullopt, "", {"8l", "25"}}};
+    return request;
+}
+
+TEST(PrintRequest, theDelegatesImagesAreCopied)
+{
+    kelo::DXOpenGLDelegate delegate;
+    PrintRequest taken;
+    takePrintRequests(delegate, [&taken](const PrintRequest &given) { taken = given; });
+    std::vector<uchar> pixels(3 * 4 * 2, 7);
+    const QImage borrowing(pixels.data(), 4, 2, 12, QImage::Format_RGB888);
+    delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right(
+        borrowing, borrowing, borrowing, request().date, {}, {}, request().elasticsRight);
+    pixels.assign(pixels.size(), 99);
+    EXPECT_EQ(taken.left.pixelColor(0, 0), QColor(7, 7, 7));
+    EXPECT_EQ(taken.front.pixelColor(3, 1), QColor(7, 7, 7));
+    EXPECT_EQ(taken.date, request().date);
+    ASSERT_EQ(taken.elasticsRight.size(), 1u);
+    EXPECT_EQ(taken.elasticsRight[0].brackets, (std::vector<std::string>{"6", "30"}));
+}
+
+TEST(PrintRequest, theListsAreJSONBySide)
+{
+    const QJsonObject object = QJsonDocument::fromJson(elasticsAsJSON(request())).object();
+    EXPECT_EQ(object["date"].toString(), "2026-11-20");
+    EXPECT_EQ(object["left"].toArray(), QJsonArray());
+    const QJsonObject right = object["right"].toArray().at(0).toObject();
+    EXPECT_EQ(right["color"].toArray(), (QJsonArray{0.9, 0.4, 0.1, 1.0}));
+    EXPECT_EQ(right["name"].toString(), "1/4\"");
+    EXPECT_EQ(right["brackets"].toArray(), (QJsonArray{"6", "30"}));
+    const QJsonObject front = object["front"].toArray().at(0).toObject();
+    EXPECT_TRUE(front["color"].isNull());
+    EXPECT_EQ(front["brackets"].toArray(), (QJsonArray{"8l", "25"}));
+}
+
+TEST(PrintRequest, theFolderHoldsThreePicturesAndTheLists)
+{
+    QTemporaryDir parent;
+    const QString folder = parent.filePath("made/here");
+    EXPECT_EQ(writePrintImages(request(), folder), QString());
+    EXPECT_EQ(QImage(folder + "/left.png"), request().left.convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(QImage(folder + "/front.png").size(), QSize(800, 400));
+    EXPECT_EQ(QImage(folder + "/right.png").pixelColor(724, 399), QColor(Qt::blue));
+    QFile file(folder + "/elastics.json");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), elasticsAsJSON(request()));
+}
+
+TEST(PrintRequest, aFolderThatCannotBeMadeIsNamed)
+{
+    QTemporaryDir parent;
+    QFile file(parent.filePath("file"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    const QString folder = parent.filePath("file/folder");
+    EXPECT_EQ(writePrintImages(request(), folder), folder + ": the folder could not be made");
+}
+
+TEST(PrintRequest, thePageTakesTheRequestsSidesToTheirPlaces)
+{
+    const kelo::DXDocumentModel document;
+    const TreatmentPage page = treatmentPage(request(), document, "Sample Patient", "S-1");
+    EXPECT_EQ(page.patientName, "Sample Patient");
+    EXPECT_EQ(page.patientIdentifier, "S-1");
+    EXPECT_EQ(page.date, QDate(2026, 11, 20));
+    EXPECT_EQ(page.right.picture, request().right);
+    EXPECT_EQ(page.front.picture, request().front);
+    EXPECT_EQ(page.left.picture, request().left);
+    EXPECT_EQ(page.right.elastics.size(), 1u);
+    EXPECT_TRUE(page.left.elastics.empty());
+}
+
+} // namespace

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <string>
+
+namespace viewer {
+
+/// How teeth are written for people. Keys inside the program are always universal numbers.
+enum class ToothNotation {
+    Universal, ///< 1 to 32, from the upper right wisdom tooth round to the lower right one
+    FDI,       ///< quadrant and tooth from the midline: 11 is the upper right central incisor
+    Palmer     ///< jaw, side and tooth from the midline in letters: UR1
+};
+
+/// The name of the tooth, bracket or lingual button with this key ("8", "8l") in a notation; a
+/// button has "lingual" behind it. A key that is none is returned as it is.
+QString toothName(const std::string &key, ToothNotation notation);
+
+} // namespace viewer

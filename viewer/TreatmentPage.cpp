@@ -1,0 +1,396 @@
+#include "viewer/TreatmentPage.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QLocale>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QTextOption>
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+
+namespace viewer {
+namespace {
+
+// Points of 1/72 inch throughout: the painter is scaled to them.
+constexpr double pointsPerInch = 72.0;
+constexpr double gap = 10.0;
+constexpr double swatchSize = 8.0;
+constexpr double lineSpacing = 3.0;
+constexpr double footerHeight = 16.0;
+constexpr int headingSize = 16;
+constexpr int labelSize = 11;
+constexpr int textSize = 9;
+constexpr std::size_t sideCount = 3;
+
+/// Words that are longer than a line, as names of configurations may be, are broken too.
+QTextOption wrapped()
+{
+    QTextOption option(Qt::AlignLeft | Qt::AlignTop);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("TreatmentPage", text);
+}
+
+QFont fontOfSize(int points, bool bold = false)
+{
+    QFont font;
+    font.setPixelSize(points); // one unit of the painter is one point
+    font.setBold(bold);
+    return font;
+}
+
+QColor asQColor(const kelo::Color &color)
+{
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue));
+}
+
+/// A row of a list: a swatch with a text beside it.
+struct Row
+{
+    QColor swatch;
+    QString text;
+    double height = 0.0; ///< with the space behind it
+};
+
+/// What stands on one sheet: which rows of each side, and whether the legend does.
+struct Sheet
+{
+    std::array<std::size_t, sideCount> firstRow{};
+    std::array<std::size_t, sideCount> endRow{};
+    double top = 0.0; ///< of the lists
+    bool hasPictures = false;
+    bool hasLegend = false;
+};
+
+QString teethText(const kelo::ElasticDescription &elastic, ToothNotation notation)
+{
+    QStringList names;
+    for (const std::string &key : elastic.brackets)
+        names << toothName(key, notation);
+    return names.join(QStringLiteral(" \u2013 "));
+}
+
+std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, ToothNotation notation)
+{
+    std::vector<Row> rows;
+    for (const kelo::ElasticDescription &elastic : elastics) {
+        const QString teeth = teethText(elastic, notation);
+        const QString size = QString::fromStdString(elastic.name);
+        rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
+                        size.isEmpty() ? teeth : translated("%1: %2").arg(size, teeth)});
+    }
+    return rows;
+}
+
+std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors)
+{
+    std::vector<Row> rows;
+    for (const PrintedColor &color : colors)
+        rows.push_back({asQColor(color.color),
+                        translated("%1 (%2)").arg(color.label).arg(color.bracketCount)});
+    return rows;
+}
+
+/// Measures, breaks into sheets, and paints.
+class PagePainter
+{
+public:
+    PagePainter(const TreatmentPage &page, QPagedPaintDevice &device)
+        : page_(page), device_(device), painter_(&device)
+    {
+        if (!painter_.isActive()) return;
+        const double scale = device.logicalDpiX() / pointsPerInch;
+        painter_.scale(scale, scale);
+        size_ = QSizeF(device.width() / scale, device.height() / scale);
+        columnWidths();
+        for (std::size_t side = 0; side < sideCount; ++side) {
+            rows_[side] = rowsOfElastics(sides_[side]->elastics, page.notation);
+            measure(rows_[side], columns_[side].width());
+        }
+        legend_ = rowsOfColors(page.bracketColors);
+        measure(legend_, size_.width() / legendColumns - gap);
+    }
+
+    int paint()
+    {
+        if (!painter_.isActive()) return 0;
+        const std::vector<Sheet> sheets = brokenIntoSheets();
+        for (std::size_t i = 0; i < sheets.size(); ++i) {
+            if (i > 0 && !device_.newPage()) return 0;
+            paintSheet(sheets[i], i + 1, sheets.size());
+        }
+        return painter_.end() ? static_cast<int>(sheets.size()) : 0;
+    }
+
+private:
+    static constexpr int legendColumns = 3;
+
+    /// The columns are as wide as their pictures are to one another, so that all three stand at one
+    /// scale.
+    void columnWidths()
+    {
+        const double available = size_.width() - (sideCount - 1) * gap;
+        double total = 0.0;
+        for (const PrintedSide *side : sides_)
+            total += std::max(1, side->picture.width());
+        double x = 0.0;
+        for (std::size_t i = 0; i < sideCount; ++i) {
+            const QImage &picture = sides_[i]->picture;
+            const double width = available * std::max(1, picture.width()) / total;
+            const double height =
+                picture.isNull() ? 0.0 : width * picture.height() / picture.width();
+            columns_[i] = QRectF(x, 0.0, width, height);
+            x += width + gap;
+        }
+    }
+
+    QRectF textRect(double x, double y, double width) const
+    {
+        return {x, y, width, size_.height()};
+    }
+
+    double textHeight(const QFont &font, double width, const QString &text)
+    {
+        painter_.setFont(font);
+        return painter_.boundingRect(textRect(0.0, 0.0, width), text, wrapped()).height();
+    }
+
+    void measure(std::vector<Row> &rows, double width)
+    {
+        for (Row &row : rows) {
+            const double height =
+                textHeight(fontOfSize(textSize), width - swatchSize - lineSpacing, row.text);
+            row.height = std::max(height, swatchSize) + lineSpacing;
+        }
+    }
+
+    QString dateText() const { return QLocale().toString(page_.date, QLocale::LongFormat); }
+
+    QString patientText() const
+    {
+        return page_.patientIdentifier.isEmpty()
+                   ? page_.patientName
+                   : translated("%1 (%2)").arg(page_.patientName, page_.patientIdentifier);
+    }
+
+    double dateWidth()
+    {
+        painter_.setFont(fontOfSize(labelSize));
+        return painter_.fontMetrics().horizontalAdvance(dateText()) + gap;
+    }
+
+    double headerHeight()
+    {
+        return textHeight(fontOfSize(headingSize, true), size_.width() - dateWidth(),
+                          patientText()) +
+               gap;
+    }
+
+    double labelHeight() { return textHeight(fontOfSize(labelSize, true), size_.width(), "X"); }
+
+    double picturesHeight() const
+    {
+        double height = 0.0;
+        for (const QRectF &column : columns_)
+            height = std::max(height, column.height());
+        return height;
+    }
+
+    double bottom() const { return size_.height() - footerHeight; }
+
+    double legendHeight()
+    {
+        if (legend_.empty()) return 0.0;
+        double height = 0.0;
+        double rowHeight = 0.0;
+        for (std::size_t i = 0; i < legend_.size(); ++i) {
+            rowHeight = std::max(rowHeight, legend_[i].height);
+            if (i % legendColumns == legendColumns - 1 || i + 1 == legend_.size()) {
+                height += rowHeight;
+                rowHeight = 0.0;
+            }
+        }
+        return gap + labelHeight() + lineSpacing + height;
+    }
+
+    std::vector<Sheet> brokenIntoSheets()
+    {
+        std::vector<Sheet> sheets;
+        std::array<std::size_t, sideCount> next{};
+        bool legendIsDue = true;
+        do {
+            Sheet sheet;
+            sheet.hasPictures = sheets.empty();
+            sheet.top = headerHeight() + labelHeight() + lineSpacing +
+                        (sheet.hasPictures ? picturesHeight() + gap : 0.0);
+            double lowest = sheet.top;
+            bool isComplete = true;
+            for (std::size_t side = 0; side < sideCount; ++side) {
+                double y = sheet.top;
+                sheet.firstRow[side] = next[side];
+                const auto &rows = rows_[side];
+                // A row that is higher than a whole sheet is printed all the same.
+                while (next[side] < rows.size() &&
+                       (y + rows[next[side]].height <= bottom() ||
+                        (!sheet.hasPictures && next[side] == sheet.firstRow[side])))
+                    y += rows[next[side]++].height;
+                sheet.endRow[side] = next[side];
+                isComplete = isComplete && next[side] == rows.size();
+                lowest = std::max(lowest, y);
+            }
+            const bool legendFits = legend_.empty() || lowest + legendHeight() <= bottom() ||
+                                    (!sheet.hasPictures && lowest == sheet.top);
+            sheet.hasLegend = isComplete && legendFits;
+            legendIsDue = !sheet.hasLegend;
+            sheets.push_back(sheet);
+        } while (legendIsDue);
+        return sheets;
+    }
+
+    void paintSheet(const Sheet &sheet, std::size_t number, std::size_t count)
+    {
+        painter_.setPen(Qt::black);
+        painter_.setFont(fontOfSize(headingSize, true));
+        painter_.drawText(textRect(0.0, 0.0, size_.width() - dateWidth()), patientText(),
+                          wrapped());
+        painter_.setFont(fontOfSize(labelSize));
+        painter_.drawText(QRectF(0.0, 0.0, size_.width(), size_.height()),
+                          Qt::AlignRight | Qt::AlignTop, dateText());
+
+        double lowest = sheet.top;
+        for (std::size_t side = 0; side < sideCount; ++side)
+            lowest = std::max(lowest, paintSide(sheet, side));
+        if (sheet.hasLegend) paintLegend(lowest + gap);
+        if (count > 1) {
+            painter_.setFont(fontOfSize(textSize));
+            painter_.drawText(QRectF(0.0, bottom(), size_.width(), footerHeight),
+                              Qt::AlignRight | Qt::AlignBottom,
+                              translated("Page %1 of %2").arg(number).arg(count));
+        }
+    }
+
+    double paintSide(const Sheet &sheet, std::size_t side)
+    {
+        static constexpr const char *labels[] = {
+            QT_TRANSLATE_NOOP("TreatmentPage", "Right"),
+            QT_TRANSLATE_NOOP("TreatmentPage", "Front"),
+            QT_TRANSLATE_NOOP("TreatmentPage", "Left"),
+        };
+        const QRectF &column = columns_[side];
+        double y = headerHeight();
+        painter_.setFont(fontOfSize(labelSize, true));
+        painter_.drawText(textRect(column.left(), y, column.width()), translated(labels[side]),
+                          wrapped());
+        y += labelHeight() + lineSpacing;
+        if (sheet.hasPictures) painter_.drawImage(column.translated(0.0, y), sides_[side]->picture);
+        y = sheet.top;
+        for (std::size_t i = sheet.firstRow[side]; i < sheet.endRow[side]; ++i) {
+            paintRow(rows_[side][i], column.left(), y, column.width());
+            y += rows_[side][i].height;
+        }
+        return y;
+    }
+
+    void paintRow(const Row &row, double x, double y, double width)
+    {
+        painter_.setPen(QPen(Qt::black, 0.5));
+        painter_.setBrush(row.swatch);
+        painter_.drawRect(QRectF(x, y + 1.0, swatchSize, swatchSize));
+        painter_.setFont(fontOfSize(textSize));
+        const double textX = x + swatchSize + lineSpacing;
+        painter_.drawText(textRect(textX, y, width - swatchSize - lineSpacing), row.text,
+                          wrapped());
+    }
+
+    void paintLegend(double y)
+    {
+        if (legend_.empty()) return;
+        painter_.setFont(fontOfSize(labelSize, true));
+        painter_.drawText(textRect(0.0, y, size_.width()), translated("Brackets"), wrapped());
+        y += labelHeight() + lineSpacing;
+        const double width = size_.width() / legendColumns;
+        double rowHeight = 0.0;
+        for (std::size_t i = 0; i < legend_.size(); ++i) {
+            const auto column = static_cast<double>(i % legendColumns);
+            paintRow(legend_[i], column * width, y, width - gap);
+            rowHeight = std::max(rowHeight, legend_[i].height);
+            if (i % legendColumns == legendColumns - 1) {
+                y += rowHeight;
+                rowHeight = 0.0;
+            }
+        }
+    }
+
+    const TreatmentPage &page_;
+    QPagedPaintDevice &device_;
+    QPainter painter_;
+    QSizeF size_;
+    std::array<const PrintedSide *, sideCount> sides_{&page_.right, &page_.front, &page_.left};
+    std::array<QRectF, sideCount> columns_; ///< of the pictures, from y = 0
+    std::array<std::vector<Row>, sideCount> rows_;
+    std::vector<Row> legend_;
+};
+
+} // namespace
+
+std::vector<PrintedColor> bracketColorsInUse(const kelo::DXDocumentModel &document)
+{
+    std::map<long, int> counts;
+    for (const auto &[key, typeID] : document.bracketColorsTypeIDs()) {
+        const auto found = document.bracketModels().find(key);
+        const bool isShown = found != document.bracketModels().end() &&
+                             !found->second->hiddenPrimary() && !found->second->hiddenSecondary();
+        if (isShown && typeID != kelo::noBracketColorTypeID) ++counts[typeID];
+    }
+    std::vector<std::shared_ptr<kelo::BracketColorType>> types;
+    for (const auto &[typeID, type] : document.availableBracketColorTypes()) {
+        if (counts.contains(typeID) && type->bracketColor) types.push_back(type);
+    }
+    std::stable_sort(types.begin(), types.end(), [](const auto &a, const auto &b) {
+        return a->displayOrder < b->displayOrder;
+    });
+    std::vector<PrintedColor> colors;
+    for (const auto &type : types) {
+        const auto &[red, green, blue, alpha] = *type->bracketColor;
+        colors.push_back({QString::fromStdString(type->typeLabel),
+                          kelo::Color(red, green, blue, alpha), counts.at(type->typeID)});
+    }
+    return colors;
+}
+
+int paintTreatmentPage(const TreatmentPage &page, QPagedPaintDevice &device)
+{
+    return PagePainter(page, device).paint();
+}
+
+QPageLayout defaultPageLayout()
+{
+    const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+    constexpr double margin = 15.0;
+    return QPageLayout(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4),
+                       QPageLayout::Landscape, QMarginsF(margin, margin, margin, margin),
+                       QPageLayout::Millimeter);
+}
+
+QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layout)
+{
+    QByteArray pdf;
+    QBuffer buffer(&pdf);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setPageLayout(layout);
+    writer.setTitle(translated("Treatment of %1, %2")
+                        .arg(page.patientName, QLocale().toString(page.date, QLocale::LongFormat)));
+    writer.setCreator(QStringLiteral("treatment-viewer"));
+    return paintTreatmentPage(page, writer) > 0 ? pdf : QByteArray();
+}
+
+} // namespace viewer
