@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "keloOpenGL/treatment/PickBox.h"
 #include "keloOpenGL/treatment/PickTarget.h"
+#include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Menu.h"
 
@@ -158,6 +159,31 @@ public:
     /// @{
     /// Turns the world about the vertical axis, within the front half, and asks for a redraw.
     void rotateByDegrees(float degrees);
+    /// The jaws, then the placed elastics, then the one that is being strung.
+    void drawContent() override;
+    /// Draws one band over the hooks of these keys, moved with the jaws; see RubberBand.h. In the
+    /// pick mode it has the flat colour red 128, green 0, blue the low byte of colorPickID; else a
+    /// material of the colour (white for none). A key without a hook is told on standard error, and
+    /// nothing is drawn:
+    ///     Hook position for bracket "KEY" not defined; cannot draw elastics (check ...)
+    void drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
+        const std::vector<std::string> &keys, const std::optional<Color> &color, bool closeLoop,
+        bool colorPickMode, std::uint32_t colorPickID);
+    /// The placed elastics that have at least one of these keys, in placing order.
+    ElasticDescriptions elasticsForToothNames(const std::vector<std::string> &toothNames) const;
+    /// The overlay: the date label, the tools that change the treatment (today's, not yet
+    /// approved), and the print button. Nothing while the scene is drawn for printing.
+    void drawExtraContent() override;
+    void drawDateLabel();
+    void drawElasticsToolButton();
+    void drawBracketToolButton();
+    void drawPrintButton();
+    /// Draws a picture upright into a rectangle of overlay coordinates (see OverlayLayout).
+    void drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &texture, const Rect &rect);
+    /// Where the tools are, in overlay coordinates; all zero for one without a picture.
+    Rect elasticsToolRect() const;
+    Rect bracketColorToolRect() const;
+    Rect printButtonRect() const;
     /// @}
 
     /// @name Picking
@@ -219,7 +245,9 @@ protected:
 private:
     void drawColorPickPass(int column, int row);
     void repeatActionTimerExpired();
+    void drawElastics();
     void makeDateLabel();
+    float overlayAspect() const;
     /// After the context was lost: loads the pictures and makes the label again in the new one.
     void reloadLostTextures();
     void forgetRepeatActionTimer();
@@ -262,6 +290,7 @@ private:
     bool texturesWereLost_ = false;
     PickTarget pickTarget_;
     std::optional<PickBox> pickBox_; ///< there while a pixel is being picked
+    std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room
     // Buffer names of the view's context, 0 until first use.
     std::uint32_t toolButtonVBOID = 0;
     std::uint32_t toolButtonVBOIndexID = 0;

@@ -1,5 +1,7 @@
 // The scene: turning the world, and the elastics over the jaws.
 
+#include "platform/gl.h"
+
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "keloOpenGL/treatment/WorldTurn.h"
@@ -10,6 +12,17 @@ void DXOpenGL::rotateByDegrees(float degrees)
 {
     _worldRotation = worldRotationTurnedByDegrees(_worldRotation, degrees);
     setNeedsDisplay(true);
+}
+
+void DXOpenGL::drawContent()
+{
+    HVOGLSmoothView::drawContent();
+    if (!isInColorPickMode()) {
+        glEnable(GL_LIGHTING);
+        glDisable(GL_BLEND);
+        glEnable(GL_CULL_FACE);
+    }
+    drawElastics();
 }
 
 } // namespace kelo
