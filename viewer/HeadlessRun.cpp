@@ -83,7 +83,7 @@ ExitStatus runHeadless(const CommandLine &commandLine)
         OpenedTreatment treatment(commandLine);
         for (const QString &sentence : treatment.sentences())
             tellUser(sentence);
-        view->setDocumentModel(treatment.document());
+        treatment.showIn(*view);
         const ExitStatus status = writeOutputs(commandLine, *view, treatment.callLog());
         const StoreOutcome closed = treatment.session().close();
         if (closed) return status;
