@@ -11,11 +11,13 @@
 
 #include <array>
 #include <limits>
+#include <optional>
 #include <vector>
 
 namespace {
 
 using namespace kelo;
+using kelo::test::addElastic;
 using kelo::test::IdentifierPicture;
 using kelo::test::PickView;
 
@@ -62,6 +64,19 @@ protected:
     std::shared_ptr<PickView> view = makeView<PickView>(Rect{{0.0, 0.0}, {800.0, 600.0}});
     bool fromBehind = false;
 };
+
+/// A pixel that the picture shows in the identifier, in a column from firstColumn on.
+std::optional<Point> firstPixelOf(const IdentifierPicture &picture, std::uint32_t identifier,
+                                  int firstColumn = 0)
+{
+    for (int row = 0; row < picture.size.height; ++row) {
+        for (int column = firstColumn; column < picture.size.width; ++column) {
+            if (picture.at(column, row) == identifier)
+                return Point{static_cast<double>(column), static_cast<double>(row)};
+        }
+    }
+    return std::nullopt;
+}
 
 /// Everything of OpenGL's state that a pick may touch.
 std::vector<float> drawingState()
@@ -298,6 +313,20 @@ TEST_F(DXOpenGLPicking, aPickPutsEveryStateOfOpenGLBack)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLPicking, aPickThatFailsWhileDrawingPutsEverythingBackToo)
+{
+    view->display();
+    const std::vector<float> before = drawingState();
+    view->failsWhileDrawing = true;
+    EXPECT_THROW(view->pickIdentifierAtPoint({400.0, 300.0}), std::runtime_error);
+    EXPECT_EQ(drawingState(), before);
+    EXPECT_FALSE(view->isInColorPickMode());
+    view->failsWhileDrawing = false;
+    const auto bracket = document->bracketModels().at("8");
+    EXPECT_EQ(view->pickIdentifierAtPoint(middleOf(*bracket)), bracket->uniqueID());
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLPicking, fogDitheringBlendingAndTexturesDoNotChangeAnIdentifier)
 {
     // An identifier with bits in all three bytes, so that every channel would show it.
@@ -360,6 +389,34 @@ TEST_F(DXOpenGLPicking, withoutFramebufferObjectsTheOwnBufferIsUsedAndThenDrawnA
     EXPECT_EQ(view->ownBuffer(), bufferBefore);
     EXPECT_EQ(view->pickIdentifierAtPoint({-1.0, 0.0}), sentinel);
     EXPECT_EQ(view->grabImage(), before);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLPicking, anElasticIsReadAsTheTopBitAndItsPlaceInTheList)
+{
+    addElastic(*document, {"7", "8"});
+    addElastic(*document, {"8", "9"});
+    addElastic(*document, {"9", "10"});
+    const IdentifierPicture picture = view->fullPass();
+    for (const std::uint32_t identifier : {0x800000u, 0x800001u, 0x800002u}) {
+        const std::optional<Point> point = firstPixelOf(picture, identifier);
+        ASSERT_TRUE(point) << std::hex << identifier;
+        EXPECT_EQ(view->pickIdentifierAtPoint(*point), identifier);
+        EXPECT_EQ(nameAt(*point, true), std::nullopt);
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLPicking, the257thElasticIsReadAsTheFirst)
+{
+    for (int i = 0; i < 256; ++i)
+        addElastic(*document, {"7", "8"});
+    EXPECT_FALSE(firstPixelOf(view->fullPass(), 0x800000u, 400));
+    addElastic(*document, {"9", "10"});
+    // The first lies left of the middle, so what reads as the first on the right is the 257th.
+    const std::optional<Point> point = firstPixelOf(view->fullPass(), 0x800000u, 400);
+    ASSERT_TRUE(point);
+    EXPECT_EQ(view->pickIdentifierAtPoint(*point), 0x800000u);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -2,6 +2,9 @@
 
 #include "platform/gl.h"
 
+#include "document/DXDocumentModel.h"
+#include "document/ElasticModel.h"
+#include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/PickTarget.h"
 
@@ -9,6 +12,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace kelo::test {
@@ -24,6 +30,14 @@ struct IdentifierPicture
                            static_cast<std::size_t>(column)];
     }
 };
+
+/// Places an elastic over hooks, without telling anybody.
+inline void addElastic(DXDocumentModel &document, const std::vector<std::string> &keys)
+{
+    const auto size = std::make_shared<ElasticsSizeType>();
+    size->elasticsColor = {0.9, 0.5, 0.2, 1.0};
+    document.elasticModels().push_back(std::make_shared<ElasticModel>(nullptr, size, keys));
+}
 
 /// A treatment view whose picks can be compared with a pass over the whole picture.
 class PickView : public DXOpenGL
@@ -77,8 +91,15 @@ public:
     bool picksOffScreen = true;
     bool leavesOutModels = true;
     std::uint64_t neverDrawn = 0; ///< the unique identifier of a model that picks miss
+    bool failsWhileDrawing = false;
     mutable int drawnModels = 0;
     int drawnPictures = 0;
+
+    void drawExtraContent() override
+    {
+        if (failsWhileDrawing) throw std::runtime_error("failed while drawing");
+        DXOpenGL::drawExtraContent();
+    }
 
     void drawRect(const Rect &dirtyRect) override
     {

@@ -112,6 +112,9 @@ protected:
     PickingComparison()
     {
         const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
+        for (const auto &keys : std::vector<std::vector<std::string>>{
+                 {"6", "27"}, {"11", "22"}, {"3", "30l", "29"}, {"14", "19"}})
+            kelo::test::addElastic(*document, keys);
         view->setDocumentModel(document);
         view->setCurrentDate(today);
         view->setDisplayedDate(today); // all of the overlay
@@ -142,10 +145,13 @@ TEST_F(PickingComparison, twentyThousandRandomPicksReadWhatAPassOverTheWholePict
         EXPECT_EQ(differences(*view, picture, 2000, random), std::vector<std::string>{})
             << "mouth " << pose.mouthOpenAngle << ", zoom " << pose.zoomFactor;
     }
-    // The poses show the background and every model, so that each had its chance to be missed.
+    // The poses show the background, every model and every elastic, so that each had its chance to
+    // be missed.
     EXPECT_TRUE(seen.count(0));
     for (const auto &model : document->models())
         EXPECT_TRUE(seen.count(static_cast<std::uint32_t>(model->uniqueID()))) << model->uniqueID();
+    for (std::uint32_t i = 0; i < document->elasticModels().size(); ++i)
+        EXPECT_TRUE(seen.count(0x800000 + i)) << "elastic " << i;
     EXPECT_NO_GL_ERROR();
 }
 
