@@ -161,6 +161,14 @@ void pick(benchmark::State &state)
     picks(state, *view, [&](const Point &point) { return view->pickIdentifierAtPoint(point); });
 }
 
+/// Along the arch, where most boxes lie one behind the other.
+void pickFromTheSide(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    view->setWorldRotationAngle_axis(120.0, -1.0, -1.0, -1.0);
+    picks(state, *view, [&](const Point &point) { return view->pickIdentifierAtPoint(point); });
+}
+
 void sizes(benchmark::internal::Benchmark *row)
 {
     row->Args({800, 600})->Args({1600, 1000})->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -177,6 +185,7 @@ BENCHMARK(steadyFrame)->Apply(sizes);
 BENCHMARK(pickByFullPass)->Apply(sizes);
 BENCHMARK(pickScissored)->Apply(sizes);
 BENCHMARK(pick)->Apply(sizes);
+BENCHMARK(pickFromTheSide)->Apply(sizes);
 
 } // namespace
 
