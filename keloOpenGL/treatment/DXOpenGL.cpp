@@ -164,8 +164,8 @@ void DXOpenGL::makeDateLabel()
     attributes.foregroundColor = Color::whiteColor();
     attributes.pointSize = dateLabelPointSize;
     const Color clear = Color{0.0, 0.0, 0.0, 0.0};
-    setDateStringTexture(std::make_shared<StringTexture>(text, attributes, Color::whiteColor(),
-                                                         clear, clear));
+    setDateStringTexture(
+        std::make_shared<StringTexture>(text, attributes, Color::whiteColor(), clear, clear));
 }
 
 } // namespace kelo

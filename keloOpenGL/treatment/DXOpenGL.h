@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "keloOpenGL/treatment/PickBox.h"
 #include "keloOpenGL/treatment/PickTarget.h"
+#include "keloOpenGL/treatment/RepeatAction.h"
 #include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Menu.h"
@@ -20,6 +21,8 @@ namespace kelo {
 class HVOGLMaterial;
 class SimpleTexture;
 class StringTexture;
+class TreatmentMenus;
+struct MenuContext;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
@@ -48,6 +51,10 @@ inline constexpr std::uint64_t notFound = 0x7FFFFFFFFFFFFFFF;
 /// | left, right arrow           | turn by 45 degrees, animated                              |
 /// | up, down arrow              | open the mouth by a step, or close it, animated           |
 /// | 0                           | front view, mouth closed, animated                        |
+/// | Escape                      | gives up the elastic being strung, else leaves full screen|
+/// | menu key                    | the context menu of what is under the pointer             |
+/// | Control, held               | in the elastics mode: clicks are for brackets             |
+/// | double click                | full screen, if the host does it                          |
 ///
 /// A mouth left within 22 degrees of closed shuts by itself when the drag ends, or half a second
 /// after the last turn of the wheel.
@@ -142,16 +149,7 @@ public:
     std::optional<long> lastBracketColorTypeID() const { return lastBracketColorTypeID_; }
     std::optional<long> lastElasticsSizeTypeID() const { return lastElasticsSizeTypeID_; }
     std::uint64_t lastClickedElasticID() const { return lastClickedElasticID_; }
-    /// The kind of the last action on one bracket, button or tooth.
-    enum ActionType : std::int64_t {
-        colorBracket = 0,
-        placeBracket = 1,
-        removeBracket = 2,
-        placeButton = 3,
-        removeButton = 4,
-        placeTooth = 5,
-        removeTooth = 6
-    };
+    /// The kind of the last action on one bracket, button or tooth: an ActionType.
     std::int64_t lastActionType() const { return lastActionType_; }
     /// @}
 
@@ -211,14 +209,114 @@ public:
     Point backingPointForEvent(const Event &event) const;
     /// @}
 
+    /// @name Actions on the tooth that the bracket menu was opened on
+    /// Rows of the bracket menu; those with a colour stand for a std::shared_ptr<BracketColorType>.
+    /// Each begins a repeat period, in which clicks do the same to other teeth.
+    /// @{
+    void bracketColorMenuItemSelected(MenuItem &sender);
+    void placeBracketSelected(MenuItem &sender);
+    void removeBracketSelected(MenuItem &sender);
+    void placeButtonSelected(MenuItem &sender);
+    void removeButtonSelected(MenuItem &sender);
+    void placeToothSelected(MenuItem &sender);
+    void removeToothSelected(MenuItem &sender);
+    /// Opens the bracket menu for what was hit, or repeats the last action on it; on nothing it
+    /// begins a rotate drag.
+    void colorMouseDown(const Event &event) override;
+    /// @}
+
+    /// @name Actions on all brackets
+    /// @{
+    void placeAllBracketsSelected(MenuItem &sender); ///< those that are not placed
+    void markAllBracketsSelected(MenuItem &sender);  ///< hidden ones too, which stay hidden
+    void removeAllBracketsSelected(MenuItem &sender);
+    void clearAllBracketsSelected(MenuItem &sender); ///< takes all colours away
+    /// @}
+
+    /// @name Stringing an elastic
+    /// From startElasticColorMenuItemSelected until a click on the first member, Escape, or a
+    /// change of the mode.
+    /// @{
+    /// Opens the elastic menu, or goes on with the elastic that is being strung; on nothing, or on
+    /// what is hidden, it begins a rotate drag.
+    void elasticsMouseDown(const Event &event) override;
+    /// Begins an elastic of the row's std::shared_ptr<ElasticsSizeType> on lastClickedToothName.
+    void startElasticColorMenuItemSelected(MenuItem &sender);
+    /// Places the elastic if it has two members or more, and ends the stringing.
+    void resolveElasticPlacement();
+    /// Ends the stringing without placing anything.
+    void endElasticPlacement();
+    /// Shows on the bracket or button that a click was taken: a short pulse of its highlight, drawn
+    /// at once in twenty frames.
+    void signalElasticsPlacement(const std::string &name);
+    /// @}
+
+    /// @name Placed elastics
+    /// Rows of the elastic menu.
+    /// @{
+    /// Places the row's std::shared_ptr<ElasticsConfigType>, showing the brackets and buttons that
+    /// it needs; where a tooth is missing, says so in an alert and changes nothing.
+    void placeSelectedElasticsConfigType(MenuItem &sender);
+    void updateElasticColorMenuItemSelected(MenuItem &sender);
+    void markAllElasticsSelected(MenuItem &sender);
+    void removeElasticSelected(MenuItem &sender);
+    void removeAllElasticsSelected(MenuItem &sender);
+    /// Asks the host to name the elastic under the pointer.
+    void nameSelectedElasticsModel(MenuItem &sender);
+    /// @}
+
+    /// @name Context menus
+    /// The view is the delegate of its menus.
+    /// @{
+    /// Opens the bracket menu for currentEventToothName; ends a repeat period.
+    void displayBracketMenuForEvent(const Event &event);
+    /// Opens the elastic menu for the elastic at currentEventElasticIndex, or for
+    /// currentEventToothName when there is none.
+    void displayElasticMenuForEvent(const Event &event);
+    bool validateMenuItem(MenuItem &item) override;
+    void menuDidClose(Menu &menu) override;
+    void doNothing(MenuItem &) {}
+    /// @}
+
+    /// @name Printing
+    /// @{
+    /// Draws the arches from the patient's left, front and right, mouth closed and brackets white,
+    /// and hands the pictures with the displayed date and the elastics of each side to the
+    /// delegate. What the view shows stays as it is; a view in full screen leaves it. Nothing
+    /// without the delegate's operation.
+    void submitPrintRequest();
+    /// Draws the scene once, turned like this and with the mouth closed, into the framebuffer that
+    /// is bound, and returns `width` x 400 pixels of it from column `offset` on: three bytes a
+    /// pixel (red, green, blue), rows without padding, top row first.
+    std::vector<unsigned char> printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees,
+                                                                             float x, float y,
+                                                                             float z, int width,
+                                                                             int offset);
+    /// For hosts about to close or switch: places or gives up an elastic that is being strung.
+    void finishOperations();
+    /// @}
+
     /// @name Input
     /// @{
+    /// Leaving the elastics mode ends an elastic that is being strung; leaving the bracket-colour
+    /// mode in a repeat period ends the period.
+    void setMouseMode(long mode) override;
+    /// Nothing while a repeat period holds the temporary bracket-colour mode.
+    void restorePermanentMouseMode() override;
     bool mouseModeIsElastics() const { return mouseMode() == elasticsMode; }
     bool mouseModeIsBracketColor() const { return mouseMode() == colorMode; }
+    /// A hand where clicks are for brackets, a cross where they are for elastics.
+    QCursor cursorForMouseMode(long mode) const override;
+    /// What each tool of the overlay is for.
+    std::string toolTipAtPoint(const Point &pointInView) const override;
 
     /// Shuts a mouth that is open by less than 22 degrees, over a quarter of a second.
     void snapMouthClosedIfNeeded();
 
+    void leftMouseDown(const Event &event) override;
+    void leftMouseDragged(const Event &event) override;
+    void leftMouseUp(const Event &event) override;
+    void mouseCaptureLost() override;
     void rotateMouseDown(const Event &event) override;
     void rotateMouseDragged(const Event &event) override;
     void rotateMouseUp(const Event &event) override;
@@ -227,11 +325,18 @@ public:
     void elasticsMouseDragged(const Event &event) override;
     void elasticsMouseUp(const Event &event) override;
     void scrollWheel(const Event &event) override;
+    /// Control held in the elastics mode enters the bracket-colour mode until it is let go.
+    void flagsChanged(const Event &event) override;
     void keyDown(const Event &event) override;
+    void exitFullScreenModeWithOptions() override;
     /// @}
 
 protected:
     void contextWasLost() override;
+    /// What the context can do, and whether the bound framebuffer is complete; for tests of
+    /// computers that cannot print.
+    virtual std::string openGLExtensions() const;
+    virtual unsigned framebufferStatus() const;
     /// Whether a pick may draw where nobody sees it; otherwise it draws into the view's own buffer
     /// and then draws the view again.
     virtual bool canPickOffScreen() const;
@@ -245,12 +350,33 @@ protected:
 private:
     void drawColorPickPass(int column, int row);
     void repeatActionTimerExpired();
+    void singleActionDone(ActionType type);
+    void colorLastClickedTooth(const MenuItem &sender, ActionType type);
+    void toggleButtonOfLastClickedTooth(ActionType type);
+    void toggleLastClickedTooth(ActionType type);
+    void repeatLastActionOn(const std::string &name);
+    void goOnWithElasticAt(const std::string &name);
+    std::shared_ptr<ElasticModel> lastClickedElastic() const;
     void drawElastics();
     void makeDateLabel();
     float overlayAspect() const;
     /// After the context was lost: loads the pictures and makes the label again in the new one.
     void reloadLostTextures();
     void forgetRepeatActionTimer();
+    TreatmentMenus treatmentMenus();
+    MenuContext menuContext() const;
+    struct PrintImages
+    {
+        std::vector<unsigned char> left, front, right;
+    };
+    PrintImages drawPrintImages();
+    void restoreViewAfterPrinting();
+    Point toolPointForPoint(const Point &pointInView) const;
+    /// Where the pointer is in the overlay's coordinates: the middle is (0, 0), the top edge y = 1.
+    Point toolPointForEvent(const Event &event) const;
+    void enterColorModeForControl();
+    void escapePressed();
+    void openMenuAtPointer(const Event &keyEvent);
     void snapMouthClosedTimerExpired();
     /// Whether the tools that change the treatment are there: today's, not yet approved.
     bool showsEditingTools() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
@@ -289,7 +415,7 @@ private:
     bool _printButtonDown = false;
     bool texturesWereLost_ = false;
     PickTarget pickTarget_;
-    std::optional<PickBox> pickBox_; ///< there while a pixel is being picked
+    std::optional<PickBox> pickBox_;        ///< there while a pixel is being picked
     std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room
     // Buffer names of the view's context, 0 until first use.
     std::uint32_t toolButtonVBOID = 0;

@@ -1,8 +1,11 @@
-// Pointer, wheel and keys.
+// Modes, pointer, wheel and keys.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "keloOpenGL/treatment/WorldTurn.h"
+
+#include <QCoreApplication>
+#include <QCursor>
 
 #include <algorithm>
 
@@ -19,7 +22,144 @@ constexpr float keyStepAngle = 45.0f;
 constexpr float closedAngle = 10.0f;
 constexpr float quarterPi = 0.7853982f;
 
+bool holdsControl(const Event &event)
+{
+    return (event.modifierFlags & ModifierFlag::Control) != 0;
+}
+
 } // namespace
+
+void DXOpenGL::setMouseMode(long mode)
+{
+    if (mode != mouseMode()) {
+        if (mouseMode() == elasticsMode && bracketSequence_) {
+            endElasticPlacement();
+        } else if (mouseMode() == colorMode && repeatActionTimerIsRunning()) {
+            forgetRepeatActionTimer();
+            restorePermanentMouseMode();
+        }
+    }
+    HVOGLSmoothView::setMouseMode(mode);
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::restorePermanentMouseMode()
+{
+    const bool isRepeating =
+        mouseModeIsTemporary() && mouseModeIsBracketColor() && repeatActionTimerIsRunning();
+    if (!isRepeating) HVOGLSmoothView::restorePermanentMouseMode();
+}
+
+QCursor DXOpenGL::cursorForMouseMode(long mode) const
+{
+    switch (mode) {
+    case colorMode:
+        return QCursor(Qt::PointingHandCursor);
+    case elasticsMode:
+        return QCursor(Qt::CrossCursor);
+    default:
+        return defaultCursor();
+    }
+}
+
+void DXOpenGL::enterColorModeForControl()
+{
+    if (mouseModeIsElastics() && !bracketSequence_) setTemporaryMouseMode(colorMode);
+}
+
+void DXOpenGL::flagsChanged(const Event &event)
+{
+    if (holdsControl(event))
+        enterColorModeForControl();
+    else
+        restorePermanentMouseMode();
+    synchronizeCursorWithMouseMode(event);
+}
+
+Point DXOpenGL::toolPointForPoint(const Point &point) const
+{
+    const double halfWidth = bounds().size.width / 2.0;
+    const double halfHeight = bounds().size.height / 2.0;
+    return {(point.x - halfWidth) / halfHeight, (point.y - halfHeight) / halfHeight};
+}
+
+Point DXOpenGL::toolPointForEvent(const Event &event) const
+{
+    return toolPointForPoint(convertPoint_fromView(event.locationInWindow, nullptr));
+}
+
+std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
+{
+    const auto translated = [](const char *text) {
+        return QCoreApplication::translate("DXOpenGL", text).toStdString();
+    };
+    const Point point = toolPointForPoint(pointInView);
+    if (printButtonRect().contains(point)) return translated("Print");
+    if (!showsEditingTools()) return {};
+    if (elasticsToolRect().contains(point)) return translated("String elastics");
+    if (bracketColorToolRect().contains(point)) return translated("Place and colour brackets");
+    return {};
+}
+
+void DXOpenGL::leftMouseDown(const Event &event)
+{
+    const Point point = toolPointForEvent(event);
+    if (holdsControl(event))
+        enterColorModeForControl();
+    else if (mouseModeIsTemporary() && mouseModeIsBracketColor())
+        restorePermanentMouseMode();
+
+    if (printButtonRect().contains(point)) {
+        _printButtonDown = true;
+        _printButtonTracking = true;
+        setNeedsDisplay(true);
+        return;
+    }
+    if (showsEditingTools()) {
+        if (elasticsToolRect().contains(point)) {
+            setMouseMode(elasticsMode);
+            return;
+        }
+        if (bracketColorToolRect().contains(point)) {
+            setMouseMode(colorMode);
+            return;
+        }
+    }
+    HVOGLSmoothView::leftMouseDown(event);
+}
+
+void DXOpenGL::leftMouseDragged(const Event &event)
+{
+    if (!_printButtonTracking) {
+        HVOGLSmoothView::leftMouseDragged(event);
+        return;
+    }
+    _printButtonDown = printButtonRect().contains(toolPointForEvent(event));
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::leftMouseUp(const Event &event)
+{
+    HVOGLSmoothView::leftMouseUp(event);
+    const auto thisLife = life();
+    if (_printButtonTracking) {
+        if (_printButtonDown) submitPrintRequest();
+        if (thisLife.expired()) return; // the host closed the view
+        _printButtonDown = false;
+        _printButtonTracking = false;
+        setNeedsDisplay(true);
+    } else if (event.clickCount == 2 && delegate_ && delegate_->toggleFullScreenMode) {
+        delegate_->toggleFullScreenMode(*this);
+        if (!thisLife.expired()) setNeedsDisplay(true);
+    }
+}
+
+void DXOpenGL::mouseCaptureLost()
+{
+    // The release that follows was not made by the clinician, who therefore asked for nothing.
+    _printButtonDown = false;
+    HVOGLSmoothView::mouseCaptureLost();
+}
 
 void DXOpenGL::rotateMouseDown(const Event &event)
 {
@@ -98,6 +238,39 @@ void DXOpenGL::turnTargetByAngle(float angle)
     setTargetWorldQuaternion(clampQuaternionToFront180Degrees(turned));
 }
 
+void DXOpenGL::escapePressed()
+{
+    if (bracketSequence_) {
+        endElasticPlacement();
+        setNeedsDisplay(true);
+    } else if (isInFullScreenMode()) {
+        if (delegate_ && delegate_->toggleFullScreenMode)
+            delegate_->toggleFullScreenMode(*this);
+        else
+            exitFullScreenModeWithOptions();
+    }
+}
+
+void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
+{
+    if (bracketSequence_ || _rotating) return; // a press there would string, or is still going on
+    Event press = keyEvent;
+    press.type = EventType::RightMouseDown;
+    press.clickCount = 1;
+    const auto thisLife = life();
+    if (mouseModeIsElastics())
+        elasticsMouseDown(press);
+    else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
+        colorMouseDown(press);
+    if (!thisLife.expired()) _rotating = false; // on nothing a press begins a drag, a key does not
+}
+
+void DXOpenGL::exitFullScreenModeWithOptions()
+{
+    HVOGLSmoothView::exitFullScreenModeWithOptions();
+    setNeedsDisplay(true);
+}
+
 void DXOpenGL::keyDown(const Event &event)
 {
     if (event.characters.empty()) {
@@ -123,6 +296,12 @@ void DXOpenGL::keyDown(const Event &event)
         break;
     case FunctionKey::RightArrow:
         turnTargetByAngle(quarterPi);
+        break;
+    case FunctionKey::Escape:
+        escapePressed();
+        break;
+    case FunctionKey::Menu:
+        openMenuAtPointer(event);
         break;
     case u'0': {
         const Rotation home = defaultOrientation();

@@ -86,7 +86,9 @@ private:
 
 float DXOpenGL::overlayAspect() const
 {
-    return static_cast<float>(cameraSize.width / cameraSize.height);
+    // Before the first drawing the camera has no size yet, but the tools can be pressed.
+    const Size size = cameraSize.height > 0.0 ? cameraSize : bounds().size;
+    return static_cast<float>(size.width / size.height);
 }
 
 Rect DXOpenGL::elasticsToolRect() const

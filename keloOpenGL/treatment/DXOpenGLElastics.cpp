@@ -1,0 +1,288 @@
+// Stringing elastics by clicks, named configurations, and what the elastic menu does.
+
+#include "keloOpenGL/treatment/DXOpenGL.h"
+
+#include "document/DXDocumentModel.h"
+#include "document/ElasticModel.h"
+#include "keloOpenGL/treatment/ElasticPlacement.h"
+#include "models/DXGLightweightModel.h"
+#include "models/HVOGLMaterial.h"
+#include "platform/Alert.h"
+
+#include <algorithm>
+#include <any>
+
+namespace kelo {
+namespace {
+
+constexpr std::uint32_t elasticBit = 0x800000;
+constexpr std::uint32_t elasticIndexMask = 0x7FFFFF;
+
+/// How the bracket that an elastic began on is told from the others while it is being strung.
+constexpr double highlightShininess = 2.0;
+
+constexpr int pulseSteps = 20;
+constexpr double pulseShininessStep = 3.0;
+
+template<class Type>
+std::shared_ptr<Type> representedType(const MenuItem &sender)
+{
+    const auto *type = std::any_cast<std::shared_ptr<Type>>(&sender.representedObject);
+    return type ? *type : nullptr;
+}
+
+std::shared_ptr<DXGLightweightModel> modelOf(const DXDocumentModel::Models &models,
+                                             const std::string &key)
+{
+    const auto found = models.find(key);
+    return found == models.end() ? nullptr : found->second;
+}
+
+bool isHidden(const DXDocumentModel::Models &models, const std::string &key)
+{
+    const auto model = modelOf(models, key);
+    return model && (model->hiddenPrimary() || model->hiddenSecondary());
+}
+
+bool isButtonName(const std::string &name)
+{
+    return name.find('l') != std::string::npos;
+}
+
+std::string toothNameOf(std::string name)
+{
+    std::erase(name, 'l');
+    return name;
+}
+
+std::vector<std::string> membersOf(const std::string &bracketSequence)
+{
+    std::vector<std::string> members;
+    std::size_t begin = 0;
+    for (;;) {
+        const std::size_t comma = bracketSequence.find(',', begin);
+        members.push_back(bracketSequence.substr(begin, comma - begin));
+        if (comma == std::string::npos) return members;
+        begin = comma + 1;
+    }
+}
+
+/// Gives a model another material for as long as it lives.
+class BorrowedMaterial
+{
+public:
+    BorrowedMaterial(std::shared_ptr<DXGLightweightModel> model,
+                     std::shared_ptr<HVOGLMaterial> material)
+        : model_(std::move(model)), kept_(model_->material())
+    {
+        model_->setMaterial(std::move(material));
+    }
+    ~BorrowedMaterial() { model_->setMaterial(kept_); }
+    BorrowedMaterial(const BorrowedMaterial &) = delete;
+    BorrowedMaterial &operator=(const BorrowedMaterial &) = delete;
+
+private:
+    std::shared_ptr<DXGLightweightModel> model_;
+    std::shared_ptr<HVOGLMaterial> kept_;
+};
+
+} // namespace
+
+void DXOpenGL::elasticsMouseDown(const Event &event)
+{
+    const std::uint32_t identifier = pickIdentifierAtPoint(backingPointForEvent(event));
+    const auto document = documentModel();
+    if ((identifier & elasticBit) != 0 && !bracketSequence_) {
+        const std::uint32_t index = identifier & elasticIndexMask;
+        if (document && index < document->elasticModels().size()) {
+            currentEventElasticIndex_ = index;
+            displayElasticMenuForEvent(event);
+        }
+        return;
+    }
+    bool isLingualButton = false;
+    const Name name =
+        bracketNameForIdentifier_includeTeeth_isLingualButton(identifier, true, &isLingualButton);
+    currentEventToothName_ = name;
+    // A tooth's key is its bracket's: a click on the tooth counts as one on its shown bracket.
+    if (!name || !document ||
+        isHidden(isLingualButton ? document->buttonModels() : document->bracketModels(), *name)) {
+        rotateMouseDown(event);
+        return;
+    }
+    if (!bracketSequence_) {
+        currentEventElasticIndex_ = notFound;
+        displayElasticMenuForEvent(event);
+        return;
+    }
+    goOnWithElasticAt(*name);
+}
+
+void DXOpenGL::goOnWithElasticAt(const std::string &name)
+{
+    ElasticPlacement placement{*bracketSequence_, firstClickedToothName_.value_or(""),
+                               lastClickedToothName_.value_or("")};
+    const PlacementStep step = placement.stepForClickOn(name);
+    if (step == PlacementStep::Close) {
+        resolveElasticPlacement();
+        lastClickedToothName_ = name;
+        return;
+    }
+    signalElasticsPlacement(name);
+    placement.take(step, name);
+    bracketSequence_ = placement.sequence;
+    lastClickedToothName_ = placement.last;
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
+{
+    const auto size = representedType<ElasticsSizeType>(sender);
+    if (!size || !lastClickedToothName_) return;
+    const std::string name = *lastClickedToothName_;
+    signalElasticsPlacement(name);
+    bracketSequence_ = std::vector<std::string>{name};
+    lastElasticsSizeTypeID_ = size->typeID;
+    const auto bracket =
+        documentModel() ? modelOf(documentModel()->bracketModels(), name) : nullptr;
+    if (!bracket) return;
+    savedBracketMaterial = bracket->material();
+    bracket->setMaterial(HVOGLMaterial::materialWithColor_shininess(
+        savedBracketMaterial ? savedBracketMaterial->color() : std::nullopt, highlightShininess));
+}
+
+void DXOpenGL::resolveElasticPlacement()
+{
+    const auto document = documentModel();
+    if (document && bracketSequence_ && bracketSequence_->size() >= 2) {
+        const auto &sizes = document->availableElasticsSizeTypes();
+        const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
+        document->placeElasticModel(
+            ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
+                nullptr, size == sizes.end() ? nullptr : size->second, *bracketSequence_));
+    }
+    endElasticPlacement();
+}
+
+void DXOpenGL::endElasticPlacement()
+{
+    bracketSequence_.reset();
+    if (!firstClickedToothName_) return;
+    const auto bracket = documentModel()
+                             ? modelOf(documentModel()->bracketModels(), *firstClickedToothName_)
+                             : nullptr;
+    if (bracket && savedBracketMaterial) bracket->setMaterial(savedBracketMaterial);
+    savedBracketMaterial.reset();
+    signalElasticsPlacement(*firstClickedToothName_);
+}
+
+void DXOpenGL::signalElasticsPlacement(const std::string &name)
+{
+    const auto document = documentModel();
+    if (!document) return;
+    auto model = modelOf(document->bracketModels(), name);
+    if (!model) model = modelOf(document->buttonModels(), name);
+    if (!model || !model->material()) return;
+    const auto working = HVOGLMaterial::materialWithColor_shininess(model->material()->color(),
+                                                                    model->material()->shininess());
+    const BorrowedMaterial pulse(model, working);
+    for (int step = 0; step < pulseSteps; ++step) {
+        const double change = step < pulseSteps / 2 ? -pulseShininessStep : pulseShininessStep;
+        working->setShininess(working->shininess() + change);
+        display();
+    }
+}
+
+void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
+{
+    const auto configuration = representedType<ElasticsConfigType>(sender);
+    const auto document = documentModel();
+    if (!configuration || !document) return;
+    const std::vector<std::string> members = membersOf(configuration->bracketSequence);
+    const auto toothIsHidden = [&document](const std::string &member) {
+        return isHidden(document->toothModels(), toothNameOf(member));
+    };
+    if (std::any_of(members.begin(), members.end(), toothIsHidden)) {
+        AlertPresenter::runModal(
+            {"Cannot Place Named Elastic",
+             "The Elastic Configuration named '" + configuration->typeLabel +
+                 "' cannot be placed because 1 or more required teeth for Bracket/Button "
+                 "placement are missing.",
+             "OK"});
+        return;
+    }
+    for (const std::string &member : members) {
+        if (isButtonName(member)) {
+            if (isHidden(document->buttonModels(), member))
+                document->toggleVisibilityOfButton(member);
+        } else if (isHidden(document->bracketModels(), member)) {
+            document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(member,
+                                                                           noBracketColorTypeID);
+        }
+    }
+    document->placeElasticModel(ElasticModel::elasticModelWithElasticsConfigType(configuration));
+}
+
+std::shared_ptr<ElasticModel> DXOpenGL::lastClickedElastic() const
+{
+    const auto document = documentModel();
+    if (!document) return nullptr;
+    return document->elasticModelForUniqueID(static_cast<std::uint32_t>(lastClickedElasticID_));
+}
+
+void DXOpenGL::updateElasticColorMenuItemSelected(MenuItem &sender)
+{
+    const auto size = representedType<ElasticsSizeType>(sender);
+    if (size && documentModel())
+        documentModel()->elasticModel_setElasticsSizeType(lastClickedElastic(), size);
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
+{
+    const auto size = representedType<ElasticsSizeType>(sender);
+    const auto document = documentModel();
+    if (!size || !document) return;
+    if (delegate_ && delegate_->DXOpenGL_willUpdateDocumentModel)
+        delegate_->DXOpenGL_willUpdateDocumentModel(*this, *document);
+    // A copy: the host may change the list while it is told of a change.
+    const DXDocumentModel::ElasticModels elastics = document->elasticModels();
+    for (const auto &elastic : elastics)
+        document->elasticModel_setElasticsSizeType(elastic, size);
+    if (delegate_ && delegate_->DXOpenGL_didUpdateDocumentModel)
+        delegate_->DXOpenGL_didUpdateDocumentModel(*this, *document);
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::removeElasticSelected(MenuItem &)
+{
+    if (documentModel()) documentModel()->removeElasticModel(lastClickedElastic());
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::removeAllElasticsSelected(MenuItem &)
+{
+    if (const auto document = documentModel()) {
+        while (!document->elasticModels().empty())
+            document->removeElasticModel(document->elasticModels().front());
+    }
+    setNeedsDisplay(true);
+}
+
+void DXOpenGL::nameSelectedElasticsModel(MenuItem &)
+{
+    const auto document = documentModel();
+    if (!document || document->elasticModels().empty()) return;
+    if (isInFullScreenMode()) exitFullScreenModeWithOptions();
+    const bool isFound = currentEventElasticIndex_ < document->elasticModels().size();
+    if (!isFound || !delegate_ ||
+        !delegate_->launchElasticsConfigAssociationSheetWithElasticModel_namingAction)
+        return;
+    // Copies: the operation may change the list, or destroy the delegate that it stands in.
+    const auto elastic = document->elasticModels()[currentEventElasticIndex_];
+    const auto launch =
+        delegate_->launchElasticsConfigAssociationSheetWithElasticModel_namingAction;
+    launch(elastic, elasticConfigNamingAction);
+}
+
+} // namespace kelo

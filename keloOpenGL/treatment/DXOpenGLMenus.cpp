@@ -1,0 +1,100 @@
+// The context menus of the view: popping them up, and answering for their rows.
+
+#include "keloOpenGL/treatment/DXOpenGL.h"
+
+#include "document/DXDocumentModel.h"
+#include "document/ElasticModel.h"
+#include "keloOpenGL/treatment/MenuImages.h"
+#include "keloOpenGL/treatment/TreatmentMenus.h"
+
+#include <map>
+
+namespace kelo {
+namespace {
+
+using Action = void (DXOpenGL::*)(MenuItem &);
+
+const std::map<std::string, Action> &actionsBySelector()
+{
+    static const std::map<std::string, Action> actions = {
+        {"bracketColorMenuItemSelected:", &DXOpenGL::bracketColorMenuItemSelected},
+        {"placeBracketSelected:", &DXOpenGL::placeBracketSelected},
+        {"removeBracketSelected:", &DXOpenGL::removeBracketSelected},
+        {"placeButtonSelected:", &DXOpenGL::placeButtonSelected},
+        {"removeButtonSelected:", &DXOpenGL::removeButtonSelected},
+        {"placeToothSelected:", &DXOpenGL::placeToothSelected},
+        {"removeToothSelected:", &DXOpenGL::removeToothSelected},
+        {"placeAllBracketsSelected:", &DXOpenGL::placeAllBracketsSelected},
+        {"markAllBracketsSelected:", &DXOpenGL::markAllBracketsSelected},
+        {"removeAllBracketsSelected:", &DXOpenGL::removeAllBracketsSelected},
+        {"startElasticColorMenuItemSelected:", &DXOpenGL::startElasticColorMenuItemSelected},
+        {"placeSelectedElasticsConfigType:", &DXOpenGL::placeSelectedElasticsConfigType},
+        {"updateElasticColorMenuItemSelected:", &DXOpenGL::updateElasticColorMenuItemSelected},
+        {"markAllElasticsSelected:", &DXOpenGL::markAllElasticsSelected},
+        {"removeElasticSelected:", &DXOpenGL::removeElasticSelected},
+        {"removeAllElasticsSelected:", &DXOpenGL::removeAllElasticsSelected},
+        {"nameSelectedElasticsModel:", &DXOpenGL::nameSelectedElasticsModel},
+        {"doNothing:", &DXOpenGL::doNothing},
+    };
+    return actions;
+}
+
+MenuImageSource drawnImages()
+{
+    return {colorMenuItemImage,    doubleColorMenuItemImage, addMenuItemImage,
+            placeAllMenuItemImage, removeMenuItemImage,      doubleRemoveMenuItemImage,
+            pencilMenuItemImage};
+}
+
+} // namespace
+
+TreatmentMenus DXOpenGL::treatmentMenus()
+{
+    return TreatmentMenus(drawnImages(), [this](const std::string &selector) {
+        const Action action = actionsBySelector().at(selector);
+        return [this, action](MenuItem &sender) { (this->*action)(sender); };
+    });
+}
+
+MenuContext DXOpenGL::menuContext() const
+{
+    return {documentModel().get(), currentEventToothName_, currentEventElasticIndex_};
+}
+
+void DXOpenGL::displayBracketMenuForEvent(const Event &event)
+{
+    if (!documentModel() || !currentEventToothName_) return;
+    const auto menu = treatmentMenus().bracketMenu(menuContext());
+    forgetRepeatActionTimer();
+    lastClickedToothName_ = currentEventToothName_;
+    menu->delegate = this;
+    ContextMenuPresenter::popUpContextMenu(menu, event, *this);
+}
+
+void DXOpenGL::displayElasticMenuForEvent(const Event &event)
+{
+    const auto document = documentModel();
+    if (!document) return;
+    const auto menu = treatmentMenus().elasticMenu(menuContext());
+    if (currentEventElasticIndex_ < document->elasticModels().size()) {
+        lastClickedElasticID_ = document->elasticModels()[currentEventElasticIndex_]->uniqueID();
+    } else {
+        firstClickedToothName_ = currentEventToothName_;
+        lastClickedToothName_ = currentEventToothName_;
+    }
+    menu->delegate = this;
+    ContextMenuPresenter::popUpContextMenu(menu, event, *this);
+}
+
+bool DXOpenGL::validateMenuItem(MenuItem &item)
+{
+    return treatmentMenus().validate(item, menuContext(), elasticConfigNamingAction);
+}
+
+void DXOpenGL::menuDidClose(Menu &)
+{
+    const bool controlIsHeld = (currentModifierFlags() & ModifierFlag::Control) != 0;
+    if (!controlIsHeld && !repeatActionTimerIsRunning()) restorePermanentMouseMode();
+}
+
+} // namespace kelo

@@ -1,0 +1,243 @@
+// Printing: the three views of the arches, drawn off screen and handed to the host.
+
+#include "platform/gl.h"
+
+#include "keloOpenGL/treatment/DXOpenGL.h"
+
+#include "document/DXDocumentModel.h"
+#include "keloModel/TreatmentNote.h"
+#include "models/DXGLightweightModel.h"
+#include "models/HVOGLMaterial.h"
+#include "platform/Alert.h"
+#include "platform/VersionChecker.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+namespace kelo {
+namespace {
+
+constexpr int targetWidth = 800;
+constexpr int printHeight = 400;
+constexpr int sideWidth = 725;
+constexpr int bytesPerPixel = 3;
+
+/// 1/sqrt(3) as a float: the side views' axes are diagonals of a cube.
+constexpr float diagonal = 0.57735026f;
+
+/// The printed arches are drawn at twice the zoom of the screen.
+constexpr double printScale = 2.0;
+
+constexpr const char *notSupported = "Printing Not Supported";
+constexpr const char *requirements =
+    "This computer does not meet the minimum system requirements for printing.";
+
+/// The off-screen framebuffer of one request. Its depth buffer is left allocated when it goes, as
+/// the design has it; the context takes it along in the end.
+class PrintTarget
+{
+public:
+    PrintTarget()
+    {
+        glGenFramebuffersEXT(1, &framebuffer_);
+        glGenRenderbuffersEXT(1, &color_);
+        glGenRenderbuffersEXT(1, &depth_);
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
+        allocate(color_, GL_RGB);
+        allocate(depth_, GL_DEPTH_COMPONENT);
+        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
+        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT,
+                                     GL_RENDERBUFFER_EXT, color_);
+        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
+                                     GL_RENDERBUFFER_EXT, depth_);
+    }
+    ~PrintTarget()
+    {
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+        glDeleteRenderbuffersEXT(1, &color_);
+        glDeleteFramebuffersEXT(1, &framebuffer_);
+    }
+    PrintTarget(const PrintTarget &) = delete;
+    PrintTarget &operator=(const PrintTarget &) = delete;
+
+private:
+    static void allocate(GLuint renderbuffer, GLenum format)
+    {
+        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, renderbuffer);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, targetWidth, printHeight);
+    }
+
+    GLuint framebuffer_ = 0;
+    GLuint color_ = 0;
+    GLuint depth_ = 0;
+};
+
+/// Paints every bracket white for as long as it lives.
+class WhiteBrackets
+{
+public:
+    explicit WhiteBrackets(const DXDocumentModel *document)
+    {
+        if (!document) return;
+        const auto white = HVOGLMaterial::materialWithColor(Color::whiteColor());
+        white->setFrontAmbientColor(Color::blackColor());
+        white->setFrontSpecularColor(Color::whiteColor());
+        for (const auto &[key, bracket] : document->bracketModels()) {
+            kept_.emplace_back(bracket, bracket->material());
+            bracket->setMaterial(white);
+        }
+    }
+    ~WhiteBrackets()
+    {
+        for (const auto &[bracket, material] : kept_)
+            bracket->setMaterial(material);
+    }
+    WhiteBrackets(const WhiteBrackets &) = delete;
+    WhiteBrackets &operator=(const WhiteBrackets &) = delete;
+
+private:
+    std::vector<std::pair<std::shared_ptr<DXGLightweightModel>, std::shared_ptr<HVOGLMaterial>>>
+        kept_;
+};
+
+std::string framebufferMessage(unsigned status)
+{
+    char number[32];
+    std::snprintf(number, sizeof number, " (Error 0x%X)", status);
+    return std::string(requirements) + number;
+}
+
+/// A bitmap image that borrows the block.
+QImage borrowingImage(const std::vector<unsigned char> &block, int width)
+{
+    return QImage(block.data(), width, printHeight, bytesPerPixel * width, QImage::Format_RGB888);
+}
+
+} // namespace
+
+std::vector<unsigned char>
+DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, float x, float y,
+                                                        float z, int width, int offset)
+{
+    const Rotation keptRotation = _worldRotation;
+    const float keptMouthOpenAngle = _mouthOpenAngle;
+    _worldRotation = {angleInDegrees, x, y, z};
+    _mouthOpenAngle = 0.0f;
+    drawRect({});
+
+    const std::size_t rowBytes = static_cast<std::size_t>(bytesPerPixel) * width;
+    std::vector<unsigned char> bottomUp(rowBytes * printHeight);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(offset, 0, width, printHeight, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
+    std::vector<unsigned char> image(bottomUp.size());
+    for (std::size_t row = 0; row < printHeight; ++row) {
+        const unsigned char *source = bottomUp.data() + (printHeight - 1 - row) * rowBytes;
+        std::copy(source, source + rowBytes, image.data() + row * rowBytes);
+    }
+
+    _worldRotation = keptRotation;
+    _mouthOpenAngle = keptMouthOpenAngle;
+    return image;
+}
+
+DXOpenGL::PrintImages DXOpenGL::drawPrintImages()
+{
+    const Size keptCameraSize = cameraSize;
+    cameraSize = {targetWidth, printHeight};
+    glViewport(0, 0, targetWidth, printHeight);
+    _printMode = true;
+    const WindowLimits window = HVFindGoodWindow(targetWidth, printHeight, zoomBox());
+    _xMinWindow = window.xMin;
+    _xMaxWindow = window.xMax;
+    _yMinWindow = window.yMin;
+    _yMaxWindow = window.yMax;
+    updateProjection();
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glScaled(printScale, printScale, printScale);
+    glMatrixMode(GL_MODELVIEW);
+
+    PrintImages images;
+    {
+        const WhiteBrackets whiteBrackets(documentModel().get());
+        images.left = printImageForRotationAngle_x_y_z_width_offset(
+            120.0f, -diagonal, diagonal, diagonal, sideWidth, targetWidth - sideWidth);
+        images.front =
+            printImageForRotationAngle_x_y_z_width_offset(90.0f, -1.0f, 0.0f, 0.0f, targetWidth, 0);
+        images.right = printImageForRotationAngle_x_y_z_width_offset(120.0f, -diagonal, -diagonal,
+                                                                     -diagonal, sideWidth, 0);
+    }
+
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    _printMode = false;
+    cameraSize = keptCameraSize;
+    return images;
+}
+
+std::string DXOpenGL::openGLExtensions() const
+{
+    const auto *extensions = reinterpret_cast<const char *>(glGetString(GL_EXTENSIONS));
+    return extensions ? extensions : "";
+}
+
+unsigned DXOpenGL::framebufferStatus() const
+{
+    return glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT);
+}
+
+void DXOpenGL::restoreViewAfterPrinting()
+{
+    const bool inPixels = VersionChecker::isLionOrLater() && wantsBestResolutionOpenGLSurface();
+    const Size size = inPixels ? convertSizeToBacking(cameraSize) : cameraSize;
+    glViewport(0, 0, static_cast<int>(size.width), static_cast<int>(size.height));
+    adjustWindow();
+}
+
+void DXOpenGL::submitPrintRequest()
+{
+    const auto canPrint = [this] {
+        return delegate_ && delegate_->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
+    };
+    if (!canPrint() || !makeCurrentContextIfNeeded()) return;
+    if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) {
+        AlertPresenter::runModal({notSupported, requirements, "OK"});
+        return;
+    }
+
+    PrintImages images;
+    {
+        // What is drawn here is not for the screen.
+        const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
+        std::optional<PrintTarget> target(std::in_place);
+        if (const unsigned status = framebufferStatus(); status != GL_FRAMEBUFFER_COMPLETE_EXT) {
+            target.reset();
+            AlertPresenter::runModal({notSupported, framebufferMessage(status), "OK"});
+            return;
+        }
+        images = drawPrintImages();
+        restoreViewAfterPrinting();
+    }
+
+    const auto left = elasticsForToothNames(TreatmentNote::leftElasticToothNameKeys());
+    const auto front = elasticsForToothNames(TreatmentNote::frontElasticToothNameKeys());
+    const auto right = elasticsForToothNames(TreatmentNote::rightElasticToothNameKeys());
+    if (isInFullScreenMode()) exitFullScreenModeWithOptions();
+    if (!canPrint()) return;
+    // The operation is copied: it may destroy the delegate that it stands in.
+    const auto print = delegate_->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
+    print(borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
+          borrowingImage(images.right, sideWidth), _displayedDate, left, front, right);
+}
+
+void DXOpenGL::finishOperations()
+{
+    if (bracketSequence_) resolveElasticPlacement();
+}
+
+} // namespace kelo

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kelo {
+
+/// What a click on a bracket or button does to the elastic that is being strung.
+enum class PlacementStep {
+    Add,      ///< the band goes on to it
+    TakeBack, ///< it was the newest member: the band gives it up
+    Close     ///< it was the first member: the band is placed, or given up if it has no other
+};
+
+/// An elastic that is being strung, and the rules of its clicks. A band never holds the same member
+/// twice in a row, but may pass one again later.
+struct ElasticPlacement
+{
+    std::vector<std::string> sequence; ///< the members so far; at least one
+    std::string first;                 ///< the member that it began on
+    std::string last;                  ///< the member clicked last, or the newest left
+
+    PlacementStep stepForClickOn(const std::string &name) const;
+    /// Carries out a step; Close leaves the sequence as it is.
+    void take(PlacementStep step, const std::string &name);
+};
+
+} // namespace kelo

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kelo {
+
+/// The actions on one bracket, button or tooth that a click can repeat; the numbers are those that
+/// a view reports as its last action.
+enum class ActionType : std::int64_t {
+    ColorBracket = 0,
+    PlaceBracket = 1,
+    RemoveBracket = 2,
+    PlaceButton = 3,
+    RemoveButton = 4,
+    PlaceTooth = 5,
+    RemoveTooth = 6
+};
+
+/// A model's two reasons to be hidden: it is not placed (a tooth: it is taken out), or its tooth is
+/// hidden.
+struct HiddenFlags
+{
+    bool primary = false;
+    bool secondary = false;
+};
+
+/// What a repeated click has hit.
+struct RepeatTarget
+{
+    HiddenFlags bracket;
+    HiddenFlags button;
+    HiddenFlags tooth;
+    bool isLastClickedTooth = false; ///< the tooth that the menu was opened on
+};
+
+/// What a repeated click does to the document.
+enum class RepeatOperation {
+    None,
+    ShowAndColorBracket,         ///< makes it and its tooth visible, in the last colour
+    ColorAndToggleBracket,       ///< the last colour, then the visibility
+    RemoveColorAndToggleBracket, ///< no colour, then the visibility
+    ToggleButton,
+    ToggleTooth
+};
+
+/// Repeats an action only where it is still to be done. Colouring alone looks at no flag: it skips
+/// only the tooth that the menu was opened on, and shows a bracket that is hidden.
+RepeatOperation repeatOperation(std::int64_t lastActionType, const RepeatTarget &target);
+
+} // namespace kelo

@@ -1,0 +1,451 @@
+// Modes, tool buttons, the print button, modifiers and the keys that end things. Drags, wheel and
+// arrow keys are in DXOpenGLInputTest.cpp.
+
+#include "keloOpenGL/treatment/DXOpenGL.h"
+
+#include "tests/keloOpenGL/ViewFixture.h"
+
+#include <QCursor>
+#include <QImage>
+
+namespace {
+
+using namespace kelo;
+
+const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
+const QDateTime yesterday(QDate(2026, 11, 19), QTime(0, 0));
+constexpr double viewWidth = 400.0;
+constexpr double viewHeight = 300.0;
+
+class ViewUnderTest : public DXOpenGL
+{
+public:
+    using DXOpenGL::DXOpenGL;
+    bool isInFullScreenMode() const override { return fullScreen; }
+    void exitFullScreenModeWithOptions() override
+    {
+        ++exits;
+        DXOpenGL::exitFullScreenModeWithOptions();
+    }
+    bool fullScreen = false;
+    int exits = 0;
+};
+
+/// The boxes of a full set of teeth, drawn small, with today's date: the tools are there.
+class DXOpenGLModes : public kelo::test::ViewFixture
+{
+protected:
+    DXOpenGLModes()
+    {
+        const auto document = kelo::test::boxDocument();
+        const auto size = std::make_shared<ElasticsSizeType>();
+        size->typeID = 1;
+        size->elasticsColor = {1.0, 1.0, 1.0, 1.0};
+        document->setAvailableElasticsSizeTypes({{1, size}});
+        view->setDocumentModel(document);
+        view->setDelegate(&delegate);
+        view->setCurrentDate(today);
+        view->setDisplayedDate(today);
+        view->setRepeatActionTimerInterval(3.0);
+        delegate.toggleFullScreenMode = [this](DXOpenGL &) { ++fullScreenToggles; };
+        delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right = [this](auto &&...) {
+            ++prints;
+        };
+    }
+
+    /// The middle of an overlay rectangle, in the view's coordinates.
+    Point middleOf(const Rect &rect) const
+    {
+        const double half = viewHeight / 2.0;
+        return {(rect.origin.x + rect.size.width / 2.0) * half + viewWidth / 2.0,
+                (rect.origin.y + rect.size.height / 2.0) * half + half};
+    }
+
+    void press(const Point &point, std::uint32_t modifiers = 0, int clickCount = 1)
+    {
+        Event event = eventAt(EventType::LeftMouseDown, point.x, point.y, modifiers);
+        event.clickCount = clickCount;
+        view->sendEvent(event);
+    }
+    void drag(const Point &point)
+    {
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, point.x, point.y));
+    }
+    void release(const Point &point, std::uint32_t modifiers = 0, int clickCount = 1)
+    {
+        Event event = eventAt(EventType::LeftMouseUp, point.x, point.y, modifiers);
+        event.clickCount = clickCount;
+        view->sendEvent(event);
+    }
+    void click(const Point &point) { press(point), release(point); }
+
+    /// Opens a placement on bracket 8, as the elastic menu does.
+    void beginElastic()
+    {
+        view->setFirstClickedToothName("8");
+        view->setLastClickedToothName("8");
+        MenuItem item;
+        item.representedObject = view->documentModel()->availableElasticsSizeTypes().at(1);
+        view->startElasticColorMenuItemSelected(item);
+        ASSERT_NE(view->bracketSequence(), std::nullopt);
+    }
+
+    const Point background{5.0, 5.0};
+    DXOpenGLDelegate delegate;
+    int fullScreenToggles = 0;
+    int prints = 0;
+    std::shared_ptr<ViewUnderTest> view =
+        makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
+};
+
+TEST_F(DXOpenGLModes, theModesAnswerForThemselves)
+{
+    view->setMouseMode(6);
+    EXPECT_TRUE(view->mouseModeIsElastics());
+    EXPECT_FALSE(view->mouseModeIsBracketColor());
+    view->setMouseMode(5);
+    EXPECT_FALSE(view->mouseModeIsElastics());
+    EXPECT_TRUE(view->mouseModeIsBracketColor());
+}
+
+TEST_F(DXOpenGLModes, everyModeHasACursorOfItsOwn)
+{
+    EXPECT_EQ(view->cursorForMouseMode(2).shape(), Qt::ArrowCursor);
+    EXPECT_EQ(view->cursorForMouseMode(5).shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(view->cursorForMouseMode(6).shape(), Qt::CrossCursor);
+}
+
+TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
+{
+    view->setNeedsDisplay(false);
+    view->setMouseMode(2);
+    EXPECT_TRUE(view->needsDisplay());
+}
+
+TEST_F(DXOpenGLModes, changingFromMode6To5WhileAnElasticIsHalfStrungEndsThePlacement)
+{
+    beginElastic();
+    view->setMouseMode(5);
+    EXPECT_EQ(view->bracketSequence(), std::nullopt);
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, settingMode6AgainLeavesTheElasticBeingStrungAlone)
+{
+    beginElastic();
+    view->setMouseMode(6);
+    EXPECT_NE(view->bracketSequence(), std::nullopt);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, changingFromMode5To6DuringARepeatPeriodCancelsTheRepeat)
+{
+    view->setMouseMode(2);
+    view->restartRepeatActionTimer();
+    view->setTemporaryMouseMode(5);
+    view->setMouseMode(6);
+    EXPECT_FALSE(view->repeatActionTimerIsRunning());
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+}
+
+TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
+{
+    view->restartRepeatActionTimer();
+    view->setTemporaryMouseMode(5);
+    view->restorePermanentMouseMode();
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_TRUE(view->mouseModeIsTemporary());
+    loop->advance(3.1);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+}
+
+TEST_F(DXOpenGLModes,
+       withTodaysDateAndNoApprovalAPressOnTheElasticsToolSwitchesToMode6AndDoesNotRotate)
+{
+    view->setMouseMode(2);
+    const auto rotation = view->worldRotation();
+    const Point tool = middleOf(view->elasticsToolRect());
+    press(tool);
+    EXPECT_EQ(view->mouseMode(), 6);
+    drag({tool.x - 50.0, tool.y});
+    release({tool.x - 50.0, tool.y});
+    EXPECT_EQ(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aPressOnTheBracketToolSwitchesToMode5)
+{
+    click(middleOf(view->bracketColorToolRect()));
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, onAPastDateAPressInTheToolsPlaceRotates)
+{
+    view->setDisplayedDate(yesterday);
+    ASSERT_EQ(view->mouseMode(), 2);
+    const auto rotation = view->worldRotation();
+    const Point tool = middleOf(view->elasticsToolRect());
+    press(tool);
+    drag({tool.x - 50.0, tool.y});
+    release({tool.x - 50.0, tool.y});
+    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_NE(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, inAnApprovedTreatmentAPressInTheToolsPlaceChangesNoMode)
+{
+    view->setApprovedDate(today);
+    view->setMouseMode(2);
+    click(middleOf(view->bracketColorToolRect()));
+    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aClickOnThePrintButtonPrintsOnce)
+{
+    click(middleOf(view->printButtonRect()));
+    EXPECT_EQ(prints, 1);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aPressOnThePrintButtonFollowedByADragOutAndReleasePrintsNothing)
+{
+    const auto rotation = view->worldRotation();
+    press(middleOf(view->printButtonRect()));
+    drag({100.0, 100.0});
+    release({100.0, 100.0});
+    EXPECT_EQ(prints, 0);
+    EXPECT_EQ(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, draggingBackInBeforeReleasePrints)
+{
+    const Point button = middleOf(view->printButtonRect());
+    press(button);
+    drag({100.0, 100.0});
+    drag(button);
+    release(button);
+    EXPECT_EQ(prints, 1);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, thePressedPrintButtonIsDrawnDarker)
+{
+    const QImage up = view->grabImage();
+    const Point button = middleOf(view->printButtonRect());
+    press(button);
+    const QImage down = view->grabImage();
+    drag({100.0, 100.0});
+    const QImage draggedOut = view->grabImage();
+    release({100.0, 100.0});
+    EXPECT_NE(down, up);
+    EXPECT_EQ(draggedOut, up);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aLostReleasePrintsNothing)
+{
+    press(middleOf(view->printButtonRect()));
+    view->mouseCaptureLost();
+    EXPECT_EQ(prints, 0);
+    click(middleOf(view->printButtonRect()));
+    EXPECT_EQ(prints, 1);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aLostReleaseEndsTheDrag)
+{
+    press(background);
+    drag({60.0, 40.0});
+    view->mouseCaptureLost();
+    const auto rotation = view->worldRotation();
+    drag({160.0, 90.0});
+    EXPECT_EQ(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aDoubleClickThatIsNotOnThePrintButtonAsksTheDelegateToToggleFullScreen)
+{
+    press(background, 0, 1);
+    release(background, 0, 1);
+    EXPECT_EQ(fullScreenToggles, 0);
+    press(background, 0, 2);
+    view->setNeedsDisplay(false);
+    release(background, 0, 2);
+    EXPECT_EQ(fullScreenToggles, 1);
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aDoubleClickOnThePrintButtonPrintsTwiceAndTogglesNothing)
+{
+    const Point button = middleOf(view->printButtonRect());
+    press(button, 0, 1);
+    release(button, 0, 1);
+    press(button, 0, 2);
+    release(button, 0, 2);
+    EXPECT_EQ(prints, 2);
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aDoubleClickWithoutADelegateDoesNothing)
+{
+    view->setDelegate(nullptr);
+    press(background, 0, 2);
+    release(background, 0, 2);
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aDoubleClickWhoseReleaseIsLostTogglesNothing)
+{
+    press(background, 0, 2);
+    view->mouseCaptureLost();
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, controlHeldInElasticsModeIsATemporaryColourMode)
+{
+    Event control;
+    control.type = EventType::FlagsChanged;
+    control.modifierFlags = ModifierFlag::Control;
+    view->sendEvent(control);
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_TRUE(view->mouseModeIsTemporary());
+    control.modifierFlags = 0;
+    view->sendEvent(control);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+}
+
+TEST_F(DXOpenGLModes, controlHeldWhileAnElasticIsStrungChangesNothing)
+{
+    beginElastic();
+    Event control;
+    control.type = EventType::FlagsChanged;
+    control.modifierFlags = ModifierFlag::Control;
+    view->sendEvent(control);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NE(view->bracketSequence(), std::nullopt);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, controlHeldInTheRotateModeChangesNothing)
+{
+    view->setMouseMode(2);
+    Event control;
+    control.type = EventType::FlagsChanged;
+    control.modifierFlags = ModifierFlag::Control;
+    view->sendEvent(control);
+    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+}
+
+TEST_F(DXOpenGLModes, aPressWithControlEntersTheColourModeAndItsReleaseWithoutControlLeavesIt)
+{
+    press(background, ModifierFlag::Control);
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_TRUE(view->mouseModeIsTemporary());
+    release(background);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, aPressWithoutControlLeavesATemporaryColourMode)
+{
+    view->setTemporaryMouseMode(5);
+    press(background);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+    release(background);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, escapeEndsAnElasticBeingStrung)
+{
+    beginElastic();
+    view->setNeedsDisplay(false);
+    view->sendEvent(keyEvent(u"\x1b"));
+    EXPECT_EQ(view->bracketSequence(), std::nullopt);
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, escapeWithNoPlacementAndNotInFullScreenDoesNothing)
+{
+    view->setNeedsDisplay(false);
+    view->sendEvent(keyEvent(u"\x1b"));
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->needsDisplay());
+}
+
+TEST_F(DXOpenGLModes, escapeInFullScreenAsksTheDelegateToToggleIt)
+{
+    view->fullScreen = true;
+    view->sendEvent(keyEvent(u"\x1b"));
+    EXPECT_EQ(fullScreenToggles, 1);
+    EXPECT_EQ(view->exits, 0);
+}
+
+TEST_F(DXOpenGLModes, escapeInFullScreenLeavesItWhereTheDelegateDoesNotToggleIt)
+{
+    view->fullScreen = true;
+    delegate.toggleFullScreenMode = nullptr;
+    view->setNeedsDisplay(false);
+    view->sendEvent(keyEvent(u"\x1b"));
+    EXPECT_EQ(view->exits, 1);
+    EXPECT_TRUE(view->needsDisplay());
+}
+
+TEST_F(DXOpenGLModes, escapeInFullScreenEndsAnElasticBeingStrungFirst)
+{
+    view->fullScreen = true;
+    beginElastic();
+    view->sendEvent(keyEvent(u"\x1b"));
+    EXPECT_EQ(view->bracketSequence(), std::nullopt);
+    EXPECT_EQ(fullScreenToggles, 0);
+    EXPECT_EQ(view->exits, 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, theMenuKeyOnNothingOpensNoMenuAndBeginsNoDrag)
+{
+    int menus = 0;
+    const auto kept = ContextMenuPresenter::setPresenter([&menus](auto &&...) { ++menus; });
+    Event key = keyEvent(std::u16string(1, FunctionKey::Menu));
+    key.locationInWindow = {background.x, background.y + 1.0};
+    view->sendEvent(key);
+    const auto rotation = view->worldRotation();
+    drag({150.0, 100.0});
+    ContextMenuPresenter::setPresenter(kept);
+    EXPECT_EQ(menus, 0);
+    EXPECT_EQ(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLModes, theToolsTellWhatTheyAre)
+{
+    EXPECT_EQ(view->toolTipAtPoint(middleOf(view->elasticsToolRect())), "String elastics");
+    EXPECT_EQ(view->toolTipAtPoint(middleOf(view->bracketColorToolRect())),
+              "Place and colour brackets");
+    EXPECT_EQ(view->toolTipAtPoint(middleOf(view->printButtonRect())), "Print");
+    EXPECT_EQ(view->toolTipAtPoint(background), "");
+    view->setDisplayedDate(yesterday);
+    EXPECT_EQ(view->toolTipAtPoint(middleOf(view->elasticsToolRect())), "");
+    EXPECT_EQ(view->toolTipAtPoint(middleOf(view->printButtonRect())), "Print");
+    EXPECT_NO_GL_ERROR();
+}
+
+} // namespace
