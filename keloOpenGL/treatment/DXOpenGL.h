@@ -178,6 +178,10 @@ public:
     void drawPrintButton();
     /// Draws a picture upright into a rectangle of overlay coordinates (see OverlayLayout).
     void drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &texture, const Rect &rect);
+    /// Where a tool whose picture has this size lies; see OverlayLayout.
+    static Rect toolRectWithRatio_width_height_yOffset_relativeWidth(float aspect, float width,
+                                                                     float height, float yOffset,
+                                                                     float relativeWidth);
     /// Where the tools are, in overlay coordinates; all zero for one without a picture.
     Rect elasticsToolRect() const;
     Rect bracketColorToolRect() const;

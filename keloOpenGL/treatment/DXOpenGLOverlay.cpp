@@ -9,6 +9,8 @@
 #include "keloOpenGL/view/StringTexture.h"
 
 #include <array>
+#include <cmath>
+#include <cstddef>
 #include <cstring>
 
 namespace kelo {
@@ -91,6 +93,14 @@ float DXOpenGL::overlayAspect() const
     return static_cast<float>(size.width / size.height);
 }
 
+Rect DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(float aspect, float width,
+                                                                    float height, float yOffset,
+                                                                    float relativeWidth)
+{
+    return OverlayLayout::toolRectWithRatio_width_height_yOffset_relativeWidth(
+        aspect, width, height, yOffset, relativeWidth);
+}
+
 Rect DXOpenGL::elasticsToolRect() const
 {
     return OverlayLayout{overlayAspect()}.elasticsToolRect(sizeOf(elasticsToolTexture_));
@@ -111,7 +121,9 @@ void DXOpenGL::drawExtraContent()
 {
     if (_printMode || !makeCurrentContextIfNeeded()) return;
     reloadLostTextures();
-    const OverlayState state(overlayAspect());
+    const float aspect = overlayAspect();
+    if (!(aspect > 0.0f) || !std::isfinite(aspect)) return; // a view without area
+    const OverlayState state(aspect);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     drawDateLabel();
     if (showsEditingTools()) {

@@ -21,10 +21,10 @@ bool SimpleTexture::initWithFile(const std::string &path)
     const QImage picture = QImageReader(QString::fromStdString(path))
                                .read()
                                .convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-    if (picture.isNull()) return false;
+    context_ = OpenGLContext::currentContext();
+    if (picture.isNull() || context_.expired()) return false;
     width_ = static_cast<unsigned>(picture.width());
     height_ = static_cast<unsigned>(picture.height());
-    context_ = OpenGLContext::currentContext();
     glGenTextures(1, &textureName);
     glBindTexture(GL_TEXTURE_RECTANGLE, textureName);
     glTexParameteri(GL_TEXTURE_RECTANGLE, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);

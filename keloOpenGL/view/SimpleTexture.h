@@ -15,7 +15,8 @@ class OpenGLContext;
 class SimpleTexture
 {
 public:
-    /// Null, without a message, when the file cannot be read as an image.
+    /// Null, without a message, when the file cannot be read as an image, or when no context is
+    /// current.
     static std::shared_ptr<SimpleTexture> textureWithFile(const std::string &path);
     /// Deletes the texture, if its context is still there.
     ~SimpleTexture();
