@@ -16,7 +16,7 @@ class SimpleTexture
 {
 public:
     /// Null, without a message, when the file cannot be read as an image, or when no context is
-    /// current.
+    /// current. (Of a damaged PNG file the decoder itself may write a line to standard error.)
     static std::shared_ptr<SimpleTexture> textureWithFile(const std::string &path);
     /// Deletes the texture, if its context is still there.
     ~SimpleTexture();

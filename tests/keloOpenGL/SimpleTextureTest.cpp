@@ -2,7 +2,6 @@
 
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "tests/support/CapturedOutput.h"
-#include "tests/support/LogGuard.h"
 
 #include <QFile>
 
@@ -213,6 +212,28 @@ TEST_F(SimpleTextureOfAFile, anUnreadableFileYieldsNoTextureAndNoMessage)
     }
     EXPECT_EQ(written, "");
     EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_RECTANGLE), 0);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(SimpleTextureOfAFile, aFileThatEndsTooEarlyYieldsNoTexture)
+{
+    QFile whole(QString::fromStdString(path));
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    const QByteArray bytes = whole.readAll();
+    const QString cutPath = folder.filePath("cut.png");
+    // The last twelve bytes only say that the picture has ended.
+    for (qsizetype length = 0; length < bytes.size() - 12; length += 7) {
+        QFile cut(cutPath);
+        ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
+        cut.write(bytes.first(length));
+        cut.close();
+        std::shared_ptr<SimpleTexture> texture;
+        // The PNG decoder itself writes there.
+        const std::string ofTheDecoder = test::standardErrorOf(
+            [&] { texture = SimpleTexture::textureWithFile(cutPath.toStdString()); });
+        EXPECT_EQ(texture, nullptr) << length << " bytes";
+        EXPECT_TRUE(ofTheDecoder.empty() || ofTheDecoder.starts_with("libpng")) << ofTheDecoder;
+    }
     EXPECT_NO_GL_ERROR();
 }
 

@@ -375,6 +375,21 @@ TEST_F(DXOpenGLOverlay, theLabelStandsUprightAndUnmirrored)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLOverlay, theLabelIsOpaqueWhiteAndNotWashedOut)
+{
+    view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {800.0, 600.0}});
+    view->setCurrentDate(today);
+    view->setDisplayedDate(today);
+    const QImage picture = view->grabImage();
+    int whitePixels = 0;
+    for (int y = 37; y < 75; ++y) { // 0.125 of 2 units high, from 0.125 below the top
+        for (int x = 200; x < 600; ++x)
+            whitePixels += qGray(picture.pixel(x, y)) >= 250;
+    }
+    EXPECT_GT(whitePixels, 100);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLOverlay, whilePrintingItChangesNoOpenGLStateAtAll)
 {
     view->setDocumentModel(kelo::test::boxDocument());
