@@ -8,16 +8,11 @@ namespace {
 constexpr char buttonLetter = 'l';
 
 /// The keys of the teeth from `first` to `last`, both included.
-void appendToothKeys(std::vector<std::string> &keys, int first, int last)
-{
-    for (int tooth = first; tooth <= last; ++tooth)
-        keys.push_back(std::to_string(tooth));
-}
-
 std::vector<std::string> toothKeys(int first, int last)
 {
     std::vector<std::string> keys;
-    appendToothKeys(keys, first, last);
+    for (int tooth = first; tooth <= last; ++tooth)
+        keys.push_back(std::to_string(tooth));
     return keys;
 }
 
@@ -26,6 +21,17 @@ std::vector<std::string> buttonKeys(const TreatmentNoteKeys &chart, std::vector<
     for (std::string &key : keys)
         key = chart.buttonNameForToothName(key);
     return keys;
+}
+
+/// The teeth of both jaws, then their lingual buttons: an elastic may run over buttons alone.
+std::vector<std::string> withButtons(const TreatmentNoteKeys &chart,
+                                     std::vector<std::string> upperKeys,
+                                     const std::vector<std::string> &lowerKeys)
+{
+    upperKeys.insert(upperKeys.end(), lowerKeys.begin(), lowerKeys.end());
+    const std::vector<std::string> buttons = buttonKeys(chart, upperKeys);
+    upperKeys.insert(upperKeys.end(), buttons.begin(), buttons.end());
+    return upperKeys;
 }
 
 std::shared_ptr<const TreatmentNoteKeys> &keysInUse()
@@ -73,23 +79,17 @@ std::string TreatmentNoteKeys::toothNameForButtonName(const std::string &buttonN
 
 std::vector<std::string> TreatmentNoteKeys::leftElasticToothNameKeys() const
 {
-    std::vector<std::string> keys = toothKeys(11, 15);
-    appendToothKeys(keys, 18, 22);
-    return keys;
+    return withButtons(*this, toothKeys(2, 6), toothKeys(27, 31));
 }
 
 std::vector<std::string> TreatmentNoteKeys::frontElasticToothNameKeys() const
 {
-    std::vector<std::string> keys = toothKeys(6, 11);
-    appendToothKeys(keys, 22, 27);
-    return keys;
+    return withButtons(*this, toothKeys(6, 11), toothKeys(22, 27));
 }
 
 std::vector<std::string> TreatmentNoteKeys::rightElasticToothNameKeys() const
 {
-    std::vector<std::string> keys = toothKeys(2, 6);
-    appendToothKeys(keys, 27, 31);
-    return keys;
+    return withButtons(*this, toothKeys(11, 15), toothKeys(18, 22));
 }
 
 std::vector<std::string> TreatmentNote::upperToothNameKeys()

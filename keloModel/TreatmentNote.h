@@ -27,15 +27,16 @@ public:
     /// The button's key without the letter l.
     virtual std::string toothNameForButtonName(const std::string &buttonName) const;
 
-    /// @name Teeth that belong to a side of the printed page
+    /// @name Teeth and lingual buttons that belong to a side of the printed page
+    /// The page shows the arches as a clinician faces them: on its left side the patient's right.
     /// An elastic is listed on every side that has one of its members. The canines stand on two
     /// sides, the front and their own, because most bands that are seen from the side start there.
     /// @{
-    /// Canine to second molar of the patient's left: "11" to "15", "18" to "22".
+    /// Canine to second molar of the patient's right: "2" to "6", "27" to "31", and their buttons.
     virtual std::vector<std::string> leftElasticToothNameKeys() const;
-    /// Canine to canine: "6" to "11", "22" to "27".
+    /// Canine to canine: "6" to "11", "22" to "27", and their buttons.
     virtual std::vector<std::string> frontElasticToothNameKeys() const;
-    /// Canine to second molar of the patient's right: "2" to "6", "27" to "31".
+    /// Canine to second molar of the patient's left: "11" to "15", "18" to "22", and their buttons.
     virtual std::vector<std::string> rightElasticToothNameKeys() const;
     /// @}
 };

@@ -91,7 +91,18 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption exportedScene(QStringLiteral("export"),
                                            tr("Writes the scene as it stands, one group a model."),
                                            QStringLiteral("OUT.obj"));
-    parser.addOptions({headless, size, scale, database, meshes, picture, state, exportedScene});
+    const QCommandLineOption play(QStringLiteral("play"),
+                                  tr("Plays an interaction script first; '-' for standard input."),
+                                  QStringLiteral("SCRIPT"));
+    const QCommandLineOption print(QStringLiteral("print"),
+                                   tr("Writes the treatment page of a print request."),
+                                   QStringLiteral("OUT.pdf"));
+    const QCommandLineOption printImages(
+        QStringLiteral("print-images"),
+        tr("Writes the pictures and lists that a print request hands over."),
+        QStringLiteral("DIR"));
+    parser.addOptions({headless, size, scale, database, meshes, play, picture, print, printImages,
+                       state, exportedScene});
 
     if (!parser.parse(arguments)) return wrongUse(parser.errorText());
     if (parser.isSet(help)) return {{}, Done, parser.helpText()};
@@ -129,6 +140,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     commandLine.picture = parser.value(picture);
     commandLine.state = parser.value(state);
     commandLine.exportedScene = parser.value(exportedScene);
+    commandLine.script = parser.value(play);
+    commandLine.print = parser.value(print);
+    commandLine.printImages = parser.value(printImages);
     if (!files.isEmpty() && commandLine.file.isEmpty())
         return wrongUse(tr("FILE is the name of a treatment file."));
     if (parser.isSet(database) && commandLine.database.isEmpty())

@@ -29,6 +29,9 @@ struct CommandLine
     QString picture;                ///< PNG to write at the end; empty: none
     QString state;                  ///< JSON to write at the end, "-" for standard output
     QString exportedScene;          ///< OBJ to write at the end; empty: none
+    QString script;                 ///< interaction script to play, "-" for standard input
+    QString print;                  ///< PDF of the treatment page; empty: none
+    QString printImages;            ///< folder for what a print request hands over; empty: none
 };
 
 /// The command line, or what to say and how to end at once (help, version, wrong use).

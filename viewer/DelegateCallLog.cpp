@@ -1,5 +1,7 @@
 #include "viewer/DelegateCallLog.h"
 
+#include "viewer/PrintRequest.h"
+
 #include <QString>
 
 namespace viewer {
@@ -27,6 +29,31 @@ DelegateCallLog::DelegateCallLog()
             names.append(QString::fromStdString(key));
         add("elasticModelsRefactoredAroundBrackets:", {names});
     };
+}
+
+void DelegateCallLog::logCallsOf(kelo::DXOpenGLDelegate &delegate)
+{
+    // Each operation takes the place of the one before and calls it.
+    const auto logged = [this](auto &operation, const char *selector, auto plainArguments) {
+        operation = [this, selector, plainArguments, passOn = operation](auto &&...arguments) {
+            add(selector, plainArguments(arguments...));
+            if (passOn) passOn(arguments...);
+        };
+    };
+    const auto none = [](auto &&...) { return QJsonArray(); };
+    logged(delegate.DXOpenGL_willUpdateDocumentModel, "DXOpenGL:willUpdateDocumentModel:", none);
+    logged(delegate.DXOpenGL_didUpdateDocumentModel, "DXOpenGL:didUpdateDocumentModel:", none);
+    logged(delegate.toggleFullScreenMode, "toggleFullScreenMode:", none);
+    logged(delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right,
+           "printImagesLeft:front:right:forDate:elasticsLeft:front:right:",
+           [](const auto &, const auto &, const auto &, const QDateTime &date, const auto &left,
+              const auto &front, const auto &right) {
+               return QJsonArray{date.date().toString(Qt::ISODate), elasticsAsJSON(left),
+                                 elasticsAsJSON(front), elasticsAsJSON(right)};
+           });
+    logged(delegate.launchElasticsConfigAssociationSheetWithElasticModel_namingAction,
+           "launchElasticsConfigAssociationSheetWithElasticModel:namingAction:",
+           [](const auto &, int namingAction) { return QJsonArray{namingAction}; });
 }
 
 void DelegateCallLog::add(const char *selector, const QJsonArray &arguments)

@@ -4,7 +4,10 @@
 #include "viewer/MeshFolder.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
+#include "viewer/PrintRequest.h"
 #include "viewer/SceneExport.h"
+#include "viewer/ScriptPlayer.h"
+#include "viewer/ScriptRun.h"
 #include "viewer/StateReport.h"
 
 #include <QBuffer>
@@ -36,6 +39,25 @@ QString writeOutput(const QString &path, const QByteArray &content)
     return written ? QString() : QStringLiteral("standard output: could not be written");
 }
 
+/// The page, or the pictures and lists, of one print request.
+QStringList writePrints(const CommandLine &commandLine, kelo::DXOpenGL &view,
+                        const OpenedTreatment &treatment)
+{
+    const auto request = printRequestOf(view);
+    if (!request) return {QStringLiteral("The treatment could not be printed.")};
+    QStringList failures;
+    if (!commandLine.print.isEmpty()) {
+        const TreatmentPage page =
+            treatmentPage(*request, *treatment.document(), treatment.patientName(),
+                          treatment.patientIdentifier());
+        failures << writeWholeFile(commandLine.print,
+                                   treatmentPageAsPDF(page, defaultPageLayout()));
+    }
+    if (!commandLine.printImages.isEmpty())
+        failures << writePrintImages(*request, commandLine.printImages);
+    return failures;
+}
+
 } // namespace
 
 void tellUser(const QString &message)
@@ -52,21 +74,30 @@ bool meshesCanBeLoaded(const CommandLine &commandLine)
     return problems.isEmpty();
 }
 
+QString writePicture(kelo::DXOpenGL &view, const QString &file)
+{
+    const QByteArray png = pictureAsPNG(view);
+    if (png.isEmpty()) return QStringLiteral("%1: the view could not be drawn").arg(file);
+    return writeWholeFile(file, png);
+}
+
+QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
+                   const kelo::Menu *openMenu, const QString &file)
+{
+    return writeOutput(file, stateAsJSON(view, treatment.callLog(), openMenu));
+}
+
 ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
-                        const DelegateCallLog &callLog)
+                        const OpenedTreatment &treatment, const kelo::Menu *openMenu)
 {
     QStringList failures;
-    if (!commandLine.picture.isEmpty()) {
-        const QByteArray png = pictureAsPNG(view);
-        failures
-            << (png.isEmpty()
-                    ? QStringLiteral("%1: the view could not be drawn").arg(commandLine.picture)
-                    : writeWholeFile(commandLine.picture, png));
-    }
+    if (!commandLine.picture.isEmpty()) failures << writePicture(view, commandLine.picture);
+    if (!commandLine.print.isEmpty() || !commandLine.printImages.isEmpty())
+        failures << writePrints(commandLine, view, treatment);
     if (!commandLine.exportedScene.isEmpty())
         failures << writeWholeFile(commandLine.exportedScene, sceneAsOBJ(view));
     if (!commandLine.state.isEmpty())
-        failures << writeOutput(commandLine.state, stateAsJSON(view, callLog));
+        failures << writeState(view, treatment, openMenu, commandLine.state);
     failures.removeAll(QString());
     for (const QString &failure : failures)
         tellUser(failure);
@@ -76,15 +107,30 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
 ExitStatus runHeadless(const CommandLine &commandLine)
 {
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
-    kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>());
+    auto loop = std::make_unique<kelo::VirtualRunLoop>();
+    kelo::VirtualRunLoop &clock = *loop;
+    kelo::RunLoop::setMain(std::move(loop));
     try {
+        const ParsedScript script = readScript(commandLine.script); // wrong ones are told at once
         const auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, commandLine.size});
         view->setSurfacelessScaleFactor(commandLine.scale);
         OpenedTreatment treatment(commandLine);
         for (const QString &sentence : treatment.sentences())
             tellUser(sentence);
+        kelo::DXOpenGLDelegate delegate;
+        treatment.callLog().logCallsOf(delegate);
+        view->setDelegate(&delegate);
         treatment.showIn(*view);
-        const ExitStatus status = writeOutputs(commandLine, *view, treatment.callLog());
+
+        ScriptPlayer player(*view, clock);
+        player.writePicture = [&](const QString &file) { return writePicture(*view, file); };
+        player.writeState = [&](const QString &file) {
+            return writeState(*view, treatment, player.openMenu().get(), file);
+        };
+        playScript(script, commandLine.script, player);
+        const ExitStatus status =
+            writeOutputs(commandLine, *view, treatment, player.openMenu().get());
+        view->setDelegate(nullptr);
         const StoreOutcome closed = treatment.session().close();
         if (closed) return status;
         tellUser(closed.sentence());

@@ -4,18 +4,25 @@
 
 namespace kelo {
 class DXOpenGL;
-}
+class Menu;
+} // namespace kelo
 
 namespace viewer {
 
-class DelegateCallLog;
+class OpenedTreatment;
 
-/// Writes what the command line asks for at the end of a run (picture, state, scene). What goes
-/// wrong is said on standard error; returns how the program ends.
+/// Writes a picture of what the view shows, or its state with the menu that is open ("-" for
+/// standard output). Each returns what went wrong, or an empty text.
+QString writePicture(kelo::DXOpenGL &view, const QString &file);
+QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
+                   const kelo::Menu *openMenu, const QString &file);
+
+/// Writes what the command line asks for at the end of a run (picture, pages, state, scene). What
+/// goes wrong is said on standard error; returns how the program ends.
 ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
-                        const DelegateCallLog &callLog);
+                        const OpenedTreatment &treatment, const kelo::Menu *openMenu = nullptr);
 
-/// A whole run without a window: loads the treatment, draws it, writes the outputs.
+/// A whole run without a window: loads the treatment, plays the script, writes the outputs.
 ExitStatus runHeadless(const CommandLine &commandLine);
 
 /// Checks the folder that --meshes names, if any; says on standard error what is wrong with it.

@@ -142,12 +142,14 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
             treatmentID_ = treatment.treatmentID;
             openedDate_ = treatment.currentDate.value_or(QDate::currentDate());
             patientName_ = patient.patient.name;
+            patientIdentifier_ = patient.patient.identifier;
             return;
         }
     }
     TreatmentRecord record = recordToOpen(commandLine);
     openedDate_ = record.currentDate.value_or(QDate::currentDate());
     patientName_ = record.patient.name;
+    patientIdentifier_ = record.patient.identifier;
     auto added = store_->addTreatment(record);
     if (!added) {
         // A database that may only be read, or is full: this session goes on without it.

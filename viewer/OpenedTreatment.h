@@ -50,9 +50,11 @@ public:
     /// Gives a view the document and the dates of the treatment.
     void showIn(kelo::DXOpenGL &view);
     const DelegateCallLog &callLog() const { return callLog_; }
+    DelegateCallLog &callLog() { return callLog_; }
     /// What the user should know about the opening, a sentence each.
     const QStringList &sentences() const { return sentences_; }
     const QString &patientName() const { return patientName_; }
+    const QString &patientIdentifier() const { return patientIdentifier_; }
 
     /// The treatment as a file has it, with what the document has not reported yet stored first.
     StoreResult<QByteArray> asJSON();
@@ -81,6 +83,7 @@ private:
     qint64 treatmentID_ = 0;
     QDate openedDate_;
     QString patientName_;
+    QString patientIdentifier_;
     QString file_;
     QByteArray savedText_; ///< the treatment as the file has it
     QStringList sentences_;

@@ -13,24 +13,6 @@
 namespace viewer {
 namespace {
 
-QJsonArray listAsJSON(const kelo::ElasticDescriptions &elastics)
-{
-    QJsonArray list;
-    for (const kelo::ElasticDescription &elastic : elastics) {
-        QJsonArray brackets;
-        for (const std::string &key : elastic.brackets)
-            brackets.append(QString::fromStdString(key));
-        QJsonValue color;
-        if (elastic.color)
-            color = QJsonArray{elastic.color->red, elastic.color->green, elastic.color->blue,
-                               elastic.color->alpha};
-        list.append(QJsonObject{{QStringLiteral("color"), color},
-                                {QStringLiteral("name"), QString::fromStdString(elastic.name)},
-                                {QStringLiteral("brackets"), brackets}});
-    }
-    return list;
-}
-
 QString writePicture(const QImage &picture, const QString &path)
 {
     QByteArray png;
@@ -56,6 +38,18 @@ void takePrintRequests(kelo::DXOpenGLDelegate &delegate,
         };
 }
 
+std::optional<PrintRequest> printRequestOf(kelo::DXOpenGL &view)
+{
+    std::optional<PrintRequest> taken;
+    kelo::DXOpenGLDelegate delegate;
+    takePrintRequests(delegate, [&taken](const PrintRequest &request) { taken = request; });
+    kelo::DXOpenGLDelegate *const own = view.delegate();
+    view.setDelegate(&delegate);
+    view.submitPrintRequest();
+    view.setDelegate(own);
+    return taken;
+}
+
 TreatmentPage treatmentPage(const PrintRequest &request, const kelo::DXDocumentModel &document,
                             const QString &patientName, const QString &patientIdentifier)
 {
@@ -63,20 +57,39 @@ TreatmentPage treatmentPage(const PrintRequest &request, const kelo::DXDocumentM
     page.patientName = patientName;
     page.patientIdentifier = patientIdentifier;
     page.date = request.date.date();
-    page.right = {request.right, request.elasticsRight};
+    // The request's left is the left side of the page, where a clinician reads the patient's right.
+    page.right = {request.left, request.elasticsLeft};
     page.front = {request.front, request.elasticsFront};
-    page.left = {request.left, request.elasticsLeft};
+    page.left = {request.right, request.elasticsRight};
     page.bracketColors = bracketColorsInUse(document);
     return page;
+}
+
+QJsonArray elasticsAsJSON(const kelo::ElasticDescriptions &elastics)
+{
+    QJsonArray list;
+    for (const kelo::ElasticDescription &elastic : elastics) {
+        QJsonArray brackets;
+        for (const std::string &key : elastic.brackets)
+            brackets.append(QString::fromStdString(key));
+        QJsonValue color;
+        if (elastic.color)
+            color = QJsonArray{elastic.color->red, elastic.color->green, elastic.color->blue,
+                               elastic.color->alpha};
+        list.append(QJsonObject{{QStringLiteral("color"), color},
+                                {QStringLiteral("name"), QString::fromStdString(elastic.name)},
+                                {QStringLiteral("brackets"), brackets}});
+    }
+    return list;
 }
 
 QByteArray elasticsAsJSON(const PrintRequest &request)
 {
     const QJsonObject object{
         {QStringLiteral("date"), request.date.date().toString(Qt::ISODate)},
-        {QStringLiteral("left"), listAsJSON(request.elasticsLeft)},
-        {QStringLiteral("front"), listAsJSON(request.elasticsFront)},
-        {QStringLiteral("right"), listAsJSON(request.elasticsRight)},
+        {QStringLiteral("left"), elasticsAsJSON(request.elasticsLeft)},
+        {QStringLiteral("front"), elasticsAsJSON(request.elasticsFront)},
+        {QStringLiteral("right"), elasticsAsJSON(request.elasticsRight)},
     };
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }

@@ -6,7 +6,11 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QImage>
+#include <QJsonArray>
 #include <QString>
+
+#include <functional>
+#include <optional>
 
 namespace viewer {
 
@@ -23,13 +27,19 @@ struct PrintRequest
 void takePrintRequests(kelo::DXOpenGLDelegate &delegate,
                        std::function<void(const PrintRequest &)> handler);
 
+/// Asks the view for a print request and returns what it hands over; nothing where it cannot print
+/// (the view has told why). The view's own delegate hears nothing of it.
+std::optional<PrintRequest> printRequestOf(kelo::DXOpenGL &view);
+
 /// The page of a request: with the patient's name and identifier, and the colours of the document's
 /// brackets.
 TreatmentPage treatmentPage(const PrintRequest &request, const kelo::DXDocumentModel &document,
                             const QString &patientName, const QString &patientIdentifier);
 
-/// The three lists as JSON: {"date": "2026-11-20", "left": [{"color": [r, g, b, a], "name": "...",
-/// "brackets": ["6", "30"]}], "front": [...], "right": [...]}.
+/// A list as JSON: [{"color": [r, g, b, a], "name": "...", "brackets": ["6", "30"]}].
+QJsonArray elasticsAsJSON(const kelo::ElasticDescriptions &elastics);
+
+/// The three lists as JSON: {"date": "2026-11-20", "left": [...], "front": [...], "right": [...]}.
 QByteArray elasticsAsJSON(const PrintRequest &request);
 
 /// Writes left.png, front.png, right.png and elastics.json into a folder, which is made where there

@@ -3,12 +3,15 @@
 #include "document/DXDocumentModel.h"
 #include "geometry/Matrix.h"
 #include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "models/DXGLightweightModel.h"
 
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,20 +39,43 @@ public:
                            transform, {vertex.normal[0], vertex.normal[1], vertex.normal[2]}));
         }
         const auto indexes = model.indexes();
-        for (std::size_t i = 0; i + 2 < indexes.size(); i += 3) {
-            text_ += "f";
-            for (std::size_t corner = 0; corner < 3; ++corner) {
-                const std::string number = std::to_string(vertexCount_ + indexes[i + corner] + 1);
-                text_ += " " + number + "//" + number;
-            }
-            text_ += "\n";
-        }
+        for (std::size_t i = 0; i + 2 < indexes.size(); i += 3)
+            appendFace(std::span(indexes).subspan(i, 3));
         vertexCount_ += model.vertices().size();
+    }
+
+    /// A tube, whose faces have four corners.
+    void addBand(const std::string &name, std::span<const kelo::RubberBandNode> nodes)
+    {
+        text_ += "o " + name + "\n";
+        std::vector<kelo::RubberBandVertex> vertices(nodes.size() *
+                                                     kelo::rubberBandVerticesPerNode);
+        kelo::writeRubberBandVertices(nodes, vertices.data());
+        for (const kelo::RubberBandVertex &vertex : vertices)
+            appendLine("v", vertex.position);
+        for (const kelo::RubberBandVertex &vertex : vertices)
+            appendLine("vn", vertex.normal);
+        std::vector<std::uint32_t> indexes(nodes.size() * kelo::rubberBandIndicesPerNode);
+        kelo::writeRubberBandIndices(nodes.size(), indexes.data());
+        for (std::size_t i = 0; i < indexes.size(); i += 4)
+            appendFace(std::span(indexes).subspan(i, 4));
+        vertexCount_ += vertices.size();
     }
 
     QByteArray bytes() const { return QByteArray::fromStdString(text_); }
 
 private:
+    template<class Corners>
+    void appendFace(const Corners &corners)
+    {
+        text_ += "f";
+        for (const auto corner : corners) {
+            const std::string number = std::to_string(vertexCount_ + corner + 1);
+            text_ += " " + number + "//" + number;
+        }
+        text_ += "\n";
+    }
+
     void appendLine(const char *keyword, const kelo::Vector3 &vector)
     {
         text_ += keyword;
@@ -95,6 +121,21 @@ void addJaw(OBJText &text, const kelo::DXDocumentModel &document, const std::str
     }
 }
 
+void addElastics(OBJText &text, const kelo::DXDocumentModel &document,
+                 const kelo::HVOGLBasicView &view)
+{
+    std::vector<kelo::RubberBandNode> nodes;
+    int index = 0;
+    for (const auto &elastic : document.elasticModels()) {
+        // One that cannot be drawn keeps its number.
+        const std::string name = "elastic_" + std::to_string(index++);
+        const auto *missing = kelo::calculateRubberBandNodes(
+            elastic->bracketSequence(), true, view.upperMouthTransform(),
+            view.lowerMouthTransform(), view.effectiveMouthOpenAngle(), nodes);
+        if (!missing && !nodes.empty()) text.addBand(name, nodes);
+    }
+}
+
 } // namespace
 
 QByteArray sceneAsOBJ(const kelo::HVOGLBasicView &view)
@@ -105,6 +146,7 @@ QByteArray sceneAsOBJ(const kelo::HVOGLBasicView &view)
                kelo::TreatmentNote::upperToothNameKeys(), view.upperMouthTransform());
         addJaw(text, *document, "lower_gums", document->lowerGumModel(),
                kelo::TreatmentNote::lowerToothNameKeys(), view.lowerMouthTransform());
+        addElastics(text, *document, view);
     }
     return text.bytes();
 }

@@ -4,10 +4,12 @@
 #include "document/ElasticModel.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
-#include "keloOpenGL/view/HVOGLBasicView.h"
+#include "keloOpenGL/treatment/DXOpenGL.h"
 #include "models/DXGLightweightModel.h"
+#include "platform/Menu.h"
 #include "viewer/DelegateCallLog.h"
 
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -109,9 +111,83 @@ void insertDocument(QJsonObject &state, const kelo::DXDocumentModel &document)
     state.insert(QStringLiteral("pending"), pendingUpdates(document));
 }
 
+QJsonValue numberOrNull(const std::optional<long> &number)
+{
+    return number ? QJsonValue(static_cast<qint64>(*number)) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue textOrNull(const std::optional<std::string> &text)
+{
+    return text ? QJsonValue(QString::fromStdString(*text)) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue keysOrNull(const std::optional<std::vector<std::string>> &keys)
+{
+    if (!keys) return QJsonValue::Null;
+    QJsonArray array;
+    for (const std::string &key : *keys)
+        array.append(QString::fromStdString(key));
+    return array;
+}
+
+/// Null where the index names no elastic of the document.
+QJsonValue elasticIndexOrNull(const kelo::DXOpenGL &view)
+{
+    const auto document = view.documentModel();
+    const std::uint64_t index = view.currentEventElasticIndex();
+    if (!document || index >= document->elasticModels().size()) return QJsonValue::Null;
+    return static_cast<qint64>(index);
+}
+
+QJsonObject menuObject(const kelo::Menu &menu);
+
+QJsonObject menuItemObject(const kelo::MenuItem &item)
+{
+    if (item.separator) return {{QStringLiteral("separator"), true}};
+    QJsonValue image = QJsonValue::Null;
+    if (item.image) {
+        const QSizeF points = item.image->deviceIndependentSize();
+        image = numbers({points.width(), points.height()});
+    }
+    return {{QStringLiteral("title"), QString::fromStdString(item.title)},
+            {QStringLiteral("action"), QString::fromStdString(item.actionName)},
+            {QStringLiteral("tag"), static_cast<qint64>(item.tag)},
+            {QStringLiteral("enabled"), item.enabled},
+            {QStringLiteral("checked"), item.state == kelo::MenuItemState::On},
+            {QStringLiteral("indentation"), item.indentationLevel},
+            {QStringLiteral("image"), image},
+            {QStringLiteral("submenu"),
+             item.submenu ? QJsonValue(menuObject(*item.submenu)) : QJsonValue(QJsonValue::Null)}};
+}
+
+QJsonObject menuObject(const kelo::Menu &menu)
+{
+    QJsonArray items;
+    for (const auto &item : menu.items())
+        items.append(menuItemObject(*item));
+    return {{QStringLiteral("title"), QString::fromStdString(menu.title())},
+            {QStringLiteral("items"), items}};
+}
+
+/// What the clinician is in the middle of.
+void insertInteraction(QJsonObject &state, const kelo::DXOpenGL &view)
+{
+    state.insert(QStringLiteral("displayedDateIsToday"), view.displayedDateIsToday());
+    state.insert(QStringLiteral("lastActionType"), static_cast<qint64>(view.lastActionType()));
+    state.insert(QStringLiteral("lastBracketColorTypeID"),
+                 numberOrNull(view.lastBracketColorTypeID()));
+    state.insert(QStringLiteral("repeatActionTimerRunning"), view.repeatActionTimerIsRunning());
+    state.insert(QStringLiteral("firstClickedToothName"), textOrNull(view.firstClickedToothName()));
+    state.insert(QStringLiteral("lastClickedToothName"), textOrNull(view.lastClickedToothName()));
+    state.insert(QStringLiteral("currentEventToothName"), textOrNull(view.currentEventToothName()));
+    state.insert(QStringLiteral("currentEventElasticIndex"), elasticIndexOrNull(view));
+    state.insert(QStringLiteral("bracketSequence"), keysOrNull(view.bracketSequence()));
+}
+
 } // namespace
 
-QByteArray stateAsJSON(const kelo::HVOGLBasicView &view, const DelegateCallLog &callLog)
+QByteArray stateAsJSON(const kelo::DXOpenGL &view, const DelegateCallLog &callLog,
+                       const kelo::Menu *openMenu)
 {
     const auto &rotation = view.worldRotation();
     const auto extents = view.extents();
@@ -130,8 +206,11 @@ QByteArray stateAsJSON(const kelo::HVOGLBasicView &view, const DelegateCallLog &
         {QStringLiteral("extents"), numbers({extents->xMin(), extents->xMax(), extents->yMin(),
                                              extents->yMax(), extents->zMin(), extents->zMax()})},
         {QStringLiteral("fullScreen"), view.isInFullScreenMode()},
+        {QStringLiteral("menu"),
+         openMenu ? QJsonValue(menuObject(*openMenu)) : QJsonValue(QJsonValue::Null)},
         {QStringLiteral("calls"), callLog.calls()},
     };
+    insertInteraction(state, view);
     if (view.documentModel()) insertDocument(state, *view.documentModel());
     return QJsonDocument(state).toJson(QJsonDocument::Indented);
 }

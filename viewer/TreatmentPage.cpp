@@ -257,10 +257,11 @@ private:
 
     void paintSheet(const Sheet &sheet, std::size_t number, std::size_t count)
     {
+        // Measuring chooses fonts, so it comes first.
+        const QRectF patientRect = textRect(0.0, 0.0, size_.width() - dateWidth());
         painter_.setPen(Qt::black);
         painter_.setFont(fontOfSize(headingSize, true));
-        painter_.drawText(textRect(0.0, 0.0, size_.width() - dateWidth()), patientText(),
-                          wrapped());
+        painter_.drawText(patientRect, patientText(), wrapped());
         painter_.setFont(fontOfSize(labelSize));
         painter_.drawText(QRectF(0.0, 0.0, size_.width(), size_.height()),
                           Qt::AlignRight | Qt::AlignTop, dateText());

@@ -35,7 +35,7 @@ struct TreatmentPage
     QString patientName;
     QString patientIdentifier;
     QDate date;
-    PrintedSide right, front, left;
+    PrintedSide right, front, left; ///< the patient's
     std::vector<PrintedColor> bracketColors;
     ToothNotation notation = ToothNotation::Universal;
 };

@@ -3,6 +3,7 @@
 #include "viewer/HeadlessRun.h"
 #include "viewer/MainWindow.h"
 #include "viewer/OpenedTreatment.h"
+#include "viewer/ScriptRun.h"
 
 #include <QApplication>
 #include <QProgressDialog>
@@ -10,6 +11,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -39,9 +41,33 @@ viewer::LoadingProgress progressIn(QProgressDialog &dialog)
     };
 }
 
+/// A script moves the clock itself, in a window too; without one time is real.
+kelo::VirtualRunLoop *clockOfScript(const viewer::CommandLine &commandLine)
+{
+    if (commandLine.script.isEmpty()) return nullptr;
+    auto loop = std::make_unique<kelo::VirtualRunLoop>();
+    kelo::VirtualRunLoop *const clock = loop.get();
+    kelo::RunLoop::setMain(std::move(loop));
+    return clock;
+}
+
+void playInWindow(const viewer::ParsedScript &script, const QString &file, kelo::DXOpenGL &view,
+                  const viewer::OpenedTreatment &treatment, kelo::VirtualRunLoop &clock)
+{
+    QApplication::processEvents(); // the window is there before the first command
+    viewer::ScriptPlayer player(view, clock);
+    player.writePicture = [&view](const QString &to) { return viewer::writePicture(view, to); };
+    player.writeState = [&](const QString &to) {
+        return viewer::writeState(view, treatment, player.openMenu().get(), to);
+    };
+    viewer::playScript(script, file, player);
+}
+
 viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandLine &commandLine)
 {
     try {
+        const viewer::ParsedScript script = viewer::readScript(commandLine.script);
+        kelo::VirtualRunLoop *const clock = clockOfScript(commandLine);
         viewer::MainWindow window(QSize(static_cast<int>(commandLine.size.width),
                                         static_cast<int>(commandLine.size.height)));
         window.show();
@@ -52,8 +78,13 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
             std::make_shared<viewer::OpenedTreatment>(commandLine, progressIn(progress));
         progress.reset();
         window.showTreatment(treatment);
+        std::optional<viewer::RealTime> realTime;
+        if (clock) {
+            playInWindow(script, commandLine.script, window.view(), *treatment, *clock);
+            realTime.emplace(*clock);
+        }
         if (application.exec() != 0) return viewer::BadInput;
-        return viewer::writeOutputs(commandLine, window.view(), treatment->callLog());
+        return viewer::writeOutputs(commandLine, window.view(), *treatment);
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         viewer::tellUser(QString::fromUtf8(unavailable.what()));
         return viewer::NoOpenGL;

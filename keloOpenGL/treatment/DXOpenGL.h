@@ -208,6 +208,10 @@ public:
     /// The same for what lies under a point.
     Name bracketNameAtPoint_includeTeeth_isLingualButton(const Point &backingPoint,
                                                          bool includeTeeth, bool *isLingualButton);
+    /// The identifiers of all pixels at once, deviceSize() of them row by row from the bottom left;
+    /// for hosts that look for where an object can be clicked. Empty when there is nothing to draw
+    /// on.
+    std::vector<std::uint32_t> pickIdentifiers();
     /// Where an event happened, as a point to pick at. For a view without the best resolution the
     /// event's point in the view, unscaled.
     Point backingPointForEvent(const Event &event) const;
@@ -284,10 +288,10 @@ public:
 
     /// @name Printing
     /// @{
-    /// Draws the arches from the patient's left, front and right, mouth closed and brackets white,
-    /// and hands the pictures with the displayed date and the elastics of each side to the
-    /// delegate. What the view shows stays as it is; a view in full screen leaves it. Nothing
-    /// without the delegate's operation.
+    /// Draws the arches from the two sides and the front, mouth closed and brackets white, and
+    /// hands the pictures with the displayed date and the elastics of each side to the delegate.
+    /// What the view shows stays as it is; a view in full screen leaves it. Nothing without the
+    /// delegate's operation.
     void submitPrintRequest();
     /// Draws the scene once, turned like this and with the mouth closed, into the framebuffer that
     /// is bound, and returns `width` x 400 pixels of it from column `offset` on: three bytes a
@@ -352,7 +356,12 @@ protected:
     bool pickMayShow(const Extents &box, double margin, const Matrix &transform) const;
 
 private:
-    void drawColorPickPass(int column, int row);
+    struct PickPixel
+    {
+        int column, row;
+    };
+    /// All of the view, or a single pixel of it.
+    void drawColorPickPass(const std::optional<PickPixel> &onlyPixel);
     void repeatActionTimerExpired();
     void singleActionDone(ActionType type);
     void colorLastClickedTooth(const MenuItem &sender, ActionType type);

@@ -42,7 +42,9 @@ struct DXOpenGLDelegate
 
     /// The print button was pressed and released. The images are 24 bits a pixel, left and right
     /// 725 x 400, front 800 x 400; they borrow pixels that are freed when the call returns, so
-    /// the host uses or copies them before. The lists hold the elastics of each side.
+    /// the host uses or copies them before. Left and right are sides of the printed page, as a
+    /// clinician faces the patient: the left picture shows the patient's right. The lists hold the
+    /// elastics of each side (see TreatmentNoteKeys).
     std::function<void(const QImage &left, const QImage &front, const QImage &right,
                        const QDateTime &date, const ElasticDescriptions &elasticsLeft,
                        const ElasticDescriptions &elasticsFront,

@@ -60,7 +60,7 @@ public:
 class PickState
 {
 public:
-    PickState(bool &flag, std::optional<PickBox> &current, const PickBox &box)
+    PickState(bool &flag, std::optional<PickBox> &current, const std::optional<PickBox> &box)
         : flag_(flag), current_(current)
     {
         flag_ = true;
@@ -117,7 +117,7 @@ bool DXOpenGL::pickMayShow(const Extents &box, double margin, const Matrix &tran
     return !pickBox_ || pickBox_->mayShow(box, margin, transform);
 }
 
-void DXOpenGL::drawColorPickPass(int column, int row)
+void DXOpenGL::drawColorPickPass(const std::optional<PickPixel> &onlyPixel)
 {
     // What mixes or spreads colours would make other identifiers of them.
     for (const GLenum capability : {GL_DITHER, GL_BLEND, GL_FOG, GL_TEXTURE_2D, GL_ALPHA_TEST,
@@ -128,12 +128,18 @@ void DXOpenGL::drawColorPickPass(int column, int row)
     glEnable(GL_CULL_FACE);
     glDepthMask(GL_TRUE);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(column, row, 1, 1);
+    if (onlyPixel) {
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(onlyPixel->column, onlyPixel->row, 1, 1);
+    } else {
+        glDisable(GL_SCISSOR_TEST);
+    }
     glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     updateModelView();
-    const PickState picking(_isInColorPickMode, pickBox_, pickBoxOfCurrentMatrices(column, row));
+    std::optional<PickBox> box;
+    if (onlyPixel) box = pickBoxOfCurrentMatrices(onlyPixel->column, onlyPixel->row);
+    const PickState picking(_isInColorPickMode, pickBox_, box);
     drawContent();
     drawExtraContent();
 }
@@ -156,12 +162,36 @@ std::uint32_t DXOpenGL::pickIdentifierAtPoint(const Point &backingPoint)
         std::optional<PickTarget::Binding> target;
         if (canPickOffScreen()) target.emplace(pickTarget_, size);
         isOffScreen = target && target->isBound();
-        drawColorPickPass(column, row);
+        drawColorPickPass(PickPixel{column, row});
         readPixel(column, row, pixel);
     }
     // Where the pass had to go to the view's own buffer, its colours must not stay there.
     if (!isOffScreen) drawRect({});
     return identifierOfPixel(pixel);
+}
+
+std::vector<std::uint32_t> DXOpenGL::pickIdentifiers()
+{
+    const PixelSize size = deviceSize();
+    if (size.width <= 0 || size.height <= 0 || !makeCurrentContextIfNeeded()) return {};
+    resizeGL();
+    const auto pixelCount = static_cast<std::size_t>(size.width) * size.height;
+    std::vector<GLubyte> colors(3 * pixelCount);
+    bool isOffScreen = false;
+    {
+        const DrawingState before;
+        std::optional<PickTarget::Binding> target;
+        if (canPickOffScreen()) target.emplace(pickTarget_, size);
+        isOffScreen = target && target->isBound();
+        drawColorPickPass(std::nullopt);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadPixels(0, 0, size.width, size.height, GL_RGB, GL_UNSIGNED_BYTE, colors.data());
+    }
+    if (!isOffScreen) drawRect({});
+    std::vector<std::uint32_t> identifiers(pixelCount);
+    for (std::size_t i = 0; i < pixelCount; ++i)
+        identifiers[i] = identifierOfPixel({colors[3 * i], colors[3 * i + 1], colors[3 * i + 2]});
+    return identifiers;
 }
 
 DXOpenGL::Name DXOpenGL::bracketNameForIdentifier_includeTeeth_isLingualButton(

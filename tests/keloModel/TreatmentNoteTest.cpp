@@ -50,17 +50,21 @@ TEST(TreatmentNote, everyToothBelongsToASideOfThePageAndTheCaninesToTwo)
          {TreatmentNote::upperToothNameKeys(), TreatmentNote::lowerToothNameKeys()})
         for (const std::string &key : jaw)
             EXPECT_EQ(listed.count(key), canines.contains(key) ? 2u : 1u) << key;
-    EXPECT_EQ(listed.size(), 32u);
+    EXPECT_EQ(listed.size(), 2u * 32u) << "a lingual button for each";
 }
 
-TEST(TreatmentNote, thePatientsLeftSideHasTheTeethOfThatSide)
+TEST(TreatmentNote, theLeftSideOfThePageHasThePatientsRightTeethAndTheirButtons)
 {
     EXPECT_EQ(TreatmentNote::leftElasticToothNameKeys(),
-              (Keys{"11", "12", "13", "14", "15", "18", "19", "20", "21", "22"}));
-    EXPECT_EQ(TreatmentNote::frontElasticToothNameKeys(),
-              (Keys{"6", "7", "8", "9", "10", "11", "22", "23", "24", "25", "26", "27"}));
+              (Keys{"2",  "3",  "4",  "5",  "6",  "27",  "28",  "29",  "30",  "31",
+                    "2l", "3l", "4l", "5l", "6l", "27l", "28l", "29l", "30l", "31l"}));
+    EXPECT_EQ(
+        TreatmentNote::frontElasticToothNameKeys(),
+        (Keys{"6",  "7",  "8",  "9",  "10",  "11",  "22",  "23",  "24",  "25",  "26",  "27",
+              "6l", "7l", "8l", "9l", "10l", "11l", "22l", "23l", "24l", "25l", "26l", "27l"}));
     EXPECT_EQ(TreatmentNote::rightElasticToothNameKeys(),
-              (Keys{"2", "3", "4", "5", "6", "27", "28", "29", "30", "31"}));
+              (Keys{"11",  "12",  "13",  "14",  "15",  "18",  "19",  "20",  "21",  "22",
+                    "11l", "12l", "13l", "14l", "15l", "18l", "19l", "20l", "21l", "22l"}));
 }
 
 /// A chart of two teeth whose buttons have names of their own.

@@ -86,18 +86,18 @@ TEST(PrintRequest, aFolderThatCannotBeMadeIsNamed)
     EXPECT_EQ(writePrintImages(request(), folder), folder + ": the folder could not be made");
 }
 
-TEST(PrintRequest, thePageTakesTheRequestsSidesToTheirPlaces)
+TEST(PrintRequest, theLeftSideOfThePageIsThePatientsRight)
 {
     const kelo::DXDocumentModel document;
     const TreatmentPage page = treatmentPage(request(), document, "Sample Patient", "S-1");
     EXPECT_EQ(page.patientName, "Sample Patient");
     EXPECT_EQ(page.patientIdentifier, "S-1");
     EXPECT_EQ(page.date, QDate(2026, 11, 20));
-    EXPECT_EQ(page.right.picture, request().right);
+    EXPECT_EQ(page.right.picture, request().left);
     EXPECT_EQ(page.front.picture, request().front);
-    EXPECT_EQ(page.left.picture, request().left);
-    EXPECT_EQ(page.right.elastics.size(), 1u);
-    EXPECT_TRUE(page.left.elastics.empty());
+    EXPECT_EQ(page.left.picture, request().right);
+    EXPECT_TRUE(page.right.elastics.empty());
+    EXPECT_EQ(page.left.elastics.size(), 1u);
 }
 
 } // namespace

@@ -56,7 +56,7 @@ TEST(Program, theStateGoesToStandardOutput)
     const Ended ended = run({"--headless", "--state", "-"});
     ASSERT_EQ(ended.status, 0) << ended.errors.toStdString();
     const QJsonObject state = QJsonDocument::fromJson(ended.output).object();
-    EXPECT_EQ(state["mouseMode"].toInt(), 2);
+    EXPECT_EQ(state["mouseMode"].toInt(), 6) << "today's treatment, not approved";
     EXPECT_EQ(state["mouthOpenAngle"].toDouble(), 0.0);
     EXPECT_EQ(state["worldRotation"].toArray(), (QJsonArray{90, -1, 0, 0}));
     EXPECT_EQ(state["toothVisibilities"].toObject().size(), 28);
@@ -70,7 +70,8 @@ TEST(Program, theSceneIsExportedWithAllOfItsModels)
     const QTemporaryDir folder;
     const QString path = folder.filePath("scene.obj");
     ASSERT_EQ(run({"--headless", "--export", path}).status, 0);
-    EXPECT_EQ(contentOf(path).count("\no "), 86);
+    EXPECT_EQ(contentOf(path).count("\no "), 86 + 4) << "the models, and the sample's elastics";
+    EXPECT_EQ(contentOf(path).count("\no elastic_"), 4);
 }
 
 TEST(Program, wrongUseEndsWithStatusOne)

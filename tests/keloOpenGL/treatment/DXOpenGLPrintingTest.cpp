@@ -269,11 +269,11 @@ TEST_F(DXOpenGLPrinting, theThreeListsHoldTheElasticsOfEachSide)
         return keys;
     };
     using Bands = std::vector<std::vector<std::string>>;
-    EXPECT_EQ(bands(0), (Bands{{"11", "21"}}));
+    EXPECT_EQ(bands(0), (Bands{{"6", "30"}}));
     EXPECT_EQ(bands(1), (Bands{{"6", "30"}, {"11", "21"}, {"8", "25"}}));
-    EXPECT_EQ(bands(2), (Bands{{"6", "30"}}));
-    EXPECT_EQ(elastics[2][0].name, "1/4\" 3.5 oz");
-    EXPECT_EQ(elastics[2][0].color, (Color{0.0, 1.0, 0.0, 1.0}));
+    EXPECT_EQ(bands(2), (Bands{{"11", "21"}}));
+    EXPECT_EQ(elastics[0][0].name, "1/4\" 3.5 oz");
+    EXPECT_EQ(elastics[0][0].color, (Color{0.0, 1.0, 0.0, 1.0}));
     EXPECT_NO_GL_ERROR();
 }
 

@@ -1,0 +1,164 @@
+#include "tests/viewer/ScriptFixture.h"
+
+#include "viewer/ScriptRun.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using viewer::test::ScriptFixture;
+
+class ScriptPlayerTest : public ScriptFixture
+{};
+
+TEST_F(ScriptPlayerTest, aDragTurnsTheJawsAsTheMouseDoes)
+{
+    play("date 2026-01-01\n"); // the rotate mode
+    const auto rotation = view->worldRotation();
+    play("press left 400 40\ndrag 460 40\nrelease 460 40\n");
+    EXPECT_NE(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, theWheelOpensTheMouthAndAdvancingShutsIt)
+{
+    play("scroll 0 -5\n");
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 10.0f);
+    play("advance 0.6\nadvance 0.3\n");
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 0.0f);
+}
+
+TEST_F(ScriptPlayerTest, aHeldModifierCountsForEveryEventUntilItIsLetGo)
+{
+    play("modifiers control\n");
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->currentModifierFlags(), kelo::ModifierFlag::Control);
+    play("modifiers\n");
+    EXPECT_EQ(view->mouseMode(), 6);
+}
+
+TEST_F(ScriptPlayerTest, aPressWhileAMenuIsOpenOnlyClosesIt)
+{
+    play("click bracket 8\n");
+    ASSERT_NE(player->openMenu(), nullptr);
+    const auto rotation = view->worldRotation();
+    play("press left 400 40\ndrag 460 40\nrelease 460 40\n");
+    EXPECT_EQ(player->openMenu(), nullptr);
+    EXPECT_EQ(view->worldRotation(), rotation);
+    play("press left 400 40\ndrag 460 40\nrelease 460 40\n");
+    EXPECT_NE(view->worldRotation(), rotation);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, escapeClosesAnOpenMenuAndOtherKeysDoNothing)
+{
+    play("click bracket 8\nkey 0\nscroll 0 4\n");
+    ASSERT_NE(player->openMenu(), nullptr);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    play("key escape\n");
+    EXPECT_EQ(player->openMenu(), nullptr);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, theMenuKeyOpensTheMenuUnderThePointer)
+{
+    play("click bracket 8\ndismiss\nkey menu\n");
+    ASSERT_NE(player->openMenu(), nullptr);
+    EXPECT_EQ(player->openMenu()->title(), "ElasticsSizeType Menu");
+    EXPECT_EQ(view->currentEventToothName(), "8");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, toolsAreClickedAtTheirMiddle)
+{
+    play("click tool bracket\n");
+    EXPECT_EQ(view->mouseMode(), 5);
+    play("click tool elastics\n");
+    EXPECT_EQ(view->mouseMode(), 6);
+    play("click tool print\n");
+    EXPECT_EQ(treatment->callLog().calls().last().toArray().first().toString(),
+              "printImagesLeft:front:right:forDate:elasticsLeft:front:right:");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, theViewCanBeResizedBetweenClicks)
+{
+    play("resize 500 700\nclick tool bracket\n");
+    EXPECT_EQ(view->bounds().size, (kelo::Size{500.0, 700.0}));
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, mouthAndRotationAreSetAtOnce)
+{
+    play("mouth 20\nrotation 45 0 0 1\n");
+    EXPECT_EQ(view->mouthOpenAngle(), 20.0f);
+    EXPECT_EQ(view->worldRotation(), (kelo::HVOGLBasicView::Rotation{45.0f, 0.0f, 0.0f, 1.0f}));
+}
+
+TEST_F(ScriptPlayerTest, waitingLetsRealTimePass)
+{
+    QElapsedTimer timer;
+    timer.start();
+    play("mouth 30\nkey 0\nwait 0.05\n");
+    EXPECT_GE(timer.elapsed(), 45);
+    EXPECT_LT(view->mouthOpenAngle(), 30.0f);
+}
+
+TEST_F(ScriptPlayerTest, everyCommandThatFailsSaysWhyAndNamesItsLine)
+{
+    EXPECT_EQ(failureOf("\ndrag 1 2\n"), "2: no button is held");
+    EXPECT_EQ(failureOf("release 1 2\n"), "1: no button is held");
+    EXPECT_EQ(failureOf("dismiss\n"), "1: no menu is open");
+    EXPECT_EQ(failureOf("menu \"Place Tooth\"\n"), "1: no menu is open");
+    EXPECT_EQ(failureOf("click tooth 1\n"), "1: there is no tooth 1");
+    EXPECT_EQ(failureOf("click button 8\n"), "1: there is no button 8");
+    EXPECT_EQ(failureOf("click elastic 99\n"), "1: there is no elastic 99");
+    EXPECT_EQ(failureOf("fullscreen on\n"), "1: full screen needs a display");
+    EXPECT_EQ(failureOf("click bracket 8\nmenu \"Nothing\"\n"), "2: the menu has no row 'Nothing'");
+    EXPECT_EQ(failureOf("menu \"Remove Elastic\"\n"), "1: the row 'Remove Elastic' is disabled");
+    EXPECT_EQ(failureOf("menu \"Remove All Elastics\" > \"x\"\n"),
+              "1: 'Remove All Elastics' has no submenu");
+    EXPECT_EQ(failureOf("dismiss\npress left 5 5\npress left 6 6\n"),
+              "3: a button is held already");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, whatIsBehindOtherThingsCannotBeClicked)
+{
+    // From the front the second molars' lingual buttons are behind the arches.
+    EXPECT_EQ(failureOf("click button 18l\n"), "1: nothing of button 18l can be clicked here");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST(ScriptRun, aScriptThatCannotBeReadIsNamed)
+{
+    try {
+        viewer::readScript("/nowhere/at/all");
+        FAIL();
+    } catch (const viewer::BadScript &problem) {
+        EXPECT_EQ(std::string(problem.what()),
+                  "/nowhere/at/all: could not be read: No such file or directory");
+    }
+}
+
+TEST(ScriptRun, wrongLinesAreNamedWithTheirFile)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("a.script");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("jump\n\nmouth\n");
+    file.close();
+    try {
+        viewer::readScript(path);
+        FAIL();
+    } catch (const viewer::BadScript &problem) {
+        EXPECT_EQ(std::string(problem.what()), path.toStdString() + ":1: 'jump' is no command\n" +
+                                                   path.toStdString() + ":3: DEGREES is missing");
+    }
+}
+
+} // namespace
