@@ -100,6 +100,20 @@ Frame frameOf(Vector3 along)
     return {u, Vector3_normalized(Vector3_cross(u, along))};
 }
 
+float pathDistance(const RubberBandNode &node)
+{
+    return static_cast<float>(node.radius) + halfThickness;
+}
+
+/// From the apex of a node's path to its exit. Not as the difference of those two points: beside an
+/// anchor they are 1/32 apart at coordinates of some tens, and their rounding would turn the
+/// section by some ten-thousandths.
+Vector3 fromApexToExit(const RubberBandNode &node)
+{
+    return Vector3_multiplyScalar(Vector3_subtract(node.exitOffset, node.apexOffset),
+                                  pathDistance(node));
+}
+
 /// A square standing on one corner, seen along the band.
 void writeSection(Vector3 middle, const Frame &frame, RubberBandVertex *vertices)
 {
@@ -149,7 +163,7 @@ const std::string *calculateRubberBandNodes(std::span<const std::string> keys, b
 
 RubberBandPoints rubberBandPoints(const RubberBandNode &node)
 {
-    const float distance = static_cast<float>(node.radius) + halfThickness;
+    const float distance = pathDistance(node);
     const auto at = [&](Vector3 offset) {
         return Vector3_add(node.position, Vector3_multiplyScalar(offset, distance));
     };
@@ -172,8 +186,7 @@ void writeRubberBandVertices(std::span<const RubberBandNode> nodes, RubberBandVe
         const Vector3 nextEntry = isLast ? start : nextPoints.entry;
         const Frame leaving = frameOf(Vector3_subtract(nextEntry, points.exit));
         writeSection(points.entry, arriving, vertices);
-        writeSection(points.apex, frameOf(Vector3_subtract(points.exit, points.apex)),
-                     vertices + 4);
+        writeSection(points.apex, frameOf(fromApexToExit(nodes[i])), vertices + 4);
         writeSection(points.exit, leaving, vertices + 8);
         // The straight run keeps its section to the end.
         arriving = leaving;
