@@ -84,7 +84,10 @@ void DXOpenGL::reloadLostTextures()
     if (!texturesWereLost_) return;
     texturesWereLost_ = false;
     loadTextures();
-    if (_displayedDate.isValid()) makeDateLabel();
+    // A host's own label comes back too, so it is made of the old one's text, not of the date.
+    if (const auto old = dateStringTexture_)
+        setDateStringTexture(std::make_shared<StringTexture>(old->string(), old->textColor(),
+                                                             old->boxColor(), old->borderColor()));
 }
 
 void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)

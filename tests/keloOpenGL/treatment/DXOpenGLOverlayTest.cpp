@@ -390,6 +390,20 @@ TEST_F(DXOpenGLOverlay, theLabelIsOpaqueWhiteAndNotWashedOut)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLOverlay, aHostsOwnLabelComesBackAfterALostContext)
+{
+    TextAttributes attributes;
+    attributes.foregroundColor = {1.0, 0.0, 0.0, 1.0};
+    attributes.pointSize = 36.0;
+    view->setDateStringTexture(std::make_shared<StringTexture>("Recall", attributes));
+    const QImage before = view->grabImage();
+    ASSERT_NE(before, background());
+    view->loseContext();
+    EXPECT_EQ(view->grabImage(), before);
+    EXPECT_EQ(view->dateStringTexture()->text(), "Recall");
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLOverlay, whilePrintingItChangesNoOpenGLStateAtAll)
 {
     view->setDocumentModel(kelo::test::boxDocument());
