@@ -3,6 +3,7 @@
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
+#include "viewer/PrintRequest.h"
 
 #include <QAction>
 #include <QBuffer>
@@ -11,6 +12,8 @@
 #include <QImage>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 
 namespace viewer {
 
@@ -22,13 +25,19 @@ MainWindow::MainWindow(const QSize &viewSize)
     QWidget *container = view_->createContainer(this);
     container->setAccessibleName(tr("Treatment view"));
     setCentralWidget(container);
+    delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
+    takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
+    view_->setDelegate(&delegate_);
     makeMenus();
     setWindowTitle(tr("Treatment viewer"));
     // The menu bar's height is only known once it is laid out.
     resize(viewSize.width(), viewSize.height() + menuBar()->sizeHint().height());
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    view_->setDelegate(nullptr);
+}
 
 void MainWindow::makeMenus()
 {
@@ -38,6 +47,9 @@ void MainWindow::makeMenus()
     save_->setEnabled(false);
     file->addAction(tr("&Export Treatment…"), this, &MainWindow::exportTreatment);
     file->addAction(tr("Save &Picture…"), this, &MainWindow::savePicture);
+    QAction *print = file->addAction(tr("&Print…"), this, [this] { view_->submitPrintRequest(); });
+    print->setShortcut(QKeySequence::Print);
+    file->addAction(tr("Save Page as P&DF…"), this, &MainWindow::savePage);
     file->addSeparator();
     QAction *quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
@@ -53,6 +65,7 @@ void MainWindow::makeMenus()
 void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
 {
     treatment_ = std::move(treatment);
+    treatment_->callLog().logCallsOf(delegate_);
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
     save_->setEnabled(!treatment_->file().isEmpty());
@@ -62,6 +75,7 @@ void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    view_->finishOperations(); // an elastic that is being strung is placed, not lost
     if (treatment_ && !(mayCloseFile() && mayCloseStore())) {
         event->ignore();
         return;
@@ -128,12 +142,43 @@ void MainWindow::savePicture()
     if (!failure.isEmpty()) QMessageBox::warning(this, tr("Save Picture"), failure);
 }
 
+void MainWindow::preview(const PrintRequest &request)
+{
+    if (!treatment_) return;
+    const TreatmentPage page =
+        treatmentPage(request, *treatment_->document(), treatment_->patientName(),
+                      treatment_->patientIdentifier());
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(defaultPageLayout());
+    printer.setDocName(windowTitle());
+    QPrintPreviewDialog dialog(&printer, this);
+    dialog.setWindowTitle(tr("Print"));
+    connect(&dialog, &QPrintPreviewDialog::paintRequested, this,
+            [&page](QPrinter *device) { paintTreatmentPage(page, *device); });
+    dialog.exec();
+}
+
+void MainWindow::savePage()
+{
+    if (!treatment_) return;
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Save Page as PDF"), QString(), tr("Pages (*.pdf)"));
+    if (path.isEmpty()) return;
+    const auto request = printRequestOf(*view_);
+    if (!request) return; // the view has told why
+    const TreatmentPage page =
+        treatmentPage(*request, *treatment_->document(), treatment_->patientName(),
+                      treatment_->patientIdentifier());
+    const QString failure = writeWholeFile(path, treatmentPageAsPDF(page, defaultPageLayout()));
+    if (!failure.isEmpty()) tell(failure);
+}
+
 void MainWindow::toggleFullScreen()
 {
-    if (isFullScreen())
-        showNormal();
+    if (view_->isInFullScreenMode())
+        view_->exitFullScreenModeWithOptions();
     else
-        showFullScreen();
+        view_->enterFullScreenMode();
 }
 
 } // namespace viewer

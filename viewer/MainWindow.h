@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/treatment/DXOpenGLDelegate.h"
+
 #include <QMainWindow>
 
 #include <memory>
@@ -13,6 +15,7 @@ class DXOpenGL;
 namespace viewer {
 
 class OpenedTreatment;
+struct PrintRequest;
 
 /// The viewer's window: the treatment view, and the commands that it has so far.
 class MainWindow : public QMainWindow
@@ -36,6 +39,9 @@ protected:
 private:
     void makeMenus();
     void savePicture();
+    /// Shows the page of a print request as it will be printed, with the printer's settings.
+    void preview(const PrintRequest &request);
+    void savePage();
     void exportTreatment();
     /// False when the file could not be written.
     bool saveTreatment();
@@ -45,8 +51,10 @@ private:
     /// Stores what is outstanding, and asks where that fails; false to go on working.
     bool mayCloseStore();
     void tell(const QString &sentence);
+    /// The view's own full screen, without menus; Escape or a double click leads back.
     void toggleFullScreen();
 
+    kelo::DXOpenGLDelegate delegate_;
     QAction *save_ = nullptr; ///< of the treatment's file
     std::shared_ptr<OpenedTreatment> treatment_;
     std::shared_ptr<kelo::DXOpenGL> view_;
