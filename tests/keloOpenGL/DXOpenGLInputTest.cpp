@@ -96,11 +96,26 @@ TEST_F(DXOpenGLInput, aMouthLeftAt22DegreesOrMoreStaysOpen)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLInput, aDragInTheOtherModesTurnsNothingThatItDidNotBegin)
+TEST_F(DXOpenGLInput, aDragThatBeginsOnNothingTurnsTheJawsInTheOtherModesToo)
 {
     for (const long mode : {5L, 6L}) {
         view->setMouseMode(mode);
-        drag(100, 100, 150, 60);
+        drag(2, 2, 12, 2);
+        EXPECT_NEAR(turn(), 9.0, 1e-3);
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, 2, 2));
+        release(2, 2);
+        EXPECT_NEAR(turn(), 0.0, 1e-3);
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, 12, 2));
+        EXPECT_NEAR(turn(), 0.0, 1e-3) << "the drag has ended with the release";
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDragWithoutAPressTurnsNothingInTheOtherModes)
+{
+    for (const long mode : {5L, 6L}) {
+        view->setMouseMode(mode);
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, 150, 60));
         release(150, 60);
         EXPECT_NEAR(turn(), 0.0, 1e-4);
         EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
