@@ -9,6 +9,7 @@
 #include "platform/Menu.h"
 
 #include <QDateTime>
+#include <QImage>
 
 #include <cstdint>
 #include <memory>
@@ -293,6 +294,16 @@ public:
     /// What the view shows stays as it is; a view in full screen leaves it. Nothing without the
     /// delegate's operation.
     void submitPrintRequest();
+    /// The pictures of a print request, with pixels of their own.
+    struct PrintPictures
+    {
+        QImage left, front, right;
+    };
+    /// The same three pictures with `scale` (1 to 4) times as many pixels in each direction, for
+    /// the resolution of a printer: 725, 800 and 725 times `scale` wide, 400 times `scale` high.
+    /// May be called from the delegate's operation. Pictures without pixels where the view cannot
+    /// draw them. What the view shows stays as it is.
+    PrintPictures printPicturesAtScale(int scale);
     /// Draws the scene once, turned like this and with the mouth closed, into the framebuffer that
     /// is bound, and returns `width` x 400 pixels of it from column `offset` on: three bytes a
     /// pixel (red, green, blue), rows without padding, top row first.
@@ -382,7 +393,7 @@ private:
     {
         std::vector<unsigned char> left, front, right;
     };
-    PrintImages drawPrintImages();
+    PrintImages drawPrintImages(int scale);
     void restoreViewAfterPrinting();
     Point toolPointForPoint(const Point &pointInView) const;
     /// Where the pointer is in the overlay's coordinates: the middle is (0, 0), the top edge y = 1.
@@ -403,6 +414,7 @@ private:
     QDateTime _approvedDate;
     QDateTime _displayedDate;
     bool _displayedDateIsToday = false;
+    int printScale_ = 1; ///< device pixels for each pixel of a print request
     bool _printMode = false; ///< while the scene is drawn for printing
     std::shared_ptr<StringTexture> dateStringTexture_;
     std::shared_ptr<SimpleTexture> bracketToolTexture_;

@@ -29,8 +29,11 @@ constexpr int bytesPerPixel = 3;
 /// 1/sqrt(3) as a float: the side views' axes are diagonals of a cube.
 constexpr float diagonal = 0.57735026f;
 
+/// 3,200 pixels are more than a printer shows of a third of a page.
+constexpr int largestPrintScale = 4;
+
 /// The printed arches are drawn at twice the zoom of the screen.
-constexpr double printScale = 2.0;
+constexpr double printedZoom = 2.0;
 
 constexpr const char *notSupported = "Printing Not Supported";
 constexpr const char *requirements =
@@ -41,14 +44,15 @@ constexpr const char *requirements =
 class PrintTarget
 {
 public:
-    PrintTarget()
+    /// `scale` times the size of a request's target.
+    explicit PrintTarget(int scale)
     {
         glGenFramebuffersEXT(1, &framebuffer_);
         glGenRenderbuffersEXT(1, &color_);
         glGenRenderbuffersEXT(1, &depth_);
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
-        allocate(color_, GL_RGB);
-        allocate(depth_, GL_DEPTH_COMPONENT);
+        allocate(color_, GL_RGB, scale);
+        allocate(depth_, GL_DEPTH_COMPONENT, scale);
         glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
         glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT,
                                      GL_RENDERBUFFER_EXT, color_);
@@ -61,14 +65,16 @@ public:
         glDeleteRenderbuffersEXT(1, &color_);
         glDeleteFramebuffersEXT(1, &framebuffer_);
     }
+    void deleteDepthBuffer() { glDeleteRenderbuffersEXT(1, &depth_); }
     PrintTarget(const PrintTarget &) = delete;
     PrintTarget &operator=(const PrintTarget &) = delete;
 
 private:
-    static void allocate(GLuint renderbuffer, GLenum format)
+    static void allocate(GLuint renderbuffer, GLenum format, int scale)
     {
         glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, renderbuffer);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, targetWidth, printHeight);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, scale * targetWidth,
+                                 scale * printHeight);
     }
 
     GLuint framebuffer_ = 0;
@@ -111,10 +117,28 @@ std::string framebufferMessage(unsigned status)
     return std::string(requirements) + number;
 }
 
-/// A bitmap image that borrows the block.
-QImage borrowingImage(const std::vector<unsigned char> &block, int width)
+/// A bitmap image that borrows the block, whose rows are packed without padding.
+QImage borrowingImage(const std::vector<unsigned char> &block, int width, int scale = 1)
 {
-    return QImage(block.data(), width, printHeight, bytesPerPixel * width, QImage::Format_RGB888);
+    return QImage(block.data(), scale * width, scale * printHeight, bytesPerPixel * scale * width,
+                  QImage::Format_RGB888);
+}
+
+/// Pixels of the bound framebuffer, a column and everything right of it: top row first, as nothing
+/// but OpenGL counts rows from the bottom.
+std::vector<unsigned char> readPixels(int offset, int width, int height)
+{
+    const std::size_t rowBytes = static_cast<std::size_t>(bytesPerPixel) * width;
+    const auto rowCount = static_cast<std::size_t>(height);
+    std::vector<unsigned char> bottomUp(rowBytes * rowCount);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(offset, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
+    std::vector<unsigned char> image(bottomUp.size());
+    for (std::size_t row = 0; row < rowCount; ++row) {
+        const unsigned char *source = bottomUp.data() + (rowCount - 1 - row) * rowBytes;
+        std::copy(source, source + rowBytes, image.data() + row * rowBytes);
+    }
+    return image;
 }
 
 } // namespace
@@ -128,27 +152,18 @@ DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, fl
     _worldRotation = {angleInDegrees, x, y, z};
     _mouthOpenAngle = 0.0f;
     drawRect({});
-
-    const std::size_t rowBytes = static_cast<std::size_t>(bytesPerPixel) * width;
-    std::vector<unsigned char> bottomUp(rowBytes * printHeight);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(offset, 0, width, printHeight, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
-    std::vector<unsigned char> image(bottomUp.size());
-    for (std::size_t row = 0; row < printHeight; ++row) {
-        const unsigned char *source = bottomUp.data() + (printHeight - 1 - row) * rowBytes;
-        std::copy(source, source + rowBytes, image.data() + row * rowBytes);
-    }
-
+    auto image = readPixels(printScale_ * offset, printScale_ * width, printScale_ * printHeight);
     _worldRotation = keptRotation;
     _mouthOpenAngle = keptMouthOpenAngle;
     return image;
 }
 
-DXOpenGL::PrintImages DXOpenGL::drawPrintImages()
+DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
 {
     const Size keptCameraSize = cameraSize;
     cameraSize = {targetWidth, printHeight};
-    glViewport(0, 0, targetWidth, printHeight);
+    printScale_ = scale;
+    glViewport(0, 0, scale * targetWidth, scale * printHeight);
     _printMode = true;
     const WindowLimits window = HVFindGoodWindow(targetWidth, printHeight, zoomBox());
     _xMinWindow = window.xMin;
@@ -158,7 +173,7 @@ DXOpenGL::PrintImages DXOpenGL::drawPrintImages()
     updateProjection();
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
-    glScaled(printScale, printScale, printScale);
+    glScaled(printedZoom, printedZoom, printedZoom);
     glMatrixMode(GL_MODELVIEW);
 
     PrintImages images;
@@ -176,6 +191,7 @@ DXOpenGL::PrintImages DXOpenGL::drawPrintImages()
     glPopMatrix();
     glMatrixMode(GL_MODELVIEW);
     _printMode = false;
+    printScale_ = 1;
     cameraSize = keptCameraSize;
     return images;
 }
@@ -214,13 +230,13 @@ void DXOpenGL::submitPrintRequest()
     {
         // What is drawn here is not for the screen.
         const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-        std::optional<PrintTarget> target(std::in_place);
+        std::optional<PrintTarget> target(std::in_place, 1);
         if (const unsigned status = framebufferStatus(); status != GL_FRAMEBUFFER_COMPLETE_EXT) {
             target.reset();
             AlertPresenter::runModal({notSupported, framebufferMessage(status), "OK"});
             return;
         }
-        images = drawPrintImages();
+        images = drawPrintImages(1);
         restoreViewAfterPrinting();
     }
 
@@ -233,6 +249,29 @@ void DXOpenGL::submitPrintRequest()
     const auto print = delegate_->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
     print(borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
           borrowingImage(images.right, sideWidth), _displayedDate, left, front, right);
+}
+
+DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
+{
+    if (!makeCurrentContextIfNeeded()) return {};
+    if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) return {};
+    GLint largestSide = 0;
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &largestSide);
+    scale = std::max(1, std::min({scale, largestPrintScale, largestSide / targetWidth}));
+
+    const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
+    PrintTarget target(scale);
+    PrintImages images;
+    const bool isComplete = framebufferStatus() == GL_FRAMEBUFFER_COMPLETE_EXT;
+    if (isComplete) {
+        images = drawPrintImages(scale);
+        restoreViewAfterPrinting();
+    }
+    target.deleteDepthBuffer();
+    if (!isComplete) return {};
+    return {borrowingImage(images.left, sideWidth, scale).copy(),
+            borrowingImage(images.front, targetWidth, scale).copy(),
+            borrowingImage(images.right, sideWidth, scale).copy()};
 }
 
 void DXOpenGL::finishOperations()

@@ -11,6 +11,7 @@
 #include <QImage>
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace {
@@ -130,6 +131,60 @@ TEST_F(DXOpenGLPrinting, theFrontImageIs800By400With2400BytesPerRowAndEachSideIm
     EXPECT_EQ(bytesPerLine, (std::vector<qsizetype>{2175, 2400, 2175}));
     EXPECT_EQ(front.format(), QImage::Format_RGB888);
     EXPECT_EQ(date, today);
+    EXPECT_TRUE(alerts.empty());
+    EXPECT_NO_GL_ERROR();
+}
+
+/// The mean difference of two pictures of one size, in steps of 255.
+double meanDifference(const QImage &one, const QImage &other)
+{
+    double sum = 0.0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x)
+            sum += std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y)));
+    }
+    return sum / (static_cast<double>(one.width()) * one.height());
+}
+
+TEST_F(DXOpenGLPrinting, theLargerPicturesShowTheSameWithMorePixels)
+{
+    view->setMouthOpenAngle(30.0f);
+    const QImage shown = view->grabImage();
+    view->submitPrintRequest();
+    const auto pictures = view->printPicturesAtScale(2);
+    ASSERT_EQ(pictures.left.size(), QSize(1450, 800));
+    ASSERT_EQ(pictures.front.size(), QSize(1600, 800));
+    ASSERT_EQ(pictures.right.size(), QSize(1450, 800));
+    // Every other pixel of the larger picture lies where one of the smaller picture lies, but for
+    // the edges of the boxes, which fall elsewhere.
+    EXPECT_LT(meanDifference(pictures.left.scaled(725, 400), left), 2.0);
+    EXPECT_LT(meanDifference(pictures.front.scaled(800, 400), front), 2.0);
+    EXPECT_LT(meanDifference(pictures.right.scaled(725, 400), right), 2.0);
+    EXPECT_GT(meanDifference(pictures.right.scaled(725, 400), left), 2.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 30.0f);
+    EXPECT_EQ(view->grabImage(), shown);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLPrinting, theLargerPicturesAtScale1AreThoseOfARequest)
+{
+    view->submitPrintRequest();
+    const auto pictures = view->printPicturesAtScale(1);
+    EXPECT_EQ(pictures.left, left);
+    EXPECT_EQ(pictures.front, front);
+    EXPECT_EQ(pictures.right, right);
+    EXPECT_EQ(view->printPicturesAtScale(0).front, front);
+    EXPECT_EQ(view->printPicturesAtScale(9).front.size(), QSize(3200, 1600));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLPrinting, aViewThatCannotPrintHasNoLargerPictures)
+{
+    view->status = GL_FRAMEBUFFER_UNSUPPORTED_EXT;
+    EXPECT_TRUE(view->printPicturesAtScale(2).front.isNull());
+    view->status.reset();
+    view->extensions = "GL_EXT_something";
+    EXPECT_TRUE(view->printPicturesAtScale(2).front.isNull());
     EXPECT_TRUE(alerts.empty());
     EXPECT_NO_GL_ERROR();
 }
