@@ -1,6 +1,9 @@
 #include "viewer/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -45,6 +48,116 @@ ParsedCommandLine wrongUse(const QString &reason)
     return {{}, WrongUse, reason + tr("\nTry 'treatment-viewer --help'.\n")};
 }
 
+QCommandLineOption option(const char *name, const char *description, const char *value = "")
+{
+    return {QString::fromUtf8(name), tr(description), QString::fromUtf8(value)};
+}
+
+/// The options beside --help and --version, in the order in which the help names them.
+const QList<QCommandLineOption> &options()
+{
+    static const QList<QCommandLineOption> all{
+        option("headless", "No window, no display server; ends when the other options are done."),
+        option("size", "View size in points (default 1024x768).", "WxH"),
+        option("scale", "Backing scale factor in headless runs (default 1).", "F"),
+        option("database", "The embedded database to use; ':memory:' keeps nothing.", "FILE"),
+        option("meshes", "Meshes from another folder; every file is checked before one is loaded.",
+               "DIR"),
+        option("play", "Plays an interaction script first; '-' for standard input.", "SCRIPT"),
+        option("picture", "Writes what the view shows, in device pixels.", "OUT.png"),
+        option("print",
+               "Writes the treatment page of a print request; into a folder where there are "
+               "several FILEs.",
+               "OUT.pdf"),
+        option("print-images", "Writes the pictures and lists that a print request hands over.",
+               "DIR"),
+        option("page-size", "Paper of the treatment page: a4 or letter (default: the locale's).",
+               "NAME"),
+        option("portrait", "The treatment page stands upright."),
+        option("greyscale", "The treatment page without colours."),
+        option("notation", "Tooth numbers of the treatment page: universal, fdi or palmer.",
+               "NAME"),
+        option("state", "Writes the state at the end; '-' for standard output.", "OUT.json"),
+        option("export", "Writes the scene as it stands, one group a model.", "OUT.obj"),
+    };
+    return all;
+}
+
+/// Reads --size and --scale; returns what is wrong with them, or an empty text.
+QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
+{
+    const QString size = parser.value(QStringLiteral("size"));
+    if (parser.isSet(QStringLiteral("size"))) {
+        const auto given = sizeFromText(size);
+        if (!given)
+            return tr("--size takes a width and a height from 1 to %1, as in 1024x768, not '%2'.")
+                .arg(largestSide)
+                .arg(size);
+        commandLine.size = *given;
+    }
+    const QString scale = parser.value(QStringLiteral("scale"));
+    if (parser.isSet(QStringLiteral("scale"))) {
+        const auto given = scaleFromText(scale);
+        if (!given) return tr("--scale takes a number from 0.5 to 8, not '%1'.").arg(scale);
+        commandLine.scale = *given;
+    }
+    if (std::lround(commandLine.size.width * commandLine.scale) > largestSide ||
+        std::lround(commandLine.size.height * commandLine.scale) > largestSide)
+        return tr("--size times --scale may be %1 pixels at most on each side.").arg(largestSide);
+    return {};
+}
+
+/// Reads what the treatment page is like; returns what is wrong with it, or an empty text.
+QString readPage(const QCommandLineParser &parser, PageSettings &page)
+{
+    const QString size = parser.value(QStringLiteral("page-size"));
+    if (size == QStringLiteral("a4"))
+        page.layout.setPageSize(QPageSize(QPageSize::A4), page.layout.margins());
+    else if (size == QStringLiteral("letter"))
+        page.layout.setPageSize(QPageSize(QPageSize::Letter), page.layout.margins());
+    else if (parser.isSet(QStringLiteral("page-size")))
+        return tr("--page-size takes a4 or letter, not '%1'.").arg(size);
+    if (parser.isSet(QStringLiteral("portrait"))) page.layout.setOrientation(QPageLayout::Portrait);
+    page.greyscale = parser.isSet(QStringLiteral("greyscale"));
+    if (parser.isSet(QStringLiteral("notation"))) {
+        const QString name = parser.value(QStringLiteral("notation"));
+        const auto notation = toothNotationFromName(name);
+        if (!notation) return tr("--notation takes universal, fdi or palmer, not '%1'.").arg(name);
+        page.notation = *notation;
+    }
+    return {};
+}
+
+/// What is wrong with the FILEs, or an empty text. Several are printed in one headless run, each
+/// under the name of its file.
+QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
+{
+    const QStringList files = parser.positionalArguments();
+    if (files.contains(QString())) return tr("FILE is the name of a treatment file.");
+    commandLine.file = files.value(0);
+    commandLine.files = files;
+    if (files.size() < 2) return {};
+    const bool isPrinted = !commandLine.print.isEmpty() || !commandLine.printImages.isEmpty();
+    if (!commandLine.headless || !isPrinted)
+        return tr("Unexpected argument '%1': several FILEs are only printed, with --headless and "
+                  "--print or --print-images.")
+            .arg(files[1]);
+    for (const char *name : {"picture", "state", "export", "play", "database"}) {
+        if (parser.isSet(QString::fromUtf8(name)))
+            return tr("--%1 takes one FILE, not %2.")
+                .arg(QString::fromUtf8(name))
+                .arg(files.size());
+    }
+    QHash<QString, QString> sources;
+    for (const QString &file : files) {
+        const QString name = QFileInfo(file).completeBaseName();
+        if (sources.contains(name))
+            return tr("'%1' and '%2' would both be printed as %3.").arg(sources[name], file, name);
+        sources[name] = file;
+    }
+    return {};
+}
+
 } // namespace
 
 bool asksForHeadless(int argc, char **argv)
@@ -63,93 +176,59 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     parser.setApplicationDescription(
         tr("Shows one patient's orthodontic treatment as an interactive 3D scene."));
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A treatment file to open (JSON)."),
-                                 QStringLiteral("[FILE]"));
+                                 QStringLiteral("[FILE...]"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption headless(
-        QStringLiteral("headless"),
-        tr("No window, no display server; ends when the other options are done."));
-    const QCommandLineOption size(QStringLiteral("size"),
-                                  tr("View size in points (default 1024x768)."),
-                                  QStringLiteral("WxH"));
-    const QCommandLineOption scale(QStringLiteral("scale"),
-                                   tr("Backing scale factor in headless runs (default 1)."),
-                                   QStringLiteral("F"));
-    const QCommandLineOption database(QStringLiteral("database"),
-                                      tr("The embedded database to use; ':memory:' keeps nothing."),
-                                      QStringLiteral("FILE"));
-    const QCommandLineOption meshes(
-        QStringLiteral("meshes"),
-        tr("Meshes from another folder; every file is checked before one is loaded."),
-        QStringLiteral("DIR"));
-    const QCommandLineOption picture(QStringLiteral("picture"),
-                                     tr("Writes what the view shows, in device pixels."),
-                                     QStringLiteral("OUT.png"));
-    const QCommandLineOption state(QStringLiteral("state"),
-                                   tr("Writes the state at the end; '-' for standard output."),
-                                   QStringLiteral("OUT.json"));
-    const QCommandLineOption exportedScene(QStringLiteral("export"),
-                                           tr("Writes the scene as it stands, one group a model."),
-                                           QStringLiteral("OUT.obj"));
-    const QCommandLineOption play(QStringLiteral("play"),
-                                  tr("Plays an interaction script first; '-' for standard input."),
-                                  QStringLiteral("SCRIPT"));
-    const QCommandLineOption print(QStringLiteral("print"),
-                                   tr("Writes the treatment page of a print request."),
-                                   QStringLiteral("OUT.pdf"));
-    const QCommandLineOption printImages(
-        QStringLiteral("print-images"),
-        tr("Writes the pictures and lists that a print request hands over."),
-        QStringLiteral("DIR"));
-    parser.addOptions({headless, size, scale, database, meshes, play, picture, print, printImages,
-                       state, exportedScene});
+    parser.addOptions(options());
 
     if (!parser.parse(arguments)) return wrongUse(parser.errorText());
     if (parser.isSet(help)) return {{}, Done, parser.helpText()};
     if (parser.isSet(version))
         return {{}, Done, tr("treatment-viewer %1\n").arg(QStringLiteral(KELO_VERSION))};
-    const QStringList files = parser.positionalArguments();
-    if (files.size() > 1) return wrongUse(tr("Unexpected argument '%1'.").arg(files[1]));
 
     ParsedCommandLine parsed;
     CommandLine &commandLine = parsed.commandLine;
-    commandLine.headless = parser.isSet(headless);
-    if (parser.isSet(size)) {
-        const auto given = sizeFromText(parser.value(size));
-        if (!given)
-            return wrongUse(tr("--size takes a width and a height from 1 to %1, as in 1024x768, "
-                               "not '%2'.")
-                                .arg(largestSide)
-                                .arg(parser.value(size)));
-        commandLine.size = *given;
+    commandLine.headless = parser.isSet(QStringLiteral("headless"));
+    commandLine.database = parser.value(QStringLiteral("database"));
+    commandLine.meshes = parser.value(QStringLiteral("meshes"));
+    commandLine.picture = parser.value(QStringLiteral("picture"));
+    commandLine.state = parser.value(QStringLiteral("state"));
+    commandLine.exportedScene = parser.value(QStringLiteral("export"));
+    commandLine.script = parser.value(QStringLiteral("play"));
+    commandLine.print = parser.value(QStringLiteral("print"));
+    commandLine.printImages = parser.value(QStringLiteral("print-images"));
+    for (const QString &problem :
+         {readSize(parser, commandLine), readPage(parser, commandLine.page),
+          readFiles(parser, commandLine)}) {
+        if (!problem.isEmpty()) return wrongUse(problem);
     }
-    if (parser.isSet(scale)) {
-        const auto given = scaleFromText(parser.value(scale));
-        if (!given)
-            return wrongUse(
-                tr("--scale takes a number from 0.5 to 8, not '%1'.").arg(parser.value(scale)));
-        commandLine.scale = *given;
-    }
-    if (std::lround(commandLine.size.width * commandLine.scale) > largestSide ||
-        std::lround(commandLine.size.height * commandLine.scale) > largestSide)
-        return wrongUse(
-            tr("--size times --scale may be %1 pixels at most on each side.").arg(largestSide));
-    commandLine.file = files.value(0);
-    commandLine.database = parser.value(database);
-    commandLine.meshes = parser.value(meshes);
-    commandLine.picture = parser.value(picture);
-    commandLine.state = parser.value(state);
-    commandLine.exportedScene = parser.value(exportedScene);
-    commandLine.script = parser.value(play);
-    commandLine.print = parser.value(print);
-    commandLine.printImages = parser.value(printImages);
-    if (!files.isEmpty() && commandLine.file.isEmpty())
-        return wrongUse(tr("FILE is the name of a treatment file."));
-    if (parser.isSet(database) && commandLine.database.isEmpty())
+    if (parser.isSet(QStringLiteral("database")) && commandLine.database.isEmpty())
         return wrongUse(tr("--database takes the name of a file."));
-    if (parser.isSet(meshes) && commandLine.meshes.isEmpty())
+    if (parser.isSet(QStringLiteral("meshes")) && commandLine.meshes.isEmpty())
         return wrongUse(tr("--meshes takes the name of a folder."));
     return parsed;
+}
+
+std::vector<CommandLine> runsOf(const CommandLine &commandLine)
+{
+    const bool isFolder = commandLine.files.size() > 1 || QFileInfo(commandLine.print).isDir();
+    if (!isFolder) return {commandLine};
+    std::vector<CommandLine> runs;
+    const QStringList files =
+        commandLine.files.isEmpty() ? QStringList{QString()} : commandLine.files;
+    for (const QString &file : files) {
+        const QString name =
+            file.isEmpty() ? QStringLiteral("sample") : QFileInfo(file).completeBaseName();
+        CommandLine run = commandLine;
+        run.file = file;
+        run.files = QStringList{file};
+        if (!run.print.isEmpty())
+            run.print = QDir(run.print).filePath(name + QStringLiteral(".pdf"));
+        if (!run.printImages.isEmpty() && commandLine.files.size() > 1)
+            run.printImages = QDir(run.printImages).filePath(name);
+        runs.push_back(run);
+    }
+    return runs;
 }
 
 } // namespace viewer

@@ -11,8 +11,10 @@
 #include "viewer/StateReport.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QImage>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 
@@ -44,14 +46,15 @@ QStringList writePrints(const CommandLine &commandLine, kelo::DXOpenGL &view,
                         const OpenedTreatment &treatment)
 {
     const auto request = printRequestOf(view);
-    if (!request) return {QStringLiteral("The treatment could not be printed.")};
+    if (!request) {
+        const QString name = commandLine.file.isEmpty() ? commandLine.print : commandLine.file;
+        return {QStringLiteral("%1: the treatment could not be printed").arg(name)};
+    }
     QStringList failures;
     if (!commandLine.print.isEmpty()) {
-        const TreatmentPage page =
-            treatmentPage(*request, *treatment.document(), treatment.patientName(),
-                          treatment.patientIdentifier());
+        const TreatmentPage page = sharpTreatmentPage(*request, view, treatment, commandLine.page);
         failures << writeWholeFile(commandLine.print,
-                                   treatmentPageAsPDF(page, defaultPageLayout()));
+                                   treatmentPageAsPDF(page, commandLine.page.layout));
     }
     if (!commandLine.printImages.isEmpty())
         failures << writePrintImages(*request, commandLine.printImages);
@@ -104,9 +107,11 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
     return failures.isEmpty() ? Done : BadInput;
 }
 
-ExitStatus runHeadless(const CommandLine &commandLine)
+namespace {
+
+/// One treatment from opening to the last output.
+ExitStatus runTreatment(const CommandLine &commandLine)
 {
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     auto loop = std::make_unique<kelo::VirtualRunLoop>();
     kelo::VirtualRunLoop &clock = *loop;
     kelo::RunLoop::setMain(std::move(loop));
@@ -142,6 +147,33 @@ ExitStatus runHeadless(const CommandLine &commandLine)
         tellUser(QString::fromUtf8(failure.what()));
         return BadInput;
     }
+}
+
+/// The folders that several treatments are printed into are made where there are none.
+bool foldersCanBeMade(const CommandLine &commandLine)
+{
+    if (commandLine.files.size() < 2) return true;
+    for (const QString &folder : {commandLine.print, commandLine.printImages}) {
+        if (folder.isEmpty() || QDir().mkpath(folder)) continue;
+        tellUser(folder + QStringLiteral(": the folder could not be made"));
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+ExitStatus runHeadless(const CommandLine &commandLine)
+{
+    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
+    if (!foldersCanBeMade(commandLine)) return BadInput;
+    ExitStatus worst = Done;
+    for (const CommandLine &run : runsOf(commandLine)) {
+        // What goes wrong with one treatment is told, and the next one is printed.
+        worst = std::max(worst, runTreatment(run));
+        if (worst == NoOpenGL) break; // nor will there be any for the others
+    }
+    return worst;
 }
 
 } // namespace viewer

@@ -22,7 +22,8 @@ QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
 ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
                         const OpenedTreatment &treatment, const kelo::Menu *openMenu = nullptr);
 
-/// A whole run without a window: loads the treatment, plays the script, writes the outputs.
+/// A whole run without a window: loads the treatment, plays the script, writes the outputs. Several
+/// FILEs are printed one after the other; the worst of them decides how the program ends.
 ExitStatus runHeadless(const CommandLine &commandLine);
 
 /// Checks the folder that --meshes names, if any; says on standard error what is wrong with it.

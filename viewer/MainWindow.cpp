@@ -6,6 +6,7 @@
 #include "viewer/PrintRequest.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QBuffer>
 #include <QCloseEvent>
 #include <QFileDialog>
@@ -14,8 +15,17 @@
 #include <QMessageBox>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QSettings>
+
+#include <utility>
 
 namespace viewer {
+namespace {
+
+/// The tooth notation that the user chose, in the user's settings.
+const QString notationKey = QStringLiteral("toothNotation");
+
+} // namespace
 
 MainWindow::MainWindow(const QSize &viewSize)
     : view_(kelo::makeView<kelo::DXOpenGL>(kelo::Rect{
@@ -60,6 +70,26 @@ void MainWindow::makeMenus()
     QAction *fullScreen =
         viewMenu->addAction(tr("&Full Screen"), this, &MainWindow::toggleFullScreen);
     fullScreen->setShortcut(QKeySequence(Qt::Key_F11));
+    viewMenu->addSeparator();
+    makeNotationMenu(*viewMenu->addMenu(tr("&Tooth Numbers")));
+}
+
+void MainWindow::makeNotationMenu(QMenu &menu)
+{
+    auto *group = new QActionGroup(&menu);
+    const std::pair<ToothNotation, QString> titles[] = {
+        {ToothNotation::Universal, tr("&Universal")},
+        {ToothNotation::FDI, tr("&FDI")},
+        {ToothNotation::Palmer, tr("&Palmer")},
+    };
+    for (const auto &[notation, title] : titles) {
+        QAction *action = menu.addAction(title, this, [notation = notation] {
+            QSettings().setValue(notationKey, nameOfToothNotation(notation));
+        });
+        action->setCheckable(true);
+        action->setChecked(notation == pageSettings().notation);
+        group->addAction(action);
+    }
 }
 
 void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
@@ -145,17 +175,22 @@ void MainWindow::savePicture()
 void MainWindow::preview(const PrintRequest &request)
 {
     if (!treatment_) return;
-    const TreatmentPage page =
-        treatmentPage(request, *treatment_->document(), treatment_->patientName(),
-                      treatment_->patientIdentifier());
+    TreatmentPage page = sharpTreatmentPage(request, *view_, *treatment_, pageSettings());
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(defaultPageLayout());
     printer.setDocName(windowTitle());
     QPrintPreviewDialog dialog(&printer, this);
     dialog.setWindowTitle(tr("Print"));
-    connect(&dialog, &QPrintPreviewDialog::paintRequested, this,
-            [&page](QPrinter *device) { paintTreatmentPage(page, *device); });
-    dialog.exec();
+    bool isPainted = true;
+    connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *device) {
+        page.greyscale = device->colorMode() == QPrinter::GrayScale;
+        isPainted = paintTreatmentPage(page, *device) > 0;
+    });
+    if (dialog.exec() == QDialog::Accepted && !isPainted) {
+        const QString target =
+            printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+        tell(tr("The page could not be printed: %1 cannot be written to.").arg(target));
+    }
 }
 
 void MainWindow::savePage()
@@ -166,11 +201,18 @@ void MainWindow::savePage()
     if (path.isEmpty()) return;
     const auto request = printRequestOf(*view_);
     if (!request) return; // the view has told why
-    const TreatmentPage page =
-        treatmentPage(*request, *treatment_->document(), treatment_->patientName(),
-                      treatment_->patientIdentifier());
-    const QString failure = writeWholeFile(path, treatmentPageAsPDF(page, defaultPageLayout()));
+    const PageSettings settings = pageSettings();
+    const TreatmentPage page = sharpTreatmentPage(*request, *view_, *treatment_, settings);
+    const QString failure = writeWholeFile(path, treatmentPageAsPDF(page, settings.layout));
     if (!failure.isEmpty()) tell(failure);
+}
+
+PageSettings MainWindow::pageSettings() const
+{
+    PageSettings settings;
+    const QString name = QSettings().value(notationKey).toString();
+    settings.notation = toothNotationFromName(name).value_or(ToothNotation::Universal);
+    return settings;
 }
 
 void MainWindow::toggleFullScreen()

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
+#include "viewer/PageSettings.h"
 
 #include <QMainWindow>
 
 #include <memory>
 
 class QAction;
+class QMenu;
 
 namespace kelo {
 class DXOpenGL;
@@ -38,6 +40,9 @@ protected:
 
 private:
     void makeMenus();
+    /// The notation is remembered, and stands on every page that is printed from then on.
+    void makeNotationMenu(QMenu &menu);
+    PageSettings pageSettings() const;
     void savePicture();
     /// Shows the page of a print request as it will be printed, with the printer's settings.
     void preview(const PrintRequest &request);

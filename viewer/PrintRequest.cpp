@@ -1,5 +1,6 @@
 #include "viewer/PrintRequest.h"
 
+#include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 
 #include <QBuffer>
@@ -12,6 +13,9 @@
 
 namespace viewer {
 namespace {
+
+/// A column of the page is about 90 mm wide: 2,400 pixels over it are 680 in an inch.
+constexpr int pageScale = 3;
 
 QString writePicture(const QImage &picture, const QString &path)
 {
@@ -50,18 +54,32 @@ std::optional<PrintRequest> printRequestOf(kelo::DXOpenGL &view)
     return taken;
 }
 
-TreatmentPage treatmentPage(const PrintRequest &request, const kelo::DXDocumentModel &document,
-                            const QString &patientName, const QString &patientIdentifier)
+TreatmentPage treatmentPage(const PrintRequest &request, const OpenedTreatment &treatment,
+                            const PageSettings &settings)
 {
     TreatmentPage page;
-    page.patientName = patientName;
-    page.patientIdentifier = patientIdentifier;
+    page.patientName = treatment.patientName();
+    page.patientIdentifier = treatment.patientIdentifier();
     page.date = request.date.date();
     // The request's left is the left side of the page, where a clinician reads the patient's right.
     page.right = {request.left, request.elasticsLeft};
     page.front = {request.front, request.elasticsFront};
     page.left = {request.right, request.elasticsRight};
-    page.bracketColors = bracketColorsInUse(document);
+    page.bracketColors = bracketColorsInUse(*treatment.document());
+    page.notation = settings.notation;
+    page.greyscale = settings.greyscale;
+    return page;
+}
+
+TreatmentPage sharpTreatmentPage(const PrintRequest &request, kelo::DXOpenGL &view,
+                                 const OpenedTreatment &treatment, const PageSettings &settings)
+{
+    TreatmentPage page = treatmentPage(request, treatment, settings);
+    const auto pictures = view.printPicturesAtScale(pageScale);
+    if (pictures.front.isNull()) return page;
+    page.right.picture = pictures.left;
+    page.front.picture = pictures.front;
+    page.left.picture = pictures.right;
     return page;
 }
 

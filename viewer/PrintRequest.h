@@ -14,6 +14,8 @@
 
 namespace viewer {
 
+class OpenedTreatment;
+
 /// What the treatment view hands over for printing, copied: its images borrow pixels that are freed
 /// when the call returns.
 struct PrintRequest
@@ -31,10 +33,15 @@ void takePrintRequests(kelo::DXOpenGLDelegate &delegate,
 /// (the view has told why). The view's own delegate hears nothing of it.
 std::optional<PrintRequest> printRequestOf(kelo::DXOpenGL &view);
 
-/// The page of a request: with the patient's name and identifier, and the colours of the document's
-/// brackets.
-TreatmentPage treatmentPage(const PrintRequest &request, const kelo::DXDocumentModel &document,
-                            const QString &patientName, const QString &patientIdentifier);
+/// The page of a request, with the colours of the document's brackets. The pictures are the
+/// request's own.
+TreatmentPage treatmentPage(const PrintRequest &request, const OpenedTreatment &treatment,
+                            const PageSettings &settings);
+
+/// The same with pictures at a printer's resolution, drawn by the view anew; with the request's own
+/// where the view cannot.
+TreatmentPage sharpTreatmentPage(const PrintRequest &request, kelo::DXOpenGL &view,
+                                 const OpenedTreatment &treatment, const PageSettings &settings);
 
 /// A list as JSON: [{"color": [r, g, b, a], "name": "...", "brackets": ["6", "30"]}].
 QJsonArray elasticsAsJSON(const kelo::ElasticDescriptions &elastics);

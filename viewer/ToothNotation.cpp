@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace viewer {
 namespace {
 
@@ -53,6 +55,32 @@ QString toothName(const std::string &key, ToothNotation notation)
         return QString::fromStdString(key);
     const QString name = nameOf(universalNumber, notation);
     return isButton ? QCoreApplication::translate("ToothNotation", "%1 lingual").arg(name) : name;
+}
+
+namespace {
+
+constexpr std::pair<ToothNotation, const char *> notationNames[] = {
+    {ToothNotation::Universal, "universal"},
+    {ToothNotation::FDI, "fdi"},
+    {ToothNotation::Palmer, "palmer"},
+};
+
+} // namespace
+
+std::optional<ToothNotation> toothNotationFromName(const QString &name)
+{
+    for (const auto &[notation, known] : notationNames) {
+        if (name == QLatin1String(known)) return notation;
+    }
+    return std::nullopt;
+}
+
+QString nameOfToothNotation(ToothNotation notation)
+{
+    for (const auto &[known, name] : notationNames) {
+        if (known == notation) return QLatin1String(name);
+    }
+    return {};
 }
 
 } // namespace viewer

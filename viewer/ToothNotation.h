@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <string>
 
 namespace viewer {
@@ -16,5 +17,9 @@ enum class ToothNotation {
 /// The name of the tooth, bracket or lingual button with this key ("8", "8l") in a notation; a
 /// button has "lingual" behind it. A key that is none is returned as it is.
 QString toothName(const std::string &key, ToothNotation notation);
+
+/// "universal", "fdi" or "palmer", as options and settings have it; nothing for any other name.
+std::optional<ToothNotation> toothNotationFromName(const QString &name);
+QString nameOfToothNotation(ToothNotation notation);
 
 } // namespace viewer

@@ -70,19 +70,20 @@ struct Sheet
     bool hasLegend = false;
 };
 
-QString teethText(const kelo::ElasticDescription &elastic, ToothNotation notation)
+QString toothNames(const std::vector<std::string> &keys, ToothNotation notation,
+                   const QString &separator)
 {
     QStringList names;
-    for (const std::string &key : elastic.brackets)
+    for (const std::string &key : keys)
         names << toothName(key, notation);
-    return names.join(QStringLiteral(" \u2013 "));
+    return names.join(separator);
 }
 
 std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, ToothNotation notation)
 {
     std::vector<Row> rows;
     for (const kelo::ElasticDescription &elastic : elastics) {
-        const QString teeth = teethText(elastic, notation);
+        const QString teeth = toothNames(elastic.brackets, notation, QStringLiteral(" \u2013 "));
         const QString size = QString::fromStdString(elastic.name);
         rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
                         size.isEmpty() ? teeth : translated("%1: %2").arg(size, teeth)});
@@ -90,12 +91,13 @@ std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, Tooth
     return rows;
 }
 
-std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors)
+std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors, ToothNotation notation)
 {
     std::vector<Row> rows;
     for (const PrintedColor &color : colors)
         rows.push_back({asQColor(color.color),
-                        translated("%1 (%2)").arg(color.label).arg(color.bracketCount)});
+                        translated("%1: %2").arg(
+                            color.label, toothNames(color.teeth, notation, QStringLiteral(", ")))});
     return rows;
 }
 
@@ -115,7 +117,7 @@ public:
             rows_[side] = rowsOfElastics(sides_[side]->elastics, page.notation);
             measure(rows_[side], columns_[side].width());
         }
-        legend_ = rowsOfColors(page.bracketColors);
+        legend_ = rowsOfColors(page.bracketColors, page.notation);
         measure(legend_, size_.width() / legendColumns - gap);
     }
 
@@ -291,7 +293,8 @@ private:
         painter_.drawText(textRect(column.left(), y, column.width()), translated(labels[side]),
                           wrapped());
         y += labelHeight() + lineSpacing;
-        if (sheet.hasPictures) painter_.drawImage(column.translated(0.0, y), sides_[side]->picture);
+        if (sheet.hasPictures)
+            painter_.drawImage(column.translated(0.0, y), printedPicture(sides_[side]->picture));
         y = sheet.top;
         for (std::size_t i = sheet.firstRow[side]; i < sheet.endRow[side]; ++i) {
             paintRow(rows_[side][i], column.left(), y, column.width());
@@ -300,10 +303,22 @@ private:
         return y;
     }
 
+    QColor printedColor(const QColor &color) const
+    {
+        if (!page_.greyscale) return color;
+        const int brightness = qGray(color.rgb());
+        return {brightness, brightness, brightness};
+    }
+
+    QImage printedPicture(const QImage &picture) const
+    {
+        return page_.greyscale ? picture.convertToFormat(QImage::Format_Grayscale8) : picture;
+    }
+
     void paintRow(const Row &row, double x, double y, double width)
     {
         painter_.setPen(QPen(Qt::black, 0.5));
-        painter_.setBrush(row.swatch);
+        painter_.setBrush(printedColor(row.swatch));
         painter_.drawRect(QRectF(x, y + 1.0, swatchSize, swatchSize));
         painter_.setFont(fontOfSize(textSize));
         const double textX = x + swatchSize + lineSpacing;
@@ -344,16 +359,16 @@ private:
 
 std::vector<PrintedColor> bracketColorsInUse(const kelo::DXDocumentModel &document)
 {
-    std::map<long, int> counts;
+    std::map<long, std::vector<std::string>> teeth;
     for (const auto &[key, typeID] : document.bracketColorsTypeIDs()) {
         const auto found = document.bracketModels().find(key);
         const bool isShown = found != document.bracketModels().end() &&
                              !found->second->hiddenPrimary() && !found->second->hiddenSecondary();
-        if (isShown && typeID != kelo::noBracketColorTypeID) ++counts[typeID];
+        if (isShown && typeID != kelo::noBracketColorTypeID) teeth[typeID].push_back(key);
     }
     std::vector<std::shared_ptr<kelo::BracketColorType>> types;
     for (const auto &[typeID, type] : document.availableBracketColorTypes()) {
-        if (counts.contains(typeID) && type->bracketColor) types.push_back(type);
+        if (teeth.contains(typeID) && type->bracketColor) types.push_back(type);
     }
     std::stable_sort(types.begin(), types.end(), [](const auto &a, const auto &b) {
         return a->displayOrder < b->displayOrder;
@@ -362,7 +377,7 @@ std::vector<PrintedColor> bracketColorsInUse(const kelo::DXDocumentModel &docume
     for (const auto &type : types) {
         const auto &[red, green, blue, alpha] = *type->bracketColor;
         colors.push_back({QString::fromStdString(type->typeLabel),
-                          kelo::Color(red, green, blue, alpha), counts.at(type->typeID)});
+                          kelo::Color(red, green, blue, alpha), teeth.at(type->typeID)});
     }
     return colors;
 }

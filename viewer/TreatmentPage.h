@@ -1,7 +1,7 @@
 #pragma once
 
 #include "keloOpenGL/keloOpenGL.h"
-#include "viewer/ToothNotation.h"
+#include "viewer/PageSettings.h"
 
 #include <QDate>
 #include <QImage>
@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <array>
+#include <string>
 #include <vector>
 
 namespace viewer {
@@ -25,7 +26,7 @@ struct PrintedColor
 {
     QString label;
     kelo::Color color;
-    int bracketCount = 0;
+    std::vector<std::string> teeth; ///< whose brackets have it, from the upper right round
 };
 
 /// What a printed treatment page says. The pictures print brackets white, so their colours stand in
@@ -38,6 +39,7 @@ struct TreatmentPage
     PrintedSide right, front, left; ///< the patient's
     std::vector<PrintedColor> bracketColors;
     ToothNotation notation = ToothNotation::Universal;
+    bool greyscale = false; ///< pictures and swatches by their brightness
 };
 
 /// The colours of the brackets that are shown, in the catalogue's order.
@@ -49,9 +51,6 @@ std::vector<PrintedColor> bracketColorsInUse(const kelo::DXDocumentModel &docume
 /// further pages, which are then numbered. Returns the number of pages, 0 when the device could not
 /// be painted on.
 int paintTreatmentPage(const TreatmentPage &page, QPagedPaintDevice &device);
-
-/// A4, or Letter where the locale has it, landscape, margins of 15 mm.
-QPageLayout defaultPageLayout();
 
 /// The page as a PDF document; empty when it could not be made.
 QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layout);

@@ -1,5 +1,7 @@
 #include "viewer/CommandLine.h"
 
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 using viewer::parseCommandLine;
@@ -61,7 +63,21 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
         {{"--size", "8000x8000", "--scale", "2"},
          "--size times --scale may be 8192 pixels at most on each side."},
         {{"--meshes", ""}, "--meshes takes the name of a folder."},
-        {{"one.json", "two.json"}, "Unexpected argument 'two.json'."},
+        {{"one.json", "two.json"},
+         "Unexpected argument 'two.json': several FILEs are only printed, with --headless and "
+         "--print or --print-images."},
+        {{"--headless", "one.json", "two.json"},
+         "Unexpected argument 'two.json': several FILEs are only printed, with --headless and "
+         "--print or --print-images."},
+        {{"--headless", "--print", "out", "--state", "-", "one.json", "two.json"},
+         "--state takes one FILE, not 2."},
+        {{"--headless", "--print", "out", "--database", "d", "one.json", "two.json", "3.json"},
+         "--database takes one FILE, not 3."},
+        {{"--headless", "--print", "out", "a/one.json", "b/one.json"},
+         "'a/one.json' and 'b/one.json' would both be printed as one."},
+        {{"--page-size", "a5"}, "--page-size takes a4 or letter, not 'a5'."},
+        {{"--page-size", ""}, "--page-size takes a4 or letter, not ''."},
+        {{"--notation", "roman"}, "--notation takes universal, fdi or palmer, not 'roman'."},
         {{""}, "FILE is the name of a treatment file."},
         {{"--database", ""}, "--database takes the name of a file."},
         {{"--frobnicate"}, "Unknown option 'frobnicate'."},
@@ -79,8 +95,10 @@ TEST(CommandLine, helpNamesEveryOption)
 {
     const auto parsed = parse({"--help"});
     ASSERT_EQ(parsed.endsWith, viewer::Done);
-    for (const char *option : {"--headless", "--size", "--scale", "--database", "--meshes",
-                               "--picture", "--state", "--export", "--help", "--version"})
+    for (const char *option :
+         {"--headless", "--size", "--scale", "--database", "--meshes", "--picture", "--print",
+          "--print-images", "--page-size", "--portrait", "--greyscale", "--notation", "--play",
+          "--state", "--export", "--help", "--version"})
         EXPECT_TRUE(parsed.message.contains(QString::fromUtf8(option))) << option;
 }
 
@@ -89,4 +107,50 @@ TEST(CommandLine, versionNamesTheProgramAndItsVersion)
     const auto parsed = parse({"--version"});
     ASSERT_EQ(parsed.endsWith, viewer::Done);
     EXPECT_EQ(parsed.message.toStdString(), "treatment-viewer 0.1.0\n");
+}
+
+TEST(CommandLine, thePageIsLandscapeInColourWithUniversalNumbersUnlessAskedFor)
+{
+    const auto usual = parse({}).commandLine.page;
+    EXPECT_EQ(usual.layout.orientation(), QPageLayout::Landscape);
+    EXPECT_EQ(usual.notation, viewer::ToothNotation::Universal);
+    EXPECT_FALSE(usual.greyscale);
+    const auto other =
+        parse({"--page-size", "letter", "--portrait", "--greyscale", "--notation", "fdi"})
+            .commandLine.page;
+    EXPECT_EQ(other.layout.pageSize().id(), QPageSize::Letter);
+    EXPECT_EQ(other.layout.orientation(), QPageLayout::Portrait);
+    EXPECT_EQ(other.layout.margins(QPageLayout::Millimeter), QMarginsF(15.0, 15.0, 15.0, 15.0));
+    EXPECT_EQ(other.notation, viewer::ToothNotation::FDI);
+    EXPECT_TRUE(other.greyscale);
+    EXPECT_EQ(parse({"--page-size", "a4"}).commandLine.page.layout.pageSize().id(), QPageSize::A4);
+}
+
+TEST(CommandLine, severalFilesAreOneRunEachUnderTheNameOfTheFile)
+{
+    const auto parsed = parse({"--headless", "--print", "pages", "--print-images", "pictures",
+                               "day/smith.json", "day/o.neil.json"});
+    ASSERT_FALSE(parsed.endsWith) << parsed.message.toStdString();
+    const auto runs = viewer::runsOf(parsed.commandLine);
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[0].file, "day/smith.json");
+    EXPECT_EQ(runs[0].print, "pages/smith.pdf");
+    EXPECT_EQ(runs[0].printImages, "pictures/smith");
+    EXPECT_EQ(runs[1].file, "day/o.neil.json");
+    EXPECT_EQ(runs[1].print, "pages/o.neil.pdf");
+    EXPECT_EQ(runs[1].printImages, "pictures/o.neil");
+}
+
+TEST(CommandLine, aSingleFileIsPrintedIntoAFolderToo)
+{
+    const QTemporaryDir folder;
+    const auto one = parse({"--headless", "--print", folder.path(), "day/smith.json"});
+    const auto runs = viewer::runsOf(one.commandLine);
+    ASSERT_EQ(runs.size(), 1u);
+    EXPECT_EQ(runs[0].print, folder.filePath("smith.pdf"));
+    const auto sample = viewer::runsOf(parse({"--headless", "--print", folder.path()}).commandLine);
+    ASSERT_EQ(sample.size(), 1u);
+    EXPECT_EQ(sample[0].print, folder.filePath("sample.pdf"));
+    EXPECT_EQ(sample[0].file, "");
+    EXPECT_EQ(viewer::runsOf(parse({"--print", "page.pdf"}).commandLine)[0].print, "page.pdf");
 }

@@ -1,4 +1,5 @@
 #include "viewer/PrintRequest.h"
+#include "viewer/OpenedTreatment.h"
 
 #include <QDir>
 #include <QFile>
@@ -88,8 +89,15 @@ TEST(PrintRequest, aFolderThatCannotBeMadeIsNamed)
 
 TEST(PrintRequest, theLeftSideOfThePageIsThePatientsRight)
 {
-    const kelo::DXDocumentModel document;
-    const TreatmentPage page = treatmentPage(request(), document, "Sample Patient", "S-1");
+    CommandLine commandLine;
+    commandLine.headless = true;
+    const OpenedTreatment treatment(commandLine);
+    PageSettings settings;
+    settings.notation = ToothNotation::Palmer;
+    settings.greyscale = true;
+    const TreatmentPage page = treatmentPage(request(), treatment, settings);
+    EXPECT_EQ(page.notation, ToothNotation::Palmer);
+    EXPECT_TRUE(page.greyscale);
     EXPECT_EQ(page.patientName, "Sample Patient");
     EXPECT_EQ(page.patientIdentifier, "S-1");
     EXPECT_EQ(page.date, QDate(2026, 11, 20));

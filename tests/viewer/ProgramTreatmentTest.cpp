@@ -149,3 +149,56 @@ TEST(ProgramTreatment, aDatabaseThatIsNoneIsToldAndTheTreatmentGoesOnInMemory)
               28);
     EXPECT_EQ(contentOf(database), content);
 }
+
+TEST(ProgramTreatment, severalTreatmentsArePrintedIntoAFolderAndABadOneIsNamed)
+{
+    const QTemporaryDir folder;
+    const QStringList files{folder.filePath("a.json"), folder.filePath("bad.json"),
+                            folder.filePath("missing.json"), folder.filePath("z.json")};
+    write(files[0], treatment);
+    write(files[1], "{\"format\": \"recipe\"}");
+    write(files[3], treatment);
+    const QString pages = folder.filePath("day/pages");
+    const QString pictures = folder.filePath("pictures");
+    const Ended ended =
+        run(QStringList{"--headless", "--print", pages, "--print-images", pictures} + files);
+    EXPECT_EQ(ended.status, 2);
+    const QStringList lines = QString::fromUtf8(ended.errors).split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2) << ended.errors.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(files[1] + ": ")) << lines[0].toStdString();
+    EXPECT_TRUE(lines[1].startsWith(files[2] + ": could not be read: ")) << lines[1].toStdString();
+    EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name), (QStringList{"a.pdf", "z.pdf"}));
+    for (const char *name : {"/a.pdf", "/z.pdf"}) {
+        const QByteArray pdf = contentOf(pages + name);
+        EXPECT_TRUE(pdf.startsWith("%PDF-")) << name;
+        EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF")) << name;
+    }
+    EXPECT_EQ(QDir(pictures + "/z").entryList(QDir::Files, QDir::Name),
+              (QStringList{"elastics.json", "front.png", "left.png", "right.png"}));
+}
+
+TEST(ProgramTreatment, aFolderForPagesThatCannotBeMadeIsNamed)
+{
+    const QTemporaryDir folder;
+    write(folder.filePath("a.json"), treatment);
+    write(folder.filePath("b.json"), treatment);
+    const QString pages = folder.filePath("a.json/pages");
+    const Ended ended =
+        run({"--headless", "--print", pages, folder.filePath("a.json"), folder.filePath("b.json")});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_EQ(ended.errors.toStdString(),
+              (pages + ": the folder could not be made\n").toStdString());
+}
+
+TEST(ProgramTreatment, aPageThatCannotBeWrittenIsNamedAndNothingIsHalfWritten)
+{
+    const Ended ended = run({"--headless", "--print", "/no such folder/page.pdf"});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(ended.errors.startsWith("/no such folder/page.pdf: could not be written: "))
+        << ended.errors.toStdString();
+    // A device without room takes nothing of the page.
+    const Ended full = run({"--headless", "--print", "/dev/full"});
+    EXPECT_EQ(full.status, 2);
+    EXPECT_TRUE(full.errors.startsWith("/dev/full: could not be written: "))
+        << full.errors.toStdString();
+}

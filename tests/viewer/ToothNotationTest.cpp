@@ -44,4 +44,14 @@ TEST(ToothNotation, aKeyThatIsNoneIsReturnedAsItIs)
         EXPECT_EQ(toothName(key, ToothNotation::FDI), key);
 }
 
+TEST(ToothNotation, everyNotationHasANameForSettings)
+{
+    for (const auto notation :
+         {ToothNotation::Universal, ToothNotation::FDI, ToothNotation::Palmer})
+        EXPECT_EQ(viewer::toothNotationFromName(viewer::nameOfToothNotation(notation)), notation);
+    EXPECT_EQ(viewer::toothNotationFromName("palmer"), ToothNotation::Palmer);
+    EXPECT_EQ(viewer::toothNotationFromName("Palmer"), std::nullopt);
+    EXPECT_EQ(viewer::toothNotationFromName(""), std::nullopt);
+}
+
 } // namespace

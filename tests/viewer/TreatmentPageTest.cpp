@@ -1,6 +1,7 @@
 #include "viewer/TreatmentPage.h"
 
 #include "tests/keloOpenGL/ViewFixture.h"
+#include "tests/viewer/PDFPages.h"
 
 #include <QBuffer>
 #include <QPdfWriter>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 using namespace viewer;
+using viewer::test::PDFPages;
 
 namespace {
 
@@ -78,7 +80,7 @@ TEST(TreatmentPage, aLegendThatDoesNotFitUnderTheListsHasAPageOfItsOwn)
     TreatmentPage page = pageWith(0);
     for (int i = 0; i < 29; ++i)
         page.bracketColors.push_back(
-            {QString("Colour %1").arg(i), kelo::Color(0.5, 0.5, 0.5, 1.0), 1});
+            {QString("Colour %1").arg(i), kelo::Color(0.5, 0.5, 0.5, 1.0), {"8"}});
     EXPECT_EQ(pagesOf(page, a4), 1);
     int elasticCount = 1;
     while (pagesOf(pageWith(elasticCount + 1), a4) == 1)
@@ -110,6 +112,108 @@ TEST(TreatmentPage, thePDFHasATitleAndStandsOnItsOwn)
     EXPECT_TRUE(pdf.contains("/Title"));
 }
 
+bool hasColour(const QImage &picture)
+{
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            if (pixel.red() != pixel.green() || pixel.green() != pixel.blue()) return true;
+        }
+    }
+    return false;
+}
+
+TEST(TreatmentPage, aGreyPageHasNoColour)
+{
+    TreatmentPage page = pageWith(3);
+    page.right.picture.fill(Qt::red);
+    page.bracketColors = {{"Light blue", kelo::Color(0.5, 0.8, 1.0, 1.0), {"6", "11"}}};
+    const auto inColour = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+    ASSERT_EQ(inColour.size(), 1u);
+    EXPECT_TRUE(hasColour(inColour[0]));
+    page.greyscale = true;
+    const auto inGrey = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+    ASSERT_EQ(inGrey.size(), 1u);
+    EXPECT_FALSE(hasColour(inGrey[0]));
+}
+
+TEST(TreatmentPage, thePicturesStandInTheOrderRightFrontLeft)
+{
+    TreatmentPage page = pageWith(0);
+    page.right.picture.fill(Qt::red);
+    page.front.picture.fill(Qt::green);
+    page.left.picture.fill(Qt::blue);
+    const auto pages = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+    ASSERT_EQ(pages.size(), 1u);
+    const int middle = pages[0].width() / 2;
+    // A4 landscape is 842 points wide; the pictures begin a hand below the top.
+    const auto at = [&](int x) { return pages[0].pixelColor(x, 150); };
+    EXPECT_GT(at(100).red(), 200);
+    EXPECT_LT(at(100).green(), 60);
+    EXPECT_GT(at(middle).green(), 200);
+    EXPECT_LT(at(middle).red(), 60);
+    EXPECT_GT(at(740).blue(), 200);
+    EXPECT_LT(at(740).red(), 60);
+}
+
+TEST(TreatmentPage, itsTextCanBeSelectedAndSearched)
+{
+    TreatmentPage page = pageWith(2);
+    page.bracketColors = {{"Light blue", kelo::Color(0.5, 0.8, 1.0, 1.0), {"6", "11"}}};
+    page.notation = ToothNotation::FDI;
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    for (const char *words : {"Sample Patient (S-1)", "Right", "Front", "Left", "Brackets",
+                              "Light blue: 13, 23", "1/4\" 3.5 oz: 13 \u2013 46"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(words)))
+            << words << " in " << text.toStdString();
+    EXPECT_FALSE(text.contains("Page 1"));
+}
+
+TEST(TreatmentPage, severalPagesAreNumbered)
+{
+    const QString text = PDFPages(treatmentPageAsPDF(pageWith(40), a4)).text();
+    const QStringList pages = text.split(QChar::FormFeed, Qt::SkipEmptyParts);
+    ASSERT_EQ(pages.size(), 2);
+    EXPECT_TRUE(pages[0].contains("Page 1 of 2"));
+    EXPECT_TRUE(pages[1].contains("Page 2 of 2"));
+    EXPECT_TRUE(pages[1].contains("Sample Patient (S-1)"));
+    EXPECT_EQ(text.count("3.5 oz"), 3 * 40);
+}
+
+TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightStayOnThePage)
+{
+    for (const QString &name :
+         {QString("Maria Magdalena Anastasia Konstantinopoulou-Featherstonehaugh ").repeated(4),
+          QString(300, 'W'), QString::fromUtf8("\u05d9\u05e2\u05dc \u05db\u05d4\u05df")}) {
+        TreatmentPage page = pageWith(1);
+        page.patientName = name;
+        const auto pages = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+        ASSERT_EQ(pages.size(), 1u) << name.toStdString();
+        // 15 mm are 42 points: nothing is painted in the margins.
+        for (int y = 0; y < pages[0].height(); ++y) {
+            for (const int x : {20, 38, pages[0].width() - 39, pages[0].width() - 20})
+                ASSERT_EQ(pages[0].pixelColor(x, y), QColor(Qt::white)) << x << ", " << y;
+        }
+    }
+}
+
+TEST(TreatmentPage, thePaperIsTheOneThatWasAskedFor)
+{
+    const auto informationOf = [](QPageSize::PageSizeId size,
+                                  QPageLayout::Orientation orientation) {
+        return PDFPages(treatmentPageAsPDF(pageWith(1), layoutOf(size, orientation))).information();
+    };
+    EXPECT_TRUE(
+        informationOf(QPageSize::A4, QPageLayout::Landscape).contains("842 x 595 pts (A4)"));
+    EXPECT_TRUE(informationOf(QPageSize::A4, QPageLayout::Portrait).contains("595 x 842 pts (A4)"));
+    EXPECT_TRUE(informationOf(QPageSize::Letter, QPageLayout::Landscape)
+                    .contains("792 x 612 pts (letter)"));
+    EXPECT_TRUE(
+        informationOf(QPageSize::Letter, QPageLayout::Portrait).contains("612 x 792 pts (letter)"));
+    EXPECT_TRUE(informationOf(QPageSize::A4, QPageLayout::Landscape)
+                    .contains("Treatment of Sample Patient, "));
+}
+
 TEST(TreatmentPage, theColoursInUseAreThoseOfShownBracketsInTheCataloguesOrder)
 {
     kelo::DXDocumentModel document;
@@ -132,9 +236,9 @@ TEST(TreatmentPage, theColoursInUseAreThoseOfShownBracketsInTheCataloguesOrder)
     const auto colors = bracketColorsInUse(document);
     ASSERT_EQ(colors.size(), 2u);
     EXPECT_EQ(colors[0].label, "Blue");
-    EXPECT_EQ(colors[0].bracketCount, 1);
+    EXPECT_EQ(colors[0].teeth, (std::vector<std::string>{"7"}));
     EXPECT_EQ(colors[1].label, "Red");
-    EXPECT_EQ(colors[1].bracketCount, 2);
+    EXPECT_EQ(colors[1].teeth, (std::vector<std::string>{"6", "8"}));
     EXPECT_EQ(colors[1].color, kelo::Color(0.1, 0.2, 0.3, 1.0));
 }
 
