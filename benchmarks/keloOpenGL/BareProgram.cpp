@@ -167,13 +167,18 @@ void Program::upload(const Scene &scene)
 
 void Program::draw(float degrees)
 {
+    drawTurned(
+        {scene_.rotation[0] + degrees, scene_.rotation[1], scene_.rotation[2], scene_.rotation[3]});
+}
+
+void Program::drawTurned(const std::array<float, 4> &rotation)
+{
     const GLfloat white[] = {1.0f, 1.0f, 1.0f, 1.0f};
     glClear(GL_DEPTH_BUFFER_BIT);
     drawBackground(width_, height_);
     glLoadIdentity();
     glTranslatef(scene_.center[0], scene_.center[1], scene_.center[2]);
-    glRotatef(scene_.rotation[0] + degrees, scene_.rotation[1], scene_.rotation[2],
-              scene_.rotation[3]);
+    glRotatef(rotation[0], rotation[1], rotation[2], rotation[3]);
     glTranslatef(-scene_.center[0], -scene_.center[1], -scene_.center[2]);
     for (std::size_t i = 0; i < buffers_.size(); ++i) {
         const Mesh &mesh = scene_.meshes[i];

@@ -42,6 +42,8 @@ public:
     void upload(const Scene &scene);
     /// Draws one frame and waits until it is finished. `degrees` is added to the scene's rotation.
     void draw(float degrees);
+    /// The same with a rotation (degrees, axis) in place of the scene's.
+    void drawTurned(const std::array<float, 4> &rotation);
     /// The pixel in the middle, to check that something was drawn.
     std::array<unsigned char, 3> middlePixel() const;
 

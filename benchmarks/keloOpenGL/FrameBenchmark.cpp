@@ -4,6 +4,7 @@
 #include "platform/gl.h"
 
 #include "benchmarks/keloOpenGL/BareProgram.h"
+#include "benchmarks/keloOpenGL/SampleScene.h"
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/TreatmentLoader.h"
 
@@ -15,12 +16,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
+
+using bare::bareScene;
+using bare::makeSampleView;
 
 struct PictureSize
 {
@@ -33,44 +35,6 @@ PictureSize pictureSize(const benchmark::State &state)
     return {static_cast<int>(state.range(0)), static_cast<int>(state.range(1))};
 }
 
-std::shared_ptr<kelo::DXOpenGL> makeSampleView(PictureSize size)
-{
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
-    auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{
-        {0.0, 0.0}, {static_cast<double>(size.width), static_cast<double>(size.height)}});
-    view->setDocumentModel(viewer::loadTreatment(QString()));
-    return view;
-}
-
-bare::Mesh bareMesh(const kelo::DXGLightweightModel &model)
-{
-    bare::Mesh mesh;
-    const auto *floats = reinterpret_cast<const float *>(model.vertices().data());
-    mesh.vertices.assign(floats, floats + model.vertices().size() * 6);
-    mesh.indexes.assign(model.indexes().begin(), model.indexes().end());
-    const kelo::Color color = model.material()->color().value_or(kelo::Color::whiteColor());
-    mesh.color = {static_cast<float>(color.red), static_cast<float>(color.green),
-                  static_cast<float>(color.blue), 1.0f};
-    mesh.shininess = static_cast<float>(model.material()->shininess());
-    return mesh;
-}
-
-/// The scene as the view would draw it, with its visible models in its own order.
-bare::Scene bareScene(const kelo::DXOpenGL &view)
-{
-    bare::Scene scene;
-    for (const auto &models :
-         {view.documentModel()->upperModels(), view.documentModel()->lowerModels()}) {
-        for (const auto &model : models)
-            scene.meshes.push_back(bareMesh(*model));
-    }
-    const kelo::WindowLimits window = view.windowLimits();
-    scene.window = {window.xMin, window.xMax, window.yMin, window.yMax, view.zMin(), view.zMax()};
-    scene.center = {view.rotationCenter().x, view.rotationCenter().y, view.rotationCenter().z};
-    scene.rotation = view.worldRotation();
-    return scene;
-}
-
 bool showsTheScene(const std::array<unsigned char, 3> &pixel)
 {
     // The background is more blue than red everywhere; the middle of the view shows a tooth.
@@ -80,7 +44,7 @@ bool showsTheScene(const std::array<unsigned char, 3> &pixel)
 void steadyFrameBare(benchmark::State &state)
 {
     const PictureSize size = pictureSize(state);
-    const auto view = makeSampleView(size);
+    const auto view = makeSampleView(size.width, size.height);
     view->display();
     bare::Program program(size.width, size.height);
     if (!program.isUsable()) {
@@ -97,7 +61,7 @@ void steadyFrameBare(benchmark::State &state)
 
 void steadyFrameView(benchmark::State &state)
 {
-    const auto view = makeSampleView(pictureSize(state));
+    const auto view = makeSampleView(pictureSize(state).width, pictureSize(state).height);
     view->display();
     float degrees = 0.0f;
     for (auto _ : state) {
@@ -112,31 +76,19 @@ void steadyFrameView(benchmark::State &state)
     if (!showsTheScene(pixel)) state.SkipWithError("nothing was drawn");
 }
 
-bool runToItsEnd(std::vector<std::string> arguments)
-{
-    std::vector<char *> pointers;
-    for (std::string &argument : arguments)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    pid_t child = 0;
-    int status = -1;
-    return posix_spawn(&child, pointers[0], nullptr, nullptr, pointers.data(), environ) == 0 &&
-           waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 void firstFrameBare(benchmark::State &state)
 {
     const PictureSize size = pictureSize(state);
     char path[] = "/tmp/kelo-scene-XXXXXX";
     const int file = mkstemp(path);
-    if (file < 0 || !bare::writeScene(path, bareScene(*makeSampleView(size)))) {
+    if (file < 0 || !bare::writeScene(path, bareScene(*makeSampleView(size.width, size.height)))) {
         state.SkipWithError("the scene file could not be written");
         return;
     }
     close(file);
     for (auto _ : state) {
-        if (!runToItsEnd({KELO_BARE_FIRST_FRAME, path, std::to_string(size.width),
-                          std::to_string(size.height)}))
+        if (!bare::runToItsEnd({KELO_BARE_FIRST_FRAME, path, std::to_string(size.width),
+                                std::to_string(size.height)}))
             state.SkipWithError("the program failed");
     }
     std::remove(path);
@@ -146,7 +98,7 @@ void firstFrameView(benchmark::State &state)
 {
     const PictureSize size = pictureSize(state);
     for (auto _ : state) {
-        if (!runToItsEnd(
+        if (!bare::runToItsEnd(
                 {KELO_VIEW_FIRST_FRAME, std::to_string(size.width), std::to_string(size.height)}))
             state.SkipWithError("the program failed");
     }
@@ -194,19 +146,13 @@ void loadMeshFiles(benchmark::State &state)
 
 void sizes(benchmark::internal::Benchmark *row)
 {
-    row->Args({800, 600})->Args({1600, 1000})->Unit(benchmark::kMillisecond)->UseRealTime();
-    row->Repetitions(7)->ReportAggregatesOnly(true);
-    row->ComputeStatistics("min", [](const std::vector<double> &values) {
-        return *std::min_element(values.begin(), values.end());
-    });
-    row->ComputeStatistics("max", [](const std::vector<double> &values) {
-        return *std::max_element(values.begin(), values.end());
-    });
+    row->Args({800, 600})->Args({1600, 1000});
+    bare::withSpread(row);
 }
 
 void loading(benchmark::internal::Benchmark *row)
 {
-    row->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(7)->ReportAggregatesOnly(true);
+    bare::withSpread(row);
 }
 
 BENCHMARK(steadyFrameBare)->Apply(sizes);
