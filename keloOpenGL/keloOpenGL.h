@@ -49,6 +49,7 @@
 #include "document/ElasticModel.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"

@@ -181,6 +181,8 @@ private:
     std::size_t next_ = 0;
 };
 
+using Reader = std::function<ScriptCommand(LineReader &)>;
+
 ScriptCommand readPress(LineReader &line)
 {
     PressCommand press;
@@ -277,6 +279,34 @@ ScriptCommand readRotation(LineReader &line)
     return rotation;
 }
 
+ScriptCommand readZoom(LineReader &line)
+{
+    ZoomCommand zoom;
+    if (line.peek() == QStringLiteral("fit")) {
+        line.text("fit");
+        return zoom;
+    }
+    zoom.box = {line.number("LEFT"), line.number("RIGHT"), line.number("BOTTOM"),
+                line.number("TOP")};
+    const auto &[left, right, bottom, top] = *zoom.box;
+    if (left >= right || bottom >= top) throw BadLine(QStringLiteral("the zoom box has no area"));
+    return zoom;
+}
+
+Reader readerOfShow(bool shows)
+{
+    return [shows](LineReader &line) -> ScriptCommand {
+        const QString name = line.text("the part");
+        for (std::size_t i = 0; i < scenePartNames.size(); ++i) {
+            if (name == QLatin1String(scenePartNames[i]))
+                return ShowCommand{static_cast<kelo::ScenePart>(i), shows};
+        }
+        throw BadLine(QStringLiteral("the parts are upper-arch, lower-arch, gums, brackets, "
+                                     "buttons and elastics, not '%1'")
+                          .arg(name));
+    };
+}
+
 ScriptCommand readResize(LineReader &line)
 {
     const int width = line.wholeNumber(1, largestSide, "the width");
@@ -291,8 +321,6 @@ ScriptCommand readFullScreen(LineReader &line)
         throw BadLine(QStringLiteral("full screen is 'on' or 'off', not '%1'").arg(word));
     return FullScreenCommand{word == QStringLiteral("on")};
 }
-
-using Reader = std::function<ScriptCommand(LineReader &)>;
 
 const QHash<QString, Reader> &readers()
 {
@@ -320,6 +348,9 @@ const QHash<QString, Reader> &readers()
         {QStringLiteral("mouth"),
          [](LineReader &line) { return MouthCommand{line.number("DEGREES")}; }},
         {QStringLiteral("rotation"), readRotation},
+        {QStringLiteral("zoom"), readZoom},
+        {QStringLiteral("show"), readerOfShow(true)},
+        {QStringLiteral("hide"), readerOfShow(false)},
         {QStringLiteral("resize"), readResize},
         {QStringLiteral("fullscreen"), readFullScreen},
         {QStringLiteral("picture"),

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "platform/Rect.h"
+#include "keloOpenGL/keloOpenGL.h"
 
 #include <QDate>
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <variant>
@@ -90,6 +91,16 @@ struct RotationCommand
 {
     double degrees = 0.0, x = 0.0, y = 0.0, z = 0.0;
 };
+struct ZoomCommand
+{
+    /// Left, right, bottom, top in millimetres of the turned world; nothing: to fit.
+    std::optional<std::array<double, 4>> box;
+};
+struct ShowCommand
+{
+    kelo::ScenePart part;
+    bool shows = true;
+};
 struct ResizeCommand
 {
     kelo::Size size;
@@ -111,7 +122,8 @@ using ScriptCommand =
     std::variant<PressCommand, DragCommand, ReleaseCommand, ClickCommand, ScrollCommand, KeyCommand,
                  ModifiersCommand, MenuCommand, DismissCommand, DateCommand, ApproveCommand,
                  AdvanceCommand, WaitCommand, RepeatIntervalCommand, MouthCommand, RotationCommand,
-                 ResizeCommand, FullScreenCommand, PictureCommand, StateCommand>;
+                 ZoomCommand, ShowCommand, ResizeCommand, FullScreenCommand, PictureCommand,
+                 StateCommand>;
 
 struct ScriptLine
 {
@@ -130,5 +142,9 @@ struct ParsedScript
 /// Reads a script's text (UTF-8). Nothing of it is looked up: whether an object, a menu row or a
 /// file exists is only known when it is played.
 ParsedScript parseScript(const QByteArray &text);
+
+/// The names that scripts and states have for the parts of the scene, in the order of ScenePart.
+inline constexpr std::array<const char *, kelo::scenePartCount> scenePartNames{
+    "upper-arch", "lower-arch", "gums", "brackets", "buttons", "elastics"};
 
 } // namespace viewer

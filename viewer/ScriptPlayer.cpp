@@ -285,6 +285,23 @@ QString ScriptPlayer::run(const RotationCommand &command)
     return {};
 }
 
+QString ScriptPlayer::run(const ZoomCommand &command)
+{
+    if (!command.box) {
+        view_.zoomToFit();
+        return {};
+    }
+    const auto &[left, right, bottom, top] = *command.box;
+    view_.setZoomData(kelo::DXOpenGL::zoomDataWithXMin_xMax_yMin_yMax(left, right, bottom, top));
+    return {};
+}
+
+QString ScriptPlayer::run(const ShowCommand &command)
+{
+    view_.setShowsScenePart(command.part, command.shows);
+    return {};
+}
+
 QString ScriptPlayer::run(const ResizeCommand &command)
 {
     view_.setFrameSize(command.size);

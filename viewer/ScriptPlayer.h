@@ -54,6 +54,8 @@ private:
     QString run(const RepeatIntervalCommand &command);
     QString run(const MouthCommand &command);
     QString run(const RotationCommand &command);
+    QString run(const ZoomCommand &command);
+    QString run(const ShowCommand &command);
     QString run(const ResizeCommand &command);
     QString run(const FullScreenCommand &command);
     QString run(const PictureCommand &command);

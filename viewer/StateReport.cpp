@@ -1,5 +1,7 @@
 #include "viewer/StateReport.h"
 
+#include "viewer/Script.h"
+
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "keloModel/ElasticsConfigType.h"
@@ -184,6 +186,16 @@ void insertInteraction(QJsonObject &state, const kelo::DXOpenGL &view)
     state.insert(QStringLiteral("bracketSequence"), keysOrNull(view.bracketSequence()));
 }
 
+QJsonArray hiddenParts(const kelo::DXOpenGL &view)
+{
+    QJsonArray names;
+    for (std::size_t i = 0; i < scenePartNames.size(); ++i) {
+        if (!view.showsScenePart(static_cast<kelo::ScenePart>(i)))
+            names.append(QLatin1String(scenePartNames[i]));
+    }
+    return names;
+}
+
 } // namespace
 
 QByteArray stateAsJSON(const kelo::DXOpenGL &view, const DelegateCallLog &callLog,
@@ -211,6 +223,7 @@ QByteArray stateAsJSON(const kelo::DXOpenGL &view, const DelegateCallLog &callLo
         {QStringLiteral("calls"), callLog.calls()},
     };
     insertInteraction(state, view);
+    state.insert(QStringLiteral("hiddenParts"), hiddenParts(view));
     if (view.documentModel()) insertDocument(state, *view.documentModel());
     return QJsonDocument(state).toJson(QJsonDocument::Indented);
 }

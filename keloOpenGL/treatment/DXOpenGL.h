@@ -5,12 +5,14 @@
 #include "keloOpenGL/treatment/PickTarget.h"
 #include "keloOpenGL/treatment/RepeatAction.h"
 #include "keloOpenGL/treatment/RubberBand.h"
+#include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Menu.h"
 
 #include <QDateTime>
 #include <QImage>
 
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -189,6 +191,17 @@ public:
     Rect printButtonRect() const;
     /// @}
 
+    /// @name Parts of the scene
+    /// @{
+    /// Whether a part is drawn; at first all are. What is left out cannot be picked either. The
+    /// document does not change, and prints show everything.
+    bool showsScenePart(ScenePart part) const
+    {
+        return !hiddenParts_[static_cast<std::size_t>(part)];
+    }
+    void setShowsScenePart(ScenePart part, bool shows);
+    /// @}
+
     /// @name Picking
     /// What lies under a point. Points are in device pixels, counted from the lower left corner;
     /// coordinates are cut to whole numbers. A pick neither changes the picture that the view shows
@@ -359,6 +372,7 @@ protected:
     /// Whether a pick may draw where nobody sees it; otherwise it draws into the view's own buffer
     /// and then draws the view again.
     virtual bool canPickOffScreen() const;
+    bool shouldDraw(const DXGLightweightModel &model) const override;
     /// False for a model that cannot be seen in the pixel that is being picked.
     bool shouldDrawForColorSelection(const DXGLightweightModel &model,
                                      const Matrix &jawTransform) const override;
@@ -382,6 +396,9 @@ private:
     void goOnWithElasticAt(const std::string &name);
     std::shared_ptr<ElasticModel> lastClickedElastic() const;
     void drawElastics();
+    bool drawsScenePart(ScenePart part) const;
+    bool drawsElasticOver(const std::vector<std::string> &keys) const;
+    void collectModelsLeftOut();
     void makeDateLabel();
     float overlayAspect() const;
     /// After the context was lost: loads the pictures and makes the label again in the new one.
@@ -414,7 +431,7 @@ private:
     QDateTime _approvedDate;
     QDateTime _displayedDate;
     bool _displayedDateIsToday = false;
-    int printScale_ = 1; ///< device pixels for each pixel of a print request
+    int printScale_ = 1;     ///< device pixels for each pixel of a print request
     bool _printMode = false; ///< while the scene is drawn for printing
     std::shared_ptr<StringTexture> dateStringTexture_;
     std::shared_ptr<SimpleTexture> bracketToolTexture_;
@@ -439,6 +456,8 @@ private:
     bool _printButtonTracking = false;
     bool _printButtonDown = false;
     bool texturesWereLost_ = false;
+    std::bitset<scenePartCount> hiddenParts_;
+    std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
     PickTarget pickTarget_;
     std::optional<PickBox> pickBox_;        ///< there while a pixel is being picked
     std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room

@@ -127,6 +127,7 @@ void DXOpenGL::drawElastics()
     if (!document) return;
     const auto &elastics = document->elasticModels();
     for (std::size_t i = 0; i < elastics.size(); ++i) {
+        if (!drawsElasticOver(elastics[i]->bracketSequence())) continue;
         drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
             elastics[i]->bracketSequence(), colorOf(elastics[i]->elasticsSizeType()), true,
             isInColorPickMode(), static_cast<std::uint32_t>(i));

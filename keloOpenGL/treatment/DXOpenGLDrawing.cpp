@@ -16,6 +16,7 @@ void DXOpenGL::rotateByDegrees(float degrees)
 
 void DXOpenGL::drawContent()
 {
+    collectModelsLeftOut();
     HVOGLSmoothView::drawContent();
     if (!isInColorPickMode()) {
         glEnable(GL_LIGHTING);

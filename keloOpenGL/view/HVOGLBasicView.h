@@ -232,6 +232,9 @@ public:
 
 protected:
     void contextWasLost() override;
+    /// Hook: whether a model belongs to the picture at all, however its hidden flags are. Asked in
+    /// picks too.
+    virtual bool shouldDraw(const DXGLightweightModel &) const { return true; }
     /// Hook: whether a model must be drawn for the pick that is going on. Hidden ones are asked for
     /// too. A pick of one pixel leaves out what cannot be seen there.
     virtual bool shouldDrawForColorSelection(const DXGLightweightModel &, const Matrix &) const

@@ -240,6 +240,7 @@ void HVOGLBasicView::drawModels(const std::vector<std::shared_ptr<DXGLightweight
     glPushMatrix();
     glMultMatrixf(jawTransform.m);
     for (const auto &model : models) {
+        if (!shouldDraw(*model)) continue;
         if (_isInColorPickMode) {
             if (shouldDrawForColorSelection(*model, jawTransform)) model->drawForColorSelection();
         } else if (!model->hiddenPrimary() && !model->hiddenSecondary()) {

@@ -109,6 +109,11 @@ TEST(Script, theOtherCommandsTakeTheirNumbersAndWords)
     EXPECT_EQ(rotation.degrees, 90.0);
     EXPECT_EQ(rotation.x, -1.0);
     EXPECT_EQ(rotation.z, 0.5);
+    EXPECT_EQ(parsed<ZoomCommand>("zoom -5 5 0 7.5").box, (std::array{-5.0, 5.0, 0.0, 7.5}));
+    EXPECT_EQ(parsed<ZoomCommand>("zoom fit").box, std::nullopt);
+    EXPECT_EQ(parsed<ShowCommand>("hide lower-arch").part, kelo::ScenePart::LowerArch);
+    EXPECT_FALSE(parsed<ShowCommand>("hide elastics").shows);
+    EXPECT_TRUE(parsed<ShowCommand>("show gums").shows);
     EXPECT_EQ(parsed<ResizeCommand>("resize 640 480").size, (kelo::Size{640.0, 480.0}));
     EXPECT_TRUE(parsed<FullScreenCommand>("fullscreen on").on);
     EXPECT_FALSE(parsed<FullScreenCommand>("fullscreen off").on);
@@ -159,6 +164,10 @@ TEST(Script, everyWrongLineIsNamedWithItsNumberAndReason)
         {"advance -1", "1: SECONDS must be 0 at least, not -1"},
         {"resize 0 5", "1: the width must be a whole number from 1 to 8192, not '0'"},
         {"fullscreen yes", "1: full screen is 'on' or 'off', not 'yes'"},
+        {"zoom 1 2 3", "1: TOP is missing"},
+        {"zoom 5 -5 0 1", "1: the zoom box has no area"},
+        {"hide teeth", "1: the parts are upper-arch, lower-arch, gums, brackets, buttons and "
+                       "elastics, not 'teeth'"},
         {"dismiss now", "1: 'now' is too much"},
         {"picture", "1: the file is missing"},
     };

@@ -1,0 +1,73 @@
+// Parts of the scene that are left out of the picture.
+
+#include "keloOpenGL/treatment/DXOpenGL.h"
+
+#include "document/DXDocumentModel.h"
+#include "keloModel/TreatmentNote.h"
+#include "models/DXGLightweightModel.h"
+#include "models/NameKey.h"
+
+#include <algorithm>
+
+namespace kelo {
+namespace {
+
+constexpr int lastUpperTooth = 16;
+
+ScenePart archOfNameKey(const std::string &key)
+{
+    return integerValueOfNameKey(key) <= lastUpperTooth ? ScenePart::UpperArch
+                                                        : ScenePart::LowerArch;
+}
+
+} // namespace
+
+void DXOpenGL::setShowsScenePart(ScenePart part, bool shows)
+{
+    hiddenParts_.set(static_cast<std::size_t>(part), !shows);
+    setNeedsDisplay(true);
+}
+
+bool DXOpenGL::drawsScenePart(ScenePart part) const
+{
+    return _printMode || showsScenePart(part);
+}
+
+void DXOpenGL::collectModelsLeftOut()
+{
+    modelsLeftOut_.clear();
+    const auto document = documentModel();
+    if (!document || hiddenParts_.none() || _printMode) return;
+    const auto leaveOut = [this](const DXDocumentModel::Models &models, bool leavesOutAll) {
+        for (const auto &[key, model] : models) {
+            if (leavesOutAll || !drawsScenePart(archOfNameKey(key)))
+                modelsLeftOut_.push_back(model->uniqueID());
+        }
+    };
+    leaveOut(document->toothModels(), false);
+    leaveOut(document->bracketModels(), !drawsScenePart(ScenePart::Brackets));
+    leaveOut(document->buttonModels(), !drawsScenePart(ScenePart::Buttons));
+    const std::pair<std::shared_ptr<DXGLightweightModel>, ScenePart> gums[] = {
+        {document->upperGumModel(), ScenePart::UpperArch},
+        {document->lowerGumModel(), ScenePart::LowerArch}};
+    for (const auto &[gum, arch] : gums) {
+        if (gum && !(drawsScenePart(ScenePart::Gums) && drawsScenePart(arch)))
+            modelsLeftOut_.push_back(gum->uniqueID());
+    }
+    std::sort(modelsLeftOut_.begin(), modelsLeftOut_.end());
+}
+
+bool DXOpenGL::shouldDraw(const DXGLightweightModel &model) const
+{
+    return !std::binary_search(modelsLeftOut_.begin(), modelsLeftOut_.end(), model.uniqueID());
+}
+
+bool DXOpenGL::drawsElasticOver(const std::vector<std::string> &keys) const
+{
+    return drawsScenePart(ScenePart::Elastics) &&
+           std::all_of(keys.begin(), keys.end(), [this](const std::string &key) {
+               return drawsScenePart(archOfNameKey(key));
+           });
+}
+
+} // namespace kelo
