@@ -20,9 +20,12 @@ std::array<float, 4> worldRotationTurnedByDegrees(const std::array<float, 4> &wo
 {
     const float step = degrees * pi / 180.0f;
     const Vector3 vertical{0.0f, 0.0f, 1.0f};
-    Quaternion turned =
-        Quaternion_fromAxisAngle(Vector3{worldRotation[1], worldRotation[2], worldRotation[3]},
-                                 worldRotation[0] * pi / 180.0f);
+    Quaternion turned{0.0f, 0.0f, 0.0f, 1.0f};
+    // Without an axis, as the identity is when it is taken apart below, nothing is turned yet.
+    if (worldRotation[1] != 0.0f || worldRotation[2] != 0.0f || worldRotation[3] != 0.0f)
+        turned =
+            Quaternion_fromAxisAngle(Vector3{worldRotation[1], worldRotation[2], worldRotation[3]},
+                                     worldRotation[0] * pi / 180.0f);
     Quaternion_rotate(&turned, vertical, step);
     turned = clampQuaternionToFront180Degrees(turned);
 

@@ -14,7 +14,8 @@ namespace kelo {
 Quaternion clampQuaternionToFront180Degrees(const Quaternion &quaternion);
 
 /// A world rotation (angle in degrees, then the axis) turned by `degrees` about the axis (0, 0, 1)
-/// of the scene and clamped to the front half.
+/// of the scene and clamped to the front half. A rotation about the axis (0, 0, 0) is none,
+/// whatever its angle.
 std::array<float, 4> worldRotationTurnedByDegrees(const std::array<float, 4> &worldRotation,
                                                   float degrees);
 

@@ -25,10 +25,13 @@ float radians(float degrees)
     return degrees * pi / 180.0f;
 }
 
+/// A rotation without an axis, as the identity is when it is taken apart, turns nothing; so does
+/// glRotate draw it.
 Quaternion quaternionOfRotation(const HVOGLBasicView::Rotation &rotation)
 {
-    return Quaternion_fromAxisAngle(Vector3{rotation[1], rotation[2], rotation[3]},
-                                    radians(rotation[0]));
+    const Vector3 axis{rotation[1], rotation[2], rotation[3]};
+    if (axis.x == 0.0f && axis.y == 0.0f && axis.z == 0.0f) return {0.0f, 0.0f, 0.0f, 1.0f};
+    return Quaternion_fromAxisAngle(axis, radians(rotation[0]));
 }
 
 HVOGLBasicView::Rotation rotationOfQuaternion(const Quaternion &quaternion)

@@ -135,6 +135,29 @@ TEST_F(SmoothView, aRotationFollowsTheSingleAxisPathAndLandsExactlyOnItsTarget)
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{110.0f, 0.0f, 0.0f, 1.0f}));
 }
 
+TEST_F(SmoothView, aRotationFromAnOrientationToTheSameOneInOtherNumbersStaysThere)
+{
+    view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);
+    view->setTargetWorldRotationAngle_axis(0.0, 1.0, 0.0, 0.0);
+    EXPECT_TRUE(view->isAnimatingWorldRotation());
+    advanceTicks(10);
+    // The identity has the angle 0 or a whole turn; its axis is any.
+    EXPECT_NEAR(std::cos(view->worldRotation()[0] * 0.0174532925), 1.0, 1e-6);
+    for (const float number : view->worldRotation())
+        EXPECT_TRUE(std::isfinite(number));
+    advanceTicks(40);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{0.0f, 1.0f, 0.0f, 0.0f}));
+}
+
+TEST_F(SmoothView, aRotationStartsFromAnOrientationWithoutAnAxisAsFromTheIdentity)
+{
+    view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 0.0);
+    view->setTargetWorldRotationAngle_axis(80.0, 0.0, 0.0, 1.0);
+    advanceTicks(10);
+    EXPECT_NEAR(view->worldRotation()[0], 80.0 * eased(10, 0.75), 0.1);
+    EXPECT_NEAR(view->worldRotation()[3], 1.0, 1e-5);
+}
+
 TEST_F(SmoothView, theTargetQuaternionIsTheTransitionsWhileItRunsAndElseThePresentOne)
 {
     view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);

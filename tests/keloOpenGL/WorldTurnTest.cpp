@@ -93,3 +93,11 @@ TEST(WorldTurn, noTurnEverShowsTheBackOfTheArches)
         EXPECT_GE(frontDirection(rotation).z, -1e-4f) << "step " << step;
     }
 }
+
+TEST(WorldTurn, anOrientationWithoutAnAxisIsTurnedLikeTheIdentity)
+{
+    const auto turned = worldRotationTurnedByDegrees({0.0f, 0.0f, 0.0f, 0.0f}, 30.0f);
+    EXPECT_NEAR(turned[0], 30.0f, 1e-4f);
+    EXPECT_NEAR(turned[3], 1.0f, 1e-6f);
+    EXPECT_EQ(turned, worldRotationTurnedByDegrees({0.0f, 0.0f, 0.0f, 1.0f}, 30.0f));
+}
