@@ -4,6 +4,7 @@
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 #include "viewer/PrintRequest.h"
+#include "viewer/StandardView.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -71,7 +72,41 @@ void MainWindow::makeMenus()
         viewMenu->addAction(tr("&Full Screen"), this, &MainWindow::toggleFullScreen);
     fullScreen->setShortcut(QKeySequence(Qt::Key_F11));
     viewMenu->addSeparator();
+    makeStandardViewRows(*viewMenu);
+    viewMenu->addSeparator();
+    makeScenePartRows(*viewMenu->addMenu(tr("Sho&w")));
     makeNotationMenu(*viewMenu->addMenu(tr("&Tooth Numbers")));
+}
+
+void MainWindow::makeStandardViewRows(QMenu &menu)
+{
+    int key = Qt::Key_1;
+    for (const StandardView standardView : standardViews) {
+        QAction *action = menu.addAction(titleOfStandardView(standardView), this,
+                                         [=, this] { showStandardView(*view_, standardView); });
+        action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key++)));
+    }
+}
+
+void MainWindow::makeScenePartRows(QMenu &menu)
+{
+    const std::pair<kelo::ScenePart, QString> titles[] = {
+        {kelo::ScenePart::UpperArch, tr("&Upper Arch")},
+        {kelo::ScenePart::LowerArch, tr("&Lower Arch")},
+        {kelo::ScenePart::Gums, tr("&Gums")},
+        {kelo::ScenePart::Brackets, tr("&Brackets")},
+        {kelo::ScenePart::Buttons, tr("Lingual Bu&ttons")},
+        {kelo::ScenePart::Elastics, tr("&Elastics")},
+    };
+    for (const auto &[part, title] : titles) {
+        QAction *action = menu.addAction(title);
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this,
+                [this, part = part](bool shows) { view_->setShowsScenePart(part, shows); });
+        // Standard views show and leave out arches too.
+        connect(&menu, &QMenu::aboutToShow, action,
+                [this, action, part = part] { action->setChecked(view_->showsScenePart(part)); });
+    }
 }
 
 void MainWindow::makeNotationMenu(QMenu &menu)

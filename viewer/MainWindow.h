@@ -40,6 +40,8 @@ protected:
 
 private:
     void makeMenus();
+    void makeStandardViewRows(QMenu &menu);
+    void makeScenePartRows(QMenu &menu);
     /// The notation is remembered, and stands on every page that is printed from then on.
     void makeNotationMenu(QMenu &menu);
     PageSettings pageSettings() const;
