@@ -2,7 +2,7 @@
 #include "tests/tools/MeshgenBracketMeasurements.h"
 #include "tools/meshgen/BracketParts.h"
 #include "tools/meshgen/ButtonParts.h"
-#include "tools/meshgen/SampleMeshes.h"
+#include "tools/meshgen/PatientMeshes.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +29,8 @@ struct Bonded
 const std::vector<Bonded> &patient()
 {
     static const std::vector<Bonded> all = [] {
-        const HookTable hooks = readHooks(KELO_MESH_PARAMETERS "/hooks.csv");
-        const SamplePatient sample = makeSamplePatient(KELO_MESH_PARAMETERS);
+        const HookTable hooks = readHooks(KELO_MESH_TABLES "/hooks.csv");
+        const Patient sample = makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv");
         std::map<std::string, const Mesh *> meshes;
         for (const NamedMesh &named : sample.meshes)
             meshes[named.name] = &named.mesh;

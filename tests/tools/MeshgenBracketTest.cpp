@@ -18,7 +18,7 @@ using Sentences = std::vector<std::string>;
 
 const HookTable &hooks()
 {
-    static const HookTable table = readHooks(KELO_MESH_PARAMETERS "/hooks.csv");
+    static const HookTable table = readHooks(KELO_MESH_TABLES "/hooks.csv");
     return table;
 }
 

@@ -1,8 +1,8 @@
 // The sample patient as a whole: which files there are, what they cost, how they are made and where
 // everything stands.
 
+#include "tools/meshgen/PatientMeshes.h"
 #include "tools/meshgen/Report.h"
-#include "tools/meshgen/SampleMeshes.h"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +19,9 @@ namespace {
 
 using namespace kelo::meshgen;
 
-const SamplePatient &patient()
+const Patient &patient()
 {
-    static const SamplePatient made = makeSamplePatient(KELO_MESH_PARAMETERS);
+    static const Patient made = makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv");
     return made;
 }
 
@@ -59,8 +59,8 @@ TEST(MeshgenPatient, theFilesOfTwoRunsHaveTheSameBytes)
 {
     const ScratchFolder first("meshgen-first");
     const ScratchFolder second("meshgen-second");
-    writeMeshes(makeSamplePatient(KELO_MESH_PARAMETERS), first.path.string());
-    writeMeshes(makeSamplePatient(KELO_MESH_PARAMETERS), second.path.string());
+    writeMeshes(makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv"), first.path.string());
+    writeMeshes(makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv"), second.path.string());
     const auto files = filesOf(first.path);
     EXPECT_EQ(files.size(), 86U);
     EXPECT_EQ(files, filesOf(second.path));
@@ -115,20 +115,20 @@ TEST(MeshgenPatient, teethAndGumsAreSmoothWithOneNormalForEveryPoint)
     }
 }
 
-TEST(MeshgenPatient, neighboursTouchWithinThreeTenthsOfAMillimetre)
+TEST(MeshgenPatient, neighboursTouchWithinTwoTenthsOfAMillimetre)
 {
     const auto &teeth = patient().teeth;
     ASSERT_EQ(teeth.size(), 28U);
     for (std::size_t i = 0; i + 1 < teeth.size(); ++i) {
         if (i == 13) continue; // from the last upper to the first lower tooth
-        EXPECT_LE(std::abs(contactGap(teeth[i], teeth[i + 1])), 0.3)
+        EXPECT_LE(std::abs(contactGap(teeth[i], teeth[i + 1])), 0.2)
             << teeth[i].placement.number << " and " << teeth[i + 1].placement.number;
     }
 }
 
 TEST(MeshgenPatient, everyAnchorLiesOutsideTheTeethOfItsJaw)
 {
-    const auto anchors = measureAnchors(patient(), KELO_MESH_PARAMETERS);
+    const auto anchors = measureAnchors(patient(), KELO_MESH_TABLES);
     ASSERT_EQ(anchors.size(), 103U);
     for (const AnchorMeasure &anchor : anchors)
         EXPECT_GT(anchor.toothDistance, 0.0)
@@ -137,7 +137,7 @@ TEST(MeshgenPatient, everyAnchorLiesOutsideTheTeethOfItsJaw)
 
 TEST(MeshgenPatient, everyAnchorIsWithinTwoMillimetresOfAToothOrBracketOfItsJaw)
 {
-    for (const AnchorMeasure &anchor : measureAnchors(patient(), KELO_MESH_PARAMETERS))
+    for (const AnchorMeasure &anchor : measureAnchors(patient(), KELO_MESH_TABLES))
         EXPECT_LE(anchor.surfaceDistance, 2.0)
             << "anchor " << anchor.index << " at tooth " << anchor.nearestTooth;
 }
@@ -234,7 +234,7 @@ TEST(MeshgenPatient, upperTeethOverlapLowerFrontTeethByAboutTwoAndAHalf)
 TEST(MeshgenPatient, aMissingHookTableIsReportedWithItsPath)
 {
     try {
-        makeSamplePatient("/nowhere");
+        makePatient("/nowhere", KELO_PATIENTS "/sample.csv");
         FAIL() << "nothing was thrown";
     } catch (const std::runtime_error &error) {
         EXPECT_STREQ(error.what(), "Cannot read \"/nowhere/hooks.csv\"");

@@ -47,7 +47,7 @@ double heightAt(const Mesh &tooth, double x, double y)
 
 TEST(MeshgenTooth, everyCrownIsWithinEightPercentOfTheTables)
 {
-    const SamplePatient patient = makeSamplePatient(KELO_MESH_PARAMETERS);
+    const Patient patient = makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv");
     const std::vector<ToothMeasures> measures = measureTeeth(patient);
     ASSERT_EQ(measures.size(), 28U);
     for (const ToothMeasures &m : measures) {
@@ -63,12 +63,27 @@ TEST(MeshgenTooth, everyCrownIsWithinEightPercentOfTheTables)
 
 TEST(MeshgenTooth, rightAndLeftDifferByNoMoreThanAFewTenths)
 {
+    const PatientParameters patient = readPatient(KELO_PATIENTS "/sample.csv");
+    int different = 0;
     for (const TableRow &row : table) {
-        const CrownDimensions right = toothAnatomy(row.right).dimensions;
-        const CrownDimensions left = toothAnatomy(row.left).dimensions;
+        const CrownDimensions right = patient.at(row.right).anatomy.dimensions;
+        const CrownDimensions left = patient.at(row.left).anatomy.dimensions;
         EXPECT_NEAR(right.mesiodistal, left.mesiodistal, 0.3) << row.right;
         EXPECT_NEAR(right.height, left.height, 0.3) << row.right;
+        different += right.mesiodistal != left.mesiodistal ? 1 : 0;
     }
+    EXPECT_GT(different, 7);
+}
+
+TEST(MeshgenTooth, theAnatomyHasTheSizesOfTheTables)
+{
+    for (const TableRow &row : table)
+        for (const int number : {row.right, row.left}) {
+            const CrownDimensions sizes = toothAnatomy(number).dimensions;
+            EXPECT_DOUBLE_EQ(sizes.height, row.height) << number;
+            EXPECT_DOUBLE_EQ(sizes.mesiodistal, row.mesiodistal) << number;
+            EXPECT_DOUBLE_EQ(sizes.buccolingual, row.buccolingual) << number;
+        }
 }
 
 TEST(MeshgenTooth, anIncisorIsAWedgeThatThinsTowardsItsEdge)

@@ -1,6 +1,9 @@
 kelo_test(tools_meshgen_patient
-    SOURCES ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientTest.cpp
+    SOURCES ${CMAKE_CURRENT_LIST_DIR}/MeshgenBiteTest.cpp
+            ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientFileTest.cpp
+            ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenToothTest.cpp
     LINKS kelo_meshgen)
 target_compile_definitions(tools_meshgen_patient PRIVATE
-    KELO_MESH_PARAMETERS="${PROJECT_SOURCE_DIR}/resources/meshes")
+    KELO_MESH_TABLES="${PROJECT_SOURCE_DIR}/resources/meshes"
+    KELO_PATIENTS="${PROJECT_SOURCE_DIR}/resources/patients")

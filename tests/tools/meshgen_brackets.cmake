@@ -6,4 +6,5 @@ kelo_test(tools_meshgen_brackets_test
         MeshgenBracketTest.cpp
     LINKS kelo_meshgen)
 target_compile_definitions(tools_meshgen_brackets_test PRIVATE
-    KELO_MESH_PARAMETERS="${PROJECT_SOURCE_DIR}/resources/meshes")
+    KELO_MESH_TABLES="${PROJECT_SOURCE_DIR}/resources/meshes"
+    KELO_PATIENTS="${PROJECT_SOURCE_DIR}/resources/patients")

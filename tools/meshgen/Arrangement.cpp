@@ -4,7 +4,6 @@
 #include "tools/meshgen/ToothShape.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 #include <stdexcept>
@@ -13,44 +12,11 @@ namespace kelo::meshgen {
 
 namespace {
 
-/// How a tooth stands: height of its highest point in the jaw, and the turns of its axis in
-/// degrees. `torque` leans the crown outwards, `tip` towards the midline. The heights follow the
-/// anchors of the bands; the tips of the back teeth follow the occlusal curve, which rises
-/// backwards.
-struct Stance
-{
-    int number = 0;
-    double edgeZ = 0.0;
-    double torque = 0.0;
-    double tip = 0.0;
-    double shift = 0.0; ///< outwards, mm, off the place that hook and button ask for
-};
-
-constexpr std::array<Stance, 28> stances = {{
-    {2, 2.4, 7.0, -19.0, 0.0},    {3, -1.7, 5.0, -10.0, -0.25}, {4, -3.9, 3.0, -7.0, -0.35},
-    {5, -5.6, 3.0, -2.0, 0.1},    {6, -7.0, 6.0, 6.0, 0.0},     {7, -6.8, 16.0, 6.0, 0.0},
-    {8, -7.45, 18.0, 3.0, 0.2},   {9, -7.5, 18.0, 3.0, 0.2},    {10, -7.1, 16.0, 6.0, 0.0},
-    {11, -7.2, 6.0, 6.0, 0.0},    {12, -5.6, 3.0, -2.0, -0.25}, {13, -4.4, 3.0, -7.0, -0.1},
-    {14, -2.2, 7.0, -15.0, 0.0},  {15, 0.8, 14.0, -12.0, -0.4}, {18, 2.6, -16.0, 18.0, 0.0},
-    {19, -0.6, -14.0, 14.0, 0.0}, {20, -3.0, -10.0, 9.0, -0.1}, {21, -3.6, -5.0, 5.0, 0.0},
-    {22, -4.3, 3.0, 4.0, 0.0},    {23, -5.0, 10.0, 1.0, 0.25},  {24, -5.1, 12.0, 1.0, 0.35},
-    {25, -5.1, 12.0, 1.0, 0.35},  {26, -5.0, 10.0, 1.0, 0.35},  {27, -4.6, 3.0, 4.0, 0.05},
-    {28, -3.4, -9.0, 5.0, -0.4},  {29, -2.7, -10.0, 9.0, 0.0},  {30, -0.6, -14.0, 14.0, 0.0},
-    {31, 3.2, -16.0, 18.0, 0.0},
-}};
-
 // A bracket with its slot and post is nearly 2 thick; a button's neck stands 0.9 off the surface.
 constexpr double hookStandOff = 1.7;
 constexpr double buttonStandOff = 0.9;
 // Neighbours that just do not touch: closer, the two surfaces would fight for the same pixels.
 constexpr double wantedGap = 0.03;
-
-const Stance &stanceOf(int number)
-{
-    for (const Stance &stance : stances)
-        if (stance.number == number) return stance;
-    throw std::out_of_range("There is no tooth " + std::to_string(number));
-}
 
 struct Wish
 {
@@ -95,15 +61,16 @@ Vec3 axisPoint(const Mesh &own, double z, double sign)
 class Arch
 {
 public:
-    Arch(const HookTable &hooks, bool upperJaw);
+    Arch(const HookTable &hooks, const PatientParameters &patient, bool upperJaw);
     std::vector<Tooth> arranged();
 
 private:
-    void fitWidths();
+    void lineUp();
     void place(std::size_t i);
     void closeGaps();
     void settle(std::size_t i);
 
+    const PatientParameters &parameters;
     bool upper;
     std::vector<Tooth> teeth; // from the patient's right to the left
     std::vector<Wish> wishes;
@@ -128,37 +95,30 @@ std::vector<Vec3> middles(const HookTable &hooks, bool upper)
     return points;
 }
 
-Arch::Arch(const HookTable &hooks, bool upperJaw) : upper(upperJaw), curve(middles(hooks, upperJaw))
+Arch::Arch(const HookTable &hooks, const PatientParameters &patient, bool upperJaw)
+    : parameters(patient), upper(upperJaw), curve(middles(hooks, upperJaw))
 {
     for (const int number : numbersFromRight(upper)) {
         Tooth tooth;
-        tooth.anatomy = toothAnatomy(number);
+        tooth.anatomy = patient.at(number).anatomy;
         tooth.placement.number = number;
         tooth.placement.upper = upper;
         teeth.push_back(std::move(tooth));
         wishes.push_back(wishOf(hooks, number));
     }
-    fitWidths();
+    lineUp();
     for (Tooth &tooth : teeth)
         tooth.ownMesh = makeTooth(tooth.anatomy);
     offsets.assign(teeth.size(), 0.0);
 }
 
-/// Gives all teeth of the arch the common factor of width with which they fill the room that hooks
-/// and buttons leave; the factor stays within the natural spread of tooth sizes.
-void Arch::fitWidths()
+/// Puts the teeth side by side, with the whole row where hooks and buttons want it.
+void Arch::lineUp()
 {
-    double widths = 0.0;
-    for (std::size_t i = 0; i + 1 < teeth.size(); ++i)
-        widths += (teeth[i].anatomy.dimensions.mesiodistal +
-                   teeth[i + 1].anatomy.dimensions.mesiodistal) /
-                  2.0;
-    const double factor = std::clamp(curve.length() / widths, 0.955, 1.04);
     double station = 0.0;
     double error = 0.0;
     for (std::size_t i = 0; i < teeth.size(); ++i) {
-        double &width = teeth[i].anatomy.dimensions.mesiodistal;
-        width *= factor;
+        const double width = teeth[i].anatomy.dimensions.mesiodistal;
         if (i > 0) station += (width + teeth[i - 1].anatomy.dimensions.mesiodistal) / 2.0;
         stations.push_back(station);
         error += curve.stationOf(wishes[i].middle) - station;
@@ -172,7 +132,7 @@ void Arch::place(std::size_t i)
 {
     Tooth &tooth = teeth[i];
     ToothPlacement &placement = tooth.placement;
-    const Stance &stance = stanceOf(placement.number);
+    const ToothParameters &stance = parameters.at(placement.number);
     const Vec3 vertical{0.0, 0.0, upper ? -1.0 : 1.0};
     // At its ends the curve turns with whatever the last hook asks for; second molars stand as the
     // row before them leads to.
@@ -184,6 +144,11 @@ void Arch::place(std::size_t i)
     placement.labialNormal = normalized(rejected(outward, placement.occlusalDirection));
     placement.mesialDirection =
         normalized(rejected(rejected(mesial, placement.occlusalDirection), placement.labialNormal));
+    const Vec3 straightLabial = placement.labialNormal;
+    const Vec3 straightMesial = placement.mesialDirection;
+    const double turn = degrees(stance.rotation);
+    placement.labialNormal = straightLabial * std::cos(turn) - straightMesial * std::sin(turn);
+    placement.mesialDirection = straightMesial * std::cos(turn) + straightLabial * std::sin(turn);
     placement.crownHeight = tooth.anatomy.dimensions.height;
     placement.cervicalCenter = {};
     double highest = -1e9;
@@ -196,7 +161,7 @@ void Arch::place(std::size_t i)
     const Vec3 reference{0.0, (labial.y + lingual.y) / 2.0, 0.6 * height};
     placement.cervicalCenter =
         curve.pointAt(stations[i]) + outward * offsets[i] - horizontal(placement.toJaw(reference));
-    placement.cervicalCenter += vertical * (stance.edgeZ * vertical.z - highest);
+    placement.cervicalCenter += vertical * (stance.edge * vertical.z - highest);
     placement.facialAxisPoint = placement.toJaw(labial);
     const double neck = placement.toOwn(wishes[i].button).z;
     placement.lingualAxisPoint = placement.toJaw(
@@ -209,11 +174,11 @@ void Arch::settle(std::size_t i)
 {
     const ToothPlacement &placement = teeth[i].placement;
     const Vec3 outward = curve.outwardAt(stations[i]);
-    const double hookError = dot(wishes[i].hook - placement.facialAxisPoint, outward) -
-                             hookStandOff + 2.0 * stanceOf(placement.number).shift;
+    const double hookError =
+        dot(wishes[i].hook - placement.facialAxisPoint, outward) - hookStandOff;
     const double buttonError =
         dot(wishes[i].button - placement.lingualAxisPoint, outward) + buttonStandOff;
-    offsets[i] += 0.6 * (hookError + buttonError) / 2.0;
+    offsets[i] += 0.6 * (hookError + buttonError) / 2.0 + parameters.at(placement.number).outward;
     place(i);
 }
 
@@ -344,10 +309,10 @@ double contactGap(const Tooth &mesialTooth, const Tooth &distalTooth)
     return gap;
 }
 
-std::vector<Tooth> arrangeTeeth(const HookTable &hooks)
+std::vector<Tooth> arrangeTeeth(const HookTable &hooks, const PatientParameters &patient)
 {
-    std::vector<Tooth> teeth = Arch(hooks, true).arranged();
-    for (Tooth &tooth : Arch(hooks, false).arranged())
+    std::vector<Tooth> teeth = Arch(hooks, patient, true).arranged();
+    for (Tooth &tooth : Arch(hooks, patient, false).arranged())
         teeth.push_back(std::move(tooth));
     return teeth;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/meshgen/Mesh.h"
+#include "tools/meshgen/PatientFile.h"
 #include "tools/meshgen/ToothAnatomy.h"
 
 #include <map>
@@ -68,8 +69,8 @@ struct Tooth
 Mesh inJaw(const Mesh &mesh, const ToothPlacement &placement);
 
 /// Both arches: teeth 2 to 15, then 18 to 31. Every tooth stands between its bracket's hook and its
-/// lingual button; neighbours touch.
-std::vector<Tooth> arrangeTeeth(const HookTable &hooks);
+/// lingual button as `patient` has it; neighbours touch.
+std::vector<Tooth> arrangeTeeth(const HookTable &hooks, const PatientParameters &patient);
 
 /// The clearance of two neighbours along the arch, in millimetres: the shortest way, parallel to
 /// the line through their axes, from one crown to the other. Negative where they overlap.

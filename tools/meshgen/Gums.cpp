@@ -21,7 +21,8 @@ constexpr int palatePoints = 20;
 constexpr int basePoints = 8;
 
 constexpr double marginAboveCervicalLine = 1.0;
-constexpr double papillaOfCrownHeight = 0.42;
+// Of the crown's height over the margin's zenith.
+constexpr double papillaOfVisibleHeight = 0.42;
 // The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
 constexpr double gumThickness = 0.5;
 constexpr double endLength = 6.0;
@@ -121,9 +122,9 @@ double GumShaper::marginHeight(const Tooth &tooth, double u) const
     const double u0 = zenith / (tooth.anatomy.dimensions.mesiodistal / 2.0);
     const double v = u >= u0 ? (u - u0) / (1.0 - u0) : (u0 - u) / (1.0 + u0);
     const double power = position <= 3 ? 2.2 : position <= 5 ? 2.8 : 3.6;
-    const double papilla = papillaOfCrownHeight * tooth.anatomy.dimensions.height;
+    const double visible = tooth.anatomy.dimensions.height - marginAboveCervicalLine;
     return marginAboveCervicalLine +
-           (papilla - marginAboveCervicalLine) * std::pow(std::min(std::abs(v), 1.0), power);
+           papillaOfVisibleHeight * visible * std::pow(std::min(std::abs(v), 1.0), power);
 }
 
 /// The free margin on the labial (side 1) or lingual (side -1) surface, as a point of the jaw.
@@ -165,8 +166,8 @@ std::vector<Row> GumShaper::rows() const
     }
     for (std::size_t r = 1; r + 1 < result.size(); ++r) {
         if (result[r].between < 1.0) continue;
-        // A papilla's tip stands a little above the last rows of the two teeth beside it.
-        const Vec3 rise = along(apical, result[r].place) * -0.25;
+        // A papilla's tip stands above the last rows of the two teeth beside it.
+        const Vec3 rise = along(apical, result[r].place) * -0.6;
         result[r].outerMargin =
             (result[r - 1].outerMargin + result[r + 1].outerMargin) / 2.0 + rise;
         result[r].innerMargin =

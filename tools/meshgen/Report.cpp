@@ -1,5 +1,8 @@
 #include "tools/meshgen/Report.h"
 
+#include "tools/meshgen/Bite.h"
+#include "tools/meshgen/MeshDistance.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -12,60 +15,7 @@ namespace kelo::meshgen {
 
 namespace {
 
-/// The point of triangle abc that is nearest to p (barycentric region test).
-Vec3 nearestOnTriangle(const Vec3 &p, const Vec3 &a, const Vec3 &b, const Vec3 &c)
-{
-    const Vec3 ab = b - a;
-    const Vec3 ac = c - a;
-    const double d1 = dot(ab, p - a);
-    const double d2 = dot(ac, p - a);
-    if (d1 <= 0.0 && d2 <= 0.0) return a;
-    const double d3 = dot(ab, p - b);
-    const double d4 = dot(ac, p - b);
-    if (d3 >= 0.0 && d4 <= d3) return b;
-    const double vc = d1 * d4 - d3 * d2;
-    if (vc <= 0.0 && d1 >= 0.0 && d3 <= 0.0) return a + ab * (d1 / (d1 - d3));
-    const double d5 = dot(ab, p - c);
-    const double d6 = dot(ac, p - c);
-    if (d6 >= 0.0 && d5 <= d6) return c;
-    const double vb = d5 * d2 - d1 * d6;
-    if (vb <= 0.0 && d2 >= 0.0 && d6 <= 0.0) return a + ac * (d2 / (d2 - d6));
-    const double va = d3 * d6 - d5 * d4;
-    if (va <= 0.0 && d4 - d3 >= 0.0 && d5 - d6 >= 0.0)
-        return b + (c - b) * ((d4 - d3) / ((d4 - d3) + (d5 - d6)));
-    const double sum = va + vb + vc;
-    return a + ab * (vb / sum) + ac * (vc / sum);
-}
-
-double distanceToMesh(const Vec3 &p, const Mesh &mesh)
-{
-    double least = 1e9;
-    for (const auto &t : mesh.triangles)
-        least = std::min(
-            least, distance(p, nearestOnTriangle(p, mesh.positions[t[0]], mesh.positions[t[1]],
-                                                 mesh.positions[t[2]])));
-    return least;
-}
-
-/// Whether p lies inside the closed mesh: the sum of the solid angles of all triangles (after van
-/// Oosterom and Strackee) is 4 pi inside and 0 outside.
-bool isInside(const Vec3 &p, const Mesh &mesh)
-{
-    double sum = 0.0;
-    for (const auto &t : mesh.triangles) {
-        const Vec3 a = mesh.positions[t[0]] - p;
-        const Vec3 b = mesh.positions[t[1]] - p;
-        const Vec3 c = mesh.positions[t[2]] - p;
-        const double la = length(a);
-        const double lb = length(b);
-        const double lc = length(c);
-        sum += 2.0 * std::atan2(dot(a, cross(b, c)),
-                                la * lb * lc + dot(a, b) * lc + dot(b, c) * la + dot(c, a) * lb);
-    }
-    return sum > 6.0;
-}
-
-const Mesh &meshNamed(const SamplePatient &patient, const std::string &name)
+const Mesh &meshNamed(const Patient &patient, const std::string &name)
 {
     for (const NamedMesh &named : patient.meshes)
         if (named.name == name) return named.mesh;
@@ -80,7 +30,7 @@ std::string line(const char *format, Arguments... arguments)
     return buffer;
 }
 
-std::string triangleLines(const SamplePatient &patient)
+std::string triangleLines(const Patient &patient)
 {
     std::size_t teeth = 0;
     std::size_t brackets = 0;
@@ -103,7 +53,7 @@ std::string triangleLines(const SamplePatient &patient)
 
 } // namespace
 
-std::vector<ToothMeasures> measureTeeth(const SamplePatient &patient)
+std::vector<ToothMeasures> measureTeeth(const Patient &patient)
 {
     std::vector<ToothMeasures> result;
     for (const Tooth &tooth : patient.teeth) {
@@ -122,11 +72,21 @@ std::vector<ToothMeasures> measureTeeth(const SamplePatient &patient)
     return result;
 }
 
-std::vector<AnchorMeasure> measureAnchors(const SamplePatient &patient,
-                                          const std::string &parameters)
+std::vector<AnchorMeasure> measureAnchors(const Patient &patient, const std::string &tables)
 {
-    std::ifstream file(parameters + "/anchors.csv");
-    if (!file) throw std::runtime_error("Cannot read \"" + parameters + "/anchors.csv\"");
+    std::ifstream file(tables + "/anchors.csv");
+    if (!file) throw std::runtime_error("Cannot read \"" + tables + "/anchors.csv\"");
+    struct Bonded
+    {
+        const ToothPlacement *placement = nullptr;
+        MeshDistance tooth, bracket;
+    };
+    std::vector<Bonded> all;
+    for (const Tooth &tooth : patient.teeth) {
+        const std::string key = std::to_string(tooth.placement.number);
+        all.push_back({&tooth.placement, MeshDistance(meshNamed(patient, "_tooth_" + key)),
+                       MeshDistance(meshNamed(patient, "bracket_" + key))});
+    }
     std::vector<AnchorMeasure> result;
     std::string text;
     std::getline(file, text);
@@ -140,22 +100,18 @@ std::vector<AnchorMeasure> measureAnchors(const SamplePatient &patient,
         std::string jaw;
         if (!(columns >> measure.index >> p.x >> p.y >> p.z >> direction.x >> direction.y >>
               direction.z >> jaw))
-            throw std::runtime_error("Malformed anchor in \"" + parameters + "/anchors.csv\"");
+            throw std::runtime_error("Malformed anchor in \"" + tables + "/anchors.csv\"");
         measure.upper = jaw == "yes";
         measure.toothDistance = 1e9;
         double bracketDistance = 1e9;
-        for (const Tooth &tooth : patient.teeth) {
-            if (tooth.placement.upper != measure.upper) continue;
-            const std::string key = std::to_string(tooth.placement.number);
-            const Mesh &mesh = meshNamed(patient, "_tooth_" + key);
-            double d = distanceToMesh(p, mesh);
-            if (d < 8.0 && isInside(p, mesh)) d = -d;
+        for (const Bonded &bonded : all) {
+            if (bonded.placement->upper != measure.upper) continue;
+            const double d = bonded.tooth.signedDistance(p);
             if (d < measure.toothDistance) {
                 measure.toothDistance = d;
-                measure.nearestTooth = tooth.placement.number;
+                measure.nearestTooth = bonded.placement->number;
             }
-            bracketDistance =
-                std::min(bracketDistance, distanceToMesh(p, meshNamed(patient, "bracket_" + key)));
+            bracketDistance = std::min(bracketDistance, bonded.bracket.distanceWithin(p, 1e9));
         }
         measure.surfaceDistance = std::min(measure.toothDistance, bracketDistance);
         result.push_back(measure);
@@ -163,34 +119,60 @@ std::vector<AnchorMeasure> measureAnchors(const SamplePatient &patient,
     return result;
 }
 
-std::string report(const SamplePatient &patient, const std::string &parameters)
+namespace {
+
+std::string sizeLines(const Patient &patient, const HookTable &hooks)
 {
-    std::string text = triangleLines(patient);
-    const HookTable hooks = readHooks(parameters + "/hooks.csv");
-    text += "\nTooth: mesiodistal, buccolingual, height (mm); in brackets the difference from the "
-            "tables' widths in %; hook and button: distance from the crown\n";
-    const std::vector<ToothMeasures> measures = measureTeeth(patient);
-    for (std::size_t i = 0; i < measures.size(); ++i) {
-        const ToothMeasures &m = measures[i];
+    std::string text =
+        "\nTooth: mesiodistal, buccolingual, height (mm); in brackets the difference from the "
+        "tables' widths in %; hook and button: distance from the crown\n";
+    for (const ToothMeasures &m : measureTeeth(patient)) {
         const CrownDimensions table = toothAnatomy(m.number).dimensions;
         const std::string key = std::to_string(m.number);
-        const Mesh &mesh = meshNamed(patient, "_tooth_" + key);
+        const MeshDistance tooth(meshNamed(patient, "_tooth_" + key));
         text += line("%2d: %5.2f (%+.1f) %5.2f (%+.1f) %5.2f (%+.1f); hook %.2f, button %.2f\n",
                      m.number, m.mesiodistal, 100.0 * (m.mesiodistal / table.mesiodistal - 1.0),
                      m.buccolingual, 100.0 * (m.buccolingual / table.buccolingual - 1.0), m.height,
                      100.0 * (m.height / table.height - 1.0),
-                     distanceToMesh(hooks.at(key).position, mesh),
-                     distanceToMesh(hooks.at(key + "l").position, mesh));
+                     tooth.signedDistance(hooks.at(key).position),
+                     tooth.signedDistance(hooks.at(key + "l").position));
     }
-    text += "\nGaps between neighbours (mm, negative: overlap)\n";
+    return text;
+}
+
+std::string contactLines(const Patient &patient)
+{
+    std::string text = "\nGaps between neighbours (mm, negative: overlap)\n";
     for (std::size_t i = 0; i + 1 < patient.teeth.size(); ++i)
         if (patient.teeth[i].placement.upper == patient.teeth[i + 1].placement.upper)
             text += line("%2d-%2d: %+.3f\n", patient.teeth[i].placement.number,
                          patient.teeth[i + 1].placement.number,
                          contactGap(patient.teeth[i], patient.teeth[i + 1]));
+    return text;
+}
+
+std::string biteLines(const char *heading, const std::vector<BiteMeasure> &pairs)
+{
+    std::string text = heading;
+    for (const BiteMeasure &m : pairs)
+        text += m.upper + ' ' + m.lower + line(": %+.2f\n", m.clearance - m.overlap);
+    return text;
+}
+
+} // namespace
+
+std::string report(const Patient &patient, const std::string &tables)
+{
+    std::string text = triangleLines(patient);
+    text += sizeLines(patient, readHooks(tables + "/hooks.csv"));
+    text += contactLines(patient);
+    text +=
+        biteLines("\nThe bite: distances of teeth (mm, negative: overlap)\n", biteOfTeeth(patient));
+    text += biteLines("\nThe bite: distances of brackets and buttons (mm, negative: overlap)\n",
+                      biteOfAttachments(patient));
     text += "\nAnchors: distance from the nearest tooth (negative: inside) and surface (mm)\n";
-    for (const AnchorMeasure &m : measureAnchors(patient, parameters)) {
-        const bool good = m.toothDistance > 0.0 && m.surfaceDistance <= 2.0;
+    for (const AnchorMeasure &m : measureAnchors(patient, tables)) {
+        const bool good = m.toothDistance >= -0.2 && m.surfaceDistance <= 2.0;
         text += line("%3d %s %2d: %+.2f %+.2f%s\n", m.index, m.upper ? "upper" : "lower",
                      m.nearestTooth, m.toothDistance, m.surfaceDistance, good ? "" : " !");
     }

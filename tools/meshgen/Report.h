@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/meshgen/SampleMeshes.h"
+#include "tools/meshgen/PatientMeshes.h"
 
 #include <string>
 #include <vector>
@@ -24,13 +24,13 @@ struct AnchorMeasure
     double surfaceDistance = 0.0; ///< from the nearest tooth or bracket of its own jaw
 };
 
-std::vector<ToothMeasures> measureTeeth(const SamplePatient &patient);
+std::vector<ToothMeasures> measureTeeth(const Patient &patient);
 
-/// Throws std::runtime_error when `parameters`/anchors.csv cannot be read.
-std::vector<AnchorMeasure> measureAnchors(const SamplePatient &patient,
-                                          const std::string &parameters);
+/// Throws std::runtime_error when `tables`/anchors.csv cannot be read.
+std::vector<AnchorMeasure> measureAnchors(const Patient &patient, const std::string &tables);
 
-/// All measures as text: triangles, sizes beside the table's, contacts, stand-offs, anchors.
-std::string report(const SamplePatient &patient, const std::string &parameters);
+/// All measures as text: triangles, sizes beside the tables', stand-offs, contacts, the bite,
+/// anchors.
+std::string report(const Patient &patient, const std::string &tables);
 
 } // namespace kelo::meshgen

@@ -1,70 +1,220 @@
 #include "tools/meshgen/Simplify.h"
 
-#include <map>
-#include <stdexcept>
-#include <utility>
-
-#include <meshoptimizer.h>
+#include <algorithm>
+#include <cmath>
+#include <queue>
+#include <tuple>
 
 namespace kelo::meshgen {
 
 namespace {
 
 using Triangle = std::array<std::uint32_t, 3>;
-using Edge = std::pair<std::uint32_t, std::uint32_t>;
 
-/// Whether a triangle faces against the surface that its vertices' normals describe.
-bool isFolded(const Mesh &mesh, const Triangle &t)
+/// The sum of the squared distances from some planes, each with its weight, as a quadratic form:
+/// x'Ax + 2b'x + c (after Garland and Heckbert).
+struct Quadric
 {
-    const Vec3 face = cross(mesh.positions[t[1]] - mesh.positions[t[0]],
-                            mesh.positions[t[2]] - mesh.positions[t[0]]);
-    return dot(face, mesh.normals[t[0]] + mesh.normals[t[1]] + mesh.normals[t[2]]) <= 0.0;
+    double xx = 0.0, xy = 0.0, xz = 0.0, yy = 0.0, yz = 0.0, zz = 0.0;
+    Vec3 b;
+    double c = 0.0;
+
+    void addPlane(const Vec3 &n, double offset, double weight)
+    {
+        xx += weight * n.x * n.x;
+        xy += weight * n.x * n.y;
+        xz += weight * n.x * n.z;
+        yy += weight * n.y * n.y;
+        yz += weight * n.y * n.z;
+        zz += weight * n.z * n.z;
+        b += n * (weight * offset);
+        c += weight * offset * offset;
+    }
+    void add(const Quadric &other)
+    {
+        xx += other.xx;
+        xy += other.xy;
+        xz += other.xz;
+        yy += other.yy;
+        yz += other.yz;
+        zz += other.zz;
+        b += other.b;
+        c += other.c;
+    }
+    double at(const Vec3 &p) const
+    {
+        return p.x * (xx * p.x + 2.0 * (xy * p.y + xz * p.z + b.x)) +
+               p.y * (yy * p.y + 2.0 * (yz * p.z + b.y)) + p.z * (zz * p.z + 2.0 * b.z) + c;
+    }
+};
+
+// A face may turn by no more than this (60 degrees) in one collapse, and no normal of its corners
+// may stand farther off it (53 degrees): beyond, the surface folds or is shaded against its form.
+constexpr double leastTurnCosine = 0.5;
+constexpr double leastNormalCosine = 0.6;
+// Slivers below this height by length are not made: they are shaded in streaks.
+constexpr double leastSlimness = 0.04;
+// What a turned normal costs beside a moved surface: a highlight shows a bend of the normals long
+// before the outline shows the bend of the surface.
+constexpr double normalWeight = 0.02;
+
+/// Collapses edges of one mesh, the cheapest first; a vertex is drawn into its neighbour.
+class Simplifier
+{
+public:
+    explicit Simplifier(const Mesh &fine);
+    Mesh reduced(std::size_t triangleCount);
+
+private:
+    struct Collapse
+    {
+        double cost = 0.0;
+        std::uint32_t from = 0, to = 0, version = 0;
+        bool operator<(const Collapse &other) const
+        {
+            // The queue's top is the greatest: the cheapest, and of equals always the same.
+            return std::tie(other.cost, other.from, other.to) < std::tie(cost, from, to);
+        }
+    };
+
+    Vec3 faceVector(const Triangle &t) const
+    {
+        const Vec3 &a = mesh.positions[t[0]];
+        return cross(mesh.positions[t[1]] - a, mesh.positions[t[2]] - a);
+    }
+    std::vector<std::uint32_t> neighbours(std::uint32_t vertex) const;
+    void offer(std::uint32_t vertex);
+    bool isSound(const Triangle &t) const;
+    bool isAllowed(std::uint32_t from, std::uint32_t to) const;
+    void collapse(std::uint32_t from, std::uint32_t to);
+
+    Mesh mesh;
+    std::vector<Quadric> quadrics;
+    std::vector<std::vector<std::uint32_t>> facesOf; // of every vertex
+    std::vector<bool> isGone;                        // of every face
+    std::vector<std::uint32_t> versions;             // of every vertex: an older offer is void
+    std::priority_queue<Collapse> queue;
+};
+
+Simplifier::Simplifier(const Mesh &fine)
+    : mesh(fine),
+      quadrics(fine.positions.size()),
+      facesOf(fine.positions.size()),
+      isGone(fine.triangles.size(), false),
+      versions(fine.positions.size(), 0)
+{
+    for (std::uint32_t f = 0; f < mesh.triangles.size(); ++f) {
+        const Triangle &t = mesh.triangles[f];
+        const Vec3 face = faceVector(t);
+        const Vec3 normal = normalized(face);
+        for (const std::uint32_t v : t) {
+            facesOf[v].push_back(f);
+            quadrics[v].addPlane(normal, -dot(normal, mesh.positions[t[0]]), length(face));
+        }
+    }
+    for (std::uint32_t v = 0; v < mesh.positions.size(); ++v)
+        offer(v);
 }
 
-/// Turns the edge between a folded triangle and one of its neighbours so that neither of the two is
-/// folded any more; false when no edge allows it. `faces` knows the triangle left of every edge.
-bool turnAnEdge(Mesh &mesh, std::size_t folded, std::map<Edge, std::size_t> &faces)
+std::vector<std::uint32_t> Simplifier::neighbours(std::uint32_t vertex) const
 {
+    std::vector<std::uint32_t> result;
+    for (const std::uint32_t f : facesOf[vertex])
+        for (const std::uint32_t v : mesh.triangles[f])
+            if (v != vertex) result.push_back(v);
+    std::sort(result.begin(), result.end());
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+    return result;
+}
+
+/// Puts the ways to draw `vertex` into a neighbour into the queue.
+void Simplifier::offer(std::uint32_t vertex)
+{
+    double area = 0.0;
+    for (const std::uint32_t f : facesOf[vertex])
+        area += length(faceVector(mesh.triangles[f]));
+    for (const std::uint32_t to : neighbours(vertex)) {
+        Quadric sum = quadrics[vertex];
+        sum.add(quadrics[to]);
+        const double bend = 1.0 - dot(mesh.normals[vertex], mesh.normals[to]);
+        queue.push({sum.at(mesh.positions[to]) + normalWeight * area * bend * bend, vertex, to,
+                    versions[vertex]});
+    }
+}
+
+bool Simplifier::isSound(const Triangle &t) const
+{
+    const Vec3 face = faceVector(t);
+    const double size = length(face);
+    double longest = 0.0;
     for (std::size_t k = 0; k < 3; ++k) {
-        const Triangle t = mesh.triangles[folded];
-        const std::uint32_t a = t[k];
-        const std::uint32_t b = t[(k + 1) % 3];
-        const std::uint32_t c = t[(k + 2) % 3];
-        const auto neighbour = faces.find({b, a});
-        if (neighbour == faces.end()) continue;
-        const std::size_t other = neighbour->second;
-        std::uint32_t d = a;
-        for (const std::uint32_t v : mesh.triangles[other])
-            if (v != a && v != b) d = v;
-        if (faces.contains({c, d}) || faces.contains({d, c})) continue;
-        const Triangle first = {a, d, c};
-        const Triangle second = {d, b, c};
-        if (isFolded(mesh, first) || isFolded(mesh, second)) continue;
-        mesh.triangles[folded] = first;
-        mesh.triangles[other] = second;
-        faces.erase({a, b});
-        faces.erase({b, a});
-        for (const std::size_t index : {folded, other})
-            for (std::size_t i = 0; i < 3; ++i)
-                faces[{mesh.triangles[index][i], mesh.triangles[index][(i + 1) % 3]}] = index;
-        return true;
+        longest = std::max(longest, distance(mesh.positions[t[k]], mesh.positions[t[(k + 1) % 3]]));
+        if (dot(face, mesh.normals[t[k]]) < leastNormalCosine * size) return false;
     }
-    return false;
+    return size > leastSlimness * longest * longest;
 }
 
-/// Collapsing edges leaves a few slivers folded over; seen from outside each would be a slit.
-void unfold(Mesh &mesh)
+bool Simplifier::isAllowed(std::uint32_t from, std::uint32_t to) const
 {
-    std::map<Edge, std::size_t> faces;
-    for (std::size_t i = 0; i < mesh.triangles.size(); ++i)
-        for (std::size_t k = 0; k < 3; ++k)
-            faces[{mesh.triangles[i][k], mesh.triangles[i][(k + 1) % 3]}] = i;
-    for (int round = 0; round < 4; ++round) {
-        bool changed = false;
-        for (std::size_t i = 0; i < mesh.triangles.size(); ++i)
-            if (isFolded(mesh, mesh.triangles[i])) changed |= turnAnEdge(mesh, i, faces);
-        if (!changed) return;
+    // The surface stays one surface only while both ends have just the two neighbours in common
+    // that stand across the edge.
+    const std::vector<std::uint32_t> a = neighbours(from);
+    const std::vector<std::uint32_t> b = neighbours(to);
+    std::vector<std::uint32_t> common;
+    std::set_intersection(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(common));
+    if (common.size() != 2 || a.size() + b.size() < 8) return false;
+    for (const std::uint32_t f : facesOf[from]) {
+        Triangle t = mesh.triangles[f];
+        if (std::find(t.begin(), t.end(), to) != t.end()) continue;
+        const Triangle before = t;
+        std::replace(t.begin(), t.end(), from, to);
+        const Vec3 old = faceVector(before);
+        const Vec3 now = faceVector(t);
+        if (dot(old, now) < leastTurnCosine * length(old) * length(now)) return false;
+        if (!isSound(t) && isSound(before)) return false;
     }
+    return true;
+}
+
+void Simplifier::collapse(std::uint32_t from, std::uint32_t to)
+{
+    const std::vector<std::uint32_t> touched = neighbours(from);
+    for (const std::uint32_t f : facesOf[from]) {
+        Triangle &t = mesh.triangles[f];
+        if (std::find(t.begin(), t.end(), to) != t.end()) {
+            isGone[f] = true;
+            for (const std::uint32_t v : t)
+                if (v != from) std::erase(facesOf[v], f);
+        } else {
+            std::replace(t.begin(), t.end(), from, to);
+            facesOf[to].push_back(f);
+        }
+    }
+    facesOf[from].clear();
+    ++versions[from];
+    quadrics[to].add(quadrics[from]);
+    for (const std::uint32_t v : touched) {
+        ++versions[v];
+        offer(v);
+    }
+}
+
+Mesh Simplifier::reduced(std::size_t triangleCount)
+{
+    std::size_t count = mesh.triangles.size();
+    while (count > triangleCount && !queue.empty()) {
+        const Collapse next = queue.top();
+        queue.pop();
+        if (versions[next.from] != next.version || facesOf[next.to].empty()) continue;
+        if (!isAllowed(next.from, next.to)) continue;
+        collapse(next.from, next.to);
+        count -= 2;
+    }
+    std::vector<Triangle> left;
+    for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+        if (!isGone[f]) left.push_back(mesh.triangles[f]);
+    mesh.triangles = std::move(left);
+    return std::move(mesh);
 }
 
 } // namespace
@@ -88,32 +238,7 @@ void relax(Mesh &mesh, int rounds, double weight)
 Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
 {
     if (mesh.triangles.size() <= triangleCount) return mesh;
-    std::vector<float> positions;
-    positions.reserve(mesh.positions.size() * 3);
-    for (const Vec3 &p : mesh.positions)
-        for (const double c : {p.x, p.y, p.z})
-            positions.push_back(static_cast<float>(c));
-    std::vector<unsigned int> indices;
-    indices.reserve(mesh.triangles.size() * 3);
-    for (const auto &triangle : mesh.triangles)
-        indices.insert(indices.end(), triangle.begin(), triangle.end());
-    Mesh simple = mesh;
-    // Sometimes a collapse pinches the surface along an edge. Another number of triangles takes
-    // other collapses; fewer, so that the caller's budget holds.
-    for (int attempt = 0; attempt < 30; ++attempt) {
-        const std::size_t wanted =
-            triangleCount - triangleCount * static_cast<std::size_t>(attempt) / 150;
-        std::vector<unsigned int> result(indices.size());
-        const std::size_t count = meshopt_simplify(result.data(), indices.data(), indices.size(),
-                                                   positions.data(), mesh.positions.size(),
-                                                   3 * sizeof(float), wanted * 3, 1.0F, 0, nullptr);
-        simple.triangles.clear();
-        for (std::size_t i = 0; i + 2 < count; i += 3)
-            simple.triangles.push_back({result[i], result[i + 1], result[i + 2]});
-        unfold(simple);
-        if (meshDefects(simple).empty()) return simple;
-    }
-    throw std::runtime_error("A surface could not be simplified without pinching it");
+    return Simplifier(mesh).reduced(triangleCount);
 }
 
 } // namespace kelo::meshgen

@@ -11,10 +11,11 @@ namespace kelo::meshgen {
 /// normals are not touched.
 void relax(Mesh &mesh, int rounds, double weight);
 
-/// A mesh of at most about `triangleCount` triangles with the same surface, made by collapsing
-/// edges of `mesh`. The vertices that stay keep their places and normals, unused ones stay in the
-/// list (optimizeOrder() drops them). A closed mesh stays closed. Throws std::runtime_error when
-/// that cannot be had.
+/// A mesh of at most `triangleCount` triangles with nearly the same surface, made by drawing
+/// vertices of `mesh` (which has its normals) into neighbours where that changes the surface and
+/// its shading least. The vertices that stay keep their places and normals, unused ones stay in the
+/// list (optimizeOrder() drops them). A closed mesh stays closed, no triangle is folded over and
+/// none becomes a sliver; where these rules allow no more, more triangles are left.
 Mesh simplified(const Mesh &mesh, std::size_t triangleCount);
 
 } // namespace kelo::meshgen

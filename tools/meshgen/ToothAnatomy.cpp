@@ -12,8 +12,8 @@ ToothAnatomy upperCentralIncisor()
     ToothAnatomy a;
     a.dimensions = {10.5, 8.5, 7.0, 7.0, 6.0, 3.5, 4.75};
     a.anterior = true;
-    a.mesial = {0.82, 0.89, 0.95, 0.985, 1.0, 0.985};
-    a.distal = {0.82, 0.91, 0.97, 1.0, 0.99, 0.93};
+    a.mesial = {0.82, 0.91, 0.965, 0.99, 1.0, 0.985};
+    a.distal = {0.82, 0.92, 0.975, 1.0, 0.99, 0.93};
     a.labial = {0.86, 0.93, 0.88, 0.76, 0.60, 0.40};
     a.lingual = {0.86, 0.98, 0.66, 0.36, 0.10, -0.08};
     a.labialSquareness = 2.7;
@@ -32,8 +32,8 @@ ToothAnatomy upperLateralIncisor()
 {
     ToothAnatomy a = upperCentralIncisor();
     a.dimensions = {9.0, 6.5, 5.0, 6.0, 5.0, 3.0, 4.0};
-    a.mesial = {0.77, 0.86, 0.93, 0.98, 1.0, 0.96};
-    a.distal = {0.77, 0.88, 0.96, 1.0, 0.97, 0.87};
+    a.mesial = {0.77, 0.89, 0.95, 0.985, 1.0, 0.96};
+    a.distal = {0.77, 0.90, 0.97, 1.0, 0.97, 0.87};
     a.labial = {0.84, 0.92, 0.88, 0.76, 0.60, 0.38};
     a.lingual = {0.84, 0.98, 0.68, 0.38, 0.12, -0.06};
     a.labialSquareness = 2.45;
@@ -50,8 +50,8 @@ ToothAnatomy upperCanine()
     ToothAnatomy a;
     a.dimensions = {10.0, 7.5, 5.5, 8.0, 7.0, 2.5, 4.5};
     a.anterior = true;
-    a.mesial = {0.73, 0.84, 0.93, 0.99, 1.0, 0.78};
-    a.distal = {0.73, 0.86, 0.97, 1.0, 0.97, 0.74};
+    a.mesial = {0.74, 0.88, 0.96, 1.0, 1.0, 0.78};
+    a.distal = {0.74, 0.90, 0.985, 1.0, 0.97, 0.74};
     a.labial = {0.87, 0.96, 0.93, 0.80, 0.60, 0.32};
     a.lingual = {0.87, 1.0, 0.78, 0.52, 0.24, -0.02};
     a.labialSquareness = 2.1;
@@ -70,12 +70,12 @@ ToothAnatomy upperFirstPremolar()
 {
     ToothAnatomy a;
     a.dimensions = {8.5, 7.0, 5.0, 9.0, 8.0, 1.0, 3.75};
-    a.mesial = {0.71, 0.82, 0.93, 0.995, 1.0, 0.86};
-    a.distal = {0.71, 0.84, 0.95, 1.0, 0.99, 0.86};
+    a.mesial = {0.72, 0.89, 0.97, 1.0, 0.995, 0.88};
+    a.distal = {0.72, 0.89, 0.97, 1.0, 0.99, 0.88};
     a.labial = {0.89, 0.98, 1.0, 0.96, 0.87, 0.72};
     a.lingual = {0.89, 0.96, 1.0, 0.98, 0.90, 0.74};
-    a.labialSquareness = 2.35;
-    a.lingualSquareness = 2.2;
+    a.labialSquareness = 2.7;
+    a.lingualSquareness = 2.45;
     a.lingualTaper = 0.14;
     a.labialRidge = 0.18;
     a.cusps = {{-0.04, 0.56, 0.0, 0.62, 0.95, 1.7}, {0.12, -0.54, 1.0, 0.5, 0.8, 1.3}};
@@ -105,12 +105,12 @@ ToothAnatomy upperFirstMolar()
 {
     ToothAnatomy a;
     a.dimensions = {7.5, 10.0, 8.0, 11.0, 10.0, 1.0, 3.25};
-    a.mesial = {0.80, 0.88, 0.96, 1.0, 0.99, 0.88};
-    a.distal = {0.80, 0.90, 0.97, 1.0, 0.98, 0.88};
+    a.mesial = {0.81, 0.92, 0.98, 1.0, 0.99, 0.89};
+    a.distal = {0.81, 0.92, 0.98, 1.0, 0.98, 0.89};
     a.labial = {0.91, 0.99, 1.0, 0.96, 0.88, 0.77};
     a.lingual = {0.91, 0.97, 1.0, 0.98, 0.92, 0.79};
-    a.labialSquareness = 3.0;
-    a.lingualSquareness = 2.7;
+    a.labialSquareness = 3.2;
+    a.lingualSquareness = 2.9;
     a.lingualTaper = -0.02;
     a.rhomboid = 0.13;
     a.cusps = {{0.42, 0.60, 0.0, 0.52, 0.72, 1.5},
@@ -133,8 +133,8 @@ ToothAnatomy upperSecondMolar()
 {
     ToothAnatomy a = upperFirstMolar();
     a.dimensions = {7.0, 9.0, 7.0, 11.0, 10.0, 1.0, 3.0};
-    a.mesial = {0.78, 0.88, 0.96, 1.0, 0.98, 0.86};
-    a.distal = {0.78, 0.89, 0.97, 1.0, 0.97, 0.85};
+    a.mesial = {0.79, 0.91, 0.975, 1.0, 0.98, 0.87};
+    a.distal = {0.79, 0.91, 0.975, 1.0, 0.97, 0.86};
     a.lingualTaper = 0.08;
     a.rhomboid = 0.17;
     a.cusps = {{0.42, 0.58, 0.0, 0.52, 0.72, 1.5},
@@ -149,11 +149,11 @@ ToothAnatomy lowerCentralIncisor()
     ToothAnatomy a;
     a.dimensions = {9.0, 5.0, 3.5, 6.0, 5.3, 3.0, 4.0};
     a.anterior = true;
-    a.mesial = {0.72, 0.81, 0.89, 0.96, 1.0, 0.99};
-    a.distal = {0.72, 0.81, 0.89, 0.96, 1.0, 0.97};
+    a.mesial = {0.73, 0.875, 0.95, 0.985, 1.0, 0.99};
+    a.distal = {0.73, 0.875, 0.95, 0.985, 1.0, 0.97};
     a.labial = {0.88, 0.93, 0.80, 0.60, 0.38, 0.16};
     a.lingual = {0.88, 0.98, 0.78, 0.55, 0.34, 0.17};
-    a.labialSquareness = 2.4;
+    a.labialSquareness = 2.6;
     a.lingualSquareness = 2.1;
     a.lingualTaper = 0.10;
     a.mesialCornerDrop = 0.25;
@@ -169,7 +169,7 @@ ToothAnatomy lowerLateralIncisor()
 {
     ToothAnatomy a = lowerCentralIncisor();
     a.dimensions = {9.5, 5.5, 4.0, 6.5, 5.8, 3.0, 4.25};
-    a.distal = {0.73, 0.83, 0.92, 0.98, 1.0, 0.93};
+    a.distal = {0.74, 0.885, 0.96, 0.99, 1.0, 0.93};
     a.distalCornerDrop = 0.65;
     a.cornerPower = 5.0;
     return a;
@@ -179,8 +179,8 @@ ToothAnatomy lowerCanine()
 {
     ToothAnatomy a = upperCanine();
     a.dimensions = {11.0, 7.0, 5.5, 7.5, 7.0, 2.5, 5.0};
-    a.mesial = {0.79, 0.86, 0.93, 0.98, 1.0, 0.82};
-    a.distal = {0.79, 0.88, 0.96, 1.0, 0.98, 0.74};
+    a.mesial = {0.79, 0.90, 0.965, 0.99, 1.0, 0.82};
+    a.distal = {0.79, 0.905, 0.975, 1.0, 0.98, 0.74};
     a.labial = {0.93, 0.99, 0.90, 0.74, 0.52, 0.25};
     a.lingual = {0.93, 1.0, 0.80, 0.57, 0.33, 0.07};
     a.mesialCornerDrop = 1.2;
@@ -195,12 +195,12 @@ ToothAnatomy lowerFirstPremolar()
 {
     ToothAnatomy a;
     a.dimensions = {8.5, 7.0, 5.0, 7.5, 6.5, 1.0, 3.75};
-    a.mesial = {0.71, 0.83, 0.94, 1.0, 0.98, 0.82};
-    a.distal = {0.71, 0.84, 0.95, 1.0, 0.99, 0.84};
+    a.mesial = {0.72, 0.89, 0.97, 1.0, 0.98, 0.84};
+    a.distal = {0.72, 0.89, 0.97, 1.0, 0.99, 0.86};
     a.labial = {0.87, 0.98, 1.0, 0.93, 0.79, 0.58};
     a.lingual = {0.87, 0.93, 0.98, 1.0, 0.97, 0.86};
-    a.labialSquareness = 2.2;
-    a.lingualSquareness = 2.1;
+    a.labialSquareness = 2.5;
+    a.lingualSquareness = 2.2;
     a.lingualTaper = 0.22;
     a.lean = -0.5;
     a.labialRidge = 0.18;
@@ -216,8 +216,8 @@ ToothAnatomy lowerSecondPremolar()
     a.dimensions = {8.0, 7.0, 5.0, 8.0, 7.0, 1.0, 3.5};
     a.labial = {0.87, 0.98, 1.0, 0.94, 0.82, 0.64};
     a.lingual = {0.87, 0.94, 0.99, 1.0, 0.95, 0.80};
-    a.labialSquareness = 2.4;
-    a.lingualSquareness = 2.5;
+    a.labialSquareness = 2.7;
+    a.lingualSquareness = 2.6;
     a.lingualTaper = 0.06;
     a.cusps = {{0.06, 0.42, 0.0, 0.55, 0.8, 1.5},
                {0.34, -0.56, 0.9, 0.65, 0.75, 1.2},
@@ -233,12 +233,12 @@ ToothAnatomy lowerFirstMolar()
 {
     ToothAnatomy a;
     a.dimensions = {7.5, 11.0, 9.0, 10.5, 9.0, 1.0, 3.25};
-    a.mesial = {0.82, 0.90, 0.97, 1.0, 0.99, 0.88};
-    a.distal = {0.82, 0.90, 0.97, 1.0, 0.98, 0.86};
+    a.mesial = {0.82, 0.93, 0.985, 1.0, 0.99, 0.89};
+    a.distal = {0.82, 0.93, 0.985, 1.0, 0.98, 0.87};
     a.labial = {0.86, 0.98, 1.0, 0.94, 0.84, 0.70};
     a.lingual = {0.86, 0.92, 0.97, 1.0, 0.97, 0.85};
-    a.labialSquareness = 2.8;
-    a.lingualSquareness = 2.9;
+    a.labialSquareness = 3.0;
+    a.lingualSquareness = 3.0;
     a.lingualTaper = 0.08;
     a.lean = -0.8;
     a.cusps = {{0.54, 0.46, 0.15, 0.6, 0.75, 1.3},
@@ -259,8 +259,8 @@ ToothAnatomy lowerSecondMolar()
 {
     ToothAnatomy a = lowerFirstMolar();
     a.dimensions = {7.0, 10.5, 8.0, 10.0, 9.0, 1.0, 3.0};
-    a.mesial = {0.78, 0.88, 0.96, 1.0, 0.98, 0.87};
-    a.distal = {0.78, 0.88, 0.96, 1.0, 0.98, 0.86};
+    a.mesial = {0.78, 0.91, 0.975, 1.0, 0.98, 0.88};
+    a.distal = {0.78, 0.91, 0.975, 1.0, 0.98, 0.87};
     a.labial = {0.90, 0.98, 1.0, 0.94, 0.84, 0.70};
     a.lingual = {0.90, 0.94, 0.98, 1.0, 0.97, 0.84};
     a.cusps = {{0.44, 0.48, 0.1, 0.55, 0.75, 1.3},
@@ -271,14 +271,6 @@ ToothAnatomy lowerSecondMolar()
                  {0.0, -0.04, 0.0, 0.74, 0.3},
                  {0.0, -0.04, 0.0, -0.84, 0.3}};
     return a;
-}
-
-/// A tenth or two of a millimetre, the same in every run, by which a tooth differs from its mirror
-/// image. The numbers have no meaning beyond being small and unequal.
-double naturalDifference(int toothNumber, int which)
-{
-    static constexpr std::array<double, 7> pattern = {0.06, -0.09, 0.03, 0.10, -0.05, -0.02, 0.08};
-    return pattern[static_cast<std::size_t>(toothNumber * 3 + which * 5) % pattern.size()];
 }
 
 } // namespace
@@ -307,11 +299,7 @@ ToothAnatomy toothAnatomy(int toothNumber)
         lowerCentralIncisor, lowerLateralIncisor, lowerCanine,     lowerFirstPremolar,
         lowerSecondPremolar, lowerFirstMolar,     lowerSecondMolar};
     const auto index = static_cast<std::size_t>(positionFromMidline(toothNumber) - 1);
-    ToothAnatomy anatomy = toothNumber <= 15 ? upper[index]() : lower[index]();
-    anatomy.dimensions.height += naturalDifference(toothNumber, 0);
-    anatomy.dimensions.mesiodistal += naturalDifference(toothNumber, 1);
-    anatomy.dimensions.buccolingual += naturalDifference(toothNumber, 2);
-    return anatomy;
+    return toothNumber <= 15 ? upper[index]() : lower[index]();
 }
 
 } // namespace kelo::meshgen

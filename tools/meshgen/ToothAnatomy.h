@@ -74,6 +74,8 @@ struct ToothAnatomy
     std::vector<Cusp> cusps;
     std::vector<Ridge> ridges;
     std::vector<Groove> grooves;
+    double cuspHeight = 1.0;  ///< relief of the occlusal surface: less than 1 for worn cusps
+    double grooveDepth = 1.0; ///< factor of all grooves
 };
 
 /// Position from the midline, 1 (central incisor) to 7 (second molar), of a universal number.
@@ -82,8 +84,8 @@ int positionFromMidline(int toothNumber);
 /// Whether the tooth stands in the patient's right half.
 bool isRightSide(int toothNumber);
 
-/// The anatomy of a tooth by its universal number (2 to 15, 18 to 31). Right and left differ by the
-/// tenth of a millimetre that they do in nature. Throws std::out_of_range for other numbers.
+/// The anatomy of a tooth by its universal number (2 to 15, 18 to 31), in the sizes of the tables
+/// of dental anatomy; the same right and left. Throws std::out_of_range for other numbers.
 ToothAnatomy toothAnatomy(int toothNumber);
 
 } // namespace kelo::meshgen

@@ -162,9 +162,9 @@ double Shaper::occlusalHeight(double x, double y) const
         const double d = distanceToLine(ridge.x0, ridge.y0, ridge.x1, ridge.y1);
         raise(height - ridge.drop - ridge.slope * softAbs(d, 0.3));
     }
-    double z = height + std::log(sum) / sharpness;
+    double z = height + anatomy.cuspHeight * std::log(sum) / sharpness;
     for (const Groove &groove : anatomy.grooves)
-        z -= groove.depth *
+        z -= anatomy.grooveDepth * groove.depth *
              bump(distanceToLine(groove.x0, groove.y0, groove.x1, groove.y1), 0.0, 0.33);
     return z;
 }

@@ -1,4 +1,4 @@
-#include "tools/meshgen/SampleMeshes.h"
+#include "tools/meshgen/PatientMeshes.h"
 
 #include "tools/meshgen/BracketShape.h"
 #include "tools/meshgen/ButtonShape.h"
@@ -16,10 +16,10 @@ namespace kelo::meshgen {
 namespace {
 
 // A frame costs by the triangle. These suffice for what each kind of tooth has to show.
-constexpr std::size_t frontToothTriangles = 1700;
+constexpr std::size_t frontToothTriangles = 1900;
 constexpr std::size_t premolarTriangles = 2200;
 constexpr std::size_t molarTriangles = 2800;
-constexpr std::size_t gumTriangles = 14200;
+constexpr std::size_t gumTriangles = 15900;
 
 std::size_t triangleCount(int toothNumber)
 {
@@ -72,11 +72,11 @@ ToothSet makeSet(const Tooth &tooth, const HookTable &hooks)
 
 } // namespace
 
-SamplePatient makeSamplePatient(const std::string &parameters)
+Patient makePatient(const std::string &tables, const std::string &patientFile)
 {
-    const HookTable hooks = readHooks(parameters + "/hooks.csv");
-    SamplePatient patient;
-    patient.teeth = arrangeTeeth(hooks);
+    const HookTable hooks = readHooks(tables + "/hooks.csv");
+    Patient patient;
+    patient.teeth = arrangeTeeth(hooks, readPatient(patientFile));
     std::vector<ToothSet> sets(patient.teeth.size());
     Mesh upperGums;
     Mesh lowerGums;
@@ -104,7 +104,7 @@ SamplePatient makeSamplePatient(const std::string &parameters)
     return patient;
 }
 
-void writeMeshes(const SamplePatient &patient, const std::string &output)
+void writeMeshes(const Patient &patient, const std::string &output)
 {
     std::error_code failure;
     std::filesystem::create_directories(output, failure);
