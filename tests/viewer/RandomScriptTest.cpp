@@ -1,0 +1,229 @@
+#include "tests/support/GLTest.h"
+#include "tests/viewer/RandomScriptCampaign.h"
+#include "tests/viewer/RunProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace viewer::test {
+namespace {
+
+/// A process of its own, so that what is counted for a whole process begins anew.
+QByteArray stateFromProgram(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(KELO_RANDOM_SCRIPTS_PROGRAM, arguments);
+    if (!process.waitForFinished(120000)) return {};
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+// The scenes, and with them the contexts, are gone when these tests end; complaintAbout asks OpenGL
+// for errors after every event.
+class RandomScriptTest : public testing::Test
+{
+protected:
+    RandomScriptTest() { writeRandomScriptScene(folder.path()); }
+
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(RandomScriptTest, theSameSeedTwiceGivesTheSameStateByteForByte)
+{
+    for (const char *seed : {"1", "77", "4711"}) {
+        const QByteArray first = stateFromProgram({"state", seed});
+        ASSERT_GT(first.size(), 1000);
+        EXPECT_EQ(first, stateFromProgram({"state", seed})) << seed;
+    }
+}
+
+TEST_F(RandomScriptTest, anotherSeedGivesAnotherScript)
+{
+    const auto lines = [this](std::uint64_t seed) {
+        return playRandomScript(folder.path(), seed, 20, complaintAbout).lines;
+    };
+    EXPECT_EQ(lines(1), lines(1));
+    EXPECT_NE(lines(1), lines(2));
+}
+
+TEST_F(RandomScriptTest, theViewerPlaysAWrittenScriptToTheSameStateByteForByte)
+{
+    for (const std::uint64_t seed : {3u, 1234u}) {
+        const PlayedScript played = playRandomScript(folder.path(), seed, 200, complaintAbout);
+        ASSERT_EQ(played.lines.size(), 200);
+        const QString script = write("written.script", scriptText(played.lines, "Seed"));
+        const Ended viewer =
+            run({"--headless", "--size", "120x90", "--meshes", folder.path(), "--play", script,
+                 "--state", "-", folder.filePath("treatment.json")});
+        EXPECT_EQ(viewer.status, 0) << viewer.errors.toStdString();
+        EXPECT_EQ(viewer.output, stateFromProgram({"state", QString::number(seed)})) << seed;
+        EXPECT_EQ(viewer.output, stateFromProgram({"play", script})) << seed;
+    }
+}
+
+TEST_F(RandomScriptTest, someScriptsUseEveryCommandAndEveryRowOfTheMenus)
+{
+    std::set<std::string> verbs, actions;
+    int mostElastics = 0;
+    int alertCount = 0;
+    for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+        const PlayedScript played = playRandomScript(folder.path(), seed, 200, complaintAbout);
+        for (const QByteArray &line : played.lines) {
+            const QByteArrayList words = line.split(' ');
+            verbs.insert(words[0].toStdString());
+            const bool isNamed = words[0] == "click" && std::isalpha(words[1][0]);
+            if (isNamed || words[0] == "press")
+                verbs.insert((words[0] + ' ' + words[1]).toStdString());
+            if (words[0] == "click" && words[1] == "tool")
+                verbs.insert(("tool " + words[2]).toStdString());
+        }
+        actions.insert(played.chosenActions.begin(), played.chosenActions.end());
+        mostElastics = std::max(mostElastics, played.mostElastics);
+        alertCount += played.alertCount;
+    }
+    for (const char *verb : {"press left",      "press right",   "drag",          "release",
+                             "click",           "click tooth",   "click bracket", "click button",
+                             "click elastic",   "tool elastics", "tool bracket",  "tool print",
+                             "scroll",          "key",           "modifiers",     "menu",
+                             "dismiss",         "date",          "approve",       "advance",
+                             "repeat-interval", "mouth",         "rotation",      "resize",
+                             "fullscreen"})
+        EXPECT_TRUE(verbs.contains(verb)) << verb;
+    for (const char *action :
+         {"bracketColorMenuItemSelected:", "placeBracketSelected:", "removeBracketSelected:",
+          "placeButtonSelected:", "removeButtonSelected:", "placeToothSelected:",
+          "removeToothSelected:", "placeAllBracketsSelected:", "markAllBracketsSelected:",
+          "removeAllBracketsSelected:", "startElasticColorMenuItemSelected:",
+          "placeSelectedElasticsConfigType:", "updateElasticColorMenuItemSelected:",
+          "markAllElasticsSelected:", "removeElasticSelected:", "removeAllElasticsSelected:",
+          "nameSelectedElasticsModel:"})
+        EXPECT_TRUE(actions.contains(action)) << action;
+    EXPECT_GE(mostElastics, 6);
+    EXPECT_GE(alertCount, 1) << "an elastic whose tooth is missing was asked for";
+}
+
+TEST_F(RandomScriptTest, aComplaintIsMinimisedToAFewLinesAndWrittenToTheFileThatTheMessageNames)
+{
+    // The treatment is well, the oracle is not: it takes an elastic that was strung for a fault.
+    Campaign campaign;
+    campaign.sceneFolder = folder.path();
+    campaign.failureFolder = folder.filePath("failures");
+    campaign.oracle = [](RandomScriptScene &scene) {
+        const auto &elastics = scene.document().elasticModels();
+        const bool isStrung = std::any_of(elastics.begin(), elastics.end(), [](const auto &one) {
+            return !one->elasticsConfigType() && one->bracketSequence().size() == 2 &&
+                   one->bracketSequence() != std::vector<std::string>{"3l", "30"};
+        });
+        return isStrung ? QStringLiteral("there is an elastic over two brackets") : QString();
+    };
+    QString complaint;
+    for (std::uint64_t seed = 1; complaint.isEmpty() && seed <= 100; ++seed)
+        complaint = campaign.play(seed, 1);
+    const QStringList told = complaint.split('\n');
+    ASSERT_EQ(told.size(), 2) << complaint.toStdString();
+    EXPECT_TRUE(told[0].endsWith(": there is an elastic over two brackets"));
+
+    const QByteArrayList lines = scriptLines(contentOf(told[1]));
+    // A click opens the menu, the menu begins the elastic, one click adds to it, one closes it.
+    EXPECT_GE(lines.size(), 3);
+    EXPECT_LE(lines.size(), 6) << lines.join('\n').toStdString();
+    EXPECT_FALSE(playLines(folder.path(), lines, campaign.oracle).complaint.isEmpty());
+    for (qsizetype left = 0; left < lines.size(); ++left) {
+        QByteArrayList fewer = lines;
+        fewer.removeAt(left);
+        EXPECT_TRUE(playLines(folder.path(), fewer, campaign.oracle).complaint.isEmpty())
+            << "without " << lines[left].toStdString();
+    }
+}
+
+TEST_F(RandomScriptTest, whatTheViewThrowsIsAComplaint)
+{
+    RandomScriptScene scene(folder.path());
+    EXPECT_EQ(complaintAbout(scene), QString());
+    kelo::RunLoop::main().performSoon([] { throw std::runtime_error("a fault"); });
+    EXPECT_TRUE(scene.play("advance 1"));
+    EXPECT_EQ(complaintAbout(scene), QString("thrown: a fault"));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(RandomScriptTest, anOpenGLErrorAndAnInsaneDocumentAreComplaints)
+{
+    RandomScriptScene scene(folder.path());
+    glEnable(0xFFFF);
+    EXPECT_TRUE(complaintAbout(scene).startsWith("pending OpenGL errors:"));
+    EXPECT_EQ(complaintAbout(scene), QString());
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    EXPECT_EQ(complaintAbout(scene), QString("the model-view stack is 2 deep"));
+    glPopMatrix();
+    scene.document().bracketModels().at("8")->setHiddenSecondary(true);
+    EXPECT_EQ(complaintAbout(scene),
+              QString("The bracket \"8\" does not hide and show with its tooth"));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST(RandomScriptMinimiser, twoLinesThatFailTogetherAreAllThatIsLeft)
+{
+    QByteArrayList lines;
+    for (int i = 0; i < 200; ++i)
+        lines << QByteArray::number(i);
+    int callCount = 0;
+    const QByteArrayList found = minimised(lines, [&callCount](const QByteArrayList &candidate) {
+        ++callCount;
+        return candidate.contains("17") && candidate.contains("143");
+    });
+    EXPECT_EQ(found, (QByteArrayList{"17", "143"}));
+    EXPECT_LT(callCount, 100);
+}
+
+TEST(RandomScriptMinimiser, linesThatDoNotFailStayAsTheyAre)
+{
+    const QByteArrayList lines{"mouth 10", "advance 1"};
+    EXPECT_EQ(minimised(lines, [](const QByteArrayList &) { return false; }), lines);
+}
+
+TEST(RandomScriptMinimiser, whatAlwaysFailsIsLeftWithoutALine)
+{
+    const QByteArrayList lines{"mouth 10", "advance 1", "dismiss"};
+    EXPECT_EQ(minimised(lines, [](const QByteArrayList &) { return true; }), QByteArrayList());
+}
+
+TEST(RandomScriptMinimiser, aWrittenScriptReadsBackWithoutItsComment)
+{
+    const QByteArrayList lines{"menu \"1/4\\\" 2 oz\"", "advance 1"};
+    EXPECT_EQ(scriptLines(scriptText(lines, "Seed 3: a\nfault")), lines);
+    EXPECT_EQ(scriptText({"dismiss"}, "Seed 3: a\nfault"),
+              QByteArray("# Seed 3: a\n# fault\ndismiss\n"));
+}
+
+TEST_F(RandomScriptTest, theKeptScriptsPlayToTheirEndWithoutAComplaint)
+{
+    const QDir kept(KELO_KEPT_SCRIPTS);
+    const QStringList names = kept.entryList({"*.script"}, QDir::Files, QDir::Name);
+    ASSERT_FALSE(names.isEmpty());
+    for (const QString &name : names) {
+        const QByteArrayList lines = scriptLines(contentOf(kept.filePath(name)));
+        const PlayedScript played = playLines(folder.path(), lines, complaintAbout);
+        EXPECT_EQ(played.complaint.toStdString(), "") << name.toStdString();
+        EXPECT_EQ(played.lines, lines) << name.toStdString() << ": a line cannot be played";
+    }
+}
+
+} // namespace
+} // namespace viewer::test
