@@ -1,0 +1,54 @@
+#include "viewer/UndoHistory.h"
+
+#include "viewer/ChangeText.h"
+
+#include <QUndoCommand>
+
+#include <utility>
+
+namespace viewer {
+
+class UndoHistory::Step : public QUndoCommand
+{
+public:
+    Step(UndoHistory &history, DocumentState before, DocumentState after, const QString &text)
+        : QUndoCommand(text),
+          history_(history),
+          before_(std::move(before)),
+          after_(std::move(after))
+    {}
+    void undo() override { go(before_); }
+    /// Called when the step is pushed too; then the document is there already.
+    void redo() override { go(after_); }
+
+private:
+    void go(const DocumentState &state)
+    {
+        applyState(*history_.document_, state);
+        history_.known_ = stateOf(*history_.document_);
+    }
+
+    UndoHistory &history_;
+    DocumentState before_;
+    DocumentState after_;
+};
+
+void UndoHistory::watch(std::shared_ptr<kelo::DXDocumentModel> document)
+{
+    stack_.clear();
+    document_ = std::move(document);
+    known_ = document_ ? stateOf(*document_) : DocumentState();
+}
+
+void UndoHistory::noticeChanges()
+{
+    if (!document_) return;
+    DocumentState present = stateOf(*document_);
+    if (present == known_) return;
+    const QString text = changeText(known_, present, *document_, notation_);
+    DocumentState before = std::exchange(known_, present);
+    // A difference without a name (no colour in place of the colour "none") is no step of its own.
+    if (!text.isEmpty()) stack_.push(new Step(*this, std::move(before), std::move(present), text));
+}
+
+} // namespace viewer

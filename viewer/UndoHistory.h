@@ -1,0 +1,38 @@
+#pragma once
+
+#include "viewer/DocumentState.h"
+#include "viewer/ToothNotation.h"
+
+#include <QUndoStack>
+
+#include <memory>
+
+namespace viewer {
+
+/// Undo and redo of everything that is changed in a document, each step with a readable name.
+///
+/// Steps are told apart by noticeChanges(): what differs from the time before is one step. Whoever
+/// lets the user act calls it after every action.
+class UndoHistory
+{
+public:
+    /// Begins anew with the document as it is now; null for none.
+    void watch(std::shared_ptr<kelo::DXDocumentModel> document);
+    /// What has changed since the last call becomes a step that can be undone.
+    void noticeChanges();
+    /// Steps that are noticed from now on are named in this notation.
+    void setNotation(ToothNotation notation) { notation_ = notation; }
+
+    /// For actions and menus. Its commands change the document through its own operations.
+    QUndoStack &stack() { return stack_; }
+
+private:
+    class Step;
+
+    std::shared_ptr<kelo::DXDocumentModel> document_;
+    DocumentState known_;
+    ToothNotation notation_ = ToothNotation::Universal;
+    QUndoStack stack_;
+};
+
+} // namespace viewer
