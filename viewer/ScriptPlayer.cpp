@@ -92,6 +92,8 @@ void ScriptPlayer::closeMenu(const std::shared_ptr<kelo::MenuItem> &chosenItem)
 {
     // First forgotten: the action may open another menu.
     if (const auto menu = std::exchange(openMenu_, nullptr)) menu->close(chosenItem);
+    if (!openMenu_ && std::exchange(modifiersChangedUnderMenu_, false))
+        view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, heldModifiers_));
 }
 
 QString ScriptPlayer::run(const PressCommand &command)
@@ -211,7 +213,10 @@ QString ScriptPlayer::run(const KeyCommand &command)
 QString ScriptPlayer::run(const ModifiersCommand &command)
 {
     heldModifiers_ = command.modifierFlags;
-    view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, heldModifiers_));
+    if (openMenu_)
+        modifiersChangedUnderMenu_ = true;
+    else
+        view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, heldModifiers_));
     return {};
 }
 

@@ -99,7 +99,7 @@ QByteArray RandomScriptGenerator::anyLine(const RandomScriptScene &scene)
     const kelo::DXOpenGL &view = scene.view();
     // Back to where the treatment can be changed, or most of a script would only turn the jaws.
     if (view.approvedDate().isValid() && oneIn(6)) return "approve none";
-    if (!view.displayedDateIsToday() && oneIn(6)) return "date today";
+    if (!view.displayedDateIsToday() && !scene.openMenu() && oneIn(6)) return "date today";
     if (view.mouseMode() == kelo::DXOpenGL::rotateMode && oneIn(5)) return "click tool elastics";
     const bool isStringing = view.bracketSequence().has_value();
     const std::uint64_t kind = below(20);
@@ -186,6 +186,8 @@ QByteArray RandomScriptGenerator::timeLine(const RandomScriptScene &scene)
     static const char *const dates[] = {"2026-11-20", "2026-11-19", "2026-12-01", "2024-02-29"};
     switch (below(12)) {
     case 0:
+        // A menu that is open keeps the window's date from being changed.
+        if (scene.openMenu()) return "dismiss";
         return oneIn(2) ? QByteArray("date today") : "date " + QByteArray(oneOf(dates));
     case 1:
         return oneIn(3) ? "approve " + QByteArray(oneOf(dates)) : QByteArray("approve none");
@@ -215,7 +217,7 @@ QByteArray RandomScriptGenerator::keyLine()
 
 QByteArray RandomScriptGenerator::viewLine()
 {
-    switch (below(6)) {
+    switch (below(8)) {
     case 0:
     case 1: {
         static const double angles[] = {0.0,  5.0,   10.0,  21.9, 30.0,
@@ -235,6 +237,18 @@ QByteArray RandomScriptGenerator::viewLine()
         static const char *const sizes[] = {"120 90", "90 120", "160 60", "60 160",
                                             "121 91", "1 1",    "300 2"};
         return "resize " + QByteArray(oneOf(sizes));
+    }
+    case 5: {
+        static const char *const boxes[] = {"fit", "-40 40 -30 30", "-1 1 -1 1", "0 100 5 10"};
+        return oneIn(2) ? QByteArray("zoom fit") : "zoom " + QByteArray(oneOf(boxes));
+    }
+    case 6: {
+        static const char *const parts[] = {"upper-arch", "lower-arch", "gums",
+                                            "brackets",   "buttons",    "elastics"};
+        // What is hidden comes back sooner than it goes.
+        QByteArray line = oneIn(3) ? "hide " : "show ";
+        line += oneOf(parts);
+        return line;
     }
     default:
         return oneIn(2) ? "fullscreen off" : "fullscreen on";

@@ -117,6 +117,56 @@ void writeMesh(const QString &folder, const std::string &name, const Box &box)
     write(folder, QString::fromStdString(name + ".obj"), boxAsOBJ(box));
 }
 
+/// What the document says of a bracket's colour; white for none.
+std::optional<kelo::Color> colorOfBracket(const kelo::DXDocumentModel &document,
+                                          const std::string &key)
+{
+    const auto &typeIDs = document.bracketColorsTypeIDs();
+    const auto typeID = typeIDs.find(key);
+    if (typeID == typeIDs.end()) return kelo::Color::whiteColor();
+    const auto &types = document.availableBracketColorTypes();
+    const auto type = types.find(typeID->second);
+    if (type == types.end() || !type->second->bracketColor) return std::nullopt;
+    return kelo::Color(*type->second->bracketColor);
+}
+
+/// Brackets have the document's colours, and only the first one of an elastic that is being strung
+/// is highlighted.
+QString bracketComplaint(const kelo::DXOpenGL &view)
+{
+    const kelo::DXDocumentModel &document = *view.documentModel();
+    for (const auto &[key, bracket] : document.bracketModels()) {
+        const auto material = bracket->material();
+        if (material->color() != colorOfBracket(document, key))
+            return QStringLiteral("bracket %1 has another colour than the document says")
+                .arg(QString::fromStdString(key));
+        const bool isFirst = view.bracketSequence() && view.bracketSequence()->front() == key;
+        if (!isFirst && material->shininess() != kelo::HVOGLMaterial::defaultShininess)
+            return QStringLiteral("bracket %1 is highlighted").arg(QString::fromStdString(key));
+    }
+    return {};
+}
+
+/// Elastics run over what is shown, and are strung in their mode only.
+QString elasticComplaint(const kelo::DXOpenGL &view)
+{
+    if (view.bracketSequence() && !view.mouseModeIsElastics())
+        return QStringLiteral("an elastic is being strung in the mode %1").arg(view.mouseMode());
+    const kelo::DXDocumentModel &document = *view.documentModel();
+    for (const auto &elastic : document.elasticModels()) {
+        for (const std::string &key : elastic->bracketSequence()) {
+            const auto &models =
+                key.back() == 'l' ? document.buttonModels() : document.bracketModels();
+            const auto &model = models.at(key);
+            if (model->hiddenPrimary() || model->hiddenSecondary())
+                return QStringLiteral("elastic %1 runs over %2, which is hidden")
+                    .arg(elastic->uniqueID())
+                    .arg(QString::fromStdString(key));
+        }
+    }
+    return {};
+}
+
 bool isFinite(const kelo::DXOpenGL &view)
 {
     const auto zoom = view.zoomBox();
@@ -273,9 +323,11 @@ QString complaintAbout(RandomScriptScene &scene)
     if (!complaints.empty()) return QString::fromStdString(complaints.front());
     const auto noError = kelo::test::noGLError();
     if (!noError) return QString::fromUtf8(noError.message());
-    const QString stacks = stackComplaint();
-    if (!stacks.isEmpty()) return stacks;
     if (!isFinite(scene.view())) return QStringLiteral("a number of the view is not finite");
+    for (const QString &complaint :
+         {stackComplaint(), bracketComplaint(scene.view()), elasticComplaint(scene.view())}) {
+        if (!complaint.isEmpty()) return complaint;
+    }
     return {};
 }
 

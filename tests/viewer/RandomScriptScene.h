@@ -69,7 +69,9 @@ private:
 using RandomScriptOracle = std::function<QString(RandomScriptScene &)>;
 
 /// What is to hold after every event: nothing was thrown, the document is sane, OpenGL has no error
-/// pending and its stacks are as deep as before, and every number of the view's state is finite.
+/// pending and its stacks are as deep as before, every number of the view's state is finite,
+/// brackets have the document's colours, only the first one of an elastic that is being strung is
+/// highlighted, elastics run over what is shown, and they are strung in the elastics mode only.
 QString complaintAbout(RandomScriptScene &scene);
 
 } // namespace viewer::test

@@ -103,7 +103,7 @@ TEST_F(RandomScriptTest, someScriptsUseEveryCommandAndEveryRowOfTheMenus)
                              "scroll",          "key",           "modifiers",     "menu",
                              "dismiss",         "date",          "approve",       "advance",
                              "repeat-interval", "mouth",         "rotation",      "resize",
-                             "fullscreen"})
+                             "fullscreen",      "zoom",          "hide",          "show"})
         EXPECT_TRUE(verbs.contains(verb)) << verb;
     for (const char *action :
          {"bracketColorMenuItemSelected:", "placeBracketSelected:", "removeBracketSelected:",

@@ -39,6 +39,18 @@ TEST_F(ScriptPlayerTest, aHeldModifierCountsForEveryEventUntilItIsLetGo)
     EXPECT_EQ(view->mouseMode(), 6);
 }
 
+TEST_F(ScriptPlayerTest, theViewLearnsOfModifierKeysWhenAnOpenMenuHasClosed)
+{
+    play("click bracket 8\nmodifiers control\n");
+    EXPECT_EQ(view->mouseMode(), 6);
+    play("menu \"Start New Elastic\" > \"1/8\\\" 2 oz\"\n");
+    EXPECT_EQ(view->currentModifierFlags(), kelo::ModifierFlag::Control);
+    EXPECT_EQ(view->mouseMode(), 6) << "Control does not leave an elastic that is being strung";
+    play("modifiers\nkey escape\nclick bracket 8\nmodifiers control\ndismiss\n");
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(ScriptPlayerTest, aPressWhileAMenuIsOpenOnlyClosesIt)
 {
     play("click bracket 8\n");
