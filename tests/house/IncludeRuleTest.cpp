@@ -60,6 +60,13 @@ const std::vector<Room> &houseRooms()
          libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/", "keloOpenGL/windows/"}),
          {"any"},
          false},
+        // It measures the bands that the view draws, so it takes them and the jaws from the view's own
+        // pure functions.
+        {"tools/banddepth/",
+         {"tools/", "models/OBJReader", "models/", "geometry/", "keloOpenGL/view/",
+          "keloOpenGL/treatment/"},
+         {"QtCore"},
+         false},
         {"tools/", {"models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
         {"viewer/",
          libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/", "keloOpenGL/windows/",
