@@ -314,7 +314,7 @@ TEST(Meshcheck, theJSONReportHoldsFileLineAndReason)
 
 TEST(Meshcheck, wrongUseIsStatusOneWithTheUsage)
 {
-    const std::string usage = "usage: meshcheck [--json] DIR|FILE...\n";
+    const std::string usage = "usage: meshcheck [--json] [--strict] DIR|FILE...\n";
     const Outcome nothing = meshcheck({});
     EXPECT_EQ(nothing.status, 1);
     EXPECT_EQ(nothing.error, "meshcheck: no folder and no file\n" + usage);
@@ -329,7 +329,7 @@ TEST(Meshcheck, helpTellsTheOptionsAndTheStatuses)
     const Outcome outcome = meshcheck({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.error, "");
-    for (const char *part : {"usage: meshcheck [--json] DIR|FILE...", "--json", "--help",
+    for (const char *part : {"usage: meshcheck [--json] [--strict] DIR|FILE...", "--json", "--help",
                              "Exit status: 0 no problem, 1 wrong use, 2 problems."})
         EXPECT_NE(outcome.out.find(part), std::string::npos) << part;
 }

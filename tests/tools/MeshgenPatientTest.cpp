@@ -1,6 +1,7 @@
 // The sample patient as a whole: which files there are, what they cost, how they are made and where
 // everything stands.
 
+#include "tools/meshcheck/MeshCheck.h"
 #include "tools/meshgen/PatientMeshes.h"
 #include "tools/meshgen/Report.h"
 
@@ -102,6 +103,17 @@ TEST(MeshgenPatient, everyMeshIsClosedWoundOutwardsAndHasUnitNormals)
         for (const std::string &defect : meshDefects(named.mesh))
             ADD_FAILURE() << named.name << ": " << defect;
     }
+}
+
+TEST(MeshgenPatient, theStrictCheckFindsNothingInTheWrittenFiles)
+{
+    const ScratchFolder folder("meshgen-strict");
+    writeMeshes(patient(), folder.path.string());
+    const std::vector<std::string> files = kelo::meshFilesAt(folder.path.string());
+    EXPECT_EQ(files.size(), 86U);
+    for (const std::string &file : files)
+        for (const kelo::MeshProblem &problem : kelo::checkMeshFile(file, kelo::Strictness::strict))
+            ADD_FAILURE() << problem.file << ':' << problem.line << ": " << problem.reason;
 }
 
 TEST(MeshgenPatient, teethAndGumsAreSmoothWithOneNormalForEveryPoint)

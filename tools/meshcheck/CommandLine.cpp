@@ -9,7 +9,7 @@
 namespace kelo {
 namespace {
 
-constexpr const char *usage = "usage: meshcheck [--json] DIR|FILE...\n";
+constexpr const char *usage = "usage: meshcheck [--json] [--strict] DIR|FILE...\n";
 
 constexpr const char *help =
     "\n"
@@ -19,6 +19,9 @@ constexpr const char *help =
     "\n"
     "  --json   one JSON object instead: {\"files\": N, \"problems\": [{\"file\", \"line\", "
     "\"reason\"}]}\n"
+    "  --strict moreover faces without area, faces that cross or fold onto others of their "
+    "surface,\n"
+    "           and normals more than 60 degrees off their face\n"
     "  --help   this text\n"
     "  --       what follows are names, not options\n"
     "\n"
@@ -27,6 +30,7 @@ constexpr const char *help =
 struct Request
 {
     bool json = false;
+    Strictness strictness = Strictness::usual;
     std::vector<std::string> paths;
 };
 
@@ -36,7 +40,7 @@ struct Report
     std::vector<MeshProblem> problems;
 };
 
-Report reportOf(const std::vector<std::string> &paths)
+Report reportOf(const std::vector<std::string> &paths, Strictness strictness)
 {
     Report report;
     for (const std::string &path : paths) {
@@ -44,7 +48,7 @@ Report reportOf(const std::vector<std::string> &paths)
         if (files.empty()) report.problems.push_back({path, 0, "no mesh files in this folder"});
         for (const std::string &file : files) {
             ++report.fileCount;
-            for (MeshProblem &problem : checkMeshFile(file))
+            for (MeshProblem &problem : checkMeshFile(file, strictness))
                 report.problems.push_back(std::move(problem));
         }
     }
@@ -82,6 +86,8 @@ int runMeshcheck(const std::vector<std::string> &arguments, std::ostream &out, s
             optionsEnded = true;
         } else if (argument == "--json") {
             request.json = true;
+        } else if (argument == "--strict") {
+            request.strictness = Strictness::strict;
         } else if (argument == "--help") {
             out << usage << help;
             return 0;
@@ -94,7 +100,7 @@ int runMeshcheck(const std::vector<std::string> &arguments, std::ostream &out, s
         error << "meshcheck: no folder and no file\n" << usage;
         return 1;
     }
-    const Report report = reportOf(request.paths);
+    const Report report = reportOf(request.paths, request.strictness);
     if (request.json)
         writeJSON(report, out);
     else

@@ -2,6 +2,7 @@
 
 #include "models/OBJReaderNumbers.h"
 #include "tools/meshcheck/MeshShape.h"
+#include "tools/meshcheck/MeshSurface.h"
 
 #include <algorithm>
 #include <array>
@@ -33,7 +34,8 @@ class TextCheck
 {
 public:
     /// `text` ends with a line break that is not in the file, so that every token ends.
-    TextCheck(std::string text, const std::string &file) : _file(file), _text(std::move(text))
+    TextCheck(std::string text, const std::string &file, Strictness strictness)
+        : _file(file), _strictness(strictness), _text(std::move(text))
     {
         char *const end = _text.data() + _text.size() - 1;
         _endsWithinLine = end != _text.data() && !obj::isLineEnd(end[-1]);
@@ -69,7 +71,7 @@ private:
         if (obj::isBlank(*p)) {
             if (checkNumbers(p, numbers)) addPosition(numbers);
         } else if (*p == 'n') {
-            if (checkNumbers(p + 1, numbers)) ++_normalCount;
+            if (checkNumbers(p + 1, numbers)) _shape.normals.push_back(numbers);
         } else if (*p != 't') {
             report("unknown sequence " +
                    (obj::isLineEnd(*p) ? inQuotes("v") : inQuotes(std::string{'v', *p})));
@@ -133,14 +135,20 @@ private:
         std::int64_t vertex = 0;
         const bool hasVertex = checkReference(token.substr(0, slash), token, "vertex",
                                               _shape.positions.size(), vertex);
-        if (hasVertex) _shape.corners.push_back(static_cast<std::uint32_t>(vertex - 1));
+        if (hasVertex) {
+            _shape.corners.push_back(static_cast<std::uint32_t>(vertex - 1));
+            _shape.normalOf.push_back(0);
+        }
         if (slash == std::string_view::npos) return;
         const std::size_t second = token.find('/', slash + 1);
         if (second == std::string_view::npos) return;
         std::int64_t normal = 0;
-        if (checkReference(token.substr(second + 1), token, "normal", _normalCount, normal) &&
-            hasVertex)
+        if (checkReference(token.substr(second + 1), token, "normal", _shape.normals.size(),
+                           normal) &&
+            hasVertex) {
+            _shape.normalOf.back() = static_cast<std::uint32_t>(normal);
             assignNormal(static_cast<std::size_t>(vertex - 1), normal);
+        }
     }
 
     /// Whether `number` is the number of something that was read.
@@ -184,33 +192,38 @@ private:
             }))
             for (ShapeProblem &problem : shapeProblems(_shape))
                 report(problem.line, std::move(problem.reason));
+        if (_strictness == Strictness::strict && problems.empty())
+            for (ShapeProblem &problem : surfaceProblems(_shape))
+                report(problem.line, std::move(problem.reason));
         std::stable_sort(
             problems.begin(), problems.end(),
             [](const MeshProblem &a, const MeshProblem &b) { return a.line < b.line; });
     }
 
     const std::string &_file;
+    Strictness _strictness;
     std::string _text;
     bool _endsWithinLine = false;
     std::size_t _line = 1;
     obj::CLocale _locale;
     MeshShape _shape;
     std::vector<std::int64_t> _slots; ///< per position the normal that it has in the reader
-    std::size_t _normalCount = 0, _faceCount = 0, _copyCount = 0;
+    std::size_t _faceCount = 0, _copyCount = 0;
     bool _renumberingReported = false;
 };
 
 } // namespace
 
-std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file)
+std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file,
+                                       Strictness strictness)
 {
     std::string terminated;
     terminated.reserve(text.size() + 1);
     terminated.append(text).push_back('\n');
-    return TextCheck(std::move(terminated), file).problems;
+    return TextCheck(std::move(terminated), file, strictness).problems;
 }
 
-std::vector<MeshProblem> checkMeshFile(const std::string &path)
+std::vector<MeshProblem> checkMeshFile(const std::string &path, Strictness strictness)
 {
     namespace fs = std::filesystem;
     const auto unreadable = [&path](const std::string &why) {
@@ -227,7 +240,7 @@ std::vector<MeshProblem> checkMeshFile(const std::string &path)
         stream.read(text.data(), static_cast<std::streamsize>(text.size()));
         if (stream.gcount() != static_cast<std::streamsize>(text.size()))
             return unreadable("it became shorter");
-        return checkMeshText(text, path);
+        return checkMeshText(text, path, strictness);
     } catch (const std::bad_alloc &) {
         return unreadable("not enough memory");
     } catch (const std::exception &failure) {

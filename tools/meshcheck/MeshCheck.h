@@ -22,6 +22,12 @@ struct MeshProblem
     bool operator==(const MeshProblem &) const = default;
 };
 
+/// How much is asked of a mesh.
+enum class Strictness {
+    usual, ///< that it loads as its maker meant it and that its surface is closed
+    strict ///< moreover that a picture of it shows nothing that its surface does not have
+};
+
 /// Checks OBJ text; `file` is only copied into the problems. The problems are in the order of
 /// lines.
 ///
@@ -36,12 +42,20 @@ struct MeshProblem
 /// problem for each connected run), and closed surfaces that are wound inwards (negative volume,
 /// the sum of a . (b x c) / 6 over the triangles).
 ///
-/// Returns for every text, in time proportional to n log n of its size.
-std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file);
+/// **Surface**, when `strict` and nothing else is wrong: faces without area (a height of less than
+/// a ten-thousandth of the longest side), faces that cross another face of the same surface, faces
+/// folded flat onto their neighbour, and normals more than 60 degrees off their face. Faces that
+/// hang together by edges are one surface; a mesh may consist of several that run into each other.
+///
+/// Returns for every text, in time proportional to n log n of its size; the search for crossings
+/// takes the longer the more faces lie over the same x coordinate.
+std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file,
+                                       Strictness strictness = Strictness::usual);
 
 /// Checks the file at `path`. What cannot be read is a problem like others; only regular files are
 /// read, so a pipe is not waited for.
-std::vector<MeshProblem> checkMeshFile(const std::string &path);
+std::vector<MeshProblem> checkMeshFile(const std::string &path,
+                                       Strictness strictness = Strictness::usual);
 
 /// The OBJ files at `path`: the file itself, whatever its name, or those in the folder and its
 /// folders whose name ends with `.obj` (in any case), sorted. Empty for a folder without any.

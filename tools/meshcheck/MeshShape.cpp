@@ -55,9 +55,11 @@ class ShapeCheck
 {
 public:
     explicit ShapeCheck(const MeshShape &shape)
-        : _shape(shape), _surfaces(shape.faces.size()), _closed(shape.faces.size(), true)
+        : _shape(shape),
+          _welded(weldedPositions(shape)),
+          _surfaces(shape.faces.size()),
+          _closed(shape.faces.size(), true)
     {
-        weld();
         collectSides();
         checkEdges();
         checkHoles();
@@ -70,29 +72,6 @@ private:
     void report(std::size_t face, std::string reason)
     {
         problems.push_back({_shape.faces[face].line, std::move(reason)});
-    }
-
-    /// Every position's first occurrence stands for all of them.
-    void weld()
-    {
-        struct Hash
-        {
-            std::size_t operator()(const std::array<float, 3> &position) const
-            {
-                std::uint64_t hash = 0;
-                for (const float coordinate : position)
-                    hash = (hash ^ std::bit_cast<std::uint32_t>(coordinate)) * 0x9e3779b97f4a7c15u;
-                return std::size_t(hash ^ (hash >> 32));
-            }
-        };
-        std::unordered_map<std::array<float, 3>, std::uint32_t, Hash> first;
-        first.reserve(_shape.positions.size());
-        for (std::array<float, 3> position : _shape.positions) {
-            for (float &coordinate : position)
-                coordinate += 0.0f; // -0 becomes 0
-            const auto index = static_cast<std::uint32_t>(_welded.size());
-            _welded.push_back(first.try_emplace(position, index).first->second);
-        }
     }
 
     std::size_t endOfFace(std::size_t face) const
@@ -245,6 +224,31 @@ private:
 };
 
 } // namespace
+
+std::vector<std::uint32_t> weldedPositions(const MeshShape &shape)
+{
+    struct Hash
+    {
+        std::size_t operator()(const std::array<float, 3> &position) const
+        {
+            std::uint64_t hash = 0;
+            for (const float coordinate : position)
+                hash = (hash ^ std::bit_cast<std::uint32_t>(coordinate)) * 0x9e3779b97f4a7c15u;
+            return std::size_t(hash ^ (hash >> 32));
+        }
+    };
+    std::unordered_map<std::array<float, 3>, std::uint32_t, Hash> first;
+    first.reserve(shape.positions.size());
+    std::vector<std::uint32_t> welded;
+    welded.reserve(shape.positions.size());
+    for (std::array<float, 3> position : shape.positions) {
+        for (float &coordinate : position)
+            coordinate += 0.0f; // -0 becomes 0
+        const auto index = static_cast<std::uint32_t>(welded.size());
+        welded.push_back(first.try_emplace(position, index).first->second);
+    }
+    return welded;
+}
 
 std::vector<ShapeProblem> shapeProblems(const MeshShape &shape)
 {

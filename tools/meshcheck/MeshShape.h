@@ -19,6 +19,8 @@ struct MeshShape
 
     std::vector<std::array<float, 3>> positions;
     std::vector<std::uint32_t> corners; ///< indexes into `positions`
+    std::vector<std::array<float, 3>> normals;
+    std::vector<std::uint32_t> normalOf; ///< of every corner: 1 for the first normal, 0 for none
     std::vector<Face> faces;
 };
 
@@ -28,6 +30,9 @@ struct ShapeProblem
     std::size_t line = 0;
     std::string reason;
 };
+
+/// For every position the first one at exactly the same place, which stands for all of them.
+std::vector<std::uint32_t> weldedPositions(const MeshShape &shape);
 
 /// What is wrong with the shape, see `checkMeshText`. All positions are finite and all corners in
 /// range.

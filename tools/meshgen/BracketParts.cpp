@@ -12,6 +12,8 @@ namespace {
 
 // Where the feet of a body end: inside the pad, between the tooth's surface and the pad's top.
 constexpr double footDepth = 0.12;
+// At least this much of height lies between a foot and what is over it.
+constexpr double leastStep = 0.05;
 
 /// A point of one half of a section across the body: how far up the crown from the slot's middle,
 /// and how high, counted down from the body's top or up from the tooth's surface.
@@ -69,18 +71,26 @@ template<std::size_t N>
 std::vector<Vec2> sectionOutline(const SectionPoint (&half)[N], double surfaceAbove,
                                  double surfaceBelow, double top, double lipStart, double wing)
 {
-    const auto at = [&](const SectionPoint &p, double side) {
-        const double up = p.up <= lipStart || p.from == SectionPoint::FromSurface
-                              ? p.up
-                              : lipStart + (p.up - lipStart) * wing;
-        const double surface = side > 0.0 ? surfaceAbove : surfaceBelow;
-        return Vec2{side * up, p.height + (p.from == SectionPoint::FromTop ? top : surface)};
+    // From the top down on either side. The feet stay below what hangs from the top, also where the
+    // tooth comes up to it.
+    const auto side = [&](double sign) {
+        const double surface = sign > 0.0 ? surfaceAbove : surfaceBelow;
+        std::vector<Vec2> points;
+        double lowest = top;
+        for (const SectionPoint &p : half) {
+            const bool fromTop = p.from == SectionPoint::FromTop;
+            const double up =
+                p.up <= lipStart || !fromTop ? p.up : lipStart + (p.up - lipStart) * wing;
+            const double height =
+                fromTop ? p.height + top : std::min(p.height + surface, lowest - leastStep);
+            lowest = std::min(lowest, height);
+            points.push_back({sign * up, height});
+        }
+        return points;
     };
-    std::vector<Vec2> outline;
-    for (const SectionPoint &p : half)
-        outline.push_back(at(p, 1.0));
-    for (std::size_t i = N; i-- > 0;)
-        outline.push_back(at(half[i], -1.0));
+    std::vector<Vec2> outline = side(1.0);
+    const std::vector<Vec2> other = side(-1.0);
+    outline.insert(outline.end(), other.rbegin(), other.rend());
     return outline;
 }
 
@@ -154,6 +164,31 @@ Mesh makeCore(const Mesh &tooth, const SurfaceFrame &frame, double halfLength, d
     return solidFromRings(rings, cap);
 }
 
+/// The bend of a hook's arm from its root to the start of its post.
+std::vector<RodStation> armStations(const Vec3 &root, const Vec3 &rootDirection,
+                                    const Vec3 &postStart, const Hook &hook)
+{
+    const Vec3 d = hook.direction;
+    const double span = distance(root, postStart);
+    // A cubic curve that leaves the body along its direction and arrives along the post's.
+    const Vec3 c1 = root + rootDirection * (0.4 * span);
+    const Vec3 c2 = postStart - d * (0.4 * span);
+    std::vector<RodStation> stations;
+    constexpr int bends = 5;
+    for (int i = 0; i < bends; ++i) {
+        const double t = static_cast<double>(i) / bends;
+        const double s = 1.0 - t;
+        const Vec3 center = root * (s * s * s) + c1 * (3.0 * s * s * t) + c2 * (3.0 * s * t * t) +
+                            postStart * (t * t * t);
+        const Vec3 tangent =
+            (c1 - root) * (s * s) + (c2 - c1) * (2.0 * s * t) + (postStart - c2) * (t * t);
+        // Stouter at the root, as a cast hook is.
+        stations.push_back({center, hook.radius * (1.0 + 0.25 * s), normalized(tangent)});
+    }
+    stations.push_back({postStart, hook.radius, d});
+    return stations;
+}
+
 /// The passage's outline with as many points as the tube's outside, each opposite its partner.
 std::vector<Vec2> passageOutline(std::size_t count, double floor, double flare)
 {
@@ -200,23 +235,28 @@ Mesh makeTubeBody(const Mesh &tooth, const SurfaceFrame &frame, const BracketMea
         {-0.28 * end, 0.0, 0.62, 0.12}, {0.28 * end, 0.0, 0.62, 0.12}, {0.42 * end, 0.0, 1.0, 0.0},
         {end - 0.09, 0.0, 1.0, 0.0},    {end, 0.07, 0.85, 0.03},
     };
-    std::vector<Ring> rings;
-    for (const Station &s : outside) {
-        const double above = heightOr(tooth, frame, s.along, 1.1, 0.0);
-        const double below = heightOr(tooth, frame, s.along, -1.1, 0.0);
-        const std::vector<Vec2> outline = drawnIn(
-            sectionOutline(tubeSection, above, below, top - s.drop, tubeLipStart, s.wing), s.inset);
-        rings.push_back(placed(frame, outline, s.along));
-    }
     // The wall over the passage; the passage lies that far under the body's top.
     constexpr double wall = 0.36;
+    constexpr double flare = 0.12;
     const double floor = top - wall - slotDepth;
+    // The feet stand below the passage's widened mouth, also where the tooth comes up beside it.
+    const double highestSurface = floor - flare - footDepth - 0.08;
+    std::vector<Ring> rings;
+    std::vector<Vec2> endOutline;
+    for (const Station &s : outside) {
+        const double above = std::min(heightOr(tooth, frame, s.along, 1.1, 0.0), highestSurface);
+        const double below = std::min(heightOr(tooth, frame, s.along, -1.1, 0.0), highestSurface);
+        const std::vector<Vec2> outline = drawnIn(
+            sectionOutline(tubeSection, above, below, top - s.drop, tubeLipStart, s.wing), s.inset);
+        if (endOutline.empty()) endOutline = outline;
+        rings.push_back(placed(frame, outline, s.along));
+    }
     const std::size_t count = rings.front().size();
-    rings.push_back(placed(frame, passageOutline(count, floor, 0.12), end));
-    rings.push_back(placed(frame, passageOutline(count, floor, 0.0), end - 0.35));
-    rings.push_back(placed(frame, passageOutline(count, floor, 0.0), -end + 0.35));
-    rings.push_back(placed(frame, passageOutline(count, floor, 0.12), -end));
-    return passageFromRings(rings);
+    const std::vector<Vec2> mouth = passageOutline(count, floor, flare);
+    const std::vector<Vec2> bore = passageOutline(count, floor, 0.0);
+    const std::vector<Ring> passage{placed(frame, mouth, -end), placed(frame, bore, -end + 0.35),
+                                    placed(frame, bore, end - 0.35), placed(frame, mouth, end)};
+    return solidWithPassage(rings, passage, endOutline, mouth);
 }
 
 Mesh makeHookArm(const Vec3 &root, const Vec3 &rootDirection, const Hook &hook)
@@ -226,23 +266,16 @@ Mesh makeHookArm(const Vec3 &root, const Vec3 &rootDirection, const Hook &hook)
     const Vec3 d = hook.direction;
     const Vec3 postStart = hook.position - d * halfElastic;
     const Vec3 postEnd = hook.position + d * halfElastic;
-    const double span = distance(root, postStart);
-    // A cubic curve that leaves the body along its direction and arrives along the post's.
-    const Vec3 c1 = root + rootDirection * (0.4 * span);
-    const Vec3 c2 = postStart - d * (0.4 * span);
-    std::vector<RodStation> stations;
-    constexpr int bends = 5;
-    for (int i = 0; i < bends; ++i) {
-        const double t = static_cast<double>(i) / bends;
-        const double s = 1.0 - t;
-        const Vec3 center = root * (s * s * s) + c1 * (3.0 * s * s * t) + c2 * (3.0 * s * t * t) +
-                            postStart * (t * t * t);
-        const Vec3 tangent =
-            (c1 - root) * (s * s) + (c2 - c1) * (2.0 * s * t) + (postStart - c2) * (t * t);
-        // Stouter at the root, as a cast hook is.
-        stations.push_back({center, hook.radius * (1.0 + 0.25 * s), normalized(tangent)});
+    const int sides = hook.radius < 0.3 ? 10 : 14;
+    std::vector<RodStation> stations = armStations(root, rootDirection, postStart, hook);
+    Mesh arm;
+    if (bendsTooSharply(stations)) {
+        // The joint's ball stays clear of where the elastic lies.
+        const double back = std::max(halfElastic, 0.35 + 1.1 * hook.radius);
+        const Vec3 joint = hook.position - d * back;
+        stations = {{joint, hook.radius, d}};
+        arm = stemWithJoint(root, 1.25 * hook.radius, joint, hook.radius, sides);
     }
-    stations.push_back({postStart, hook.radius, d});
     // A section at the position itself: who measures the post there finds it, corner by corner.
     stations.push_back({hook.position, hook.radius, d});
     stations.push_back({postEnd, hook.radius, d});
@@ -253,9 +286,9 @@ Mesh makeHookArm(const Vec3 &root, const Vec3 &rootDirection, const Hook &hook)
         const double angle = degrees * std::numbers::pi / 180.0;
         stations.push_back({ballCenter + d * (ball * std::cos(angle)), ball * std::sin(angle), d});
     }
-    const int sides = hook.radius < 0.3 ? 10 : 14;
     const double cap = ball * (1.0 - std::cos(22.0 * std::numbers::pi / 180.0));
-    return rodThrough(stations, sides, -0.2 * hook.radius, cap);
+    append(arm, rodThrough(stations, sides, -0.2 * hook.radius, cap));
+    return arm;
 }
 
 } // namespace kelo::meshgen

@@ -154,13 +154,51 @@ Mesh solidFromRings(const std::vector<Ring> &rings, const Vec3 &firstPole, const
     return mesh;
 }
 
-Mesh passageFromRings(const std::vector<Ring> &rings)
+Mesh solidWithPassage(const std::vector<Ring> &outside, const std::vector<Ring> &passage,
+                      const std::vector<Vec2> &outsideOutline,
+                      const std::vector<Vec2> &passageOutline)
 {
     Mesh mesh;
-    addPoints(mesh, rings);
-    addBands(mesh, rings);
-    const auto count = static_cast<std::uint32_t>(rings.front().size());
-    addBand(mesh, static_cast<std::uint32_t>(rings.size() - 1) * count, 0, count);
+    addPoints(mesh, outside);
+    addPoints(mesh, passage);
+    const auto count = static_cast<std::uint32_t>(outsideOutline.size());
+    const auto firstInside = static_cast<std::uint32_t>(outside.size()) * count;
+    addBands(mesh, outside);
+    for (std::uint32_t ring = 0; ring + 1 < passage.size(); ++ring)
+        addBand(mesh, firstInside + (ring + 1) * count, firstInside + ring * count, count);
+    // An end is a polygon, round the outside and back round the passage, and the strip between the
+    // first and the last points that it leaves open.
+    std::vector<Vec2> polygon = outsideOutline;
+    polygon.insert(polygon.end(), passageOutline.rbegin(), passageOutline.rend());
+    const auto corner = [&](std::uint32_t i) {
+        return i < count ? i : firstInside + 2 * count - 1 - i;
+    };
+    const auto flat = [&](std::uint32_t v) {
+        return v < firstInside ? outsideOutline[v] : passageOutline[v - firstInside];
+    };
+    std::vector<Triangle> end;
+    for (const Triangle &t : triangulatePolygon(polygon))
+        end.push_back({corner(t[0]), corner(t[1]), corner(t[2])});
+    end.push_back({0, count - 1, firstInside});
+    end.push_back({count - 1, firstInside + count - 1, firstInside});
+    // All the same way round; which way the outside's first band tells: neighbours run against each
+    // other along an edge.
+    bool againstBand = false;
+    for (Triangle &t : end) {
+        if (cross2(flat(t[0]), flat(t[1]), flat(t[2])) < 0.0) std::swap(t[1], t[2]);
+        for (std::size_t k = 0; k < 3; ++k)
+            againstBand |= t[k] == 1 && t[(k + 1) % 3] == 0;
+    }
+    const std::uint32_t toLast = static_cast<std::uint32_t>(outside.size() - 1) * count;
+    const std::uint32_t toLastInside = static_cast<std::uint32_t>(passage.size() - 1) * count;
+    const auto atLast = [&](std::uint32_t v) {
+        return v < firstInside ? v + toLast : v + toLastInside;
+    };
+    for (const Triangle &t : end) {
+        const Triangle first = againstBand ? t : Triangle{t[0], t[2], t[1]};
+        mesh.triangles.push_back(first);
+        mesh.triangles.push_back({atLast(first[0]), atLast(first[2]), atLast(first[1])});
+    }
     orientOutward(mesh);
     return mesh;
 }
@@ -186,6 +224,30 @@ Mesh rodThrough(const std::vector<RodStation> &stations, int sides, double first
     }
     return solidFromRings(rings, stations.front().center + stations.front().direction * firstPole,
                           stations.back().center + stations.back().direction * lastPole);
+}
+
+bool bendsTooSharply(const std::vector<RodStation> &stations)
+{
+    for (std::size_t i = 0; i + 1 < stations.size(); ++i) {
+        const RodStation &a = stations[i];
+        const RodStation &b = stations[i + 1];
+        const Vec3 between = b.center - a.center;
+        // How far the rim of a tilted section reaches before or behind its middle.
+        const double tilt = length(cross(a.direction, b.direction));
+        if (dot(between, a.direction) < 1.1 * b.radius * tilt) return true;
+        if (dot(between, b.direction) < 1.1 * a.radius * tilt) return true;
+    }
+    return false;
+}
+
+Mesh stemWithJoint(const Vec3 &from, double fromRadius, const Vec3 &to, double toRadius, int sides)
+{
+    const Vec3 d = normalized(to - from);
+    constexpr double degree = std::numbers::pi / 180.0;
+    std::vector<RodStation> stations{{from, fromRadius, d}, {to, toRadius, d}};
+    for (const double angle : {35.0 * degree, 65.0 * degree})
+        stations.push_back({to + d * (toRadius * std::sin(angle)), toRadius * std::cos(angle), d});
+    return rodThrough(stations, sides, -0.05, toRadius * (1.0 - std::sin(65.0 * degree)));
 }
 
 } // namespace kelo::meshgen

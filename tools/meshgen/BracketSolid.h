@@ -29,8 +29,13 @@ Mesh solidFromRings(const std::vector<Ring> &rings, const std::vector<Vec2> &cap
 /// Joins each ring to the next and closes the first and the last with a fan round one point each.
 Mesh solidFromRings(const std::vector<Ring> &rings, const Vec3 &firstPole, const Vec3 &lastPole);
 
-/// Joins each ring to the next and the last to the first: a solid with a passage through it.
-Mesh passageFromRings(const std::vector<Ring> &rings);
+/// A solid with a passage through it: `outside` and `passage` are the rings of its outer and inner
+/// surface from one end to the other, all with the same number of points. The first and the last
+/// point of either outline stand side by side, so that the strip between both pairs is free. The
+/// ends between the surfaces are triangulated as the flat outlines of the end rings.
+Mesh solidWithPassage(const std::vector<Ring> &outside, const std::vector<Ring> &passage,
+                      const std::vector<Vec2> &outsideOutline,
+                      const std::vector<Vec2> &passageOutline);
 
 /// One station of a round rod: the middle of its section and the radius there.
 struct RodStation
@@ -46,6 +51,14 @@ struct RodStation
 /// usually negative). The sections do not twist against each other.
 Mesh rodThrough(const std::vector<RodStation> &stations, int sides, double firstPole,
                 double lastPole);
+
+/// Whether the sections of a rod through the stations would run into each other, as they do where
+/// it bends within less than its own radius.
+bool bendsTooSharply(const std::vector<RodStation> &stations);
+
+/// A straight round stem from `from` to `to`, where it ends in half a ball of `toRadius` round
+/// `to`: the joint to a rod that goes on from there in another direction.
+Mesh stemWithJoint(const Vec3 &from, double fromRadius, const Vec3 &to, double toRadius, int sides);
 
 /// Six times the volume that the mesh's faces enclose; negative when they are wound inwards.
 double sixfoldVolume(const Mesh &mesh);

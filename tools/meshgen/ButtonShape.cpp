@@ -5,8 +5,6 @@
 #include "tools/meshgen/ButtonParts.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 #include <vector>
 
 namespace kelo::meshgen {
@@ -14,7 +12,7 @@ namespace kelo::meshgen {
 namespace {
 
 constexpr double creaseAngle = 50.0;
-constexpr int sides = 14;
+constexpr int sides = 12;
 
 // Half the thickness of the elastic that lies round the neck, and a little play.
 constexpr double halfElastic = 0.52;
@@ -36,29 +34,6 @@ Vec3 footOf(const Mesh &tooth, const ToothPlacement &placement, const Vec3 &neck
                          placement.occlusalDirection * highestFoot - placement.labialNormal * 6.0;
     const auto beside = raycast(tooth, outside, placement.labialNormal);
     return beside ? beside->position : axisPoint;
-}
-
-/// The stem, thinning from the pad to the neck's start: it leaves the pad at a right angle and
-/// arrives along the neck.
-std::vector<RodStation> stemStations(const SurfaceFrame &pad, const Vec3 &neckStart,
-                                     const Vec3 &off, double radius)
-{
-    const double span = std::max(distance(pad.origin, neckStart), 0.3);
-    const bool near = dot(neckStart - pad.origin, off) < 0.3;
-    // Where the neck starts at the pad or in the tooth, the stem is a straight stump in it.
-    const Vec3 root = near ? neckStart - off * 0.3 : pad.origin;
-    const Vec3 c1 = near ? neckStart - off * 0.2 : root + pad.out * (0.4 * span);
-    const Vec3 c2 = near ? neckStart - off * 0.1 : neckStart - off * (0.4 * span);
-    std::vector<RodStation> stations;
-    for (const double t : {0.0, 0.3, 0.6, 0.85}) {
-        const double s = 1.0 - t;
-        const Vec3 center = root * (s * s * s) + c1 * (3.0 * s * s * t) + c2 * (3.0 * s * t * t) +
-                            neckStart * (t * t * t);
-        const Vec3 tangent =
-            (c1 - root) * (s * s) + (c2 - c1) * (2.0 * s * t) + (neckStart - c2) * (t * t);
-        stations.push_back({center, radius * (1.0 + 0.5 * s * s), normalized(tangent)});
-    }
-    return stations;
 }
 
 } // namespace
@@ -89,9 +64,13 @@ Mesh makeButton(const Mesh &tooth, const ToothPlacement &placement, const Hook &
 
     const double r = hook.radius;
     const Vec3 capStart = hook.position + off * halfElastic;
-    std::vector<RodStation> stations = stemStations(frame, neckStart, off, r);
-    const RodStation neckAndCap[] = {
-        {neckStart, r, off},
+    // Where the neck starts at the pad or in the tooth, a straight stump carries it.
+    const bool isNear = dot(neckStart - frame.origin, off) < 0.1;
+    if (!isNear)
+        append(button,
+               stemWithJoint(frame.origin - frame.out * 0.25, 1.5 * r, neckStart, r, sides));
+    const std::vector<RodStation> stations{
+        {isNear ? neckStart - off * 0.3 : neckStart, r, off},
         {hook.position, r, off},
         {capStart, r, off},
         {capStart + off * 0.06, 1.75 * r, off},
@@ -100,7 +79,6 @@ Mesh makeButton(const Mesh &tooth, const ToothPlacement &placement, const Hook &
         {capStart + off * 0.46, 1.45 * r, off},
         {capStart + off * 0.55, 0.8 * r, off},
     };
-    stations.insert(stations.end(), std::begin(neckAndCap), std::end(neckAndCap));
     append(button, rodThrough(stations, sides, -0.05, 0.03));
     computeSmoothNormals(button, creaseAngle);
     return button;

@@ -26,6 +26,8 @@ constexpr double papillaOfVisibleHeight = 0.42;
 // The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
 constexpr double gumThickness = 0.5;
 constexpr double endLength = 6.0;
+// The part of a tooth's half width on which its rows stand; beyond lies the papilla's.
+constexpr double lastRow = 0.93;
 
 double smoothstep(double from, double to, double x)
 {
@@ -120,11 +122,16 @@ double GumShaper::marginHeight(const Tooth &tooth, double u) const
     // Upper centrals and laterals carry the margin's deepest point distal of their axis.
     const double zenith = !upper || position > 2 ? 0.0 : position == 1 ? -1.0 : -0.4;
     const double u0 = zenith / (tooth.anatomy.dimensions.mesiodistal / 2.0);
-    const double v = u >= u0 ? (u - u0) / (1.0 - u0) : (u0 - u) / (1.0 + u0);
-    const double power = position <= 3 ? 2.2 : position <= 5 ? 2.8 : 3.6;
+    // The last row beside a contact has the papilla's full height already: its tip is round.
+    const double v =
+        std::min(1.0, (u >= u0 ? (u - u0) / (1.0 - u0) : (u0 - u) / (1.0 + u0)) / lastRow);
+    const double power = position <= 3 ? 2.2 : position <= 5 ? 2.7 : 3.5;
+    // Round at the zenith, steepest half-way to the papilla's tip.
+    const double rise = std::pow(v, power);
     const double visible = tooth.anatomy.dimensions.height - marginAboveCervicalLine;
     return marginAboveCervicalLine +
-           papillaOfVisibleHeight * visible * std::pow(std::min(std::abs(v), 1.0), power);
+           papillaOfVisibleHeight * visible *
+               (0.35 * v * v + 0.65 * (1.0 - std::cos(std::numbers::pi * rise)) / 2.0);
 }
 
 /// The free margin on the labial (side 1) or lingual (side -1) surface, as a point of the jaw.
@@ -155,7 +162,7 @@ std::vector<Row> GumShaper::rows() const
         for (int k = 0; k < rowsPerTooth; ++k) {
             // Closer together towards the contacts, where the margin is steep.
             const double f = 2.0 * (k + 0.5) / rowsPerTooth - 1.0;
-            const double u = 0.93 * std::sin(f * 1.25) / std::sin(1.25);
+            const double u = lastRow * std::sin(f * 1.25) / std::sin(1.25);
             Row row;
             row.place = static_cast<double>(i) + 0.5 * u;
             row.between = (1.0 - std::cos(std::numbers::pi * std::abs(u))) / 2.0;
@@ -167,7 +174,7 @@ std::vector<Row> GumShaper::rows() const
     for (std::size_t r = 1; r + 1 < result.size(); ++r) {
         if (result[r].between < 1.0) continue;
         // A papilla's tip stands above the last rows of the two teeth beside it.
-        const Vec3 rise = along(apical, result[r].place) * -0.6;
+        const Vec3 rise = along(apical, result[r].place) * -0.3;
         result[r].outerMargin =
             (result[r - 1].outerMargin + result[r + 1].outerMargin) / 2.0 + rise;
         result[r].innerMargin =
@@ -283,7 +290,7 @@ std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
 std::vector<Vec3> GumShaper::crestOf(const Row &row) const
 {
     const Vec3 down = normalized(along(apical, row.place));
-    const double openness = row.shrink > 0.0 ? 0.0 : 1.0 - std::pow(row.between, 6.0);
+    const double openness = row.shrink > 0.0 ? 0.0 : 1.0 - std::pow(row.between, 2.0);
     const double dip = 0.5 + 1.6 * openness - 1.2 * smoothstep(0.0, 0.4, row.shrink);
     std::vector<Vec3> points;
     for (int k = 1; k < crestPoints; ++k) {
@@ -481,7 +488,8 @@ Mesh GumShaper::make() const
     if (signedVolume(mesh) < 0.0)
         for (auto &triangle : mesh.triangles)
             std::swap(triangle[1], triangle[2]);
-    computeSmoothNormals(mesh, 180.0);
+    // Blades between two crowns and creases at the base are rounded until light falls on them well.
+    relaxFolds(mesh, 42.0);
     return mesh;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <queue>
 #include <tuple>
 
@@ -85,6 +86,7 @@ private:
     std::vector<std::uint32_t> neighbours(std::uint32_t vertex) const;
     void offer(std::uint32_t vertex);
     bool isSound(const Triangle &t) const;
+    void mendNormal(std::uint32_t vertex);
     bool isAllowed(std::uint32_t from, std::uint32_t to) const;
     void collapse(std::uint32_t from, std::uint32_t to);
 
@@ -154,6 +156,25 @@ bool Simplifier::isSound(const Triangle &t) const
     return size > leastSlimness * longest * longest;
 }
 
+/// Where faces that were folded in the fine mesh are left, a vertex gets the normal that stands
+/// least far off all faces round it: turned towards the worst of them, by less and less.
+void Simplifier::mendNormal(std::uint32_t vertex)
+{
+    Vec3 &normal = mesh.normals[vertex];
+    for (int round = 1; round <= 30; ++round) {
+        double least = 1.0;
+        Vec3 worst;
+        for (const std::uint32_t f : facesOf[vertex]) {
+            const Vec3 face = normalized(faceVector(mesh.triangles[f]));
+            if (dot(face, normal) >= least) continue;
+            least = dot(face, normal);
+            worst = face;
+        }
+        if (least >= leastNormalCosine) return;
+        normal = normalized(normal + worst * (1.0 / (1.0 + round)));
+    }
+}
+
 bool Simplifier::isAllowed(std::uint32_t from, std::uint32_t to) const
 {
     // The surface stays one surface only while both ends have just the two neighbours in common
@@ -210,6 +231,8 @@ Mesh Simplifier::reduced(std::size_t triangleCount)
         collapse(next.from, next.to);
         count -= 2;
     }
+    for (std::uint32_t v = 0; v < mesh.positions.size(); ++v)
+        mendNormal(v);
     std::vector<Triangle> left;
     for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
         if (!isGone[f]) left.push_back(mesh.triangles[f]);
@@ -217,22 +240,52 @@ Mesh Simplifier::reduced(std::size_t triangleCount)
     return std::move(mesh);
 }
 
+/// Moves every vertex by its part of the way to the mean of its neighbours.
+void relaxOnce(Mesh &mesh, const std::vector<double> &weights)
+{
+    std::vector<Vec3> sums(mesh.positions.size());
+    std::vector<double> counts(mesh.positions.size(), 0.0);
+    for (const Triangle &triangle : mesh.triangles)
+        for (std::size_t k = 0; k < 3; ++k) {
+            sums[triangle[k]] += mesh.positions[triangle[(k + 1) % 3]];
+            sums[triangle[k]] += mesh.positions[triangle[(k + 2) % 3]];
+            counts[triangle[k]] += 2.0;
+        }
+    for (std::size_t i = 0; i < mesh.positions.size(); ++i)
+        mesh.positions[i] =
+            mesh.positions[i] * (1.0 - weights[i]) + sums[i] * (weights[i] / counts[i]);
+}
+
 } // namespace
 
 void relax(Mesh &mesh, int rounds, double weight)
 {
-    for (int round = 0; round < rounds; ++round) {
-        std::vector<Vec3> sums(mesh.positions.size());
-        std::vector<double> counts(mesh.positions.size(), 0.0);
-        for (const auto &triangle : mesh.triangles)
-            for (std::size_t k = 0; k < 3; ++k) {
-                sums[triangle[k]] += mesh.positions[triangle[(k + 1) % 3]];
-                sums[triangle[k]] += mesh.positions[triangle[(k + 2) % 3]];
-                counts[triangle[k]] += 2.0;
+    const std::vector<double> weights(mesh.positions.size(), weight);
+    for (int round = 0; round < rounds; ++round)
+        relaxOnce(mesh, weights);
+}
+
+void relaxFolds(Mesh &mesh, double degrees)
+{
+    const double leastCosine = std::cos(degrees * std::numbers::pi / 180.0);
+    for (int round = 0; round < 60; ++round) {
+        computeSmoothNormals(mesh, 180.0);
+        std::vector<double> weights(mesh.positions.size(), 0.0);
+        bool isFolded = false;
+        for (const Triangle &t : mesh.triangles) {
+            const Vec3 &a = mesh.positions[t[0]];
+            const Vec3 face = cross(mesh.positions[t[1]] - a, mesh.positions[t[2]] - a);
+            for (const std::uint32_t v : t) {
+                if (dot(face, mesh.normals[v]) >= leastCosine * length(face)) continue;
+                isFolded = true;
+                for (const std::uint32_t w : t)
+                    weights[w] = 0.5;
             }
-        for (std::size_t i = 0; i < mesh.positions.size(); ++i)
-            mesh.positions[i] = mesh.positions[i] * (1.0 - weight) + sums[i] * (weight / counts[i]);
+        }
+        if (!isFolded) return;
+        relaxOnce(mesh, weights);
     }
+    computeSmoothNormals(mesh, 180.0);
 }
 
 Mesh simplified(const Mesh &mesh, std::size_t triangleCount)

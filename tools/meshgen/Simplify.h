@@ -11,6 +11,11 @@ namespace kelo::meshgen {
 /// normals are not touched.
 void relax(Mesh &mesh, int rounds, double weight);
 
+/// Relaxes the surroundings of every place where the normal of a point stands more than `degrees`
+/// off one of the faces round it, until there are none or for 60 rounds, and gives the mesh smooth
+/// normals.
+void relaxFolds(Mesh &mesh, double degrees);
+
 /// A mesh of at most `triangleCount` triangles with nearly the same surface, made by drawing
 /// vertices of `mesh` (which has its normals) into neighbours where that changes the surface and
 /// its shading least. The vertices that stay keep their places and normals, unused ones stay in the
