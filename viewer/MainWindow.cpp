@@ -1,6 +1,8 @@
 #include "viewer/MainWindow.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/ChangeLogDialog.h"
+#include "viewer/DateBar.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 #include "viewer/PrintRequest.h"
@@ -8,7 +10,9 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QBuffer>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QImage>
@@ -17,6 +21,8 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QSettings>
+#include <QTimer>
+#include <QVBoxLayout>
 
 #include <utility>
 
@@ -35,14 +41,25 @@ MainWindow::MainWindow(const QSize &viewSize)
 {
     QWidget *container = view_->createContainer(this);
     container->setAccessibleName(tr("Treatment view"));
-    setCentralWidget(container);
+    dates_ = new DateBar;
+    auto *middle = new QWidget;
+    auto *layout = new QVBoxLayout(middle);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(container, 1);
+    layout->addWidget(dates_);
+    setCentralWidget(middle);
+    connect(dates_, &DateBar::dateChosen, this, &MainWindow::showDate);
+    connect(dates_, &DateBar::approvalChosen, this, &MainWindow::approve);
+    qApp->installEventFilter(this);
     delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
     view_->setDelegate(&delegate_);
     makeMenus();
     setWindowTitle(tr("Treatment viewer"));
     // The menu bar's height is only known once it is laid out.
-    resize(viewSize.width(), viewSize.height() + menuBar()->sizeHint().height());
+    resize(viewSize.width(),
+           viewSize.height() + menuBar()->sizeHint().height() + dates_->sizeHint().height());
 }
 
 MainWindow::~MainWindow()
@@ -65,6 +82,7 @@ void MainWindow::makeMenus()
     QAction *quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
+    makeEditMenu();
     QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
     QAction *fit = viewMenu->addAction(tr("&Zoom to Fit"), this, [this] { view_->zoomToFit(); });
     fit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
@@ -76,6 +94,77 @@ void MainWindow::makeMenus()
     viewMenu->addSeparator();
     makeScenePartRows(*viewMenu->addMenu(tr("Sho&w")));
     makeNotationMenu(*viewMenu->addMenu(tr("&Tooth Numbers")));
+}
+
+void MainWindow::makeEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    QAction *undo = history_.stack().createUndoAction(this, tr("&Undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    edit->addAction(undo);
+    QAction *redo = history_.stack().createRedoAction(this, tr("&Redo"));
+    redo->setShortcut(QKeySequence::Redo);
+    edit->addAction(redo);
+    edit->addSeparator();
+    QAction *copy = edit->addAction(tr("&Copy Picture"), this, [this] {
+        QGuiApplication::clipboard()->setImage(view_->grabImage());
+    });
+    copy->setShortcut(QKeySequence::Copy);
+    edit->addSeparator();
+    edit->addAction(tr("C&hanges…"), this, &MainWindow::showChanges);
+}
+
+bool MainWindow::eventFilter(QObject *object, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        QTimer::singleShot(0, this, [this] { history_.noticeChanges(); });
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(object, event);
+}
+
+void MainWindow::showDate(const QDate &date)
+{
+    if (!treatment_) return;
+    history_.noticeChanges();
+    const QStringList sentences = treatment_->showDate(*view_, date);
+    dates_->setCurrentDate(treatment_->session().date());
+    noteWasChosen();
+    if (!sentences.isEmpty()) tell(sentences.join(QLatin1Char('\n')));
+}
+
+void MainWindow::approve(bool isApproved)
+{
+    if (!treatment_) return;
+    treatment_->setApproved(*view_, isApproved);
+    noteWasChosen();
+}
+
+void MainWindow::noteWasChosen()
+{
+    const auto &session = treatment_->session();
+    const bool mayEdit = session.date() == treatment_->today() && !session.approvedDate();
+    // Steps belong to the note that they were made in.
+    history_.watch(mayEdit ? treatment_->document() : nullptr);
+    dates_->setApproval(session.approvedDate());
+}
+
+void MainWindow::showChanges()
+{
+    if (!treatment_) return;
+    const auto changes = treatment_->changes();
+    if (!changes) {
+        tell(changes.sentence());
+        return;
+    }
+    ChangeLogDialog(changes.value(), *treatment_->document(), pageSettings().notation, this).exec();
 }
 
 void MainWindow::makeStandardViewRows(QMenu &menu)
@@ -118,8 +207,9 @@ void MainWindow::makeNotationMenu(QMenu &menu)
         {ToothNotation::Palmer, tr("&Palmer")},
     };
     for (const auto &[notation, title] : titles) {
-        QAction *action = menu.addAction(title, this, [notation = notation] {
+        QAction *action = menu.addAction(title, this, [this, notation = notation] {
             QSettings().setValue(notationKey, nameOfToothNotation(notation));
+            history_.setNotation(notation);
         });
         action->setCheckable(true);
         action->setChecked(notation == pageSettings().notation);
@@ -135,6 +225,9 @@ void MainWindow::showTreatment(std::shared_ptr<OpenedTreatment> treatment)
     setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
     save_->setEnabled(!treatment_->file().isEmpty());
     treatment_->showIn(*view_);
+    history_.setNotation(pageSettings().notation);
+    dates_->setDates(treatment_->dates(), treatment_->today());
+    noteWasChosen();
     if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
 }
 

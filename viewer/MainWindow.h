@@ -2,6 +2,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "viewer/PageSettings.h"
+#include "viewer/UndoHistory.h"
 
 #include <QMainWindow>
 
@@ -16,6 +17,7 @@ class DXOpenGL;
 
 namespace viewer {
 
+class DateBar;
 class OpenedTreatment;
 struct PrintRequest;
 
@@ -40,11 +42,19 @@ protected:
 
 private:
     void makeMenus();
+    void makeEditMenu();
     void makeStandardViewRows(QMenu &menu);
     void makeScenePartRows(QMenu &menu);
     /// The notation is remembered, and stands on every page that is printed from then on.
     void makeNotationMenu(QMenu &menu);
     PageSettings pageSettings() const;
+    void showDate(const QDate &date);
+    void approve(bool isApproved);
+    /// Another note is shown, or may be changed now, or not any more.
+    void noteWasChosen();
+    void showChanges();
+    /// What the user did becomes a step that can be undone, once the event has done its work.
+    bool eventFilter(QObject *object, QEvent *event) override;
     void savePicture();
     /// Shows the page of a print request as it will be printed, with the printer's settings.
     void preview(const PrintRequest &request);
@@ -62,6 +72,8 @@ private:
     void toggleFullScreen();
 
     kelo::DXOpenGLDelegate delegate_;
+    UndoHistory history_;
+    DateBar *dates_ = nullptr;
     QAction *save_ = nullptr; ///< of the treatment's file
     std::shared_ptr<OpenedTreatment> treatment_;
     std::shared_ptr<kelo::DXOpenGL> view_;

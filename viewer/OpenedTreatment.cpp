@@ -184,6 +184,47 @@ void OpenedTreatment::showIn(kelo::DXOpenGL &view)
     view.setDisplayedDate(today);
 }
 
+std::vector<QDate> OpenedTreatment::dates()
+{
+    std::vector<QDate> dates;
+    if (const auto record = store_->loadTreatment(treatmentID_)) {
+        for (const NoteRecord &note : record.value().notes) {
+            if (note.date < openedDate_) dates.push_back(note.date);
+        }
+    }
+    dates.push_back(openedDate_);
+    return dates;
+}
+
+QStringList OpenedTreatment::showDate(kelo::DXOpenGL &view, const QDate &date)
+{
+    view.finishOperations();
+    const auto shown = session_->openNote(date);
+    if (!shown) return {shown.sentence()};
+    const auto &approved = session_->approvedDate();
+    view.setApprovedDate(approved ? approved->startOfDay() : QDateTime());
+    view.setDisplayedDate(date.startOfDay());
+    if (approved) view.setMouseMode(kelo::DXOpenGL::rotateMode);
+    return shown.value();
+}
+
+void OpenedTreatment::setApproved(kelo::DXOpenGL &view, bool isApproved)
+{
+    view.finishOperations();
+    document_->flushOutstandingUpdates(); // what was done before stands before it in the log
+    session_->setApprovedDate(isApproved ? std::optional(openedDate_) : std::nullopt);
+    view.setApprovedDate(isApproved ? openedDate_.startOfDay() : QDateTime());
+    const bool mayEdit = !isApproved && session_->date() == openedDate_;
+    view.setMouseMode(mayEdit ? kelo::DXOpenGL::elasticsMode : kelo::DXOpenGL::rotateMode);
+}
+
+StoreResult<std::vector<StoredChange>> OpenedTreatment::changes()
+{
+    document_->flushOutstandingUpdates();
+    if (auto stored = session_->storeKeptReports(); !stored) return stored.failure();
+    return store_->changes(treatmentID_);
+}
+
 StoreResult<QByteArray> OpenedTreatment::asJSON()
 {
     document_->flushOutstandingUpdates();

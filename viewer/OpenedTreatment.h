@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 namespace kelo {
 class DXOpenGL;
@@ -49,6 +50,24 @@ public:
     TreatmentSession &session() { return *session_; }
     /// Gives a view the document and the dates of the treatment.
     void showIn(kelo::DXOpenGL &view);
+
+    /// @name Work by date
+    /// @{
+    /// The day that is worked on: its note may be changed, earlier ones are looked at.
+    const QDate &today() const { return openedDate_; }
+    /// The dates that have notes, and today, in ascending order; later ones than today are left
+    /// out. Returns only today where the store cannot tell.
+    std::vector<QDate> dates();
+    /// Shows the note of a date in the view: a placement that is open is finished first. Returns
+    /// sentences for the user; on failure view and document are as before.
+    QStringList showDate(kelo::DXOpenGL &view, const QDate &date);
+    /// Approves the note that is shown, as of today, or takes its approval back. An approved note
+    /// is only looked at.
+    void setApproved(kelo::DXOpenGL &view, bool isApproved);
+    /// The log of changes, oldest first, with what the document has not reported yet stored first.
+    StoreResult<std::vector<StoredChange>> changes();
+    /// @}
+
     const DelegateCallLog &callLog() const { return callLog_; }
     DelegateCallLog &callLog() { return callLog_; }
     /// What the user should know about the opening, a sentence each.
