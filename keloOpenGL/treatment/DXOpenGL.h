@@ -445,6 +445,7 @@ private:
     std::uint64_t lastClickedElasticID_ = 0;
     /// The first bracket's own material, while that bracket is highlighted.
     std::shared_ptr<HVOGLMaterial> savedBracketMaterial;
+    std::shared_ptr<HVOGLMaterial> highlightMaterial; ///< what that bracket has meanwhile
     std::optional<long> lastBracketColorTypeID_;
     std::optional<long> lastElasticsSizeTypeID_;
     std::int64_t lastActionType_ = 0;

@@ -147,8 +147,9 @@ void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
         documentModel() ? modelOf(documentModel()->bracketModels(), name) : nullptr;
     if (!bracket) return;
     savedBracketMaterial = bracket->material();
-    bracket->setMaterial(HVOGLMaterial::materialWithColor_shininess(
-        savedBracketMaterial ? savedBracketMaterial->color() : std::nullopt, highlightShininess));
+    highlightMaterial = HVOGLMaterial::materialWithColor_shininess(
+        savedBracketMaterial ? savedBracketMaterial->color() : std::nullopt, highlightShininess);
+    bracket->setMaterial(highlightMaterial);
 }
 
 void DXOpenGL::resolveElasticPlacement()
@@ -171,8 +172,11 @@ void DXOpenGL::endElasticPlacement()
     const auto bracket = documentModel()
                              ? modelOf(documentModel()->bracketModels(), *firstClickedToothName_)
                              : nullptr;
-    if (bracket && savedBracketMaterial) bracket->setMaterial(savedBracketMaterial);
+    // A bracket that was painted meanwhile, by the menu that the right button opens, keeps that.
+    if (bracket && savedBracketMaterial && bracket->material() == highlightMaterial)
+        bracket->setMaterial(savedBracketMaterial);
     savedBracketMaterial.reset();
+    highlightMaterial.reset();
     signalElasticsPlacement(*firstClickedToothName_);
 }
 

@@ -249,6 +249,33 @@ TEST_F(Clinician, elasticsCannotBeClickedWhileOneIsStrung)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(Clinician, aBracketThatIsPaintedWhileItsElasticIsStrungKeepsItsNewColour)
+{
+    const std::string rightPressOn8 = [this] {
+        const auto point = viewer::clickablePoint(*view, bracket("8").uniqueID()).value();
+        const std::string place = std::to_string(point.x) + ' ' + std::to_string(point.y);
+        return "press right " + place + "\nrelease " + place + '\n';
+    }();
+    const auto colorOfType = [this](const std::string &label) {
+        const auto &types = document().availableBracketColorTypes();
+        return kelo::Color(*types.at(typeIDOf(label))->bracketColor);
+    };
+    const QByteArray start = "click bracket 8\nmenu \"Start New Elastic\" > \"1/4\\\" 2 oz\"\n" +
+                             QByteArray::fromStdString(rightPressOn8);
+    // All brackets: the elastic goes on.
+    play(start + "menu \"Mark All Brackets\" > \"Coral\"\n");
+    ASSERT_TRUE(view->bracketSequence());
+    play("click bracket 9\nclick bracket 8\n");
+    EXPECT_EQ(bands(), (Bands{{"8", "9"}}));
+    EXPECT_EQ(bracket("8").material()->color(), colorOfType("Coral"));
+    // One bracket: the elastic is given up.
+    play(start + "menu \"Red\"\n");
+    EXPECT_FALSE(view->bracketSequence());
+    EXPECT_EQ(bracket("8").material()->color(), colorOfType("Red"));
+    EXPECT_EQ(bracket("8").material()->shininess(), kelo::HVOGLMaterial::defaultShininess);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(Clinician, aConfigurationNamingAToothThatIsHiddenShowsTheAlertAndPlacesNothing)
 {
     std::vector<kelo::Alert> alerts;
