@@ -60,8 +60,8 @@ const std::vector<Room> &houseRooms()
          libraryAnd({"keloOpenGL/view/", "keloOpenGL/treatment/", "keloOpenGL/windows/"}),
          {"any"},
          false},
-        // It measures the bands that the view draws, so it takes them and the jaws from the view's own
-        // pure functions.
+        // It measures the bands that the view draws, so it takes them and the jaws from the view's
+        // own pure functions.
         {"tools/banddepth/",
          {"tools/", "models/OBJReader", "models/", "geometry/", "keloOpenGL/view/",
           "keloOpenGL/treatment/"},

@@ -76,4 +76,24 @@ std::vector<Finding> allFindings(const Scene &scene, const std::vector<Band> &ba
     return findings;
 }
 
+std::vector<AnchorFinding> anchorsInTeeth(const Scene &scene)
+{
+    std::vector<AnchorFinding> findings;
+    for (std::size_t i = 0; i < anchors().size(); ++i) {
+        // With the mouth closed the model spaces of both jaws are one.
+        const auto &[x, y, z] = anchors()[i].position;
+        const Vec3 position{double(x), double(y), double(z)};
+        for (std::size_t j = 0; j < scene.obstacles.size(); ++j) {
+            if (scene.obstacles[j].kind != Kind::tooth) continue;
+            const double depth = scene.obstacles[j].mesh.depthOf(position);
+            if (depth > 0.0) findings.push_back({i, j, depth});
+        }
+    }
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const AnchorFinding &one, const AnchorFinding &other) {
+                         return one.depth > other.depth;
+                     });
+    return findings;
+}
+
 } // namespace kelo::banddepth

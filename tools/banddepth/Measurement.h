@@ -37,4 +37,16 @@ std::vector<Finding> findingsOf(const Scene &scene, const std::vector<Band> &ban
 /// threads as the machine has cores; the result does not depend on them.
 std::vector<Finding> allFindings(const Scene &scene, const std::vector<Band> &bands);
 
+/// An anchor that lies inside a tooth of either jaw while the mouth is closed: every band that is
+/// led through it then runs in that tooth, however its way goes on.
+struct AnchorFinding
+{
+    std::size_t anchor = 0;   ///< an index of `anchors`
+    std::size_t obstacle = 0; ///< a tooth
+    double depth = 0.0;
+};
+
+/// All of them, deepest first.
+std::vector<AnchorFinding> anchorsInTeeth(const Scene &scene);
+
 } // namespace kelo::banddepth

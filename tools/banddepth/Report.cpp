@@ -1,5 +1,7 @@
 #include "tools/banddepth/Report.h"
 
+#include "keloOpenGL/treatment/RubberBandTables.h"
+
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
@@ -46,6 +48,7 @@ public:
         writeWorst("Worst of the tables' bands in teeth, mouth closed", [this](const Finding &f) {
             return f.angle == 0 && kindOf(f) == Kind::tooth && _bands[f.band].isOfTables;
         });
+        writeAnchors();
         writeWorst("Worst of all, each band and mesh at its worst angle",
                    [](const Finding &) { return true; });
     }
@@ -120,6 +123,18 @@ private:
                               at.y, at.z, bandOf(finding).c_str());
         }
         if (listed.empty()) _out << "   none\n";
+    }
+
+    void writeAnchors() const
+    {
+        _out << "\nAnchors inside teeth, mouth closed\n"
+             << formatted("%7s  %-11s%s\n", "depth", "tooth", "anchor");
+        const std::vector<AnchorFinding> inside = anchorsInTeeth(_scene);
+        for (const AnchorFinding &finding : inside)
+            _out << formatted("%7.3f  %-11s%zu, %s jaw\n", finding.depth,
+                              _scene.obstacles[finding.obstacle].name.c_str(), finding.anchor,
+                              anchors()[finding.anchor].isUpperJaw ? "upper" : "lower");
+        if (inside.empty()) _out << "   none\n";
     }
 
     const Scene &_scene;

@@ -16,7 +16,7 @@ double worstInToothAtClosedMouth(const Scene &scene, const std::vector<Band> &ba
 
 /// The findings as text: for the bands of the tables and for the named configurations, angle by
 /// angle and kind by kind, the worst band, how many run inside and how far; then the worst in teeth
-/// at the closed mouth, and the worst of all.
+/// at the closed mouth, the anchors inside teeth, and the worst of all.
 void writeReport(const Scene &scene, const std::vector<Band> &bands,
                  const std::vector<Finding> &findings, std::ostream &out);
 
