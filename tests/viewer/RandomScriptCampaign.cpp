@@ -38,6 +38,7 @@ public:
     PlayedScript finished()
     {
         script_.state = scene_.state();
+        if (isWell()) script_.complaint = complaintAboutStorage(scene_);
         script_.chosenActions = scene_.chosenActions();
         script_.alertCount = scene_.alertCount();
         return std::move(script_);

@@ -13,7 +13,8 @@
 
 namespace viewer::test {
 
-/// A script that was played, to its end or to the first event after which something was wrong.
+/// A script that was played, to its end or to the first event after which something was wrong. At
+/// the end the stored treatment must be what the document holds, whatever the oracle.
 struct PlayedScript
 {
     QByteArrayList lines; ///< those that could be played

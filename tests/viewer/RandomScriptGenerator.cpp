@@ -54,14 +54,13 @@ std::vector<QByteArray> choices(const kelo::Menu &menu)
 }
 
 /// Of the rows only those that are not one of the many colours or sizes.
-std::vector<QByteArray> commandsAmong(const kelo::Menu &menu)
+std::vector<QByteArray> commandsAmong(const kelo::Menu &menu, bool withRemovalOfAll)
 {
     std::vector<QByteArray> lines;
     for (const auto &item : rowsWithTitlesOfTheirOwn(menu)) {
         const bool isOneOfMany = item->representedObject.has_value();
         if (item->submenu || isOneOfMany || item->actionName == "doNothing:") continue;
-        // Or little would ever be left to work on.
-        if (item->actionName.starts_with("removeAll")) continue;
+        if (!withRemovalOfAll && item->actionName.starts_with("removeAll")) continue;
         lines.push_back("menu " + quoted(item->title));
     }
     return lines;
@@ -80,7 +79,8 @@ QByteArray RandomScriptGenerator::lineWithMenu(const RandomScriptScene &scene)
 {
     if (oneIn(10)) return oneIn(2) ? "dismiss" : "key escape";
     if (oneIn(3)) {
-        const auto commands = commandsAmong(*scene.openMenu());
+        // All is removed rarely, or little would ever be left to work on.
+        const auto commands = commandsAmong(*scene.openMenu(), oneIn(10));
         if (!commands.empty()) return oneOf(commands);
     }
     const auto lines = choices(*scene.openMenu());

@@ -106,6 +106,17 @@ QByteArray boxAsOBJ(const Box &box)
     return text;
 }
 
+/// So that there is something to place too. Not what the sample patient's elastics run over.
+void takeSomeOut(NoteRecord &note)
+{
+    for (const char *key : {"2", "8", "9", "15", "18", "25", "31"})
+        note.bracketVisibilities[key] = false;
+    for (auto &[key, isPlaced] : note.buttonVisibilities)
+        isPlaced = QByteArray::fromStdString(key).chopped(1).toInt() % 2 != 0;
+    note.toothVisibilities["7"] = false;
+    note.toothVisibilities["24"] = false;
+}
+
 void write(const QString &folder, const QString &name, const QByteArray &content)
 {
     const QString failure = writeWholeFile(QDir(folder).filePath(name), content);
@@ -165,6 +176,50 @@ QString elasticComplaint(const kelo::DXOpenGL &view)
         }
     }
     return {};
+}
+
+/// A key that a note leaves out has the usual value.
+bool readsBack(const kelo::NameKeyDictionary<bool> &stored, bool usual,
+               const kelo::NameKeyDictionary<bool> &present)
+{
+    return std::all_of(present.begin(), present.end(), [&stored, usual](const auto &entry) {
+        const auto found = stored.find(entry.first);
+        return (found == stored.end() ? usual : found->second) == entry.second;
+    });
+}
+
+/// The type of a bracket's colour; 4999 where there is none.
+template<class TypeIDs>
+long typeIDOf(const TypeIDs &typeIDs, const std::string &key)
+{
+    const auto found = typeIDs.find(key);
+    return found == typeIDs.end()
+               ? kelo::noBracketColorTypeID
+               : std::optional<long>(found->second).value_or(kelo::noBracketColorTypeID);
+}
+
+bool colorsReadBack(const NoteRecord &note, const kelo::DXDocumentModel &document)
+{
+    const auto &brackets = document.bracketModels();
+    return std::all_of(brackets.begin(), brackets.end(), [&](const auto &bracket) {
+        return typeIDOf(note.bracketColorTypeIDs, bracket.first) ==
+               typeIDOf(document.bracketColorsTypeIDs(), bracket.first);
+    });
+}
+
+std::vector<ElasticRecord> recordsOf(const kelo::DXDocumentModel::ElasticModels &elastics)
+{
+    std::vector<ElasticRecord> records;
+    for (const auto &elastic : elastics) {
+        ElasticRecord record;
+        if (const auto &type = elastic->elasticsConfigType())
+            record.elasticsConfigTypeID = type->typeID;
+        if (const auto &type = elastic->elasticsSizeType())
+            record.elasticsSizeTypeID = type->typeID;
+        record.bracketSequence = elastic->bracketSequence();
+        records.push_back(record);
+    }
+    return records;
 }
 
 bool isFinite(const kelo::DXOpenGL &view)
@@ -233,6 +288,7 @@ void writeRandomScriptScene(const QString &folder)
     const QDate date(2026, 11, 20);
     TreatmentRecord record = sampleTreatment(date);
     record.currentDate = date;
+    takeSomeOut(record.notes.back());
     const auto bundle = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey);
     const auto path = bundle ? bundle->pathForResource_ofType("catalogue", "json") : std::nullopt;
     QFile file(QString::fromStdString(path.value_or("")));
@@ -328,6 +384,26 @@ QString complaintAbout(RandomScriptScene &scene)
          {stackComplaint(), bracketComplaint(scene.view()), elasticComplaint(scene.view())}) {
         if (!complaint.isEmpty()) return complaint;
     }
+    return {};
+}
+
+QString complaintAboutStorage(RandomScriptScene &scene)
+{
+    const auto text = scene.treatment().asJSON();
+    if (!text) return text.sentence();
+    const auto reading = treatmentFromJSON(text.value(), kelo::Catalogue());
+    if (!reading.file) return reading.problems.first();
+    const NoteRecord &note = reading.file->treatment.notes.back();
+    const kelo::DXDocumentModel &document = scene.document();
+    if (!readsBack(note.toothVisibilities, true, document.toothVisibilities()))
+        return QStringLiteral("the stored teeth are others");
+    if (!readsBack(note.bracketVisibilities, false, document.bracketVisibilities()))
+        return QStringLiteral("the stored brackets are others");
+    if (!readsBack(note.buttonVisibilities, false, document.buttonVisibilities()))
+        return QStringLiteral("the stored buttons are others");
+    if (!colorsReadBack(note, document)) return QStringLiteral("the stored colours are others");
+    if (note.elastics != recordsOf(document.elasticModels()))
+        return QStringLiteral("the stored elastics are others");
     return {};
 }
 

@@ -16,7 +16,8 @@ namespace viewer::test {
 
 /// Writes what the random scripts are played on into a folder that exists: the 86 meshes, each a
 /// box of twelve triangles about where the sample patient has that tooth, bracket, button or gum,
-/// and the treatment file `treatment.json` of 2026-11-20. Throws std::runtime_error when it cannot.
+/// and the treatment file `treatment.json` of 2026-11-20, the sample patient's with some brackets,
+/// buttons and teeth taken out. Throws std::runtime_error when it cannot.
 void writeRandomScriptScene(const QString &folder);
 
 /// The treatment of such a folder in a view without a display, 120 by 90 points, on a clock that
@@ -73,5 +74,9 @@ using RandomScriptOracle = std::function<QString(RandomScriptScene &)>;
 /// brackets have the document's colours, only the first one of an elastic that is being strung is
 /// highlighted, elastics run over what is shown, and they are strung in the elastics mode only.
 QString complaintAbout(RandomScriptScene &scene);
+
+/// Whether the stored treatment reads back as what the document holds. The document reports what it
+/// has gathered first, so this comes at the end.
+QString complaintAboutStorage(RandomScriptScene &scene);
 
 } // namespace viewer::test
