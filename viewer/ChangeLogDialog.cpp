@@ -36,6 +36,7 @@ const QHash<QString, const char *> &titles()
         {QStringLiteral("elastic placed"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic placed")},
         {QStringLiteral("elastic removed"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic removed")},
         {QStringLiteral("elastic color"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic size")},
+        {QStringLiteral("elastic named"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic named")},
         {QStringLiteral("elastics refactored"),
          QT_TRANSLATE_NOOP("ChangeLog", "Elastics shortened")},
         {QStringLiteral("note approval"), QT_TRANSLATE_NOOP("ChangeLog", "Approval")},

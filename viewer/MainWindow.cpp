@@ -3,6 +3,7 @@
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/ChangeLogDialog.h"
 #include "viewer/DateBar.h"
+#include "viewer/ElasticNameSheet.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
 #include "viewer/PrintRequest.h"
@@ -54,6 +55,8 @@ MainWindow::MainWindow(const QSize &viewSize)
     qApp->installEventFilter(this);
     delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
+    delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
+        [this](const std::shared_ptr<kelo::ElasticModel> &elastic, int) { askForName(elastic); };
     view_->setDelegate(&delegate_);
     makeMenus();
     setWindowTitle(tr("Treatment viewer"));
@@ -128,6 +131,27 @@ bool MainWindow::eventFilter(QObject *object, QEvent *event)
         break;
     }
     return QMainWindow::eventFilter(object, event);
+}
+
+void MainWindow::askForName(const std::shared_ptr<kelo::ElasticModel> &elastic)
+{
+    if (!treatment_) return;
+    const auto own = elastic->elasticsConfigType();
+    QStringList teeth;
+    for (const std::string &key : elastic->bracketSequence())
+        teeth << toothName(key, pageSettings().notation);
+    const QString question =
+        tr("Name of the elastic %1:").arg(teeth.join(QStringLiteral(" \u2013 ")));
+    auto *sheet = new ElasticNameSheet(
+        question, own ? QString::fromStdString(own->typeLabel) : QString(),
+        [this, own](const QString &name) { return treatment_->nameProblem(name, own.get()); },
+        this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sheet, &QDialog::accepted, this, [this, sheet, elastic] {
+        const QString failure = treatment_->nameElastic(elastic, sheet->name());
+        if (!failure.isEmpty()) tell(failure);
+    });
+    sheet->open();
 }
 
 void MainWindow::showDate(const QDate &date)

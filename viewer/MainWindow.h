@@ -48,6 +48,7 @@ private:
     /// The notation is remembered, and stands on every page that is printed from then on.
     void makeNotationMenu(QMenu &menu);
     PageSettings pageSettings() const;
+    void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
     void showDate(const QDate &date);
     void approve(bool isApproved);
     /// Another note is shown, or may be changed now, or not any more.

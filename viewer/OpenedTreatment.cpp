@@ -4,9 +4,13 @@
 #include "viewer/OutputFile.h"
 #include "viewer/TreatmentFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
 
 namespace viewer {
 namespace {
@@ -15,6 +19,9 @@ const QString inMemory = QStringLiteral(":memory:");
 
 /// Seconds in which a click repeats the last action: long enough to go to the next tooth.
 constexpr double repeatInterval = 3.0;
+
+/// Identifiers of named elastics that clinicians make; the catalogue's are below.
+constexpr long firstOwnTypeID = 1000;
 
 /// The catalogue that comes with the library.
 kelo::Catalogue defaultCatalogue()
@@ -108,6 +115,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     // A bad file is told before the meshes are loaded.
     openStore(commandLine);
     openTreatmentInStore(commandLine);
+    takeNamedElastics();
     document_ = loadTreatment(commandLine.meshes, progress);
     setCatalogue(*document_, catalogue_);
     session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);
@@ -182,6 +190,76 @@ void OpenedTreatment::showIn(kelo::DXOpenGL &view)
     view.setRepeatActionTimerInterval(repeatInterval);
     view.setDocumentModel(document_);
     view.setDisplayedDate(today);
+}
+
+void OpenedTreatment::takeNamedElastics()
+{
+    const auto named = store_->namedElastics();
+    if (!named) {
+        sentences_ << named.sentence();
+        return;
+    }
+    auto &types = catalogue_.elasticsConfigTypes;
+    for (const kelo::ElasticsConfigType &configuration : named.value()) {
+        const auto same = std::find_if(types.begin(), types.end(), [&](const auto &type) {
+            return type->typeID == configuration.typeID;
+        });
+        const auto taken = std::make_shared<kelo::ElasticsConfigType>(configuration);
+        if (same == types.end())
+            types.push_back(taken);
+        else
+            *same = taken;
+    }
+}
+
+QString OpenedTreatment::nameProblem(const QString &name, const kelo::ElasticsConfigType *own) const
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return QCoreApplication::translate("OpenedTreatment", "A name is needed.");
+    for (const auto &type : document_->availableElasticsConfigTypes()) {
+        if (type.get() != own &&
+            QString::fromStdString(type->typeLabel).compare(trimmed, Qt::CaseInsensitive) == 0)
+            return QCoreApplication::translate("OpenedTreatment",
+                                               "Another elastic has this name already.");
+    }
+    return {};
+}
+
+QString OpenedTreatment::nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic,
+                                     const QString &name)
+{
+    auto types = document_->availableElasticsConfigTypes();
+    auto configuration = std::make_shared<kelo::ElasticsConfigType>();
+    const auto own = std::find(types.begin(), types.end(), elastic->elasticsConfigType());
+    if (own != types.end()) {
+        *configuration = **own;
+        configuration->typeLabel = name.trimmed().toStdString();
+        const auto old = std::exchange(*own, configuration);
+        for (const auto &other : document_->elasticModels()) {
+            if (other->elasticsConfigType() == old) other->setElasticsConfigType(configuration);
+        }
+    } else {
+        configuration->typeID = firstOwnTypeID;
+        for (const auto &type : types) {
+            configuration->typeID = std::max(configuration->typeID, type->typeID + 1);
+            configuration->displayOrder =
+                std::max(configuration->displayOrder, type->displayOrder + 1);
+        }
+        configuration->typeLabel = name.trimmed().toStdString();
+        if (elastic->elasticsSizeType())
+            configuration->elasticsSizeTypeID = elastic->elasticsSizeType()->typeID;
+        for (const std::string &key : elastic->bracketSequence())
+            configuration->bracketSequence +=
+                (configuration->bracketSequence.empty() ? "" : ",") + key;
+        types.push_back(configuration);
+        elastic->setElasticsConfigType(configuration);
+    }
+    catalogue_.elasticsConfigTypes = types;
+    setCatalogue(*document_, catalogue_);
+    const StoreOutcome saved = store_->saveNamedElastic(*configuration);
+    session_->elasticWasNamed(*elastic);
+    return saved ? QString() : saved.sentence();
 }
 
 std::vector<QDate> OpenedTreatment::dates()

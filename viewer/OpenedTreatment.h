@@ -68,6 +68,17 @@ public:
     StoreResult<std::vector<StoredChange>> changes();
     /// @}
 
+    /// @name Named elastics
+    /// @{
+    /// Why an elastic cannot have this name, in a sentence; empty when it can. `own` is the
+    /// configuration that is renamed, whose name is not taken by itself; null for a new one.
+    QString nameProblem(const QString &name, const kelo::ElasticsConfigType *own) const;
+    /// Gives the elastic's configuration another name, or, where it has none, makes a new one of
+    /// its size and members and gives the elastic that. The catalogue has it from then on. Returns
+    /// what went wrong, or an empty text; then the name is kept until the program ends.
+    QString nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
+    /// @}
+
     const DelegateCallLog &callLog() const { return callLog_; }
     DelegateCallLog &callLog() { return callLog_; }
     /// What the user should know about the opening, a sentence each.
@@ -93,6 +104,7 @@ public:
 private:
     TreatmentRecord recordToOpen(const CommandLine &commandLine);
     void openStore(const CommandLine &commandLine);
+    void takeNamedElastics();
     void openTreatmentInStore(const CommandLine &commandLine);
 
     DelegateCallLog callLog_;

@@ -6,6 +6,14 @@
 namespace viewer {
 namespace {
 
+constexpr const char *namedElasticsTable =
+    "CREATE TABLE named_elastics ("
+    " type_id INTEGER PRIMARY KEY,"
+    " label TEXT NOT NULL,"
+    " display_order INTEGER NOT NULL,"
+    " size_type_id INTEGER NOT NULL,"   // 0: none
+    " bracket_sequence TEXT NOT NULL)"; // members joined by commas
+
 /// The present tables. A tooth that is not listed is visible, a bracket or button that is not
 /// listed is not placed. Dates are texts as in "2026-11-20", which sort by time.
 constexpr const char *currentTables[] = {
@@ -61,6 +69,7 @@ constexpr const char *currentTables[] = {
     " old_value TEXT,"
     " new_value TEXT)",
     "CREATE INDEX changes_of_treatment ON changes (treatment_id)",
+    namedElasticsTable,
 };
 
 /// From version 1: the old tables step aside, the present ones are made with the same words as in a
@@ -127,6 +136,11 @@ void migrateFromVersion1(TreatmentStoreConnection &connection)
     executeAll(connection, carryVersion1Over);
 }
 
+void addNamedElastics(TreatmentStoreConnection &connection)
+{
+    connection.execute(QString::fromUtf8(namedElasticsTable));
+}
+
 struct Step
 {
     int toVersion;
@@ -136,7 +150,8 @@ struct Step
 /// What leads on from each version; from 0, an empty database, straight to the present one.
 constexpr std::array<Step, currentSchemaVersion> steps = {{
     {currentSchemaVersion, makeTables},
-    {2, migrateFromVersion1},
+    {currentSchemaVersion, migrateFromVersion1},
+    {3, addNamedElastics},
 }};
 
 int versionOf(TreatmentStoreConnection &connection)

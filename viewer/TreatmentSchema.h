@@ -5,8 +5,9 @@
 namespace viewer {
 
 /// The version of the tables that this program reads and writes, kept in the database's
-/// user_version. Version 1 had no lingual buttons, configurations, birth dates and log of changes.
-inline constexpr int currentSchemaVersion = 2;
+/// user_version. Version 1 had no lingual buttons, configurations, birth dates and log of changes;
+/// version 2 had no named elastics.
+inline constexpr int currentSchemaVersion = 3;
 
 /// Marks the database as one of treatments ("kelo", as SQLite's application_id).
 inline constexpr int treatmentApplicationID = 0x6b656c6f;

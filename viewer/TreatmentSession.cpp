@@ -155,6 +155,11 @@ void TreatmentSession::reportElastics(ElasticsEvent event, const std::string &ke
     report(std::move(changed));
 }
 
+void TreatmentSession::elasticWasNamed(const kelo::ElasticModel &elastic)
+{
+    reportElastics(ElasticsEvent::Named, joined(elastic.bracketSequence()));
+}
+
 void TreatmentSession::setApprovedDate(const std::optional<QDate> &approvedDate)
 {
     approvedDate_ = approvedDate;

@@ -59,6 +59,9 @@ public:
     const std::optional<QDate> &approvedDate() const { return approvedDate_; }
     void setApprovedDate(const std::optional<QDate> &approvedDate);
 
+    /// An elastic stands for a named configuration now: the note says so from here on.
+    void elasticWasNamed(const kelo::ElasticModel &elastic);
+
     /// Tries again what could not be stored.
     StoreOutcome storeKeptReports();
     std::size_t keptReportCount() const { return keptReports_.size(); }

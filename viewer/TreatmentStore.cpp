@@ -157,6 +157,19 @@ StoreOutcome TreatmentStore::setApprovedDate(qint64 treatmentID,
     });
 }
 
+StoreResult<std::vector<kelo::ElasticsConfigType>> TreatmentStore::namedElastics()
+{
+    return resultOf([&] { return tables::namedElastics(*connection_); });
+}
+
+StoreOutcome TreatmentStore::saveNamedElastic(const kelo::ElasticsConfigType &configuration)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        tables::saveNamedElastic(*connection_, configuration);
+        return std::monostate();
+    });
+}
+
 StoreResult<std::optional<NoteRecord>> TreatmentStore::note(qint64 treatmentID, const QDate &date)
 {
     return resultOf(*connection_, Kind::Reading, [&] {

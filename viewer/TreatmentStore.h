@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloModel/ElasticsConfigType.h"
 #include "viewer/TreatmentRecord.h"
 #include "viewer/TreatmentStoreReport.h"
 #include "viewer/TreatmentStoreResult.h"
@@ -39,7 +40,7 @@ struct StoredChange
     qint64 changedAt = 0; ///< UTC milliseconds since 1970
     std::optional<QDate> noteDate;
     /// "note started", "tooth visibility", "bracket visibility", "button visibility",
-    /// "bracket color", "elastic placed", "elastic removed", "elastic color",
+    /// "bracket color", "elastic placed", "elastic removed", "elastic color", "elastic named",
     /// "elastics refactored", "note approval", "treatment approval".
     QString what;
     /// The name key; of elastics see ElasticsReport::key; of a started note the date of the note
@@ -97,6 +98,15 @@ public:
     StoreResult<TreatmentRecord> loadTreatment(qint64 treatmentID);
     /// Of the treatment as a whole; nothing takes the approval back.
     StoreOutcome setApprovedDate(qint64 treatmentID, const std::optional<QDate> &approvedDate);
+    /// @}
+
+    /// @name The clinic's named elastics
+    /// What clinicians named themselves, beside the catalogue or in place of its entries.
+    /// @{
+    /// In the order of their identifiers.
+    StoreResult<std::vector<kelo::ElasticsConfigType>> namedElastics();
+    /// Adds it, or replaces the one of the same identifier.
+    StoreOutcome saveNamedElastic(const kelo::ElasticsConfigType &configuration);
     /// @}
 
     /// @name Notes

@@ -310,6 +310,23 @@ std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 trea
     return found;
 }
 
+std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &connection)
+{
+    std::vector<kelo::ElasticsConfigType> found;
+    StoreStatement rows(connection, "SELECT type_id, label, display_order, size_type_id,"
+                                    " bracket_sequence FROM named_elastics ORDER BY type_id");
+    while (rows.next()) {
+        kelo::ElasticsConfigType configuration;
+        configuration.typeID = static_cast<long>(rows.value(0).toLongLong());
+        configuration.typeLabel = rows.value(1).toString().toStdString();
+        configuration.displayOrder = static_cast<long>(rows.value(2).toLongLong());
+        configuration.elasticsSizeTypeID = static_cast<long>(rows.value(3).toLongLong());
+        configuration.bracketSequence = rows.value(4).toString().toStdString();
+        found.push_back(std::move(configuration));
+    }
+    return found;
+}
+
 std::vector<StoredChange> changes(TreatmentStoreConnection &connection, qint64 treatmentID)
 {
     const auto textIn = [](const QVariant &value) {

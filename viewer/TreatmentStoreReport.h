@@ -15,6 +15,7 @@ enum class ElasticsEvent {
     Placed,
     Removed,
     Recolored,  ///< one has another size
+    Named,      ///< one stands for a named configuration now
     Refactored, ///< some were shortened or removed around a key that was hidden
 };
 

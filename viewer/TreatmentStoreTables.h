@@ -41,6 +41,7 @@ std::optional<QDate> lastDateBefore(TreatmentStoreConnection &connection, qint64
                                     const QDate &date);
 std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 treatmentID,
                                const QDate &date);
+std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &connection);
 std::vector<StoredChange> changes(TreatmentStoreConnection &connection, qint64 treatmentID);
 /// @}
 
@@ -58,6 +59,8 @@ qint64 startNote(TreatmentStoreConnection &connection, qint64 treatmentID, const
                  qint64 changedAt);
 void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const NoteReport &report,
                  qint64 changedAt);
+void saveNamedElastic(TreatmentStoreConnection &connection,
+                      const kelo::ElasticsConfigType &configuration);
 void setApprovedDate(TreatmentStoreConnection &connection, qint64 treatmentID,
                      const std::optional<QDate> &approvedDate, qint64 changedAt);
 /// @}

@@ -50,6 +50,8 @@ const char *nameOf(ElasticsEvent event)
         return "elastic removed";
     case ElasticsEvent::Recolored:
         return "elastic color";
+    case ElasticsEvent::Named:
+        return "elastic named";
     case ElasticsEvent::Refactored:
         break;
     }
@@ -244,6 +246,22 @@ void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const
         known ? *known : startNote(connection, treatmentID, report.date, changedAt);
     const NoteRecord stored = note(connection, treatmentID, report.date).value();
     ReportWriter(connection, treatmentID, identifier, stored, changedAt).write(report);
+}
+
+void saveNamedElastic(TreatmentStoreConnection &connection,
+                      const kelo::ElasticsConfigType &configuration)
+{
+    StoreStatement(connection,
+                   "INSERT INTO named_elastics"
+                   " (type_id, label, display_order, size_type_id, bracket_sequence)"
+                   " VALUES (?, ?, ?, ?, ?) ON CONFLICT (type_id) DO UPDATE SET"
+                   " label = excluded.label, display_order = excluded.display_order,"
+                   " size_type_id = excluded.size_type_id,"
+                   " bracket_sequence = excluded.bracket_sequence",
+                   {static_cast<qlonglong>(configuration.typeID), valueOf(configuration.typeLabel),
+                    static_cast<qlonglong>(configuration.displayOrder),
+                    static_cast<qlonglong>(configuration.elasticsSizeTypeID),
+                    valueOf(configuration.bracketSequence)});
 }
 
 void setApprovedDate(TreatmentStoreConnection &connection, qint64 treatmentID,

@@ -108,7 +108,7 @@ protected:
 TEST_F(TreatmentStoreOpening, aMissingFileBecomesANewDatabaseOfThePresentVersion)
 {
     opened();
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"2"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
 }
 
 TEST_F(TreatmentStoreOpening, anEmptyFileBecomesANewDatabase)
@@ -152,12 +152,29 @@ TEST_F(TreatmentStoreOpening, aDatabaseOfVersion1IsMigratedWithAllItsContent)
     EXPECT_EQ(store->loadTreatment(8).value(), other);
 }
 
+TEST_F(TreatmentStoreOpening, aDatabaseOfVersion2GetsATableOfNamedElasticsAndKeepsTheRest)
+{
+    opened()->createPatient({QStringLiteral("A"), QStringLiteral("1"), std::nullopt});
+    const Lines present = schemaOf(path);
+    {
+        // Version 2 was the present one without that table.
+        const OtherConnection connection(path);
+        connection.run(QStringLiteral("DROP TABLE named_elastics"));
+        connection.run(QStringLiteral("PRAGMA user_version = 2"));
+    }
+    store = opened();
+    EXPECT_EQ(store->patients().value().size(), 1u);
+    EXPECT_TRUE(store->namedElastics().value().empty());
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
+    EXPECT_EQ(schemaOf(path), present);
+}
+
 TEST_F(TreatmentStoreOpening, aMigratedDatabaseHasTheTablesOfANewOne)
 {
     makeVersion1();
     opened();
     const Lines migrated = schemaOf(path);
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"2"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
     EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA integrity_check")), Lines{"ok"});
     path = folder.filePath(QStringLiteral("new.db"));
     opened();
@@ -200,7 +217,7 @@ TEST_F(TreatmentStoreOpening, aNewerDatabaseIsRefusedAndLeftByteForByte)
     EXPECT_EQ(failure.problem, StoreProblem::NewerVersion);
     EXPECT_EQ(failure.sentence,
               path + ": the database was written by a newer version of this program (its tables "
-                     "are of version 99, this program knows version 2)");
+                     "are of version 99, this program knows version 3)");
     EXPECT_EQ(bytesOf(path), before);
     EXPECT_EQ(filesInFolder(), files);
 }
