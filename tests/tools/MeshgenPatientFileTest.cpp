@@ -81,19 +81,20 @@ TEST_F(MeshgenPatientFile, whatAFileLeavesOutIsAsInTheAnatomyTables)
 TEST_F(MeshgenPatientFile, columnsStandInAnyOrderAndAnEmptyCellIsLeftOut)
 {
     const PatientParameters patient =
-        read("rotation,height,mesiodistal,buccolingual,outward,cusps,grooves,mamelons,fossa,ridge,"
+        read("bracket,rotation,height,mesiodistal,buccolingual,outward,cusps,grooves,mamelons,fossa,ridge,"
              "tip,torque,edge,tooth\n"
-             "-12.5,10,8,7.1,0.4,0.8,1.2,0.1,0.6,0.05,3,18,-7.5,8\n"
-             ",,,,,,,,,,3,18,-7.5,9\n" +
+             "3.9,-12.5,10,8,7.1,0.4,0.8,1.2,0.1,0.6,0.05,3,18,-7.5,8\n"
+             ",,,,,,,,,,,3,18,-7.5,9\n" +
              [] {
                  std::string rest;
                  for (int tooth = 2; tooth <= 31; ++tooth)
                      if (tooth != 8 && tooth != 9 && tooth != 16 && tooth != 17)
-                         rest += ",,,,,,,,,,0,0,0," + std::to_string(tooth) + "\n";
+                         rest += ",,,,,,,,,,,0,0,0," + std::to_string(tooth) + "\n";
                  return rest;
              }());
     const ToothParameters &tooth = patient.at(8);
     EXPECT_DOUBLE_EQ(tooth.rotation, -12.5);
+    EXPECT_DOUBLE_EQ(tooth.anatomy.dimensions.bracketHeight, 3.9);
     EXPECT_DOUBLE_EQ(tooth.outward, 0.4);
     EXPECT_DOUBLE_EQ(tooth.edge, -7.5);
     EXPECT_DOUBLE_EQ(tooth.anatomy.dimensions.height, 10.0);

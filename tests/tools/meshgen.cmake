@@ -1,5 +1,6 @@
 kelo_test(tools_meshgen_patient
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/MeshgenBiteTest.cpp
+            ${CMAKE_CURRENT_LIST_DIR}/MeshgenCrowdedTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientFileTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenToothTest.cpp

@@ -139,6 +139,7 @@ void Arch::place(std::size_t i)
     const double inRow = std::clamp(stations[i], 6.0, curve.length() - 6.0);
     const Vec3 outward = curve.outwardAt(inRow);
     const Vec3 mesial = curve.tangentAt(inRow) * (isRightSide(placement.number) ? 1.0 : -1.0);
+    placement.archNormal = outward;
     placement.occlusalDirection = normalized(vertical + outward * std::tan(degrees(stance.torque)) +
                                              mesial * std::tan(degrees(stance.tip)));
     placement.labialNormal = normalized(rejected(outward, placement.occlusalDirection));

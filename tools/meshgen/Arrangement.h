@@ -25,13 +25,14 @@ using HookTable = std::map<std::string, Hook>;
 /// with path and line number when the file cannot be opened or a line cannot be read.
 HookTable readHooks(const std::string &path);
 
-/// A tooth's own frame in the jaw. The three directions are unit vectors perpendicular to each
-/// other.
+/// A tooth's own frame in the jaw. Labial normal, occlusal and mesial direction are unit vectors
+/// perpendicular to each other.
 struct ToothPlacement
 {
-    int number = 0;         ///< universal tooth number, 2 to 15 or 18 to 31
-    bool upper = false;     ///< whether the tooth stands in the upper jaw
-    Vec3 labialNormal;      ///< out of the mouth: towards lip or cheek
+    int number = 0;     ///< universal tooth number, 2 to 15 or 18 to 31
+    bool upper = false; ///< whether the tooth stands in the upper jaw
+    Vec3 archNormal;    ///< level, out of the mouth where the tooth stands, however it is turned
+    Vec3 labialNormal;  ///< out of the mouth: towards lip or cheek
     Vec3 occlusalDirection; ///< along the crown from the cervical line to its edge or cusps
     Vec3 mesialDirection;   ///< along the arch towards the midline of the face
     Vec3 facialAxisPoint;   ///< on the labial surface: where the middle of a bracket's slot stands

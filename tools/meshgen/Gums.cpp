@@ -57,6 +57,18 @@ Vec3 along(const std::vector<Vec3> &values, double at)
                   (3.0 * p1 - p0 - 3.0 * p2 + p3) * (f * f * f));
 }
 
+/// Every value as the parabola nearest to it and its two neighbours on either side has it: takes
+/// the zigzag out of a curve and leaves its bend (after Savitzky and Golay). The ends stay.
+std::vector<Vec3> evened(const std::vector<Vec3> &values)
+{
+    std::vector<Vec3> result = values;
+    for (std::size_t i = 2; i + 2 < values.size(); ++i)
+        result[i] = (values[i] * 17.0 + (values[i - 1] + values[i + 1]) * 12.0 -
+                     (values[i - 2] + values[i + 2]) * 3.0) /
+                    35.0;
+    return result;
+}
+
 /// Where a row crosses the arch.
 struct Row
 {
@@ -77,6 +89,7 @@ private:
     double marginHeight(const Tooth &tooth, double u) const;
     Vec3 marginPoint(const Tooth &tooth, double u, double side) const;
     std::vector<Row> rows() const;
+    Vec3 keptBesideNeighbours(std::size_t tooth, const Vec3 &margin) const;
     void fillEmbrasure(Row &row) const;
     void evenOut(std::vector<Row> &all) const;
     void addEndRows(std::vector<Row> &result, bool right) const;
@@ -107,12 +120,15 @@ GumShaper::GumShaper(const std::vector<Tooth> &allTeeth, bool upperJaw) : upper(
     const Vec3 down{0.0, 0.0, upper ? 1.0 : -1.0}; // apically
     for (const Tooth *tooth : teeth) {
         const ToothPlacement &placement = tooth->placement;
-        outward.push_back(normalized({placement.labialNormal.x, placement.labialNormal.y, 0.0}));
+        outward.push_back(placement.archNormal);
         // The bone follows the roots less than half of the way.
         apical.push_back(normalized(down * 1.5 - placement.occlusalDirection));
         outerZenith.push_back(marginPoint(*tooth, 0.0, 1.0));
         innerZenith.push_back(marginPoint(*tooth, 0.0, -1.0));
     }
+    // The bone follows a crowded row of teeth only by half.
+    outerZenith = evened(outerZenith);
+    innerZenith = evened(innerZenith);
 }
 
 /// Own height of the free margin at the fraction `u` (-1 distal to 1 mesial) of the half width.
@@ -166,8 +182,8 @@ std::vector<Row> GumShaper::rows() const
             Row row;
             row.place = static_cast<double>(i) + 0.5 * u;
             row.between = (1.0 - std::cos(std::numbers::pi * std::abs(u))) / 2.0;
-            row.outerMargin = marginPoint(tooth, u * towardsLeft, 1.0);
-            row.innerMargin = marginPoint(tooth, u * towardsLeft, -1.0);
+            row.outerMargin = keptBesideNeighbours(i, marginPoint(tooth, u * towardsLeft, 1.0));
+            row.innerMargin = keptBesideNeighbours(i, marginPoint(tooth, u * towardsLeft, -1.0));
             result.push_back(row);
         }
     }
@@ -189,6 +205,29 @@ std::vector<Row> GumShaper::rows() const
     result.insert(result.begin(), right.begin(), right.end());
     evenOut(result);
     return result;
+}
+
+/// A margin point of a tooth, drawn back where it reaches past the contact with a neighbour, as
+/// those of turned and overlapping teeth do: rows must not cross each other.
+Vec3 GumShaper::keptBesideNeighbours(std::size_t tooth, const Vec3 &margin) const
+{
+    const auto middle = [&](std::size_t i) {
+        const Vec3 p = teeth[i]->placement.toJaw({0.0, 0.0, 0.6 * teeth[i]->placement.crownHeight});
+        return Vec3{p.x, p.y, 0.0};
+    };
+    const auto width = [&](std::size_t i) { return teeth[i]->anatomy.dimensions.mesiodistal; };
+    constexpr double halfContact = 0.06;
+    Vec3 kept = margin;
+    const auto keepFrom = [&](std::size_t neighbour) {
+        const Vec3 here = middle(tooth);
+        const Vec3 way = middle(neighbour) - here;
+        const Vec3 contact = here + way * (width(tooth) / (width(tooth) + width(neighbour)));
+        const double beyond = dot(kept - contact, normalized(way)) + halfContact;
+        if (beyond > 0.0) kept -= normalized(way) * beyond;
+    };
+    if (tooth > 0) keepFrom(tooth - 1);
+    if (tooth + 1 < teeth.size()) keepFrom(tooth + 1);
+    return kept;
 }
 
 /// A papilla fills the space between two crowns nearly out to their faces: the margin must not

@@ -36,6 +36,8 @@ constexpr Column columns[] = {
      [](ToothParameters &t, double v) { t.anatomy.dimensions.mesiodistal = v; }},
     {"buccolingual", 4.0, 14.0, false,
      [](ToothParameters &t, double v) { t.anatomy.dimensions.buccolingual = v; }},
+    {"bracket", 2.0, 7.0, false,
+     [](ToothParameters &t, double v) { t.anatomy.dimensions.bracketHeight = v; }},
     {"mamelons", 0.0, 0.5, false, [](ToothParameters &t, double v) { t.anatomy.mamelons = v; }},
     {"fossa", 0.0, 1.5, false, [](ToothParameters &t, double v) { t.anatomy.fossaDepth = v; }},
     {"ridge", 0.0, 0.8, false, [](ToothParameters &t, double v) { t.anatomy.labialRidge = v; }},

@@ -85,7 +85,8 @@ private:
     }
     std::vector<std::uint32_t> neighbours(std::uint32_t vertex) const;
     void offer(std::uint32_t vertex);
-    bool isSound(const Triangle &t) const;
+    bool isShadedWell(const Triangle &t) const;
+    bool isSliver(const Triangle &t) const;
     void mendNormal(std::uint32_t vertex);
     bool isAllowed(std::uint32_t from, std::uint32_t to) const;
     void collapse(std::uint32_t from, std::uint32_t to);
@@ -144,16 +145,21 @@ void Simplifier::offer(std::uint32_t vertex)
     }
 }
 
-bool Simplifier::isSound(const Triangle &t) const
+/// Whether the normals of a face's corners stand well on it.
+bool Simplifier::isShadedWell(const Triangle &t) const
 {
     const Vec3 face = faceVector(t);
-    const double size = length(face);
+    const double least = leastNormalCosine * length(face);
+    return std::all_of(t.begin(), t.end(),
+                       [&](std::uint32_t v) { return dot(face, mesh.normals[v]) >= least; });
+}
+
+bool Simplifier::isSliver(const Triangle &t) const
+{
     double longest = 0.0;
-    for (std::size_t k = 0; k < 3; ++k) {
+    for (std::size_t k = 0; k < 3; ++k)
         longest = std::max(longest, distance(mesh.positions[t[k]], mesh.positions[t[(k + 1) % 3]]));
-        if (dot(face, mesh.normals[t[k]]) < leastNormalCosine * size) return false;
-    }
-    return size > leastSlimness * longest * longest;
+    return length(faceVector(t)) <= leastSlimness * longest * longest;
 }
 
 /// Where faces that were folded in the fine mesh are left, a vertex gets the normal that stands
@@ -192,7 +198,8 @@ bool Simplifier::isAllowed(std::uint32_t from, std::uint32_t to) const
         const Vec3 old = faceVector(before);
         const Vec3 now = faceVector(t);
         if (dot(old, now) < leastTurnCosine * length(old) * length(now)) return false;
-        if (!isSound(t) && isSound(before)) return false;
+        if (!isShadedWell(t) && isShadedWell(before)) return false;
+        if (isSliver(t) && !isSliver(before)) return false;
     }
     return true;
 }
@@ -256,6 +263,20 @@ void relaxOnce(Mesh &mesh, const std::vector<double> &weights)
             mesh.positions[i] * (1.0 - weights[i]) + sums[i] * (weights[i] / counts[i]);
 }
 
+/// Normals for a mesh with one vertex for every point, quickly: each face weighs by its area.
+void refreshNormals(Mesh &mesh)
+{
+    std::fill(mesh.normals.begin(), mesh.normals.end(), Vec3{});
+    for (const Triangle &t : mesh.triangles) {
+        const Vec3 &a = mesh.positions[t[0]];
+        const Vec3 face = cross(mesh.positions[t[1]] - a, mesh.positions[t[2]] - a);
+        for (const std::uint32_t v : t)
+            mesh.normals[v] += face;
+    }
+    for (Vec3 &normal : mesh.normals)
+        normal = normalized(normal);
+}
+
 } // namespace
 
 void relax(Mesh &mesh, int rounds, double weight)
@@ -268,8 +289,9 @@ void relax(Mesh &mesh, int rounds, double weight)
 void relaxFolds(Mesh &mesh, double degrees)
 {
     const double leastCosine = std::cos(degrees * std::numbers::pi / 180.0);
-    for (int round = 0; round < 60; ++round) {
-        computeSmoothNormals(mesh, 180.0);
+    computeSmoothNormals(mesh, 180.0);
+    for (int round = 0; round < 100; ++round) {
+        refreshNormals(mesh);
         std::vector<double> weights(mesh.positions.size(), 0.0);
         bool isFolded = false;
         for (const Triangle &t : mesh.triangles) {
@@ -283,9 +305,15 @@ void relaxFolds(Mesh &mesh, double degrees)
             }
         }
         if (!isFolded) return;
+        // The ring round them gives way too; else the fold only moves about.
+        const std::vector<double> marked = weights;
+        for (const Triangle &t : mesh.triangles)
+            if (marked[t[0]] + marked[t[1]] + marked[t[2]] > 0.0)
+                for (const std::uint32_t v : t)
+                    weights[v] = std::max(weights[v], 0.3);
         relaxOnce(mesh, weights);
     }
-    computeSmoothNormals(mesh, 180.0);
+    refreshNormals(mesh);
 }
 
 Mesh simplified(const Mesh &mesh, std::size_t triangleCount)

@@ -12,7 +12,7 @@ namespace kelo::meshgen {
 void relax(Mesh &mesh, int rounds, double weight);
 
 /// Relaxes the surroundings of every place where the normal of a point stands more than `degrees`
-/// off one of the faces round it, until there are none or for 60 rounds, and gives the mesh smooth
+/// off one of the faces round it, until there are none or for 100 rounds, and gives the mesh smooth
 /// normals.
 void relaxFolds(Mesh &mesh, double degrees);
 
