@@ -155,12 +155,20 @@ void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
 void DXOpenGL::resolveElasticPlacement()
 {
     const auto document = documentModel();
-    if (document && bracketSequence_ && bracketSequence_->size() >= 2) {
+    if (document && bracketSequence_) {
+        // All brackets may have been removed meanwhile, by the menu that the right button opens.
+        std::vector<std::string> members = *bracketSequence_;
+        std::erase_if(members, [&document](const std::string &member) {
+            return isHidden(isButtonName(member) ? document->buttonModels()
+                                                 : document->bracketModels(),
+                            member);
+        });
         const auto &sizes = document->availableElasticsSizeTypes();
         const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
-        document->placeElasticModel(
-            ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
-                nullptr, size == sizes.end() ? nullptr : size->second, *bracketSequence_));
+        if (members.size() >= 2)
+            document->placeElasticModel(
+                ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
+                    nullptr, size == sizes.end() ? nullptr : size->second, members));
     }
     endElasticPlacement();
 }

@@ -276,6 +276,24 @@ TEST_F(Clinician, aBracketThatIsPaintedWhileItsElasticIsStrungKeepsItsNewColour)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(Clinician, aBracketThatIsRemovedWhileAnElasticIsStrungOverItTakesNoPart)
+{
+    const std::string seenFromInside = "rotation 150 -1 0 0\n";
+    const std::string start =
+        seenFromInside + "click button 9l\nmenu \"Start New Elastic\" > \"1/4\\\" 2 oz\"\n";
+    play(QByteArray::fromStdString(start + "click button 8l\nrotation 90 -1 0 0\n"));
+    play("click bracket 25\n");
+    ASSERT_EQ(view->bracketSequence(), (std::vector<std::string>{"9l", "8l", "25"}));
+    const auto point = viewer::clickablePoint(*view, bracket("24").uniqueID()).value();
+    const std::string place = std::to_string(point.x) + ' ' + std::to_string(point.y);
+    play(QByteArray::fromStdString("press right " + place + "\nrelease " + place +
+                                   "\nmenu \"Remove All Brackets\"\n" + seenFromInside));
+    play("click button 9l\n");
+    EXPECT_EQ(bands(), (Bands{{"9l", "8l"}}));
+    EXPECT_FALSE(view->bracketSequence());
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(Clinician, aConfigurationNamingAToothThatIsHiddenShowsTheAlertAndPlacesNothing)
 {
     std::vector<kelo::Alert> alerts;

@@ -102,6 +102,11 @@ QByteArray RandomScriptGenerator::anyLine(const RandomScriptScene &scene)
     if (!view.displayedDateIsToday() && !scene.openMenu() && oneIn(6)) return "date today";
     if (view.mouseMode() == kelo::DXOpenGL::rotateMode && oneIn(5)) return "click tool elastics";
     const bool isStringing = view.bracketSequence().has_value();
+    if (isStringing && oneIn(8)) { // the right button has the brackets' menu then too
+        QByteArray line = "press right ";
+        line += point(scene);
+        return line;
+    }
     const std::uint64_t kind = below(20);
     if (kind < 6 || (isStringing && !oneIn(3))) return objectClick(scene);
     if (kind < 10) return mouseLine(scene);
