@@ -1,0 +1,73 @@
+#include "keloOpenGL/treatment/ElasticPlacement.h"
+
+#include <gtest/gtest.h>
+
+using namespace kelo;
+
+namespace {
+
+using Sequence = std::vector<std::string>;
+
+ElasticPlacement begunOn(const std::string &name)
+{
+    return {{name}, name, name};
+}
+
+PlacementStep click(ElasticPlacement &placement, const std::string &name)
+{
+    const PlacementStep step = placement.stepForClickOn(name);
+    placement.take(step, name);
+    return step;
+}
+
+TEST(ElasticPlacement, aMemberThatIsNeitherFirstNorLastIsAdded)
+{
+    auto placement = begunOn("A");
+    EXPECT_EQ(click(placement, "B"), PlacementStep::Add);
+    EXPECT_EQ(placement.sequence, (Sequence{"A", "B"}));
+    EXPECT_EQ(placement.last, "B");
+    EXPECT_EQ(placement.first, "A");
+}
+
+TEST(ElasticPlacement, aSecondClickOnTheNewestTakesItBack)
+{
+    auto placement = begunOn("A");
+    click(placement, "B");
+    click(placement, "C");
+    EXPECT_EQ(click(placement, "C"), PlacementStep::TakeBack);
+    EXPECT_EQ(placement.sequence, (Sequence{"A", "B"}));
+    EXPECT_EQ(placement.last, "B");
+    EXPECT_EQ(placement.stepForClickOn("A"), PlacementStep::Close);
+}
+
+TEST(ElasticPlacement, theFirstMemberClosesTheBand)
+{
+    auto placement = begunOn("A");
+    EXPECT_EQ(placement.stepForClickOn("A"), PlacementStep::Close) << "with nothing else added";
+    click(placement, "B");
+    EXPECT_EQ(click(placement, "A"), PlacementStep::Close);
+    EXPECT_EQ(placement.sequence, (Sequence{"A", "B"}));
+}
+
+TEST(ElasticPlacement, afterTakingBackToTheFirstAnotherClickOnItCloses)
+{
+    auto placement = begunOn("A");
+    click(placement, "B");
+    click(placement, "B");
+    EXPECT_EQ(placement.sequence, Sequence{"A"});
+    EXPECT_EQ(placement.last, "A");
+    EXPECT_EQ(placement.stepForClickOn("A"), PlacementStep::Close);
+    EXPECT_EQ(placement.stepForClickOn("B"), PlacementStep::Add);
+}
+
+TEST(ElasticPlacement, aMemberMayBePassedAgainLaterButNeverTwiceInARow)
+{
+    auto placement = begunOn("A");
+    for (const char *name : {"B", "C", "B"})
+        EXPECT_EQ(click(placement, name), PlacementStep::Add);
+    EXPECT_EQ(placement.sequence, (Sequence{"A", "B", "C", "B"}));
+    EXPECT_EQ(click(placement, "B"), PlacementStep::TakeBack);
+    EXPECT_EQ(placement.sequence, (Sequence{"A", "B", "C"}));
+}
+
+} // namespace
