@@ -382,7 +382,7 @@ Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
     const double x = middle.x;
     const double vault = 6.2 + 11.0 * smoothstep(-0.12, 0.6, f);
     const double set = 6.5 * (1.0 - f);
-    const double top = std::max(vault + 2.5, 17.0);
+    constexpr double top = 20.0; // over the highest vault
     // The palate's rear border is rounded up to the roof instead of ending in an edge.
     const double rear = std::clamp((right.shrink - 0.4) / 0.6, 0.0, 1.0);
     const double rounding = 1.0 - std::sqrt(1.0 - 0.96 * rear * rear);
@@ -495,7 +495,9 @@ Mesh GumShaper::upperMesh(const std::vector<Row> &all) const
         for (int k = 1; k < palatePoints; ++k) {
             const double f = static_cast<double>(palatePoints - k) / palatePoints;
             Vec3 point = mixed(roof, middle.front(), 1.0 - f);
-            point.z += 1.2 * std::pow(std::sin(f * std::numbers::pi), 0.5);
+            // A low dome, level along the middle line.
+            point.z = middle.front().z +
+                      (roof.z - middle.front().z) * std::sin(f * std::numbers::pi / 2.0);
             chain.push_back(add(point));
         }
         for (const Vec3 &point : middle)

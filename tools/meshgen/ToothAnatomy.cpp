@@ -15,7 +15,7 @@ ToothAnatomy upperCentralIncisor()
     a.mesial = {0.82, 0.91, 0.965, 0.99, 1.0, 0.985};
     a.distal = {0.82, 0.92, 0.975, 1.0, 0.99, 0.93};
     a.labial = {0.86, 0.93, 0.88, 0.76, 0.60, 0.40};
-    a.lingual = {0.86, 0.98, 0.66, 0.36, 0.10, -0.08};
+    a.lingual = {0.86, 0.98, 0.62, 0.28, 0.02, -0.12};
     a.labialSquareness = 2.7;
     a.lingualSquareness = 2.1;
     a.lingualTaper = 0.12;
@@ -35,7 +35,7 @@ ToothAnatomy upperLateralIncisor()
     a.mesial = {0.77, 0.89, 0.95, 0.985, 1.0, 0.96};
     a.distal = {0.77, 0.90, 0.97, 1.0, 0.97, 0.87};
     a.labial = {0.84, 0.92, 0.88, 0.76, 0.60, 0.38};
-    a.lingual = {0.84, 0.98, 0.68, 0.38, 0.12, -0.06};
+    a.lingual = {0.84, 0.98, 0.64, 0.30, 0.03, -0.11};
     a.labialSquareness = 2.45;
     a.mesialCornerDrop = 0.55;
     a.distalCornerDrop = 1.35;
@@ -53,7 +53,7 @@ ToothAnatomy upperCanine()
     a.mesial = {0.74, 0.88, 0.96, 1.0, 1.0, 0.78};
     a.distal = {0.74, 0.90, 0.985, 1.0, 0.97, 0.74};
     a.labial = {0.87, 0.96, 0.93, 0.80, 0.60, 0.32};
-    a.lingual = {0.87, 1.0, 0.78, 0.52, 0.24, -0.02};
+    a.lingual = {0.87, 1.0, 0.75, 0.46, 0.16, -0.06};
     a.labialSquareness = 2.1;
     a.lingualSquareness = 2.1;
     a.lingualTaper = 0.16;
