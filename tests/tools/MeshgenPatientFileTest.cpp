@@ -81,7 +81,8 @@ TEST_F(MeshgenPatientFile, whatAFileLeavesOutIsAsInTheAnatomyTables)
 TEST_F(MeshgenPatientFile, columnsStandInAnyOrderAndAnEmptyCellIsLeftOut)
 {
     const PatientParameters patient =
-        read("bracket,rotation,height,mesiodistal,buccolingual,outward,cusps,grooves,mamelons,fossa,ridge,"
+        read("bracket,rotation,height,mesiodistal,buccolingual,outward,cusps,grooves,mamelons,"
+             "fossa,ridge,"
              "tip,torque,edge,tooth\n"
              "3.9,-12.5,10,8,7.1,0.4,0.8,1.2,0.1,0.6,0.05,3,18,-7.5,8\n"
              ",,,,,,,,,,,3,18,-7.5,9\n" +
