@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Rect.h"
+#include "platform/widgets/WindowController.h"
+
+#include <QPointer>
+
+namespace kelo {
+
+/// Where an option panel's lower left corner lies, in points of a screen whose y axis points up:
+/// its upper left corner 5 points to the right of the mother window and 6 below its top, moved to
+/// the left by what it would stand out of the screen on the right, and raised to the bottom edge
+/// where it would end below it.
+Point optionPanelOrigin(const Rect &motherWindow, const Size &panel, const Rect &visibleScreen);
+
+/// A floating panel beside the window that it belongs to. It closes when someone posts
+/// "closeAllOptionPanelsNotification".
+class OptionPanelController : public WindowController
+{
+    Q_OBJECT
+
+public:
+    using WindowController::WindowController;
+    ~OptionPanelController() override;
+
+    /// The window that the panel belongs to; not owned.
+    QWidget *motherWindow() const { return motherWindow_; }
+    void setMotherWindow(QWidget *window) { motherWindow_ = window; }
+
+    /// Takes over the mother window's title and shows the panel beside it.
+    void showWindow(QObject *sender = nullptr) override;
+    void windowWillClose(QWidget *window) override;
+
+private:
+    void stopListening();
+
+    QPointer<QWidget> motherWindow_;
+};
+
+} // namespace kelo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/widgets/WindowController.h"
+
+#include <QPointer>
+
+namespace kelo {
+
+/// Runs its window as a sheet: a dialog that holds up one window and no other.
+class SheetController : public WindowController
+{
+    Q_OBJECT
+
+public:
+    using WindowController::WindowController;
+
+    /// The window that the sheet is attached to; not owned.
+    QWidget *mainWindow() const { return mainWindow_; }
+    void setMainWindow(QWidget *window) { mainWindow_ = window; }
+
+    /// Begins the sheet and returns.
+    void startDialog(QObject *sender = nullptr);
+    /// Takes over what is being edited in the sheet, and ends it.
+    void doneDialog(QObject *sender = nullptr);
+
+private:
+    QPointer<QWidget> mainWindow_;
+};
+
+} // namespace kelo
