@@ -30,9 +30,9 @@ dev | asan | tsan | coverage) ;;
 *) fail "There are no tests in the preset '$preset'; choose dev, asan, tsan or coverage." ;;
 esac
 
-# The thread sanitizer of GCC 12 cannot place its memory under a strongly randomised address space.
+# The sanitizers of GCC 12 cannot place their memory under a strongly randomised address space.
 wrapper=()
-if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then
+if { [ "$preset" = tsan ] || [ "$preset" = asan ]; } && setarch -R true 2>/dev/null; then
     wrapper=(setarch -R)
 fi
 

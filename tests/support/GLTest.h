@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <ios>
+#include <cstdio>
 
 namespace kelo::test {
 
@@ -23,7 +23,10 @@ inline testing::AssertionResult noGLError()
         const GLenum error = glGetError();
         if (error == GL_NO_ERROR) break;
         if (i == 0) result = testing::AssertionFailure() << "pending OpenGL errors:";
-        result << " 0x" << std::hex << error;
+        // A failure keeps no stream state from one piece to the next.
+        char number[16];
+        std::snprintf(number, sizeof number, " 0x%04X", error);
+        result << number;
     }
     return result;
 }
