@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScreen>
 #include <QTemporaryDir>
@@ -502,6 +503,8 @@ TEST_F(Windows, doneEndsTheEditing)
     sheet.setMainWindow(&main);
     sheet.startDialog();
     line->setFocus();
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+    QApplication::sendEvent(line, &typed);
     bool hasEnded = false;
     QObject::connect(line, &QLineEdit::editingFinished, [&hasEnded] { hasEnded = true; });
     ASSERT_TRUE(kelo::test::waitUntil([line] { return line->hasFocus(); }));
