@@ -1,5 +1,6 @@
 // Single teeth against the tables of dental anatomy.
 
+#include "tests/tools/MeshgenBracketCrown.h"
 #include "tools/meshgen/Report.h"
 #include "tools/meshgen/Simplify.h"
 #include "tools/meshgen/ToothShape.h"
@@ -8,6 +9,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <stdexcept>
 
 namespace {
@@ -169,6 +172,47 @@ TEST(MeshgenTooth, simplifyingKeepsTheSurfaceClosedAndItsSize)
     EXPECT_LE(simple.triangles.size(), 2200U);
     EXPECT_LT(simple.triangles.size(), tooth.triangles.size());
     EXPECT_TRUE(meshDefects(simple).empty());
+}
+
+/// The least cosine between a face and the normals of its corners.
+double worstShading(const Mesh &mesh)
+{
+    double least = 1.0;
+    for (const auto &t : mesh.triangles) {
+        const Vec3 &a = mesh.positions[t[0]];
+        const Vec3 face = normalized(cross(mesh.positions[t[1]] - a, mesh.positions[t[2]] - a));
+        for (const std::uint32_t v : t)
+            least = std::min(least, dot(face, mesh.normals[v]));
+    }
+    return least;
+}
+
+TEST(MeshgenTooth, simplifyingTurnsNoFaceMoreThanSixtyDegreesOffItsNormals)
+{
+    for (const int number : {8, 5, 30}) {
+        const Mesh simple = simplified(makeTooth(toothAnatomy(number)), 1000);
+        EXPECT_LE(simple.triangles.size(), 1000U) << number;
+        EXPECT_GE(worstShading(simple), 0.5) << number;
+        EXPECT_TRUE(meshDefects(simple).empty()) << number;
+    }
+}
+
+TEST(MeshgenTooth, relaxingRoundsASpikeUntilItsNormalsStandOnItsFaces)
+{
+    Mesh mesh = test::ellipsoid({}, {4.0, 0.0, 0.0}, {0.0, 4.0, 0.0}, {0.0, 0.0, 4.0});
+    const std::size_t pulled = 300;
+    const Vec3 before = mesh.positions[pulled];
+    mesh.positions[pulled] = before * 2.0;
+    computeSmoothNormals(mesh, 180.0);
+    EXPECT_LT(worstShading(mesh), 0.3);
+    const auto opposite = [&](const Vec3 &a, const Vec3 &b) {
+        return dot(a, before) < dot(b, before);
+    };
+    const Vec3 far = *std::min_element(mesh.positions.begin(), mesh.positions.end(), opposite);
+    relaxFolds(mesh, 45.0);
+    EXPECT_GE(worstShading(mesh), std::cos(45.0 * 3.14159265358979 / 180.0));
+    // What lies far from the spike stays as it is.
+    EXPECT_EQ(*std::min_element(mesh.positions.begin(), mesh.positions.end(), opposite), far);
 }
 
 TEST(MeshgenTooth, thereAreNoWisdomTeeth)
