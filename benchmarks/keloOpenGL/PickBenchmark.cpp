@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFile>
 
 #include <algorithm>
 #include <memory>
@@ -169,6 +170,53 @@ void pickFromTheSide(benchmark::State &state)
     picks(state, *view, [&](const Point &point) { return view->pickIdentifierAtPoint(point); });
 }
 
+/// From the pick to the rows of the bracket menu, with their images and all of them validated: what
+/// the presenter is handed.
+void bracketMenuOpens(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    const auto catalogue = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey)
+                               ->pathForResource_ofType("catalogue", "json");
+    QFile file(QString::fromStdString(catalogue.value_or("")));
+    if (!file.open(QIODevice::ReadOnly)) {
+        state.SkipWithError("there is no catalogue");
+        return;
+    }
+    const auto reading = kelo::catalogueFromJSON(file.readAll());
+    kelo::DXDocumentModel::BracketColorTypes colors;
+    for (const auto &type : reading.catalogue->bracketColorTypes)
+        colors[type->typeID] = type;
+    view->documentModel()->setAvailableBracketColorTypes(colors);
+    std::size_t rowCount = 0;
+    kelo::ContextMenuPresenter::setPresenter(
+        [&rowCount](const std::shared_ptr<kelo::Menu> &menu, const kelo::Event &,
+                    kelo::OpenGLView &) { rowCount = menu->items().size(); });
+    view->setCurrentEventToothName("8");
+    for (auto _ : state)
+        view->displayBracketMenuForEvent(kelo::Event{});
+    kelo::ContextMenuPresenter::setPresenter({});
+    state.counters["rows"] = static_cast<double>(rowCount);
+    if (rowCount < colors.size()) state.SkipWithError("the menu has too few rows");
+}
+
+/// A drag event and the frame that it asks for, beside steadyFrame.
+void dragEventAndItsFrame(benchmark::State &state)
+{
+    const auto view = makePickView(state);
+    view->setMouseMode(kelo::HVOGLBasicView::rotateMode);
+    kelo::Event event;
+    event.type = kelo::EventType::LeftMouseDown;
+    event.locationInWindow = {5.0, 5.0};
+    view->sendEvent(event);
+    event.type = kelo::EventType::LeftMouseDragged;
+    for (auto _ : state) {
+        event.locationInWindow.x = event.locationInWindow.x < 20.0 ? 30.0 : 10.0;
+        view->sendEvent(event);
+        view->display();
+        glFinish();
+    }
+}
+
 void sizes(benchmark::internal::Benchmark *row)
 {
     row->Args({800, 600})->Args({1600, 1000})->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -186,6 +234,8 @@ BENCHMARK(pickByFullPass)->Apply(sizes);
 BENCHMARK(pickScissored)->Apply(sizes);
 BENCHMARK(pick)->Apply(sizes);
 BENCHMARK(pickFromTheSide)->Apply(sizes);
+BENCHMARK(bracketMenuOpens)->Apply(sizes);
+BENCHMARK(dragEventAndItsFrame)->Apply(sizes);
 
 } // namespace
 
