@@ -1,9 +1,9 @@
 #include "tools/meshgen/PatientFile.h"
 
+#include "tools/meshgen/TableCells.h"
+
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <fstream>
 #include <stdexcept>
@@ -44,44 +44,6 @@ constexpr Column columns[] = {
     {"cusps", 0.3, 1.3, false, [](ToothParameters &t, double v) { t.anatomy.cuspHeight = v; }},
     {"grooves", 0.0, 2.0, false, [](ToothParameters &t, double v) { t.anatomy.grooveDepth = v; }},
 };
-
-bool isToothNumber(double value)
-{
-    const bool upper = value >= 2.0 && value <= 15.0;
-    const bool lower = value >= 18.0 && value <= 31.0;
-    return (upper || lower) && value == static_cast<int>(value);
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-std::vector<std::string_view> cellsOf(std::string_view line)
-{
-    std::vector<std::string_view> cells;
-    while (true) {
-        const std::size_t comma = line.find(',');
-        cells.push_back(trimmed(line.substr(0, comma)));
-        if (comma == std::string_view::npos) return cells;
-        line.remove_prefix(comma + 1);
-    }
-}
-
-std::string inQuotes(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
-
-/// A number as a person writes it: without zeros behind the last digit that counts.
-std::string plain(double value)
-{
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
 
 class PatientReader
 {
@@ -148,12 +110,9 @@ void PatientReader::readHeading(std::string_view line)
 
 double PatientReader::number(std::string_view cell, std::string_view column) const
 {
-    double value = 0.0;
-    // from_chars never looks at the locale.
-    const auto result = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-    if (result.ec != std::errc() || result.ptr != cell.data() + cell.size())
-        fail("malformed number " + inQuotes(cell) + " in column " + inQuotes(column));
-    return value;
+    const std::optional<double> value = numberOf(cell);
+    if (!value) fail("malformed number " + inQuotes(cell) + " in column " + inQuotes(column));
+    return *value;
 }
 
 void PatientReader::readTooth(std::string_view line)

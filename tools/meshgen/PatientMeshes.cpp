@@ -3,6 +3,7 @@
 #include "tools/meshgen/BracketShape.h"
 #include "tools/meshgen/ButtonShape.h"
 #include "tools/meshgen/Gums.h"
+#include "tools/meshgen/Relief.h"
 #include "tools/meshgen/Simplify.h"
 
 #include <exception>
@@ -77,6 +78,8 @@ Patient makePatient(const std::string &tables, const std::string &patientFile)
     const HookTable hooks = readHooks(tables + "/hooks.csv");
     Patient patient;
     patient.teeth = arrangeTeeth(hooks, readPatient(patientFile));
+    const std::string reliefs = reliefPathOf(patientFile);
+    if (std::filesystem::exists(reliefs)) carveAll(patient.teeth, readReliefs(reliefs));
     std::vector<ToothSet> sets(patient.teeth.size());
     Mesh upperGums;
     Mesh lowerGums;

@@ -24,8 +24,9 @@ struct Patient
 };
 
 /// Makes the whole patient from the tables in the folder `tables` (hooks.csv) and from the
-/// patient's file `patientFile` (see readPatient()). The result is the same in every run. Throws
-/// std::runtime_error when either cannot be read.
+/// patient's file `patientFile` (see readPatient()), with the reliefs of the file at reliefPathOf()
+/// if there is one. The result is the same in every run. Throws std::runtime_error when one of them
+/// cannot be read.
 Patient makePatient(const std::string &tables, const std::string &patientFile);
 
 /// Writes every mesh as OBJ into the folder `output`, which is made if need be.
