@@ -25,6 +25,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/VersionChecker.h"
 #include "platform/VirtualRunLoop.h"
+#include "platform/widgets/InterfaceFile.h"
 
 #include "keloModel/BracketColorType.h"
 #include "keloModel/Catalogue.h"
@@ -50,6 +51,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/ScenePart.h"
+#include "keloOpenGL/treatment/ToothLabels.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"

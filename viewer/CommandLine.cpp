@@ -94,6 +94,7 @@ QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
                 .arg(largestSide)
                 .arg(size);
         commandLine.size = *given;
+        commandLine.isSizeGiven = true;
     }
     const QString scale = parser.value(QStringLiteral("scale"));
     if (parser.isSet(QStringLiteral("scale"))) {
@@ -160,6 +161,11 @@ QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
 
 } // namespace
 
+QString version()
+{
+    return QStringLiteral(KELO_VERSION);
+}
+
 bool asksForHeadless(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i) {
@@ -178,13 +184,13 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A treatment file to open (JSON)."),
                                  QStringLiteral("[FILE...]"));
     const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption versionOption = parser.addVersionOption();
     parser.addOptions(options());
 
     if (!parser.parse(arguments)) return wrongUse(parser.errorText());
     if (parser.isSet(help)) return {{}, Done, parser.helpText()};
-    if (parser.isSet(version))
-        return {{}, Done, tr("treatment-viewer %1\n").arg(QStringLiteral(KELO_VERSION))};
+    if (parser.isSet(versionOption))
+        return {{}, Done, tr("treatment-viewer %1\n").arg(viewer::version())};
 
     ParsedCommandLine parsed;
     CommandLine &commandLine = parsed.commandLine;

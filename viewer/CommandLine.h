@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -23,19 +24,21 @@ enum ExitStatus {
 struct CommandLine
 {
     bool headless = false;
-    kelo::Size size{1024.0, 768.0}; ///< of the view, in points
-    double scale = 1.0;             ///< backing scale of headless runs
-    QString file;                   ///< treatment file to open; empty: none
-    QStringList files;              ///< all of them: several are printed one after the other
-    QString database;               ///< embedded database; empty: the usual one
-    QString meshes;                 ///< folder of meshes; empty: the sample patient's
-    QString picture;                ///< PNG to write at the end; empty: none
-    QString state;                  ///< JSON to write at the end, "-" for standard output
-    QString exportedScene;          ///< OBJ to write at the end; empty: none
-    QString script;                 ///< interaction script to play, "-" for standard input
-    QString print;                  ///< PDF of the treatment page, or a folder; empty: none
-    QString printImages;            ///< folder for what a print request hands over; empty: none
-    PageSettings page;              ///< of the treatment page
+    kelo::Size size{1024.0, 768.0};        ///< of the view, in points
+    bool isSizeGiven = false;              ///< otherwise a window opens as it was left
+    double scale = 1.0;                    ///< backing scale of headless runs
+    QString file;                          ///< treatment file to open; empty: none
+    QStringList files;                     ///< all of them: several are printed one after the other
+    QString database;                      ///< embedded database; empty: the usual one
+    std::optional<std::int64_t> treatment; ///< of the database's; empty: its first one
+    QString meshes;                        ///< folder of meshes; empty: the sample patient's
+    QString picture;                       ///< PNG to write at the end; empty: none
+    QString state;                         ///< JSON to write at the end, "-" for standard output
+    QString exportedScene;                 ///< OBJ to write at the end; empty: none
+    QString script;                        ///< interaction script to play, "-" for standard input
+    QString print;                         ///< PDF of the treatment page, or a folder; empty: none
+    QString printImages; ///< folder for what a print request hands over; empty: none
+    PageSettings page;   ///< of the treatment page
 };
 
 /// The command line, or what to say and how to end at once (help, version, wrong use).
@@ -51,6 +54,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments);
 /// A run for each FILE: several are printed into a folder, each under the name of its file
 /// (NAME.pdf, and a folder NAME of pictures); so is a single one when --print names a folder.
 std::vector<CommandLine> runsOf(const CommandLine &commandLine);
+
+/// The program's version.
+QString version();
 
 /// Whether --headless is among the raw arguments: asked before the application object is made,
 /// which needs to know whether there is a display.

@@ -41,6 +41,7 @@ void DateBar::setDates(const std::vector<QDate> &dates, const QDate &today)
         tabs_->setTabToolTip(tab, QLocale().toString(date, QLocale::LongFormat));
     }
     tabs_->setCurrentIndex(tabs_->count() - 1);
+    tabs_->updateGeometry(); // a tab bar that is not shown yet does not say that it has grown
 }
 
 void DateBar::setCurrentDate(const QDate &date)

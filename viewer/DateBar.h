@@ -22,6 +22,7 @@ public:
 
     /// In ascending order; `today` is the last of them. Signals nothing.
     void setDates(const std::vector<QDate> &dates, const QDate &today);
+    const std::vector<QDate> &dates() const { return dates_; }
     void setCurrentDate(const QDate &date);
     void setApproval(const std::optional<QDate> &approvedDate);
 

@@ -59,13 +59,6 @@ QString ownDatabase()
     return folder.filePath(QStringLiteral("treatments.sqlite"));
 }
 
-QString databasePath(const CommandLine &commandLine)
-{
-    if (!commandLine.database.isEmpty()) return commandLine.database;
-    if (!commandLine.file.isEmpty() || commandLine.headless) return inMemory;
-    return ownDatabase();
-}
-
 template<class Type>
 std::map<long, std::shared_ptr<Type>> byTypeID(const std::vector<std::shared_ptr<Type>> &records)
 {
@@ -80,10 +73,24 @@ void setCatalogue(kelo::DXDocumentModel &document, const kelo::Catalogue &catalo
     document.setAvailableBracketColorTypes(byTypeID(catalogue.bracketColorTypes));
     document.setAvailableElasticsSizeTypes(byTypeID(catalogue.elasticsSizeTypes));
     document.setAvailableElasticsConfigTypes(catalogue.elasticsConfigTypes);
-    catalogue.fill(kelo::QKTypeManager::typeManager());
 }
 
 } // namespace
+
+QString databaseOf(const CommandLine &commandLine)
+{
+    if (!commandLine.database.isEmpty()) return commandLine.database;
+    if (!commandLine.file.isEmpty() || commandLine.headless) return inMemory;
+    return ownDatabase();
+}
+
+qint64 importTreatment(TreatmentStore &store, const QString &file)
+{
+    const TreatmentFile read = readTreatmentFile(file, defaultCatalogue());
+    const auto added = store.addTreatment(read.treatment);
+    if (!added) throw BadTreatment(added.sentence().toStdString());
+    return added.value();
+}
 
 TreatmentRecord sampleTreatment(const QDate &date)
 {
@@ -109,15 +116,20 @@ TreatmentRecord sampleTreatment(const QDate &date)
     return record;
 }
 
-OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress)
-    : catalogue_(defaultCatalogue())
+OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress,
+                                 std::shared_ptr<kelo::DXDocumentModel> document,
+                                 std::shared_ptr<TreatmentStore> store)
+    : catalogue_(defaultCatalogue()),
+      document_(document ? std::move(document) : std::make_shared<kelo::DXDocumentModel>()),
+      store_(std::move(store))
 {
     // A bad file is told before the meshes are loaded.
-    openStore(commandLine);
+    if (!store_) openStore(commandLine);
     openTreatmentInStore(commandLine);
     takeNamedElastics();
-    document_ = loadTreatment(commandLine.meshes, progress);
+    loadMeshes(*document_, commandLine.meshes, progress);
     setCatalogue(*document_, catalogue_);
+    bringCatalogueForward();
     session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);
     session_->setNextDelegate(callLog_.delegate());
     auto shown = session_->openNote(openedDate_);
@@ -128,7 +140,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
 
 void OpenedTreatment::openStore(const CommandLine &commandLine)
 {
-    auto opened = TreatmentStore::open(databasePath(commandLine));
+    auto opened = TreatmentStore::open(databaseOf(commandLine));
     if (!opened) {
         sentences_ << opened.sentence()
                    << QStringLiteral("What is changed now is kept until the program ends.");
@@ -141,19 +153,7 @@ void OpenedTreatment::openStore(const CommandLine &commandLine)
 void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
 {
     // Only a treatment that is not stored yet is read or made.
-    const auto patients = store_->patients();
-    if (commandLine.file.isEmpty() && patients && !patients.value().empty()) {
-        const StoredPatient &patient = patients.value().front();
-        const auto treatments = store_->treatments(patient.patientID);
-        if (treatments && !treatments.value().empty()) {
-            const StoredTreatment &treatment = treatments.value().front();
-            treatmentID_ = treatment.treatmentID;
-            openedDate_ = treatment.currentDate.value_or(QDate::currentDate());
-            patientName_ = patient.patient.name;
-            patientIdentifier_ = patient.patient.identifier;
-            return;
-        }
-    }
+    if (commandLine.file.isEmpty() && openStoredTreatment(commandLine.treatment)) return;
     TreatmentRecord record = recordToOpen(commandLine);
     openedDate_ = record.currentDate.value_or(QDate::currentDate());
     patientName_ = record.patient.name;
@@ -172,12 +172,37 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     treatmentID_ = added.value();
 }
 
+bool OpenedTreatment::openStoredTreatment(std::optional<qint64> treatmentID)
+{
+    const auto all = store_->allTreatments();
+    if (!all) return false; // what is wrong with the database is told when something is stored
+    const auto found =
+        std::find_if(all.value().begin(), all.value().end(), [&](const TreatmentSummary &one) {
+            return !treatmentID || one.treatment.treatmentID == *treatmentID;
+        });
+    if (found == all.value().end()) {
+        if (!treatmentID) return false;
+        throw BadTreatment(store_->path().toStdString() + ": there is no treatment " +
+                           std::to_string(*treatmentID));
+    }
+    treatmentID_ = found->treatment.treatmentID;
+    openedDate_ = found->treatment.currentDate.value_or(QDate::currentDate());
+    patientName_ = found->patient.patient.name;
+    patientIdentifier_ = found->patient.patient.identifier;
+    return true;
+}
+
 TreatmentRecord OpenedTreatment::recordToOpen(const CommandLine &commandLine)
 {
     if (commandLine.file.isEmpty()) return sampleTreatment(QDate::currentDate());
     TreatmentFile file = readTreatmentFile(commandLine.file, catalogue_);
     catalogue_ = std::move(file.catalogue);
     return std::move(file.treatment);
+}
+
+void OpenedTreatment::bringCatalogueForward() const
+{
+    catalogue_.fill(kelo::QKTypeManager::typeManager());
 }
 
 void OpenedTreatment::showIn(kelo::DXOpenGL &view)
@@ -257,6 +282,7 @@ QString OpenedTreatment::nameElastic(const std::shared_ptr<kelo::ElasticModel> &
     }
     catalogue_.elasticsConfigTypes = types;
     setCatalogue(*document_, catalogue_);
+    bringCatalogueForward();
     const StoreOutcome saved = store_->saveNamedElastic(*configuration);
     session_->elasticWasNamed(*elastic);
     return saved ? QString() : saved.sentence();

@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -41,13 +42,22 @@ public:
 class OpenedTreatment
 {
 public:
-    /// Throws BadTreatment for a bad FILE, and what loadTreatment throws.
-    explicit OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress = {});
+    /// Loads it into a document, a new one for null. A store that is given is the database in place
+    /// of the command line's. Throws BadTreatment for a bad FILE and for a treatment that the
+    /// database does not have, and what loadMeshes throws.
+    explicit OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress = {},
+                             std::shared_ptr<kelo::DXDocumentModel> document = nullptr,
+                             std::shared_ptr<TreatmentStore> store = nullptr);
     OpenedTreatment(const OpenedTreatment &) = delete;
     OpenedTreatment &operator=(const OpenedTreatment &) = delete;
 
     const std::shared_ptr<kelo::DXDocumentModel> &document() const { return document_; }
+    const std::shared_ptr<TreatmentStore> &store() const { return store_; }
+    qint64 treatmentID() const { return treatmentID_; } ///< in the store
     TreatmentSession &session() { return *session_; }
+    /// Makes the catalogue the one that type managers look things up in; for a program with several
+    /// treatments whenever the user goes on with this one.
+    void bringCatalogueForward() const;
     /// Gives a view the document and the dates of the treatment.
     void showIn(kelo::DXOpenGL &view);
 
@@ -102,6 +112,8 @@ public:
     /// @}
 
 private:
+    /// Nothing for the first one; false when the store has none.
+    bool openStoredTreatment(std::optional<qint64> treatmentID);
     TreatmentRecord recordToOpen(const CommandLine &commandLine);
     void openStore(const CommandLine &commandLine);
     void takeNamedElastics();
@@ -120,6 +132,14 @@ private:
     QStringList sentences_;
     std::unique_ptr<TreatmentSession> session_; ///< last: it lets go of the others first
 };
+
+/// The database that the command line means: a file, or ":memory:". The folder of the user's own
+/// one is made where there is none.
+QString databaseOf(const CommandLine &commandLine);
+
+/// Stores the treatment of a file as a new one, and returns its identifier. Throws BadTreatment for
+/// a file that cannot be read, or a store that does not take it.
+qint64 importTreatment(TreatmentStore &store, const QString &file);
 
 /// The sample patient: every bracket and every lingual button placed, no colours, four elastics,
 /// one note of `date`.

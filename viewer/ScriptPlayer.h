@@ -15,8 +15,8 @@ namespace viewer {
 ///
 /// While it lives, context menus open as data and stay open until the script chooses a row or
 /// dismisses them. A press while a menu is open closes the menu and does nothing else, as on a
-/// desktop; so does Escape. Other keys and the wheel do nothing then, and the view learns of modifier
-/// keys when the menu has closed.
+/// desktop; so does Escape. Other keys and the wheel do nothing then, and the view learns of
+/// modifier keys when the menu has closed.
 class ScriptPlayer
 {
 public:

@@ -84,8 +84,8 @@ private:
 
 } // namespace
 
-std::shared_ptr<kelo::DXDocumentModel> loadTreatment(const QString &meshFolder,
-                                                     const LoadingProgress &progress)
+void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
+                const LoadingProgress &progress)
 {
     using kelo::ToothModelLoader;
     using kelo::TreatmentNote;
@@ -99,21 +99,19 @@ std::shared_ptr<kelo::DXDocumentModel> loadTreatment(const QString &meshFolder,
                                                  : pathsInFolder(folder, toothKeys, buttonKeys);
     SummedProgress summed(progress,
                           paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
-    const auto document = std::make_shared<kelo::DXDocumentModel>();
-    document->setToothModels(
+    document.setToothModels(
         ToothModelLoader::toothModelsFromFiles(paths.teeth, summed.next(paths.teeth.size())));
-    document->setBracketModels(ToothModelLoader::bracketModelsFromFiles(
+    document.setBracketModels(ToothModelLoader::bracketModelsFromFiles(
         paths.brackets, summed.next(paths.brackets.size())));
-    document->setButtonModels(
+    document.setButtonModels(
         ToothModelLoader::buttonModelsFromFiles(paths.buttons, summed.next(paths.buttons.size())));
     if (meshFolder.isEmpty()) {
-        document->loadUpperAndLowerGumModels();
+        document.loadUpperAndLowerGumModels();
     } else {
-        document->setUpperGumModel(gumInFolder(folder, QStringLiteral("_upper_gums.obj")));
-        document->setLowerGumModel(gumInFolder(folder, QStringLiteral("_lower_gums.obj")));
+        document.setUpperGumModel(gumInFolder(folder, QStringLiteral("_upper_gums.obj")));
+        document.setLowerGumModel(gumInFolder(folder, QStringLiteral("_lower_gums.obj")));
     }
     summed.report(paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
-    return document;
 }
 
 } // namespace viewer

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 
 namespace kelo {
 class DXDocumentModel;
@@ -15,10 +14,10 @@ namespace viewer {
 /// Told how many of the mesh files are loaded.
 using LoadingProgress = std::function<void(std::size_t doneCount, std::size_t fileCount)>;
 
-/// Makes the sample patient's document: gums, teeth, brackets and buttons, all shown, from the
+/// Gives a document a patient's meshes: gums, teeth, brackets and buttons, all shown, from the
 /// library's resources or from another folder of the same file names (which must hold all of them).
 /// Throws std::exception with a sentence when a resource is missing.
-std::shared_ptr<kelo::DXDocumentModel> loadTreatment(const QString &meshFolder,
-                                                     const LoadingProgress &progress = {});
+void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
+                const LoadingProgress &progress = {});
 
 } // namespace viewer

@@ -130,6 +130,11 @@ StoreResult<std::vector<StoredTreatment>> TreatmentStore::treatments(qint64 pati
     return resultOf([&] { return tables::treatments(*connection_, patientID); });
 }
 
+StoreResult<std::vector<TreatmentSummary>> TreatmentStore::allTreatments()
+{
+    return resultOf([&] { return tables::allTreatments(*connection_); });
+}
+
 StoreResult<qint64> TreatmentStore::addTreatment(const TreatmentRecord &record)
 {
     return resultOf(*connection_, Kind::Writing, [&] {

@@ -34,6 +34,16 @@ struct StoredTreatment
     friend bool operator==(const StoredTreatment &, const StoredTreatment &) = default;
 };
 
+/// A treatment as a list of all of them shows it.
+struct TreatmentSummary
+{
+    StoredPatient patient;
+    StoredTreatment treatment;
+    int noteCount = 0;
+    std::optional<QDate> lastNoteDate;
+    friend bool operator==(const TreatmentSummary &, const TreatmentSummary &) = default;
+};
+
 /// One line of a treatment's log of changes.
 struct StoredChange
 {
@@ -91,6 +101,9 @@ public:
                                         const std::optional<QDate> &currentDate = std::nullopt);
     /// In the order of their creation.
     StoreResult<std::vector<StoredTreatment>> treatments(qint64 patientID);
+    /// Every treatment of every patient, the patients and the treatments of each in the order of
+    /// their creation.
+    StoreResult<std::vector<TreatmentSummary>> allTreatments();
     /// Stores a whole treatment with its patient and returns the treatment's identifier. A colour
     /// type of 4999 is no colour.
     StoreResult<qint64> addTreatment(const TreatmentRecord &record);

@@ -229,6 +229,30 @@ std::vector<StoredTreatment> treatments(TreatmentStoreConnection &connection, qi
     return found;
 }
 
+std::vector<TreatmentSummary> allTreatments(TreatmentStoreConnection &connection)
+{
+    std::vector<TreatmentSummary> found;
+    StoreStatement rows(connection,
+                        "SELECT patients.id, name, identifier, birth_date, treatments.id,"
+                        " shown_date, treatments.approved_date, count(notes.id), max(notes.date)"
+                        " FROM treatments JOIN patients ON patients.id = patient_id"
+                        " LEFT JOIN notes ON notes.treatment_id = treatments.id"
+                        " GROUP BY treatments.id ORDER BY patients.id, treatments.id");
+    while (rows.next()) {
+        TreatmentSummary summary;
+        const qint64 patientID = rows.value(0).toLongLong();
+        summary.patient = {patientID,
+                           {rows.value(1).toString(), rows.value(2).toString(),
+                            dateIn(connection, rows.value(3))}};
+        summary.treatment = {rows.value(4).toLongLong(), patientID,
+                             dateIn(connection, rows.value(5)), dateIn(connection, rows.value(6))};
+        summary.noteCount = rows.value(7).toInt();
+        summary.lastNoteDate = dateIn(connection, rows.value(8));
+        found.push_back(summary);
+    }
+    return found;
+}
+
 TreatmentRecord treatment(TreatmentStoreConnection &connection, qint64 treatmentID)
 {
     TreatmentRecord record;

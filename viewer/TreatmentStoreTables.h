@@ -32,6 +32,7 @@ void assertDate(TreatmentStoreConnection &connection, const std::optional<QDate>
 /// @{
 std::vector<StoredPatient> patients(TreatmentStoreConnection &connection);
 std::vector<StoredTreatment> treatments(TreatmentStoreConnection &connection, qint64 patientID);
+std::vector<TreatmentSummary> allTreatments(TreatmentStoreConnection &connection);
 TreatmentRecord treatment(TreatmentStoreConnection &connection, qint64 treatmentID);
 void assertTreatment(TreatmentStoreConnection &connection, qint64 treatmentID);
 std::optional<qint64> noteID(TreatmentStoreConnection &connection, qint64 treatmentID,

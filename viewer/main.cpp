@@ -1,12 +1,14 @@
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/CommandLine.h"
 #include "viewer/HeadlessRun.h"
-#include "viewer/MainWindow.h"
+#include "viewer/InterfaceFiles.h"
+#include "viewer/OpenTreatments.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/Theme.h"
+#include "viewer/TreatmentWindow.h"
 
 #include <QApplication>
-#include <QProgressDialog>
 
 #include <cstdio>
 #include <exception>
@@ -14,9 +16,6 @@
 #include <optional>
 
 namespace {
-
-/// Loading that takes longer than this shows how far it is.
-constexpr int progressDelayInMilliseconds = 500;
 
 /// Qt's messages as they are, but for one about a folder of desktop sessions: a night job has no
 /// session, and nothing here needs the folder.
@@ -31,14 +30,6 @@ bool hasDisplay()
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
-viewer::LoadingProgress progressIn(QProgressDialog &dialog)
-{
-    return [&dialog](std::size_t doneCount, std::size_t fileCount) {
-        dialog.setMaximum(static_cast<int>(fileCount));
-        dialog.setValue(static_cast<int>(doneCount));
-    };
 }
 
 /// A script moves the clock itself, in a window too; without one time is real.
@@ -68,23 +59,20 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
     try {
         const viewer::ParsedScript script = viewer::readScript(commandLine.script);
         kelo::VirtualRunLoop *const clock = clockOfScript(commandLine);
-        viewer::MainWindow window(QSize(static_cast<int>(commandLine.size.width),
-                                        static_cast<int>(commandLine.size.height)));
-        window.show();
-        QProgressDialog progress(QObject::tr("Loading the meshes…"), QString(), 0, 0, &window);
-        progress.setWindowModality(Qt::WindowModal);
-        progress.setMinimumDuration(progressDelayInMilliseconds);
-        const auto treatment =
-            std::make_shared<viewer::OpenedTreatment>(commandLine, progressIn(progress));
-        progress.reset();
-        window.showTreatment(treatment);
+        viewer::addViewerInterfaceFiles();
+        viewer::followThemePreference();
+        viewer::OpenTreatments all(commandLine);
+        viewer::TreatmentDocument &first = all.openFirst();
+        // These outlive the window, which the user closes first.
+        const auto view = first.mainWindow()->sharedView();
+        const auto treatment = first.treatment();
         std::optional<viewer::RealTime> realTime;
         if (clock) {
-            playInWindow(script, commandLine.script, window.view(), *treatment, *clock);
+            playInWindow(script, commandLine.script, *view, *treatment, *clock);
             realTime.emplace(*clock);
         }
         if (application.exec() != 0) return viewer::BadInput;
-        return viewer::writeOutputs(commandLine, window.view(), *treatment);
+        return viewer::writeOutputs(commandLine, *view, *treatment);
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         viewer::tellUser(QString::fromUtf8(unavailable.what()));
         return viewer::NoOpenGL;
@@ -110,6 +98,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("treatment-viewer"));
     QApplication::setOrganizationName(QStringLiteral("keloOpenGL"));
+    QApplication::setApplicationVersion(viewer::version());
 
     const viewer::ParsedCommandLine parsed = viewer::parseCommandLine(QApplication::arguments());
     if (parsed.endsWith) {

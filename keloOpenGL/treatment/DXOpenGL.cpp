@@ -67,6 +67,7 @@ void DXOpenGL::contextWasLost()
 {
     HVOGLSmoothView::contextWasLost();
     toolButtonVBOID = toolButtonVBOIndexID = elasticsVBOID = elasticsVBOIndexID = 0;
+    toothLabelTextures_.clear();
     texturesWereLost_ = true; // the objects stay until then: the tools' hit areas go by their sizes
 }
 

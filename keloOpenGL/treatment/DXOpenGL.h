@@ -6,6 +6,7 @@
 #include "keloOpenGL/treatment/RepeatAction.h"
 #include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/treatment/ScenePart.h"
+#include "keloOpenGL/treatment/ToothLabels.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Menu.h"
 
@@ -14,6 +15,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -200,6 +202,15 @@ public:
         return !hiddenParts_[static_cast<std::size_t>(part)];
     }
     void setShowsScenePart(ScenePart part, bool shows);
+    /// @}
+
+    /// @name Texts beside the teeth
+    /// @{
+    /// Texts beside the teeth that are shown, such as their numbers; at first none. They stay with
+    /// their teeth as the jaws turn; those of teeth that are turned away, and those that would
+    /// cover another one, are left out. Neither picks nor prints have them.
+    const ToothLabels &toothLabels() const { return toothLabels_; }
+    void setToothLabels(ToothLabels labels);
     /// @}
 
     /// @name Picking
@@ -400,6 +411,16 @@ private:
     bool drawsElasticOver(const std::vector<std::string> &keys) const;
     void collectModelsLeftOut();
     void makeDateLabel();
+    struct PlacedToothLabel
+    {
+        std::string text;
+        Rect rect; ///< in overlay coordinates
+    };
+    StringTexture &toothLabelTexture(const std::string &text);
+    /// While the matrices are those of the scene.
+    std::vector<PlacedToothLabel> placedToothLabels();
+    /// While they are those of the overlay.
+    void drawToothLabels(const std::vector<PlacedToothLabel> &labels);
     float overlayAspect() const;
     /// After the context was lost: loads the pictures and makes the label again in the new one.
     void reloadLostTextures();
@@ -457,6 +478,8 @@ private:
     bool _printButtonTracking = false;
     bool _printButtonDown = false;
     bool texturesWereLost_ = false;
+    ToothLabels toothLabels_;
+    std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures_; ///< by text
     std::bitset<scenePartCount> hiddenParts_;
     std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
     PickTarget pickTarget_;

@@ -123,8 +123,10 @@ void DXOpenGL::drawExtraContent()
     reloadLostTextures();
     const float aspect = overlayAspect();
     if (!(aspect > 0.0f) || !std::isfinite(aspect)) return; // a view without area
+    const auto toothLabels = placedToothLabels();
     const OverlayState state(aspect);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    drawToothLabels(toothLabels);
     drawDateLabel();
     if (showsEditingTools()) {
         drawElasticsToolButton();

@@ -1,12 +1,7 @@
 // Elastics that clinicians name themselves.
 
 #include "tests/viewer/ScriptFixture.h"
-#include "viewer/ElasticNameSheet.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 namespace {
@@ -111,24 +106,6 @@ TEST(NamedElasticsInADatabase, theNextStartHasThem)
         EXPECT_EQ(elastics[0]->elasticsConfigType()->typeLabel, "Our Class II");
     }
     kelo::RunLoop::setMain(std::move(previousLoop));
-}
-
-TEST(ElasticNameSheet, onlyANameThatCanBeHadIsTaken)
-{
-    ElasticNameSheet sheet("Name:", "Box", [](const QString &name) {
-        return name == "taken" || name.isEmpty() ? QString("No.") : QString();
-    });
-    auto *line = sheet.findChild<QLineEdit *>();
-    const auto *accept = sheet.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    EXPECT_EQ(line->text(), "Box");
-    EXPECT_TRUE(accept->isEnabled());
-    line->setText("taken");
-    EXPECT_FALSE(accept->isEnabled());
-    line->clear();
-    EXPECT_FALSE(accept->isEnabled());
-    line->setText("Other");
-    EXPECT_TRUE(accept->isEnabled());
-    EXPECT_EQ(sheet.name(), "Other");
 }
 
 } // namespace

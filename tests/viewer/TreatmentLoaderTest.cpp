@@ -13,20 +13,22 @@
 
 TEST(TreatmentLoader, theSamplePatientHas28TeethBracketsAndButtonsAndBothGums)
 {
-    const auto document = viewer::loadTreatment(QString());
-    EXPECT_EQ(document->toothModels().size(), 28u);
-    EXPECT_EQ(document->bracketModels().size(), 28u);
-    EXPECT_EQ(document->buttonModels().size(), 28u);
-    EXPECT_TRUE(document->upperGumModel());
-    EXPECT_TRUE(document->lowerGumModel());
-    EXPECT_EQ(document->models().size(), 86u);
-    EXPECT_TRUE(document->checkSanity().empty());
+    kelo::DXDocumentModel document;
+    viewer::loadMeshes(document, QString());
+    EXPECT_EQ(document.toothModels().size(), 28u);
+    EXPECT_EQ(document.bracketModels().size(), 28u);
+    EXPECT_EQ(document.buttonModels().size(), 28u);
+    EXPECT_TRUE(document.upperGumModel());
+    EXPECT_TRUE(document.lowerGumModel());
+    EXPECT_EQ(document.models().size(), 86u);
+    EXPECT_TRUE(document.checkSanity().empty());
 }
 
 TEST(TreatmentLoader, progressCountsEveryFileOnceUpToAllOfThem)
 {
     std::vector<std::pair<std::size_t, std::size_t>> steps;
-    viewer::loadTreatment(QString(), [&steps](std::size_t doneCount, std::size_t fileCount) {
+    kelo::DXDocumentModel document;
+    viewer::loadMeshes(document, QString(), [&steps](std::size_t doneCount, std::size_t fileCount) {
         steps.emplace_back(doneCount, fileCount);
     });
     ASSERT_FALSE(steps.empty());
@@ -50,8 +52,9 @@ TEST(TreatmentLoader, meshesOfAnotherFolderAreTakenFromThere)
     // Tooth 9 in the place of tooth 8 shows which folder was read.
     ASSERT_TRUE(QFile::remove(folder.filePath("_tooth_8.obj")));
     ASSERT_TRUE(QFile::copy(bundle.filePath("_tooth_9.obj"), folder.filePath("_tooth_8.obj")));
-    const auto document = viewer::loadTreatment(folder.path());
-    EXPECT_EQ(document->models().size(), 86u);
-    EXPECT_EQ(document->toothModels().at("8")->extents().description(),
-              document->toothModels().at("9")->extents().description());
+    kelo::DXDocumentModel document;
+    viewer::loadMeshes(document, folder.path());
+    EXPECT_EQ(document.models().size(), 86u);
+    EXPECT_EQ(document.toothModels().at("8")->extents().description(),
+              document.toothModels().at("9")->extents().description());
 }

@@ -1,0 +1,59 @@
+#include "viewer/NewPatientDialog.h"
+
+#include <QCheckBox>
+#include <QDate>
+#include <QDateEdit>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+
+namespace viewer {
+namespace {
+
+/// Where the calendar of births opens: many patients are about that old.
+constexpr int usualAge = 12;
+
+} // namespace
+
+NewPatientDialog::NewPatientDialog(QWidget *parent)
+    : QDialog(parent),
+      name_(new QLineEdit),
+      identifier_(new QLineEdit),
+      knowsBirthDate_(new QCheckBox(tr("&Born:"))),
+      birthDate_(new QDateEdit)
+{
+    setWindowTitle(tr("New Patient"));
+    birthDate_->setDate(QDate::currentDate().addYears(-usualAge));
+    birthDate_->setMaximumDate(QDate::currentDate());
+    birthDate_->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
+    birthDate_->setCalendarPopup(true);
+    birthDate_->setEnabled(false);
+    birthDate_->setAccessibleName(tr("Date of birth"));
+    name_->setMinimumWidth(260);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    QPushButton *const accept = buttons->button(QDialogButtonBox::Ok);
+    accept->setEnabled(false);
+    auto *layout = new QFormLayout(this);
+    layout->addRow(tr("&Name:"), name_);
+    layout->addRow(tr("N&umber:"), identifier_);
+    layout->addRow(knowsBirthDate_, birthDate_);
+    layout->addRow(buttons);
+    connect(name_, &QLineEdit::textChanged, accept,
+            [accept](const QString &text) { accept->setEnabled(!text.trimmed().isEmpty()); });
+    connect(knowsBirthDate_, &QCheckBox::toggled, birthDate_, &QWidget::setEnabled);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+PatientRecord NewPatientDialog::patient() const
+{
+    PatientRecord record;
+    record.name = name_->text().trimmed();
+    record.identifier = identifier_->text().trimmed();
+    if (knowsBirthDate_->isChecked()) record.birthDate = birthDate_->date();
+    return record;
+}
+
+} // namespace viewer

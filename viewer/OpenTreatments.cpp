@@ -1,0 +1,140 @@
+#include "viewer/OpenTreatments.h"
+
+#include "viewer/OpenedTreatment.h"
+#include "viewer/Preferences.h"
+#include "viewer/TreatmentWindow.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QTimer>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace viewer {
+namespace {
+
+/// Loading that takes longer than this shows how far it is.
+constexpr int progressDelayInMilliseconds = 500;
+
+} // namespace
+
+OpenTreatments::OpenTreatments(CommandLine commandLine) : commandLine_(std::move(commandLine)) {}
+
+OpenTreatments::~OpenTreatments() = default;
+
+TreatmentDocument &OpenTreatments::openFirst()
+{
+    return open(commandLine_);
+}
+
+TreatmentDocument *OpenTreatments::openedBefore(const CommandLine &commandLine)
+{
+    const auto found =
+        std::find_if(documents_.begin(), documents_.end(), [&](const auto &document) {
+            const OpenedTreatment &treatment = *document->treatment();
+            if (document->isClosed()) return false;
+            if (!commandLine.file.isEmpty())
+                return QFileInfo(treatment.file()) == QFileInfo(commandLine.file);
+            return treatment.file().isEmpty() && treatment.store() == store_ &&
+                   commandLine.treatment == treatment.treatmentID();
+        });
+    return found == documents_.end() ? nullptr : found->get();
+}
+
+TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
+{
+    QProgressDialog progress(tr("Loading the meshes…"), QString(), 0, 0);
+    progress.setMinimumDuration(progressDelayInMilliseconds);
+    const LoadingProgress told = [&progress](std::size_t doneCount, std::size_t fileCount) {
+        progress.setMaximum(static_cast<int>(fileCount));
+        progress.setValue(static_cast<int>(doneCount));
+    };
+    // A treatment of a file has a store in memory to itself, unless a database is named.
+    const bool isInDatabase = commandLine.file.isEmpty() || !commandLine.database.isEmpty();
+    if (isInDatabase) store();
+    auto document = std::make_unique<TreatmentDocument>(commandLine, told, *this,
+                                                        isInDatabase ? store_ : nullptr);
+    progress.reset();
+    TreatmentDocument &opened = *document;
+    connect(&opened, &kelo::Document::closed, this, &OpenTreatments::forgetClosed,
+            Qt::QueuedConnection);
+    documents_.push_back(std::move(document));
+    opened.showWindows();
+    opened.mainWindow()->tellAboutOpening();
+    if (!commandLine.file.isEmpty()) Preferences::preferences().addRecentFile(commandLine.file);
+    return opened;
+}
+
+void OpenTreatments::openOrTell(const CommandLine &commandLine, QWidget *over)
+{
+    if (TreatmentDocument *const before = openedBefore(commandLine)) {
+        before->showWindows();
+        return;
+    }
+    try {
+        open(commandLine);
+    } catch (const std::exception &failure) {
+        QMessageBox::warning(over, tr("Open Treatment"), QString::fromUtf8(failure.what()));
+    }
+}
+
+void OpenTreatments::openFile(const QString &path, QWidget *over)
+{
+    CommandLine commandLine = commandLine_;
+    commandLine.file = path;
+    commandLine.files = {path};
+    commandLine.database.clear();
+    openOrTell(commandLine, over);
+}
+
+CommandLine OpenTreatments::commandLineForStored() const
+{
+    CommandLine commandLine = commandLine_;
+    commandLine.file.clear();
+    commandLine.files.clear();
+    return commandLine;
+}
+
+void OpenTreatments::openStored(qint64 treatmentID, QWidget *over)
+{
+    CommandLine commandLine = commandLineForStored();
+    commandLine.treatment = treatmentID;
+    openOrTell(commandLine, over);
+}
+
+void OpenTreatments::importFile(const QString &path, QWidget *over)
+{
+    const auto database = store();
+    try {
+        if (!database) throw BadTreatment(database.sentence().toStdString());
+        openStored(importTreatment(*database.value(), path), over);
+    } catch (const BadTreatment &failure) {
+        QMessageBox::warning(over, tr("Import Treatment"), QString::fromUtf8(failure.what()));
+    }
+}
+
+StoreResult<std::shared_ptr<TreatmentStore>> OpenTreatments::store()
+{
+    if (store_) return store_;
+    auto opened = TreatmentStore::open(databaseOf(commandLineForStored()));
+    if (opened) store_ = opened.value();
+    return opened;
+}
+
+bool OpenTreatments::closeAll()
+{
+    for (const auto &document : documents_) {
+        if (!document->isClosed() && !document->mainWindow()->close()) return false;
+    }
+    return true;
+}
+
+void OpenTreatments::forgetClosed()
+{
+    std::erase_if(documents_, [](const auto &document) { return document->isClosed(); });
+}
+
+} // namespace viewer

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "viewer/TreatmentStore.h"
+
+#include <QDialog>
+
+#include <optional>
+
+class QLineEdit;
+class QPushButton;
+class QSortFilterProxyModel;
+class QStandardItemModel;
+class QTableView;
+
+namespace viewer {
+
+/// The treatments of a database as a list that can be searched: one is chosen, or a new patient is
+/// taken in.
+class PatientsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// The store is not owned. What it cannot tell is said in place of the list.
+    explicit PatientsDialog(TreatmentStore &store, QWidget *parent = nullptr);
+
+    /// What was chosen; nothing before the dialog is accepted.
+    std::optional<qint64> treatment() const { return treatment_; }
+
+private:
+    void fill();
+    void acceptChosen();
+    void addPatient();
+    std::optional<qint64> chosen() const;
+
+    TreatmentStore &store_;
+    std::optional<qint64> treatment_;
+    QStandardItemModel *model_;
+    QSortFilterProxyModel *filtered_;
+    QLineEdit *search_;
+    QTableView *table_;
+    QPushButton *open_;
+};
+
+} // namespace viewer

@@ -1,0 +1,219 @@
+#include "viewer/ToothChart.h"
+
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+#include <QPixmap>
+#include <QToolButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace viewer {
+namespace {
+
+constexpr int iconSize = 18;
+
+enum class Shape { Square, Round };
+
+/// A bracket or a button in its colour; an outline where there is none.
+QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QColor &outline)
+{
+    QPixmap picture(iconSize, iconSize);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(outline, 1.2, fill ? Qt::SolidLine : Qt::DotLine));
+    if (fill) painter.setBrush(*fill);
+    const QRectF place(2.5, 2.5, iconSize - 5.0, iconSize - 5.0);
+    if (shape == Shape::Round) {
+        painter.drawEllipse(place);
+    } else {
+        painter.drawRoundedRect(place, 2.0, 2.0);
+        if (fill)
+            painter.drawLine(QPointF(2.5, iconSize / 2.0), QPointF(iconSize - 2.5, iconSize / 2.0));
+    }
+    return QIcon(picture);
+}
+
+QColor colorOf(const kelo::BracketColorType &type)
+{
+    if (!type.bracketColor) return Qt::white;
+    const auto &color = *type.bracketColor;
+    return QColor::fromRgbF(static_cast<float>(color[0]), static_cast<float>(color[1]),
+                            static_cast<float>(color[2]));
+}
+
+bool isOn(const kelo::DXDocumentModel::Visibilities &visibilities, const std::string &key)
+{
+    const auto found = visibilities.find(key);
+    return found != visibilities.end() && found->second;
+}
+
+/// From the patient's right to the left, as the teeth lie for who faces the patient.
+std::vector<std::string> lowerKeysFromTheRight()
+{
+    auto keys = kelo::TreatmentNote::lowerToothNameKeys();
+    std::sort(keys.begin(), keys.end(),
+              [](const auto &a, const auto &b) { return std::stoi(a) > std::stoi(b); });
+    return keys;
+}
+
+std::vector<std::string> upperKeysFromTheRight()
+{
+    auto keys = kelo::TreatmentNote::upperToothNameKeys();
+    std::sort(keys.begin(), keys.end(),
+              [](const auto &a, const auto &b) { return std::stoi(a) < std::stoi(b); });
+    return keys;
+}
+
+} // namespace
+
+ToothChart::ToothChart(QWidget *parent) : QWidget(parent)
+{
+    auto *grid = new QGridLayout(this);
+    grid->setSpacing(1);
+    grid->setContentsMargins(0, 0, 0, 0);
+    makeArch(upperKeysFromTheRight(), 0, true);
+    grid->setRowMinimumHeight(3, 10);
+    makeArch(lowerKeysFromTheRight(), 4, false);
+    // A gap along the midline.
+    grid->setColumnMinimumWidth(8, 10);
+}
+
+void ToothChart::makeArch(const std::vector<std::string> &keys, int firstRow, bool isUpper)
+{
+    auto *grid = static_cast<QGridLayout *>(layout());
+    // The crowns of both arches meet in the middle: lingual buttons lie on the inside.
+    const int toothRow = isUpper ? firstRow : firstRow + 2;
+    const int bracketRow = firstRow + 1;
+    const int buttonRow = isUpper ? firstRow + 2 : firstRow;
+    grid->addWidget(new QLabel(tr("Tooth")), toothRow, 0);
+    grid->addWidget(new QLabel(tr("Bracket")), bracketRow, 0);
+    grid->addWidget(new QLabel(tr("Lingual button")), buttonRow, 0);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const int column = static_cast<int>(i) + (i < keys.size() / 2 ? 1 : 2);
+        const Column made = makeColumn(keys[i]);
+        columns_[keys[i]] = made;
+        grid->addWidget(made.tooth, toothRow, column);
+        grid->addWidget(made.bracket, bracketRow, column);
+        grid->addWidget(made.button, buttonRow, column);
+    }
+}
+
+ToothChart::Column ToothChart::makeColumn(const std::string &key)
+{
+    const Column made{new QToolButton, new QToolButton, new QToolButton};
+    for (QToolButton *button : {made.tooth, made.bracket, made.button}) {
+        button->setCheckable(true);
+        button->setAutoRaise(true);
+        button->setIconSize({iconSize, iconSize});
+        button->setFocusPolicy(Qt::StrongFocus);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+    const auto connectToggle = [this](QToolButton *button, auto toggle) {
+        connect(button, &QToolButton::clicked, this, [this, toggle] {
+            if (document_) toggle(*document_);
+            refresh();
+        });
+    };
+    connectToggle(made.tooth, [key](auto &document) { document.toggleVisibilityOfTooth(key); });
+    connectToggle(made.bracket, [key](auto &document) { document.toggleVisibilityOfBracket(key); });
+    connectToggle(made.button, [key](auto &document) {
+        document.toggleVisibilityOfButton(kelo::TreatmentNote::buttonNameForToothName(key));
+    });
+    made.bracket->setPopupMode(QToolButton::MenuButtonPopup);
+    auto *colors = new QMenu(made.bracket);
+    made.bracket->setMenu(colors);
+    connect(colors, &QMenu::aboutToShow, this,
+            [this, made, key] { fillColorMenu(*made.bracket, key); });
+    return made;
+}
+
+void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
+{
+    bracket.menu()->clear();
+    if (!document_) return;
+    const auto choose = [this, key](std::optional<long> typeID) {
+        document_->bracket_setColorWithBracketColorTypeID(key, typeID);
+        refresh();
+    };
+    bracket.menu()->addAction(tr("No colour"), this, [choose] { choose(std::nullopt); });
+    std::vector<std::shared_ptr<kelo::BracketColorType>> types;
+    for (const auto &[typeID, type] : document_->availableBracketColorTypes())
+        types.push_back(type);
+    std::sort(types.begin(), types.end(),
+              [](const auto &a, const auto &b) { return a->displayOrder < b->displayOrder; });
+    for (const auto &type : types)
+        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette().text().color()),
+                                  QString::fromStdString(type->typeLabel), this,
+                                  [choose, type] { choose(type->typeID); });
+}
+
+void ToothChart::setDocument(std::shared_ptr<kelo::DXDocumentModel> document)
+{
+    document_ = std::move(document);
+    refresh();
+}
+
+void ToothChart::setNotation(ToothNotation notation)
+{
+    notation_ = notation;
+    refresh();
+}
+
+void ToothChart::setMayEdit(bool mayEdit)
+{
+    for (auto &[key, column] : columns_) {
+        for (QToolButton *button : {column.tooth, column.bracket, column.button})
+            button->setEnabled(mayEdit);
+    }
+}
+
+void ToothChart::showBracket(const std::string &key, QToolButton &bracket)
+{
+    const bool placed = isOn(document_->bracketVisibilities(), key);
+    const auto &colors = document_->bracketColorsTypeIDs();
+    const auto &types = document_->availableBracketColorTypes();
+    const auto color = colors.find(key);
+    const auto type = color == colors.end() ? types.end() : types.find(color->second);
+    const bool hasColor = type != types.end();
+    const QColor fill = hasColor ? colorOf(*type->second) : QColor(Qt::white);
+    bracket.setChecked(placed);
+    bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt,
+                           palette().text().color()));
+    const QString what = !placed    ? tr("not placed")
+                         : hasColor ? QString::fromStdString(type->second->typeLabel)
+                                    : tr("no colour");
+    bracket.setToolTip(tr("Bracket %1: %2").arg(toothName(key, notation_), what));
+    bracket.setAccessibleName(bracket.toolTip());
+}
+
+void ToothChart::refresh()
+{
+    if (!document_) return;
+    const auto teeth = document_->toothVisibilities();
+    const auto buttons = document_->buttonVisibilities();
+    for (auto &[key, column] : columns_) {
+        const QString name = toothName(key, notation_);
+        const bool isThere = isOn(teeth, key);
+        column.tooth->setText(name);
+        column.tooth->setChecked(isThere);
+        column.tooth->setToolTip(isThere ? tr("Tooth %1").arg(name)
+                                         : tr("Tooth %1: missing").arg(name));
+        column.tooth->setAccessibleName(column.tooth->toolTip());
+        showBracket(key, *column.bracket);
+        const bool hasButton = isOn(buttons, kelo::TreatmentNote::buttonNameForToothName(key));
+        column.button->setChecked(hasButton);
+        column.button->setIcon(iconOf(Shape::Round,
+                                      hasButton ? std::optional(QColor(Qt::white)) : std::nullopt,
+                                      palette().text().color()));
+        column.button->setToolTip(hasButton ? tr("Lingual button %1").arg(name)
+                                            : tr("Lingual button %1: not placed").arg(name));
+        column.button->setAccessibleName(column.button->toolTip());
+    }
+}
+
+} // namespace viewer

@@ -1,0 +1,403 @@
+#include "viewer/TreatmentWindow.h"
+
+#include "keloOpenGL/keloOpenGL.h"
+#include "viewer/ChangeLogDialog.h"
+#include "viewer/DateBar.h"
+#include "viewer/ElasticNameController.h"
+#include "viewer/KeysDialog.h"
+#include "viewer/MaterialsPanel.h"
+#include "viewer/OpenTreatments.h"
+#include "viewer/OpenedTreatment.h"
+#include "viewer/OutputFile.h"
+#include "viewer/PatientsDialog.h"
+#include "viewer/Preferences.h"
+#include "viewer/PrintRequest.h"
+#include "viewer/ToothChartPanel.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QImage>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QTimer>
+#include <QToolBar>
+
+#include <algorithm>
+#include <utility>
+
+namespace viewer {
+namespace {
+
+/// Between the places of windows that open over each other, in points: a title bar stays in sight.
+constexpr int distanceOfWindows = 32;
+
+} // namespace
+
+TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
+                                 std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all)
+    : document_(document),
+      window_(window),
+      view_(std::move(view)),
+      all_(all),
+      treatment_(document.treatment()),
+      materials_(treatment_->document()),
+      dates_(new DateBar)
+{
+    auto *bar = new QToolBar(tr("Dates"));
+    bar->setObjectName(QStringLiteral("dates"));
+    bar->setMovable(false);
+    bar->toggleViewAction()->setVisible(false);
+    bar->addWidget(dates_);
+    window_.addToolBar(Qt::BottomToolBarArea, bar);
+    window_.setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
+    window_.installEventFilter(this);
+    qApp->installEventFilter(this);
+
+    connect(dates_, &DateBar::dateChosen, this, &TreatmentWindow::showDate);
+    connect(dates_, &DateBar::approvalChosen, this, &TreatmentWindow::approve);
+    connect(&Preferences::preferences(), &Preferences::changed, this,
+            &TreatmentWindow::preferencesChanged);
+    delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
+    takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
+    delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
+        [this](const std::shared_ptr<kelo::ElasticModel> &elastic, int) { askForName(elastic); };
+    treatment_->callLog().logCallsOf(delegate_);
+    view_->setDelegate(&delegate_);
+    treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
+    treatment_->showIn(*view_);
+    materials_.restoreAllSaved();
+    makeMenus();
+    dates_->setDates(treatment_->dates(), treatment_->today());
+    noteWasChosen();
+    preferencesChanged();
+}
+
+TreatmentWindow::~TreatmentWindow()
+{
+    treatment_->session().failureHandler = {};
+    view_->setDelegate(nullptr);
+}
+
+void TreatmentWindow::resizeView(const kelo::Size &size)
+{
+    // The menu bar's height is only known once it is laid out.
+    window_.resize(static_cast<int>(size.width), static_cast<int>(size.height) +
+                                                     window_.menuBar()->sizeHint().height() +
+                                                     dates_->sizeHint().height());
+}
+
+bool TreatmentWindow::restorePlace(int openWindowCount)
+{
+    if (!window_.restoreGeometry(Preferences::preferences().windowGeometry())) return false;
+    if (openWindowCount > 0 && !window_.isMaximized()) {
+        const int step = openWindowCount * distanceOfWindows;
+        window_.move(window_.pos() + QPoint(step, step));
+    }
+    return true;
+}
+
+void TreatmentWindow::tellAboutOpening()
+{
+    if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
+}
+
+bool TreatmentWindow::close()
+{
+    return window_.close();
+}
+
+bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Close:
+        if (object != &window_) break;
+        if (!mayClose()) {
+            event->ignore();
+            return true;
+        }
+        break;
+    case QEvent::WindowActivate:
+        if (object == &window_) treatment_->bringCatalogueForward();
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(object, event);
+}
+
+void TreatmentWindow::userDidSomething()
+{
+    history_.noticeChanges();
+    // A bracket whose colour was taken away is like the others again. While an elastic is strung,
+    // the view has a material of its own on the first bracket.
+    if (!view_->bracketSequence()) materials_.apply();
+    if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
+        static_cast<ToothChartPanel *>(chart)->refresh();
+}
+
+bool TreatmentWindow::mayClose()
+{
+    view_->finishOperations(); // an elastic that is being strung is placed, not lost
+    if (!mayCloseFile() || !mayCloseStore()) return false;
+    if (!view_->isInFullScreenMode())
+        Preferences::preferences().setWindowGeometry(window_.saveGeometry());
+    return true;
+}
+
+bool TreatmentWindow::mayCloseFile()
+{
+    if (!treatment_->hasUnsavedChanges()) return true;
+    const auto answer = QMessageBox::question(
+        &window_, tr("Unsaved changes"), tr("Save the changes to %1?").arg(treatment_->file()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Save) return saveTreatment();
+    return answer == QMessageBox::Discard;
+}
+
+bool TreatmentWindow::mayCloseStore()
+{
+    const StoreOutcome closed = treatment_->session().close();
+    if (closed) return true;
+    return QMessageBox::warning(&window_, tr("Changes are not stored"),
+                                closed.sentence() + QLatin1Char('\n') +
+                                    tr("Close all the same and lose them?"),
+                                QMessageBox::Discard | QMessageBox::Cancel,
+                                QMessageBox::Cancel) == QMessageBox::Discard;
+}
+
+void TreatmentWindow::preferencesChanged()
+{
+    const ToothNotation notation = Preferences::preferences().notation();
+    history_.setNotation(notation);
+    kelo::ToothLabels labels;
+    if (Preferences::preferences().showsToothNumbers()) {
+        for (const auto &[key, model] : treatment_->document()->toothModels())
+            labels[key] = toothName(key, notation).toStdString();
+    }
+    view_->setToothLabels(labels);
+    if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
+        static_cast<ToothChartPanel *>(chart)->setNotation(notation);
+}
+
+PageSettings TreatmentWindow::pageSettings() const
+{
+    PageSettings settings;
+    settings.notation = Preferences::preferences().notation();
+    return settings;
+}
+
+void TreatmentWindow::tell(const QString &sentence)
+{
+    // Not modal: a treatment goes on while its database is out of reach.
+    auto *box = new QMessageBox(QMessageBox::Warning, window_.windowTitle(), sentence,
+                                QMessageBox::Ok, &window_);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void TreatmentWindow::openFile()
+{
+    const QString path = QFileDialog::getOpenFileName(&window_, tr("Open Treatment"), QString(),
+                                                      tr("Treatments (*.json)"));
+    if (!path.isEmpty()) all_.openFile(path, &window_);
+}
+
+void TreatmentWindow::importFile()
+{
+    const QString path = QFileDialog::getOpenFileName(&window_, tr("Import Treatment"), QString(),
+                                                      tr("Treatments (*.json)"));
+    if (!path.isEmpty()) all_.importFile(path, &window_);
+}
+
+void TreatmentWindow::choosePatient()
+{
+    const auto store = all_.store();
+    if (!store) {
+        tell(store.sentence());
+        return;
+    }
+    PatientsDialog dialog(*store.value(), &window_);
+    if (dialog.exec() == QDialog::Accepted && dialog.treatment())
+        all_.openStored(*dialog.treatment(), &window_);
+}
+
+bool TreatmentWindow::saveTreatment()
+{
+    const QString failure = treatment_->save();
+    if (!failure.isEmpty()) tell(failure);
+    return failure.isEmpty();
+}
+
+void TreatmentWindow::exportTreatment()
+{
+    const QString path = QFileDialog::getSaveFileName(&window_, tr("Export Treatment"), QString(),
+                                                      tr("Treatments (*.json)"));
+    const QString failure = path.isEmpty() ? QString() : treatment_->exportTo(path);
+    if (!failure.isEmpty()) tell(failure);
+}
+
+void TreatmentWindow::savePicture()
+{
+    const QString path = QFileDialog::getSaveFileName(&window_, tr("Save Picture"), QString(),
+                                                      tr("Pictures (*.png)"));
+    if (path.isEmpty()) return;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    view_->grabImage().save(&buffer, "PNG");
+    const QString failure = writeWholeFile(path, png);
+    if (!failure.isEmpty()) tell(failure);
+}
+
+void TreatmentWindow::preview(const PrintRequest &request)
+{
+    TreatmentPage page = sharpTreatmentPage(request, *view_, *treatment_, pageSettings());
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(defaultPageLayout());
+    printer.setDocName(window_.windowTitle());
+    QPrintPreviewDialog dialog(&printer, &window_);
+    dialog.setWindowTitle(tr("Print"));
+    bool isPainted = true;
+    connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *device) {
+        page.greyscale = device->colorMode() == QPrinter::GrayScale;
+        isPainted = paintTreatmentPage(page, *device) > 0;
+    });
+    if (dialog.exec() == QDialog::Accepted && !isPainted) {
+        const QString target =
+            printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+        tell(tr("The page could not be printed: %1 cannot be written to.").arg(target));
+    }
+}
+
+void TreatmentWindow::savePage()
+{
+    const QString path = QFileDialog::getSaveFileName(&window_, tr("Save Page as PDF"), QString(),
+                                                      tr("Pages (*.pdf)"));
+    if (path.isEmpty()) return;
+    const auto request = printRequestOf(*view_);
+    if (!request) return; // the view has told why
+    const PageSettings settings = pageSettings();
+    const TreatmentPage page = sharpTreatmentPage(*request, *view_, *treatment_, settings);
+    const QString failure = writeWholeFile(path, treatmentPageAsPDF(page, settings.layout));
+    if (!failure.isEmpty()) tell(failure);
+}
+
+void TreatmentWindow::showChanges()
+{
+    const auto changes = treatment_->changes();
+    if (!changes) {
+        tell(changes.sentence());
+        return;
+    }
+    ChangeLogDialog(changes.value(), *treatment_->document(), pageSettings().notation, &window_)
+        .exec();
+}
+
+void TreatmentWindow::showDate(const QDate &date)
+{
+    history_.noticeChanges();
+    const QStringList sentences = treatment_->showDate(*view_, date);
+    dates_->setCurrentDate(treatment_->session().date());
+    noteWasChosen();
+    if (!sentences.isEmpty()) tell(sentences.join(QLatin1Char('\n')));
+}
+
+void TreatmentWindow::stepDate(int steps)
+{
+    const std::vector<QDate> &dates = dates_->dates();
+    const auto present = std::find(dates.begin(), dates.end(), treatment_->session().date());
+    const auto wanted = present - dates.begin() + steps;
+    if (wanted >= 0 && wanted < static_cast<std::ptrdiff_t>(dates.size()))
+        showDate(dates[static_cast<std::size_t>(wanted)]);
+}
+
+void TreatmentWindow::approve(bool isApproved)
+{
+    treatment_->setApproved(*view_, isApproved);
+    noteWasChosen();
+}
+
+void TreatmentWindow::noteWasChosen()
+{
+    const auto &session = treatment_->session();
+    mayEdit_ = session.date() == treatment_->today() && !session.approvedDate();
+    // Steps belong to the note that they were made in.
+    history_.watch(mayEdit_ ? treatment_->document() : nullptr);
+    dates_->setApproval(session.approvedDate());
+    approved_->setChecked(session.approvedDate().has_value());
+    if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
+        static_cast<ToothChartPanel *>(chart)->setMayEdit(mayEdit_);
+}
+
+void TreatmentWindow::askForName(const std::shared_ptr<kelo::ElasticModel> &elastic)
+{
+    const auto own = elastic->elasticsConfigType();
+    QStringList teeth;
+    for (const std::string &key : elastic->bracketSequence())
+        teeth << toothName(key, pageSettings().notation);
+    auto *sheet = document_.existingWindowControllerForWindowNibName(ElasticNameController::name);
+    if (!sheet) sheet = &document_.addWindowController(std::make_unique<ElasticNameController>());
+    auto &naming = static_cast<ElasticNameController &>(*sheet);
+    naming.setMainWindow(&window_);
+    naming.ask(
+        {tr("Name of the elastic %1:").arg(teeth.join(QStringLiteral(" \u2013 "))),
+         own ? QString::fromStdString(own->typeLabel) : QString(),
+         [this, own](const QString &name) { return treatment_->nameProblem(name, own.get()); },
+         [this, elastic](const QString &name) {
+             const QString failure = treatment_->nameElastic(elastic, name);
+             if (!failure.isEmpty()) tell(failure);
+         }});
+}
+
+void TreatmentWindow::showMaterials()
+{
+    const auto make = [this](const std::string &name) {
+        auto panel = std::make_unique<MaterialsPanel>(name, materials_,
+                                                      [this] { view_->setNeedsDisplay(true); });
+        panel->setMotherWindow(&window_);
+        return panel;
+    };
+    document_.showUniqueWindowWithNibName_controllerClass(MaterialsPanel::name, make);
+}
+
+void TreatmentWindow::showToothChart()
+{
+    const auto make = [this](const std::string &name) {
+        auto panel = std::make_unique<ToothChartPanel>(name, treatment_->document());
+        panel->setMotherWindow(&window_);
+        return panel;
+    };
+    auto &shown =
+        document_.showUniqueWindowWithNibName_controllerClass(ToothChartPanel::name, make);
+    auto &chart = static_cast<ToothChartPanel &>(shown);
+    chart.setNotation(pageSettings().notation);
+    chart.setMayEdit(mayEdit_);
+}
+
+void TreatmentWindow::showKeys()
+{
+    KeysDialog(window_, &window_).exec();
+}
+
+void TreatmentWindow::toggleFullScreen()
+{
+    if (view_->isInFullScreenMode())
+        view_->exitFullScreenModeWithOptions();
+    else
+        view_->enterFullScreenMode();
+}
+
+} // namespace viewer

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "keloOpenGL/treatment/DXOpenGLDelegate.h"
+#include "viewer/PageSettings.h"
+#include "viewer/SceneMaterials.h"
+#include "viewer/UndoHistory.h"
+
+#include <QDate>
+#include <QObject>
+
+#include <memory>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+
+namespace kelo {
+class DXOpenGL;
+struct Size;
+} // namespace kelo
+
+namespace viewer {
+
+class DateBar;
+class OpenedTreatment;
+class OpenTreatments;
+class TreatmentDocument;
+struct PrintRequest;
+
+/// What the viewer makes of a treatment's main window: its menus, the bar of dates below the view,
+/// undo, option panels and sheets, and the questions before it closes.
+class TreatmentWindow : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Neither the document, which has this one, nor the window nor `all` are owned.
+    TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
+                    std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all);
+    ~TreatmentWindow() override;
+
+    kelo::DXOpenGL &view() { return *view_; }
+    const std::shared_ptr<kelo::DXOpenGL> &sharedView() const { return view_; }
+    /// Makes the window as large as it must be for a view of this size, in points.
+    void resizeView(const kelo::Size &size);
+    /// Where the user left the last window; a second window a little further down. False when no
+    /// window was left yet.
+    bool restorePlace(int openWindowCount);
+    /// What the user should know about the opening of the treatment.
+    void tellAboutOpening();
+    /// As its user would; false when the window stays.
+    bool close();
+
+private:
+    bool eventFilter(QObject *object, QEvent *event) override;
+    void userDidSomething();
+    /// Stores what the document has not reported yet; where that fails the user is asked. False to
+    /// go on working.
+    bool mayClose();
+    bool mayCloseFile();
+    bool mayCloseStore();
+    void preferencesChanged();
+    PageSettings pageSettings() const;
+    void tell(const QString &sentence);
+
+    /// @name Menus
+    /// @{
+    void makeMenus();
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeTreatmentMenu();
+    void makeViewMenu();
+    void makePanelsMenu();
+    void makeHelpMenu();
+    void makeStandardViewRows(QMenu &menu);
+    void makeScenePartRows(QMenu &menu);
+    void makeToothNumberRows(QMenu &menu);
+    void makeThemeRows(QMenu &menu);
+    void fillRecentFiles(QMenu &menu);
+    /// @}
+
+    /// @name Commands
+    /// @{
+    void openFile();
+    void importFile();
+    void choosePatient();
+    bool saveTreatment();
+    void exportTreatment();
+    void savePicture();
+    void preview(const PrintRequest &request);
+    void savePage();
+    void showChanges();
+    void showDate(const QDate &date);
+    /// To the note that many steps later, or earlier for a negative number.
+    void stepDate(int steps);
+    void approve(bool isApproved);
+    void noteWasChosen();
+    void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
+    void showMaterials();
+    void showToothChart();
+    void showKeys();
+    void toggleFullScreen();
+    /// @}
+
+    TreatmentDocument &document_;
+    QMainWindow &window_;
+    std::shared_ptr<kelo::DXOpenGL> view_;
+    OpenTreatments &all_;
+    std::shared_ptr<OpenedTreatment> treatment_;
+    kelo::DXOpenGLDelegate delegate_;
+    SceneMaterials materials_;
+    UndoHistory history_;
+    DateBar *dates_ = nullptr;
+    QAction *approved_ = nullptr;
+    bool mayEdit_ = false;
+};
+
+} // namespace viewer
