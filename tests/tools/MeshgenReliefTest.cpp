@@ -53,17 +53,19 @@ protected:
 TEST_F(MeshgenReliefFile, everyLineIsAReliefInTheOrderOfTheFile)
 {
     const std::vector<Relief> reliefs =
-        read("# worn\n\n radius, tooth,x,y,z,dx,dy,dz,cover\r\n5,8,-3.25,-18,-6,0.6,0.8,0,0.4\n"
-             ",31,1,2,3,0,0,-1,\n");
+        read("# worn\n\n radius, tooth,x,y,z,dx,dy,dz,cover,blend\r\n"
+             "5,8,-3.25,-18,-6,0.6,0.8,0,0.45,0.8\n,31,1,2,3,0,0,-1,,\n");
     ASSERT_EQ(reliefs.size(), 2U);
     EXPECT_EQ(reliefs[0].tooth, 8);
     EXPECT_EQ(reliefs[0].place, (Vec3{-3.25, -18.0, -6.0}));
     EXPECT_NEAR(distance(reliefs[0].direction, {0.6, 0.8, 0.0}), 0.0, 1e-15);
-    EXPECT_DOUBLE_EQ(reliefs[0].cover, 0.4);
+    EXPECT_DOUBLE_EQ(reliefs[0].cover, 0.45);
     EXPECT_DOUBLE_EQ(reliefs[0].radius, 5.0);
+    EXPECT_DOUBLE_EQ(reliefs[0].blend, 0.8);
     EXPECT_EQ(reliefs[1].tooth, 31);
     EXPECT_DOUBLE_EQ(reliefs[1].cover, 0.42);
     EXPECT_DOUBLE_EQ(reliefs[1].radius, 3.0);
+    EXPECT_DOUBLE_EQ(reliefs[1].blend, 0.4);
 }
 
 TEST_F(MeshgenReliefFile, aDirectionRoundedToHundredthsBecomesAUnitVector)
@@ -101,6 +103,8 @@ TEST_F(MeshgenReliefFile, everyFaultIsToldWithItsLineAndReason)
          ":2: nan in column \"y\" is not between -50 and 50"},
         {"too wide", "tooth,x,y,z,dx,dy,dz,radius\n8,0,0,0,1,0,0,10.5\n",
          ":2: 10.5 in column \"radius\" is not between 1 and 10"},
+        {"too sharp", "tooth,x,y,z,dx,dy,dz,blend\n8,0,0,0,1,0,0,0\n",
+         ":2: 0 in column \"blend\" is not between 0.1 and 2"},
         {"no unit vector", heading + "8,0,0,0,0.5,0.5,0\n",
          ":2: the direction's length is 0.71 instead of 1"},
     };

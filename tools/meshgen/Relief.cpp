@@ -10,9 +10,6 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Over how many millimetres the hollow's rim is rounded.
-constexpr double blend = 0.4;
-
 // Where a hollow's side meets a crest, light would fall badly on faces that stand farther than this
 // off their points' normals.
 constexpr double foldDegrees = 40.0;
@@ -53,7 +50,7 @@ void carve(Tooth &tooth, const Relief &relief)
         // Pressed along the direction, a surface that faces away from it would come out of the
         // crown on the other side.
         const double facing = smoothstep(0.0, 0.35, dot(tooth.ownMesh.normals[i], direction));
-        position += direction * (facing * (softMinimum(height, sphere, blend) - height));
+        position += direction * (facing * (softMinimum(height, sphere, relief.blend) - height));
     }
 }
 

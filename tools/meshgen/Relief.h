@@ -15,6 +15,7 @@ struct Relief
     Vec3 direction;      ///< unit vector from there to the nearest surface of the crown
     double cover = 0.42; ///< how far the surface stands off `place` when it is carved, mm
     double radius = 3.0; ///< of the hollow, mm
+    double blend = 0.4;  ///< how far up and down its rim is rounded, mm
 };
 
 /// Reads a table of reliefs: comment lines that start with `#`, a heading line with the names of
@@ -29,8 +30,9 @@ std::string reliefPathOf(const std::string &patientFile);
 
 /// Carves one relief into the tooth's own mesh. What stands out of the relief's sphere, whose
 /// surface passes the place at a distance of `cover` and bulges inwards, is pressed down to it
-/// along the direction; the hollow's rim is rounded. Parts of the crown that face away from the
-/// direction stay. The normals are those of before; computeSmoothNormals() renews them.
+/// along the direction. The hollow's rim is rounded: where crown and sphere are at the same height
+/// that takes off a quarter of `blend`. Parts of the crown that face away from the direction stay.
+/// The normals are those of before.
 void carve(Tooth &tooth, const Relief &relief);
 
 /// Carves all reliefs into the teeth that they name, and renews their normals. The teeth stay where

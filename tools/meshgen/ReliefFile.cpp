@@ -32,6 +32,7 @@ constexpr Column columns[] = {
     {"dy", -1.0, 1.0, true, [](Relief &r, double v) { r.direction.y = v; }},
     {"dz", -1.0, 1.0, true, [](Relief &r, double v) { r.direction.z = v; }},
     {"cover", 0.0, 1.0, false, [](Relief &r, double v) { r.cover = v; }},
+    {"blend", 0.1, 2.0, false, [](Relief &r, double v) { r.blend = v; }},
     {"radius", 1.0, 10.0, false, [](Relief &r, double v) { r.radius = v; }},
 };
 
