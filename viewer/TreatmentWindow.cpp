@@ -47,14 +47,14 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
       all_(all),
       treatment_(document.treatment()),
       materials_(treatment_->document()),
+      dateBar_(new QToolBar(tr("Dates"))),
       dates_(new DateBar)
 {
-    auto *bar = new QToolBar(tr("Dates"));
-    bar->setObjectName(QStringLiteral("dates"));
-    bar->setMovable(false);
-    bar->toggleViewAction()->setVisible(false);
-    bar->addWidget(dates_);
-    window_.addToolBar(Qt::BottomToolBarArea, bar);
+    dateBar_->setObjectName(QStringLiteral("dates"));
+    dateBar_->setMovable(false);
+    dateBar_->toggleViewAction()->setVisible(false);
+    dateBar_->addWidget(dates_);
+    window_.addToolBar(Qt::BottomToolBarArea, dateBar_);
     window_.setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
     window_.installEventFilter(this);
     qApp->installEventFilter(this);
@@ -89,7 +89,7 @@ void TreatmentWindow::resizeView(const kelo::Size &size)
     // The menu bar's height is only known once it is laid out.
     window_.resize(static_cast<int>(size.width), static_cast<int>(size.height) +
                                                      window_.menuBar()->sizeHint().height() +
-                                                     dates_->sizeHint().height());
+                                                     dateBar_->sizeHint().height());
 }
 
 bool TreatmentWindow::restorePlace(int openWindowCount)

@@ -13,6 +13,7 @@
 class QAction;
 class QMainWindow;
 class QMenu;
+class QToolBar;
 
 namespace kelo {
 class DXOpenGL;
@@ -110,7 +111,8 @@ private:
     kelo::DXOpenGLDelegate delegate_;
     SceneMaterials materials_;
     UndoHistory history_;
-    DateBar *dates_ = nullptr;
+    QToolBar *dateBar_; ///< around the dates
+    DateBar *dates_;
     QAction *approved_ = nullptr;
     bool mayEdit_ = false;
 };

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 namespace kelo {
 namespace {
@@ -29,6 +30,16 @@ Rect upwards(const QRect &rect)
             {static_cast<double>(rect.width()), static_cast<double>(rect.height())}};
 }
 
+/// By the native windows alone: a widget's parent would own the panel.
+void stayAbove(QWidget &panel, QWidget &motherWindow)
+{
+    if (panel.isVisible()) return;
+    panel.setWindowFlag(Qt::Tool);
+    panel.winId();
+    motherWindow.winId();
+    panel.windowHandle()->setTransientParent(motherWindow.windowHandle());
+}
+
 } // namespace
 
 Point optionPanelOrigin(const Rect &mother, const Size &panel, const Rect &screen)
@@ -51,6 +62,7 @@ void OptionPanelController::showWindow(QObject *sender)
     if (!panel) return;
     if (motherWindow_) {
         panel->setWindowTitle(motherWindow_->windowTitle());
+        stayAbove(*panel, *motherWindow_);
         panel->adjustSize();
         const QSize size = panel->frameGeometry().size();
         const QScreen *screen = QGuiApplication::primaryScreen();

@@ -13,8 +13,8 @@ namespace kelo {
 /// where it would end below it.
 Point optionPanelOrigin(const Rect &motherWindow, const Size &panel, const Rect &visibleScreen);
 
-/// A floating panel beside the window that it belongs to. It closes when someone posts
-/// "closeAllOptionPanelsNotification".
+/// A floating panel beside the window that it belongs to, and always above it. It closes when
+/// someone posts "closeAllOptionPanelsNotification".
 class OptionPanelController : public WindowController
 {
     Q_OBJECT

@@ -1,0 +1,381 @@
+// Treatments in their windows, on a display.
+
+#include "viewer/TreatmentWindow.h"
+
+#include "tests/support/GLTest.h"
+#include "tests/support/WindowTest.h"
+#include "tests/viewer/PreferencesFixture.h"
+#include "viewer/DateBar.h"
+#include "viewer/InterfaceFiles.h"
+#include "viewer/OpenTreatments.h"
+#include "viewer/OpenedTreatment.h"
+#include "viewer/Preferences.h"
+#include "viewer/ToothChart.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QFile>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTabBar>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+using namespace viewer;
+using kelo::test::letPass;
+using kelo::test::waitUntil;
+
+class TreatmentWindows : public testing::Test
+{
+protected:
+    TreatmentWindows()
+    {
+        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Window);
+        addViewerInterfaceFiles();
+        commandLine.database = folder.filePath("treatments.sqlite");
+        commandLine.size = {400.0, 300.0};
+        commandLine.isSizeGiven = true;
+    }
+    ~TreatmentWindows() override
+    {
+        all.reset();
+        kelo::removeInterfaceFileFolders();
+        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
+    }
+
+    TreatmentDocument &open()
+    {
+        all = std::make_unique<OpenTreatments>(commandLine);
+        TreatmentDocument &document = all->openFirst();
+        waitUntil([&] { return document.mainWindow()->view().isExposed(); });
+        return document;
+    }
+    static QMainWindow &windowOf(const TreatmentDocument &document)
+    {
+        return *qobject_cast<QMainWindow *>(document.windowControllers().front()->window());
+    }
+    static QAction *action(const TreatmentDocument &document, const QString &text)
+    {
+        for (QAction *one : windowOf(document).findChildren<QAction *>()) {
+            if (QString(one->text()).remove('&') == text) return one;
+        }
+        // Rows of the window's menus are children of what made them.
+        for (QAction *menu : windowOf(document).menuBar()->actions()) {
+            for (QAction *one : menu->menu()->actions()) {
+                if (QString(one->text()).remove('&') == text) return one;
+                if (!one->menu()) continue;
+                for (QAction *inner : one->menu()->actions()) {
+                    if (QString(inner->text()).remove('&') == text) return inner;
+                }
+            }
+        }
+        return nullptr;
+    }
+    static bool bracketIsPlaced(const TreatmentDocument &document, const char *key)
+    {
+        return document.treatment()->document()->bracketVisibilities().at(key);
+    }
+    /// A treatment file with one coloured bracket.
+    QString writeFile(const QString &name)
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({"format": "treatment", "version": 1,
+            "patient": {"name": "Other Patient", "id": "O-2"}, "currentDate": "2026-03-04",
+            "notes": [{"date": "2026-03-04", "bracketVisibilities": {"8": true},
+                       "bracketColorTypeIDs": {"8": 5}}]})");
+        return file.fileName();
+    }
+    /// Presses a button of the next message box, and remembers what the box said.
+    void answerNextBox(QMessageBox::StandardButton button)
+    {
+        QTimer::singleShot(0, &receiver, [this, button] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box) {
+                answerNextBox(button);
+                return;
+            }
+            said = box->text();
+            box->button(button)->click();
+        });
+    }
+    void waitForClosed()
+    {
+        EXPECT_TRUE(waitUntil([this] { return all->documents().empty(); }));
+    }
+
+    viewer::test::PreferencesOfTheTest settings;
+    QTemporaryDir folder;
+    CommandLine commandLine;
+    std::unique_ptr<OpenTreatments> all;
+    QObject receiver;
+    QString said;
+};
+
+TEST_F(TreatmentWindows, theMainWindowIsSolidViewWithMenusAndTheBarOfDates)
+{
+    const TreatmentDocument &document = open();
+    EXPECT_EQ(document.windowControllers().front()->windowNibName(), "SolidView");
+    EXPECT_EQ(windowOf(document).windowTitle(), "Sample Patient - Treatment viewer");
+    QStringList menus;
+    for (const QAction *menu : windowOf(document).menuBar()->actions())
+        menus << QString(menu->text()).remove('&');
+    EXPECT_EQ(menus, QStringList({"File", "Edit", "Treatment", "View", "Panels", "Help"}));
+    const auto *tabs = windowOf(document).findChild<DateBar *>()->findChild<QTabBar *>();
+    EXPECT_TRUE(tabs->isVisible());
+    EXPECT_GT(tabs->height(), 0);
+    EXPECT_EQ(tabs->tabText(0), "Today");
+    EXPECT_EQ(document.mainWindow()->view().bounds().size, (kelo::Size{400.0, 300.0}));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(TreatmentWindows, twoTreatmentsInTwoWindowsHaveStateOfTheirOwn)
+{
+    TreatmentDocument &first = open();
+    all->openFile(writeFile("other.json"), nullptr);
+    ASSERT_EQ(all->documents().size(), 2u);
+    TreatmentDocument &second = *all->documents()[1];
+    ASSERT_TRUE(waitUntil([&] { return second.mainWindow()->view().isExposed(); }));
+    EXPECT_EQ(windowOf(second).windowTitle(), "Other Patient - Treatment viewer");
+    EXPECT_TRUE(bracketIsPlaced(first, "9"));
+    EXPECT_FALSE(bracketIsPlaced(second, "9"));
+
+    first.treatment()->document()->toggleVisibilityOfBracket("8");
+    EXPECT_FALSE(bracketIsPlaced(first, "8"));
+    EXPECT_TRUE(bracketIsPlaced(second, "8"));
+    first.mainWindow()->view().setMouthOpenAngle(30.0f);
+    first.mainWindow()->view().setMouseMode(kelo::DXOpenGL::colorMode);
+    EXPECT_EQ(second.mainWindow()->view().mouthOpenAngle(), 0.0f);
+    EXPECT_EQ(second.mainWindow()->view().mouseMode(), kelo::DXOpenGL::elasticsMode);
+    for (TreatmentDocument *document : {&first, &second})
+        EXPECT_TRUE(document->treatment()->document()->checkSanity().empty());
+
+    // One closes, the other goes on.
+    answerNextBox(QMessageBox::Discard);
+    EXPECT_TRUE(first.mainWindow()->close());
+    EXPECT_TRUE(waitUntil([&] { return all->documents().size() == 1; }));
+    second.mainWindow()->view().display();
+    EXPECT_TRUE(bracketIsPlaced(second, "8"));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(TreatmentWindows, eachWindowsPicturesAreThoseThatItHasAlone)
+{
+    TreatmentDocument &first = open();
+    const QImage alone = first.mainWindow()->view().grabImage();
+    all->openFile(writeFile("other.json"), nullptr);
+    TreatmentDocument &second = *all->documents()[1];
+    ASSERT_TRUE(waitUntil([&] { return second.mainWindow()->view().isExposed(); }));
+    const QImage other = second.mainWindow()->view().grabImage();
+    EXPECT_NE(other, alone);
+    EXPECT_EQ(first.mainWindow()->view().grabImage(), alone);
+    EXPECT_EQ(second.mainWindow()->view().grabImage(), other);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(TreatmentWindows, aTreatmentThatIsOpenIsNotOpenedTwice)
+{
+    open();
+    const QString path = writeFile("other.json");
+    all->openFile(path, nullptr);
+    all->openFile(path, nullptr);
+    EXPECT_EQ(all->documents().size(), 2u);
+    all->openStored(all->documents()[0]->treatment()->treatmentID(), nullptr);
+    EXPECT_EQ(all->documents().size(), 2u);
+    EXPECT_EQ(Preferences::preferences().recentFiles(), QStringList(path));
+}
+
+TEST_F(TreatmentWindows, aFileThatCannotBeReadIsToldAndNothingOpens)
+{
+    const TreatmentDocument &document = open();
+    answerNextBox(QMessageBox::Ok);
+    all->openFile(folder.filePath("missing.json"), &windowOf(document));
+    EXPECT_EQ(said,
+              folder.filePath("missing.json") + ": could not be read: No such file or directory");
+    EXPECT_EQ(all->documents().size(), 1u);
+    EXPECT_TRUE(Preferences::preferences().recentFiles().isEmpty());
+}
+
+TEST_F(TreatmentWindows, anImportedFileIsATreatmentOfTheDatabase)
+{
+    open();
+    const QString path = writeFile("other.json");
+    all->importFile(path, nullptr);
+    ASSERT_EQ(all->documents().size(), 2u);
+    EXPECT_EQ(all->documents()[1]->treatment()->file(), QString());
+    EXPECT_EQ(all->documents()[1]->treatment()->patientName(), "Other Patient");
+    const auto stored = all->store().value()->allTreatments();
+    ASSERT_EQ(stored.value().size(), 2u);
+    EXPECT_EQ(stored.value()[1].patient.patient.identifier, "O-2");
+    EXPECT_EQ(stored.value()[1].noteCount, 1);
+}
+
+TEST_F(TreatmentWindows, whatWasDoneIsThereWhenTheProgramStartsAgain)
+{
+    {
+        TreatmentDocument &document = open();
+        document.treatment()->document()->toggleVisibilityOfBracket("8");
+        document.treatment()->document()->bracket_setColorWithBracketColorTypeID("9", 5);
+        EXPECT_TRUE(all->closeAll());
+        waitForClosed();
+    }
+    const TreatmentDocument &again = open();
+    EXPECT_FALSE(bracketIsPlaced(again, "8"));
+    EXPECT_EQ(again.treatment()->document()->bracketColorsTypeIDs().at("9"), 5);
+}
+
+TEST_F(TreatmentWindows, closingWhileAnElasticIsStrungPlacesAndStoresIt)
+{
+    {
+        TreatmentDocument &document = open();
+        kelo::DXOpenGL &view = document.mainWindow()->view();
+        const auto size =
+            document.treatment()->document()->availableElasticsSizeTypes().begin()->second;
+        kelo::MenuItem row;
+        row.representedObject = size;
+        view.setLastClickedToothName("7");
+        view.startElasticColorMenuItemSelected(row);
+        kelo::Event click;
+        click.type = kelo::EventType::LeftMouseDown;
+        click.clickCount = 1;
+        const auto identifier =
+            document.treatment()->document()->bracketModels().at("10")->uniqueID();
+        const auto pixels = view.pickIdentifiers();
+        const auto found = std::find(pixels.begin(), pixels.end(), identifier);
+        ASSERT_NE(found, pixels.end());
+        const auto index = static_cast<int>(found - pixels.begin());
+        const int width = view.deviceSize().width;
+        click.locationInWindow = {double(index % width), double(index / width) + 1.0};
+        view.sendEvent(click);
+        ASSERT_EQ(view.bracketSequence(), (std::vector<std::string>{"7", "10"}));
+        EXPECT_TRUE(document.mainWindow()->close());
+        waitForClosed();
+    }
+    const TreatmentDocument &again = open();
+    EXPECT_EQ(again.treatment()->document()->elasticModels().back()->bracketSequence(),
+              (std::vector<std::string>{"7", "10"}));
+}
+
+TEST_F(TreatmentWindows, unsavedChangesOfAFileAreAskedForAndCancelKeepsTheWindow)
+{
+    commandLine.file = writeFile("other.json");
+    commandLine.database.clear();
+    TreatmentDocument &document = open();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    answerNextBox(QMessageBox::Cancel);
+    EXPECT_FALSE(document.mainWindow()->close());
+    EXPECT_EQ(said, "Save the changes to " + commandLine.file + "?");
+    EXPECT_TRUE(windowOf(document).isVisible());
+    answerNextBox(QMessageBox::Save);
+    EXPECT_TRUE(document.mainWindow()->close());
+    waitForClosed();
+    EXPECT_FALSE(bracketIsPlaced(open(), "8"));
+}
+
+TEST_F(TreatmentWindows, everyChangeCanBeUndoneAndRedoneByTheMenu)
+{
+    TreatmentDocument &document = open();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    // Steps are noticed after what the user does.
+    kelo::test::xdotool({"key", "F15"});
+    QAction *undo = action(document, "Undo Remove bracket from 8");
+    ASSERT_TRUE(waitUntil([&] { return undo = action(document, "Undo Remove bracket from 8"); }));
+    undo->trigger();
+    EXPECT_TRUE(bracketIsPlaced(document, "8"));
+    QAction *redo = action(document, "Redo Remove bracket from 8");
+    ASSERT_NE(redo, nullptr);
+    redo->trigger();
+    EXPECT_FALSE(bracketIsPlaced(document, "8"));
+}
+
+TEST_F(TreatmentWindows, toothNumbersAppearInEveryWindowAtOnceInTheChosenNotation)
+{
+    TreatmentDocument &first = open();
+    all->openFile(writeFile("other.json"), nullptr);
+    TreatmentDocument &second = *all->documents()[1];
+    EXPECT_TRUE(first.mainWindow()->view().toothLabels().empty());
+    action(first, "Beside the Teeth")->trigger();
+    for (TreatmentDocument *document : {&first, &second}) {
+        EXPECT_EQ(document->mainWindow()->view().toothLabels().size(), 28u);
+        EXPECT_EQ(document->mainWindow()->view().toothLabels().at("8"), "8");
+    }
+    action(second, "FDI")->trigger();
+    EXPECT_EQ(first.mainWindow()->view().toothLabels().at("8"), "11");
+    EXPECT_TRUE(action(second, "Beside the Teeth")->isChecked());
+    action(second, "Beside the Teeth")->trigger();
+    EXPECT_TRUE(first.mainWindow()->view().toothLabels().empty());
+}
+
+TEST_F(TreatmentWindows, theToothChartChangesTheTreatmentAndOnlyLooksAtApprovedOnes)
+{
+    TreatmentDocument &document = open();
+    action(document, "Tooth Chart")->trigger();
+    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
+    ASSERT_NE(panel, nullptr);
+    auto *chart = panel->window()->findChild<ToothChart *>();
+    QToolButton *bracket = nullptr;
+    for (auto *button : chart->findChildren<QToolButton *>()) {
+        if (button->accessibleName() == "Bracket 8: no colour") bracket = button;
+    }
+    ASSERT_NE(bracket, nullptr);
+    EXPECT_TRUE(bracket->isChecked());
+    bracket->click();
+    EXPECT_FALSE(bracketIsPlaced(document, "8"));
+    EXPECT_EQ(bracket->accessibleName(), "Bracket 8: not placed");
+    action(document, "Approved")->trigger();
+    EXPECT_FALSE(bracket->isEnabled());
+    action(document, "Approved")->trigger();
+    EXPECT_TRUE(bracket->isEnabled());
+    // It closes with the other panels, and with its document.
+    action(document, "Materials")->trigger();
+    auto *materials = document.existingWindowControllerForWindowNibName("Materials");
+    EXPECT_TRUE(materials->window()->isVisible());
+    action(document, "Close All Panels")->trigger();
+    EXPECT_FALSE(panel->window()->isVisible());
+    EXPECT_FALSE(materials->window()->isVisible());
+    action(document, "Tooth Chart")->trigger();
+    EXPECT_EQ(document.existingWindowControllerForWindowNibName("ToothChart"), panel);
+    EXPECT_TRUE(document.mainWindow()->close());
+    EXPECT_FALSE(panel->window()->isVisible());
+    waitForClosed();
+}
+
+TEST_F(TreatmentWindows, anotherSolidViewWithoutAMainWindowIsRefusedInASentence)
+{
+    QFile file(folder.filePath("SolidView.ui"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<ui version=\"4.0\"><class>SolidView</class>"
+               "<widget class=\"QWidget\" name=\"SolidView\"/></ui>");
+    file.close();
+    kelo::addInterfaceFileFolder(folder.path().toStdString());
+    try {
+        open();
+        FAIL() << "it was opened";
+    } catch (const kelo::InterfaceFileProblem &problem) {
+        EXPECT_EQ(problem.what(),
+                  folder.filePath("SolidView.ui").toStdString() +
+                      ": the viewer needs a main window with a treatment view named \"view\"");
+    }
+}
+
+TEST_F(TreatmentWindows, theViewGoesThroughFullScreenAHundredTimesWithTheSamePicture)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    const QImage before = view.grabImage();
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_TRUE(view.enterFullScreenMode()) << i;
+        letPass(2);
+        view.exitFullScreenModeWithOptions();
+        ASSERT_TRUE(waitUntil([&] {
+            return view.isExposed() && view.bounds().size.width == 400.0;
+        })) << i;
+    }
+    EXPECT_EQ(view.grabImage(), before);
+    EXPECT_NO_GL_ERROR();
+}
+
+} // namespace
