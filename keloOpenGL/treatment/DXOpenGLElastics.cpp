@@ -120,8 +120,8 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
 
 void DXOpenGL::goOnWithElasticAt(const std::string &name)
 {
-    ElasticPlacement placement{*bracketSequence_, firstClickedToothName_.value_or(""),
-                               lastClickedToothName_.value_or("")};
+    // Not lastClickedToothName: a bracket menu that the right button opened meanwhile changes it.
+    ElasticPlacement placement{*bracketSequence_};
     const PlacementStep step = placement.stepForClickOn(name);
     if (step == PlacementStep::Close) {
         resolveElasticPlacement();
@@ -131,7 +131,7 @@ void DXOpenGL::goOnWithElasticAt(const std::string &name)
     signalElasticsPlacement(name);
     placement.take(step, name);
     bracketSequence_ = placement.sequence;
-    lastClickedToothName_ = placement.last;
+    lastClickedToothName_ = placement.sequence.back();
     setNeedsDisplay(true);
 }
 

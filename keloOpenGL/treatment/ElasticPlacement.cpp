@@ -4,8 +4,9 @@ namespace kelo {
 
 PlacementStep ElasticPlacement::stepForClickOn(const std::string &name) const
 {
-    if (name == first) return PlacementStep::Close;
-    return name == last ? PlacementStep::TakeBack : PlacementStep::Add;
+    // The first member is asked for first: a band of one closes and is never left empty.
+    if (name == sequence.front()) return PlacementStep::Close;
+    return name == sequence.back() ? PlacementStep::TakeBack : PlacementStep::Add;
 }
 
 void ElasticPlacement::take(PlacementStep step, const std::string &name)
@@ -13,14 +14,11 @@ void ElasticPlacement::take(PlacementStep step, const std::string &name)
     switch (step) {
     case PlacementStep::Add:
         sequence.push_back(name);
-        last = name;
         break;
     case PlacementStep::TakeBack:
         sequence.pop_back();
-        last = sequence.empty() ? first : sequence.back();
         break;
     case PlacementStep::Close:
-        last = name;
         break;
     }
 }

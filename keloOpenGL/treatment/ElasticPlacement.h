@@ -16,9 +16,7 @@ enum class PlacementStep {
 /// twice in a row, but may pass one again later.
 struct ElasticPlacement
 {
-    std::vector<std::string> sequence; ///< the members so far; at least one
-    std::string first;                 ///< the member that it began on
-    std::string last;                  ///< the member clicked last, or the newest left
+    std::vector<std::string> sequence; ///< the members so far, the newest last; at least one
 
     PlacementStep stepForClickOn(const std::string &name) const;
     /// Carries out a step; Close leaves the sequence as it is.
