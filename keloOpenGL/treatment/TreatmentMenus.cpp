@@ -90,8 +90,8 @@ void TreatmentMenus::
     });
     const auto submenu = std::make_shared<Menu>(filled("Color %@ Sub Menu", entity.className));
     const bool isBracketColor = entityName == bracketColorEntity;
-    const bool actsOnAll =
-        isBracketColor || (entityName == elasticsSizeEntity && !secondaryAction.empty());
+    const bool isElasticsSize = entityName == elasticsSizeEntity;
+    const bool actsOnAll = isBracketColor || (isElasticsSize && !secondaryAction.empty());
     if (actsOnAll) {
         addItem(menu, "Place/Mark Brackets", "doNothing:", 1, target)->submenu = submenu;
         addItem(menu, filled("Place/Mark %@", entityName), "doNothing:", isBracketColor ? -4 : -2,
@@ -106,7 +106,8 @@ void TreatmentMenus::
         if (!parentItem) item->indentationLevel = rowIndentation;
         if (showsSelection && selectedTypeID == type.typeID) item->state = MenuItemState::On;
         item->representedObject = type.entry;
-        item->image = images_.color(type.color);
+        item->image =
+            images_.color(isBracketColor || isElasticsSize ? type.color : Color::whiteColor());
         if (!actsOnAll) continue;
         const auto itemForAll = addItem(*submenu, title, secondaryAction, 4, target);
         itemForAll->representedObject = type.entry;

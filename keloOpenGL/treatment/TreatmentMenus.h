@@ -66,7 +66,7 @@ public:
     /// `parentItem` if there is one, else to the menu, indented. Titles are the format with the
     /// entry's label in place of "%@". For bracket colours, and for sizes with a secondary action,
     /// a row that holds a submenu of rows with the secondary action, and a header, come first. An
-    /// empty secondary action is none.
+    /// empty secondary action is none. Entries of any other entity are white.
     void
     colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
         Menu &menu, MenuItem *parentItem, CatalogueRows types, std::optional<long> selectedTypeID,
