@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -48,9 +49,9 @@ std::optional<PrintRequest> printRequestOf(kelo::DXOpenGL &view)
     kelo::DXOpenGLDelegate delegate;
     takePrintRequests(delegate, [&taken](const PrintRequest &request) { taken = request; });
     kelo::DXOpenGLDelegate *const own = view.delegate();
+    const auto ownIsRestored = qScopeGuard([&view, own] { view.setDelegate(own); });
     view.setDelegate(&delegate);
     view.submitPrintRequest();
-    view.setDelegate(own);
     return taken;
 }
 

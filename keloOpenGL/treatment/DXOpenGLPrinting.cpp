@@ -12,6 +12,7 @@
 #include "platform/VersionChecker.h"
 
 #include <QImage>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cstdio>
@@ -92,6 +93,8 @@ public:
         const auto white = HVOGLMaterial::materialWithColor(Color::whiteColor());
         white->setFrontAmbientColor(Color::blackColor());
         white->setFrontSpecularColor(Color::whiteColor());
+        // From here on nothing fails: brackets that were painted are given back by the destructor.
+        kept_.reserve(document->bracketModels().size());
         for (const auto &[key, bracket] : document->bracketModels()) {
             kept_.emplace_back(bracket, bracket->material());
             bracket->setMaterial(white);
@@ -147,20 +150,25 @@ std::vector<unsigned char>
 DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, float x, float y,
                                                         float z, int width, int offset)
 {
-    const Rotation keptRotation = _worldRotation;
-    const float keptMouthOpenAngle = _mouthOpenAngle;
+    // Pictures are large: where there is no memory for one, the view is as it was all the same.
+    const auto restored = qScopeGuard([this, rotation = _worldRotation, angle = _mouthOpenAngle] {
+        _worldRotation = rotation;
+        _mouthOpenAngle = angle;
+    });
     _worldRotation = {angleInDegrees, x, y, z};
     _mouthOpenAngle = 0.0f;
     drawRect({});
-    auto image = readPixels(printScale_ * offset, printScale_ * width, printScale_ * printHeight);
-    _worldRotation = keptRotation;
-    _mouthOpenAngle = keptMouthOpenAngle;
-    return image;
+    return readPixels(printScale_ * offset, printScale_ * width, printScale_ * printHeight);
 }
 
 DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
 {
-    const Size keptCameraSize = cameraSize;
+    const auto viewIsRestored = qScopeGuard([this, size = cameraSize] {
+        _printMode = false;
+        printScale_ = 1;
+        cameraSize = size;
+        restoreViewAfterPrinting();
+    });
     cameraSize = {targetWidth, printHeight};
     printScale_ = scale;
     glViewport(0, 0, scale * targetWidth, scale * printHeight);
@@ -173,26 +181,22 @@ DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
     updateProjection();
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
+    const auto projectionIsPopped = qScopeGuard([] {
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();
+        glMatrixMode(GL_MODELVIEW);
+    });
     glScaled(printedZoom, printedZoom, printedZoom);
     glMatrixMode(GL_MODELVIEW);
 
+    const WhiteBrackets whiteBrackets(documentModel().get());
     PrintImages images;
-    {
-        const WhiteBrackets whiteBrackets(documentModel().get());
-        images.left = printImageForRotationAngle_x_y_z_width_offset(
-            120.0f, -diagonal, diagonal, diagonal, sideWidth, targetWidth - sideWidth);
-        images.front =
-            printImageForRotationAngle_x_y_z_width_offset(90.0f, -1.0f, 0.0f, 0.0f, targetWidth, 0);
-        images.right = printImageForRotationAngle_x_y_z_width_offset(120.0f, -diagonal, -diagonal,
-                                                                     -diagonal, sideWidth, 0);
-    }
-
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    _printMode = false;
-    printScale_ = 1;
-    cameraSize = keptCameraSize;
+    images.left = printImageForRotationAngle_x_y_z_width_offset(
+        120.0f, -diagonal, diagonal, diagonal, sideWidth, targetWidth - sideWidth);
+    images.front =
+        printImageForRotationAngle_x_y_z_width_offset(90.0f, -1.0f, 0.0f, 0.0f, targetWidth, 0);
+    images.right = printImageForRotationAngle_x_y_z_width_offset(120.0f, -diagonal, -diagonal,
+                                                                 -diagonal, sideWidth, 0);
     return images;
 }
 
@@ -227,17 +231,19 @@ void DXOpenGL::submitPrintRequest()
     }
 
     PrintImages images;
+    unsigned status = 0;
     {
         // What is drawn here is not for the screen.
         const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-        std::optional<PrintTarget> target(std::in_place, 1);
-        if (const unsigned status = framebufferStatus(); status != GL_FRAMEBUFFER_COMPLETE_EXT) {
-            target.reset();
-            AlertPresenter::runModal({notSupported, framebufferMessage(status), "OK"});
-            return;
-        }
-        images = drawPrintImages(1);
-        restoreViewAfterPrinting();
+        const PrintTarget target(1);
+        status = framebufferStatus();
+        if (status == GL_FRAMEBUFFER_COMPLETE_EXT) images = drawPrintImages(1);
+    }
+    if (status != GL_FRAMEBUFFER_COMPLETE_EXT) {
+        // Only now that the target is gone: the view is drawn and shown under the box, and may be
+        // closed while it is open.
+        AlertPresenter::runModal({notSupported, framebufferMessage(status), "OK"});
+        return;
     }
 
     const auto left = elasticsForToothNames(TreatmentNote::leftElasticToothNameKeys());
@@ -261,14 +267,9 @@ DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
 
     const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
     PrintTarget target(scale);
-    PrintImages images;
-    const bool isComplete = framebufferStatus() == GL_FRAMEBUFFER_COMPLETE_EXT;
-    if (isComplete) {
-        images = drawPrintImages(scale);
-        restoreViewAfterPrinting();
-    }
-    target.deleteDepthBuffer();
-    if (!isComplete) return {};
+    const auto depthBufferIsDeleted = qScopeGuard([&target] { target.deleteDepthBuffer(); });
+    if (framebufferStatus() != GL_FRAMEBUFFER_COMPLETE_EXT) return {};
+    const PrintImages images = drawPrintImages(scale);
     return {borrowingImage(images.left, sideWidth, scale).copy(),
             borrowingImage(images.front, targetWidth, scale).copy(),
             borrowingImage(images.right, sideWidth, scale).copy()};
