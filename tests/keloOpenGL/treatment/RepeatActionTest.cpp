@@ -79,11 +79,32 @@ TEST(RepeatAction, aButtonIsPlacedAndRemovedByItsOwnFlags)
     EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(true, false)),
               RepeatOperation::ToggleButton);
     EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, false)), RepeatOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, true)), RepeatOperation::None);
     EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(true, true)), RepeatOperation::None);
     EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(false, false)),
               RepeatOperation::ToggleButton);
     EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, false)), RepeatOperation::None);
     EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(false, true)), RepeatOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, true)), RepeatOperation::None);
+}
+
+TEST(RepeatAction, bracketAndButtonActionsLookAtNoFlagOfTheTooth)
+{
+    for (const HiddenFlags tooth :
+         {HiddenFlags{false, true}, HiddenFlags{true, false}, HiddenFlags{true, true}}) {
+        RepeatTarget target = withBracket(true, false);
+        target.tooth = tooth;
+        EXPECT_EQ(repeated(ActionType::PlaceBracket, target),
+                  RepeatOperation::ColorAndToggleBracket);
+        target = withBracket(false, false);
+        target.tooth = tooth;
+        EXPECT_EQ(repeated(ActionType::RemoveBracket, target),
+                  RepeatOperation::RemoveColorAndToggleBracket);
+        EXPECT_EQ(repeated(ActionType::RemoveButton, target), RepeatOperation::ToggleButton);
+        target = withButton(true, false);
+        target.tooth = tooth;
+        EXPECT_EQ(repeated(ActionType::PlaceButton, target), RepeatOperation::ToggleButton);
+    }
 }
 
 TEST(RepeatAction, aToothIsPlacedWhereItIsHiddenAndRemovedWhereItIsNot)
@@ -92,6 +113,17 @@ TEST(RepeatAction, aToothIsPlacedWhereItIsHiddenAndRemovedWhereItIsNot)
     EXPECT_EQ(repeated(ActionType::PlaceTooth, withTooth(false)), RepeatOperation::None);
     EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(false)), RepeatOperation::ToggleTooth);
     EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(true)), RepeatOperation::None);
+}
+
+TEST(RepeatAction, aToothsSecondReasonToBeHiddenDoesNotCount)
+{
+    RepeatTarget target = withTooth(true);
+    target.tooth.secondary = true;
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), RepeatOperation::ToggleTooth);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), RepeatOperation::None);
+    target.tooth.primary = false;
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), RepeatOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), RepeatOperation::ToggleTooth);
 }
 
 TEST(RepeatAction, onlyColouringLooksAtTheToothOfTheMenu)
