@@ -3,7 +3,9 @@
 
 #include "tests/viewer/ScriptFixture.h"
 
-#include <functional>
+#include "viewer/PickPoints.h"
+
+#include <utility>
 
 namespace {
 
@@ -280,6 +282,192 @@ TEST_F(ActionRows, everyRepeatBeginsANewFullPeriod)
     play("advance 0.2");
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
     EXPECT_EQ(view->lastBracketColorTypeID(), std::nullopt);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, aRepeatWhoseConditionFailsBeginsANewFullPeriodToo)
+{
+    play("click tooth 8\nmenu \"Remove Bracket\"\nclick tooth 9\nadvance 2.5");
+    EXPECT_FALSE(repeatChangesSomething()) << "9 has none any more";
+    play("advance 2.9");
+    EXPECT_TRUE(view->repeatActionTimerIsRunning());
+    play("advance 0.2");
+    EXPECT_FALSE(view->repeatActionTimerIsRunning());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, aClickOnNothingInThePeriodTurnsTheJawsAndDoesNotProlongIt)
+{
+    play("click tooth 8\nmenu \"Red\"\nadvance 2.5");
+    takeCalls();
+    const auto rotation = view->worldRotation();
+    play("press left 20 580\ndrag 90 580");
+    EXPECT_NE(view->worldRotation(), rotation);
+    EXPECT_EQ(view->currentEventToothName(), std::nullopt);
+    play("release 90 580");
+    EXPECT_EQ(player->openMenu(), nullptr);
+    EXPECT_EQ(takeCalls(), QStringList());
+    EXPECT_TRUE(view->repeatActionTimerIsRunning());
+    play("advance 0.6");
+    EXPECT_FALSE(view->repeatActionTimerIsRunning()) << "3 seconds after the action";
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, theRightButtonRepeatsLikeTheLeft)
+{
+    play("click tooth 8\nmenu \"Red\"");
+    const auto point = viewer::clickablePoint(
+        *view, static_cast<std::uint32_t>(document().toothModels().at("9")->uniqueID()));
+    ASSERT_TRUE(point);
+    const QByteArray place = QByteArray::number(point->x) + ' ' + QByteArray::number(point->y);
+    play("press right " + place + "\nrelease " + place);
+    EXPECT_EQ(colorOf("9"), typeIDOf("Red"));
+    EXPECT_EQ(player->openMenu(), nullptr);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, aRepeatedColourShowsAToothThatIsOutWithItsBracket)
+{
+    document().toggleVisibilityOfBracket("9");
+    document().toggleVisibilityOfTooth("9");
+    play("click tooth 8\nmenu \"Red\"");
+    EXPECT_TRUE(repeatChangesSomething());
+    EXPECT_FALSE(tooth("9").hiddenPrimary());
+    EXPECT_TRUE(bracketIsShown("9"));
+    EXPECT_EQ(colorOf("9"), typeIDOf("Red"));
+    EXPECT_NO_GL_ERROR();
+}
+
+// What is redrawn, and in which order things happen
+
+TEST_F(ActionRows, everySingleActionAsksForARedraw)
+{
+    document().toggleVisibilityOfBracket("8");
+    // Buttons and teeth by the change of the mode that every action makes.
+    for (const char *title : {"Red", "Gold", "Remove Bracket", "Remove Lingual Button",
+                              "Place Lingual Button", "Remove Tooth", "Place Tooth"}) {
+        play("click tooth 8");
+        view->setNeedsDisplay(false);
+        play("menu \"" + QByteArray(title) + '"');
+        EXPECT_TRUE(view->needsDisplay()) << title;
+        play("advance 4");
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, everyActionOnAllAsksForARedraw)
+{
+    kelo::MenuItem row;
+    row.representedObject = document().availableBracketColorTypes().at(typeIDOf("Red"));
+    for (const auto action :
+         {&kelo::DXOpenGL::placeAllBracketsSelected, &kelo::DXOpenGL::markAllBracketsSelected,
+          &kelo::DXOpenGL::removeAllBracketsSelected, &kelo::DXOpenGL::clearAllBracketsSelected}) {
+        view->setNeedsDisplay(false);
+        (view.get()->*action)(row);
+        EXPECT_TRUE(view->needsDisplay());
+        EXPECT_FALSE(view->repeatActionTimerIsRunning());
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, aRepeatAsksForARedrawWhetherItsConditionHoldsOrNot)
+{
+    const auto pressOn9 = [this] {
+        const auto point = viewer::clickablePoint(
+            *view, static_cast<std::uint32_t>(document().toothModels().at("9")->uniqueID()));
+        const QByteArray place = QByteArray::number(point->x) + ' ' + QByteArray::number(point->y);
+        view->setNeedsDisplay(false);
+        view->bracketNameAtPoint_includeTeeth_isLingualButton(*point, true, nullptr);
+        EXPECT_FALSE(view->needsDisplay()) << "looking alone asks for none";
+        play("press left " + place);
+        EXPECT_TRUE(view->needsDisplay());
+        play("release " + place);
+    };
+    play("click tooth 8\nmenu \"Remove Bracket\"");
+    pressOn9();
+    ASSERT_FALSE(bracketIsShown("9"));
+    takeCalls();
+    pressOn9();
+    EXPECT_EQ(takeCalls(), QStringList()) << "its condition failed";
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionRows, aRepeatLeavesTheKindOfActionAsItWas)
+{
+    play("click tooth 8\nmenu \"Remove Lingual Button\"\nclick tooth 9\nclick tooth 10");
+    EXPECT_EQ(view->lastActionType(), 4);
+    play("advance 4\nclick tooth 8\nmenu \"Remove Tooth\"\nclick tooth 9\nclick tooth 9");
+    EXPECT_EQ(view->lastActionType(), 6);
+    EXPECT_NO_GL_ERROR();
+}
+
+/// Notes the colour that a bracket has at the moment when the host hears of its visibility.
+class ActionOrder : public ActionRows
+{
+protected:
+    ActionOrder()
+    {
+        kelo::DXDocumentModelDelegate &host = *document().delegate();
+        const auto logged = host.bracket_visibilityDidChange;
+        host.bracket_visibilityDidChange = [this, logged](const std::string &key, bool visible) {
+            colorsAtTheCall.push_back(colorOf(key));
+            logged(key, visible);
+        };
+    }
+    std::vector<std::optional<long>> takeColors() { return std::exchange(colorsAtTheCall, {}); }
+
+    using Colors = std::vector<std::optional<long>>;
+    Colors colorsAtTheCall;
+};
+
+TEST_F(ActionOrder, aPlacedBracketIsShownAndThenColoured)
+{
+    document().toggleVisibilityOfBracket("8");
+    document().bracket_setColorWithBracketColorTypeID("8", typeIDOf("Gold"));
+    takeColors();
+    play("click tooth 8\nmenu \"Red\"");
+    EXPECT_EQ(takeColors(), Colors{typeIDOf("Gold")});
+    EXPECT_EQ(colorOf("8"), typeIDOf("Red"));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionOrder, aRemovedBracketIsHiddenAndThenLosesItsColour)
+{
+    document().bracket_setColorWithBracketColorTypeID("8", typeIDOf("Gold"));
+    play("click tooth 8\nmenu \"Remove Bracket\"");
+    EXPECT_EQ(takeColors(), Colors{typeIDOf("Gold")});
+    EXPECT_EQ(colorOf("8"), 4999);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionOrder, aRepeatedPlacingColoursAndThenShows)
+{
+    document().toggleVisibilityOfBracket("8");
+    document().toggleVisibilityOfBracket("9");
+    document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Gold"));
+    play("click tooth 8\nmenu \"Red\"");
+    takeColors();
+    play("click tooth 9");
+    EXPECT_EQ(takeColors(), Colors{typeIDOf("Red")});
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionOrder, aRepeatedRemovalTakesTheColourAndThenHides)
+{
+    document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Gold"));
+    play("click tooth 8\nmenu \"Remove Bracket\"");
+    takeColors();
+    play("click tooth 9");
+    EXPECT_EQ(takeColors(), Colors{4999});
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ActionOrder, removingAllHidesEveryOneBeforeTheFirstLosesItsColour)
+{
+    for (const auto &[key, model] : document().bracketModels())
+        document().bracket_setColorWithBracketColorTypeID(key, typeIDOf("Gold"));
+    play("click tooth 8\nmenu \"Remove All Brackets\"");
+    EXPECT_EQ(takeColors(), Colors(document().bracketModels().size(), typeIDOf("Gold")));
     EXPECT_NO_GL_ERROR();
 }
 
