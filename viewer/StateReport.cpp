@@ -132,12 +132,15 @@ QJsonValue keysOrNull(const std::optional<std::vector<std::string>> &keys)
     return array;
 }
 
-/// Null where the index names no elastic of the document.
+/// Null where the index does not name the elastic that was clicked last: before any was clicked, or
+/// when others have moved up to its place.
 QJsonValue elasticIndexOrNull(const kelo::DXOpenGL &view)
 {
     const auto document = view.documentModel();
     const std::uint64_t index = view.currentEventElasticIndex();
-    if (!document || index >= document->elasticModels().size()) return QJsonValue::Null;
+    if (!document || !view.elasticWasClicked() || index >= document->elasticModels().size() ||
+        document->elasticModels()[index]->uniqueID() != view.lastClickedElasticID())
+        return QJsonValue::Null;
     return static_cast<qint64>(index);
 }
 

@@ -154,6 +154,8 @@ public:
     std::optional<long> lastBracketColorTypeID() const { return lastBracketColorTypeID_; }
     std::optional<long> lastElasticsSizeTypeID() const { return lastElasticsSizeTypeID_; }
     std::uint64_t lastClickedElasticID() const { return lastClickedElasticID_; }
+    /// False while lastClickedElasticID is only the zero that it begins with.
+    bool elasticWasClicked() const { return elasticWasClicked_; }
     /// The kind of the last action on one bracket, button or tooth: an ActionType.
     std::int64_t lastActionType() const { return lastActionType_; }
     /// @}
@@ -464,6 +466,7 @@ private:
     Name lastClickedToothName_;
     std::optional<std::vector<std::string>> bracketSequence_;
     std::uint64_t lastClickedElasticID_ = 0;
+    bool elasticWasClicked_ = false;
     /// The first bracket's own material, while that bracket is highlighted.
     std::shared_ptr<HVOGLMaterial> savedBracketMaterial;
     std::shared_ptr<HVOGLMaterial> highlightMaterial; ///< what that bracket has meanwhile

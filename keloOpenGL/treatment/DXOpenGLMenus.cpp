@@ -78,6 +78,7 @@ void DXOpenGL::displayElasticMenuForEvent(const Event &event)
     const auto menu = treatmentMenus().elasticMenu(menuContext());
     if (currentEventElasticIndex_ < document->elasticModels().size()) {
         lastClickedElasticID_ = document->elasticModels()[currentEventElasticIndex_]->uniqueID();
+        elasticWasClicked_ = true;
     } else {
         firstClickedToothName_ = currentEventToothName_;
         lastClickedToothName_ = currentEventToothName_;
