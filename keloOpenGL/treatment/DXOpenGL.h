@@ -146,6 +146,8 @@ public:
     void setCurrentEventToothName(const Name &name) { currentEventToothName_ = name; }
     /// The elastic under the pointer, as its place in the document's list, or notFound.
     std::uint64_t currentEventElasticIndex() const { return currentEventElasticIndex_; }
+    /// Whether the press that is going on began on nothing, so that its drag turns the jaws.
+    bool isRotating() const { return _rotating; }
     /// The keys of the elastic that is being strung; there exactly while one is.
     const std::optional<std::vector<std::string>> &bracketSequence() const
     {
