@@ -9,6 +9,9 @@ function(kelo_room NAME)
     target_include_directories(kelo_${NAME} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>)
     target_link_libraries(kelo_${NAME} PRIVATE kelo_options PUBLIC ${ROOM_LINKS})
+    # Only what is marked with KELO_EXPORT can be linked from outside of a shared library.
+    set_target_properties(kelo_${NAME} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
     foreach(room IN LISTS ROOM_USES)
         # Between object libraries this passes on include paths and Qt, never the objects.
         target_link_libraries(kelo_${NAME} PUBLIC kelo_${room})

@@ -5,6 +5,7 @@
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloOpenGL/Export.h"
 #include "models/NameKey.h"
 
 #include <concepts>
@@ -29,7 +30,7 @@ class Timer;
 inline constexpr long noBracketColorTypeID = 4999;
 
 /// Thrown by the lists of models when one that they name is not loaded; the text says which.
-class ModelNotLoaded : public std::runtime_error
+class KELO_EXPORT ModelNotLoaded : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -52,7 +53,7 @@ struct ElasticModelDictionary
 ///
 /// Hold it in a shared_ptr: then it stays alive for as long as one of its operations runs, whatever
 /// the delegate lets go of. Timers are the main run loop's. Main thread only.
-class DXDocumentModel : public std::enable_shared_from_this<DXDocumentModel>
+class KELO_EXPORT DXDocumentModel : public std::enable_shared_from_this<DXDocumentModel>
 {
 public:
     using Models = NameKeyDictionary<std::shared_ptr<DXGLightweightModel>>;

@@ -2,6 +2,7 @@
 
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloOpenGL/Export.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,7 +14,7 @@ namespace kelo {
 /// One placed elastic (rubber band): its size and the brackets and lingual buttons that it runs
 /// through. Two elastics are the same only if they are the same object. Its setters announce
 /// nothing; changes that the host is to hear of go through the document model.
-class ElasticModel
+class KELO_EXPORT ElasticModel
 {
 public:
     /// Takes the next identifier.

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "geometry/Vector.h"
+#include "keloOpenGL/Export.h"
 
 #include <memory>
 #include <set>
@@ -16,7 +17,7 @@ namespace kelo {
 
 class MutableExtents;
 
-class Extents
+class KELO_EXPORT Extents
 {
 public:
     // An empty box: all six bounds 0, not active.
@@ -94,7 +95,7 @@ protected:
     bool _active = false;
 };
 
-class MutableExtents : public Extents
+class KELO_EXPORT MutableExtents : public Extents
 {
 public:
     using Extents::Extents;

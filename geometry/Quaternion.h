@@ -12,6 +12,7 @@
 
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
+#include "keloOpenGL/Export.h"
 
 #include <cmath>
 #include <type_traits>
@@ -29,7 +30,7 @@ static_assert(sizeof(Quaternion) == 4 * sizeof(float) && std::is_standard_layout
 
 // Making and taking apart
 
-void Quaternion_loadIdentity(Quaternion *q);
+KELO_EXPORT void Quaternion_loadIdentity(Quaternion *q);
 
 [[nodiscard]] constexpr Quaternion Quaternion_init(float x, float y, float z, float w)
 {
@@ -41,16 +42,16 @@ void Quaternion_loadIdentity(Quaternion *q);
 // is not greater than 0 the result is (NaN, NaN, NaN, 1), the NaNs being the quiet NaN of the bit
 // pattern 0x7FC00000, whatever the angle: a missing axis is to show, not to pass for a rotation by
 // 0.
-[[nodiscard]] Quaternion Quaternion_fromAxisAngle(Vector3 axis, float angleInRadians);
+[[nodiscard]] KELO_EXPORT Quaternion Quaternion_fromAxisAngle(Vector3 axis, float angleInRadians);
 
 // The axis (unit length) and the angle, 0 ... 2 pi, of q, which need not be a unit quaternion.
 // Either pointer may be null. Where the rotation is too small to have an axis (sine of half the
 // angle under 0.0005), axis is the vector part of the normalised quaternion as it is: (0, 0, 0) for
 // the identity.
-void Quaternion_toAxisAngle(Quaternion q, Vector3 *axis, float *angleInRadians);
+KELO_EXPORT void Quaternion_toAxisAngle(Quaternion q, Vector3 *axis, float *angleInRadians);
 
 // The rotation matrix of a unit quaternion. q is not normalised first; another length distorts.
-[[nodiscard]] Matrix Quaternion_toMatrix(Quaternion q);
+[[nodiscard]] KELO_EXPORT Matrix Quaternion_toMatrix(Quaternion q);
 
 // Arithmetic
 
@@ -62,12 +63,13 @@ inline void Quaternion_multiply(Quaternion *q, Quaternion r);
 [[nodiscard]] inline Quaternion Quaternion_multiplied(Quaternion q, Quaternion r);
 
 // q times Quaternion_fromAxisAngle(axis, angleInRadians).
-void Quaternion_rotate(Quaternion *q, Vector3 axis, float angleInRadians);
-[[nodiscard]] Quaternion Quaternion_rotated(Quaternion q, Vector3 axis, float angleInRadians);
+KELO_EXPORT void Quaternion_rotate(Quaternion *q, Vector3 axis, float angleInRadians);
+[[nodiscard]] KELO_EXPORT Quaternion Quaternion_rotated(Quaternion q, Vector3 axis,
+                                                        float angleInRadians);
 
 // The inverse (-x, -y, -z, w) / (x^2 + y^2 + z^2 + w^2); of a zero quaternion, NaNs.
-void Quaternion_invert(Quaternion *q);
-[[nodiscard]] Quaternion Quaternion_inverted(Quaternion q);
+KELO_EXPORT void Quaternion_invert(Quaternion *q);
+[[nodiscard]] KELO_EXPORT Quaternion Quaternion_inverted(Quaternion q);
 
 // Spherical linear interpolation from left (t = 0) to right (t = 1), both of unit length; the
 // result has unit length. With the dot product d and a = acos |d| the weights are
@@ -82,9 +84,9 @@ void Quaternion_invert(Quaternion *q);
 
 // The vector part of q (v, 0) q^-1, with q^-1 as Quaternion_invert gives it, so that a q of another
 // length than 1 still rotates without scaling.
-[[nodiscard]] Vector3 Quaternion_multiplyVector3(Quaternion q, Vector3 v);
+[[nodiscard]] KELO_EXPORT Vector3 Quaternion_multiplyVector3(Quaternion q, Vector3 v);
 // x, y, z as above; w is passed through.
-[[nodiscard]] Vector4 Quaternion_multiplyVector4(Quaternion q, Vector4 v);
+[[nodiscard]] KELO_EXPORT Vector4 Quaternion_multiplyVector4(Quaternion q, Vector4 v);
 
 // Inline for speed: handed to a compiled function, a quaternion travels in two halves, and putting
 // it together again costs more than the arithmetic.

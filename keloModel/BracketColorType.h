@@ -1,6 +1,7 @@
 #pragma once
 
 #include "keloModel/QKType.h"
+#include "keloOpenGL/Export.h"
 
 #include <array>
 #include <optional>
@@ -8,7 +9,7 @@
 namespace kelo {
 
 /// A colour that a bracket may take.
-struct BracketColorType : QKType
+struct KELO_EXPORT BracketColorType : QKType
 {
     /// Red, green, blue, alpha, each 0 to 1; may be absent.
     std::optional<std::array<double, 4>> bracketColor;

@@ -3,6 +3,7 @@
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloOpenGL/Export.h"
 
 #include <memory>
 #include <optional>
@@ -17,7 +18,7 @@ namespace kelo {
 class QKTypeManager;
 
 /// What a clinic offers its clinicians: bracket colours, elastic sizes, named elastics.
-struct Catalogue
+struct KELO_EXPORT Catalogue
 {
     std::vector<std::shared_ptr<BracketColorType>> bracketColorTypes;
     std::vector<std::shared_ptr<ElasticsSizeType>> elasticsSizeTypes;
@@ -49,14 +50,15 @@ struct CatalogueReading
 /// least two, or empty. Unknown members are problems too, since they are misspelt ones.
 ///
 /// A list that is left out is taken from `defaults`; without defaults it is a problem.
-CatalogueReading catalogueFromJSON(const QByteArray &text, const Catalogue *defaults = nullptr);
+KELO_EXPORT CatalogueReading catalogueFromJSON(const QByteArray &text,
+                                               const Catalogue *defaults = nullptr);
 
 /// The same for an object inside a larger text; `place` stands in front of every problem's place.
-CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
-                                   const Catalogue *defaults = nullptr);
+KELO_EXPORT CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
+                                               const Catalogue *defaults = nullptr);
 
 /// The text that reads back as the same catalogue.
-QByteArray catalogueAsJSON(const Catalogue &catalogue);
-QJsonObject catalogueAsJSONObject(const Catalogue &catalogue);
+KELO_EXPORT QByteArray catalogueAsJSON(const Catalogue &catalogue);
+KELO_EXPORT QJsonObject catalogueAsJSONObject(const Catalogue &catalogue);
 
 } // namespace kelo

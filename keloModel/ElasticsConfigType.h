@@ -1,11 +1,12 @@
 #pragma once
 
 #include "keloModel/QKType.h"
+#include "keloOpenGL/Export.h"
 
 namespace kelo {
 
 /// A named elastic: a size, and the members that the band runs through.
-struct ElasticsConfigType : QKType
+struct KELO_EXPORT ElasticsConfigType : QKType
 {
     /// The typeID of its ElasticsSizeType; 0 or less when it names none.
     long elasticsSizeTypeID = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -16,7 +18,7 @@ namespace kelo {
 
 /// Collects what is wrong with a JSON text, each problem with its place in front, as in
 /// "notes[2].date: must be a date, as in 2026-11-20".
-class JSONProblems
+class KELO_EXPORT JSONProblems
 {
 public:
     void add(const std::string &place, const std::string &reason)

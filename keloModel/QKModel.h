@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -15,7 +17,7 @@ struct QKEntity
 
 /// Raised by who needs an entity that the data model does not know. what() is the reason after the
 /// name: "No entity for name: name = X".
-class NoEntityForName : public std::runtime_error
+class KELO_EXPORT NoEntityForName : public std::runtime_error
 {
 public:
     explicit NoEntityForName(const std::string &entityName);
@@ -33,7 +35,7 @@ private:
 /// The entities of the host's data model. The default model starts with "BracketColorType",
 /// "ElasticsSizeType" and "ElasticsConfigType", each of the class of its name; a host adds its own.
 /// Main thread only.
-class QKModel
+class KELO_EXPORT QKModel
 {
 public:
     /// A model with the three entities of the catalogues.

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <string>
 
 namespace kelo {
 
 /// A record of one of the host's catalogues. Held by shared_ptr wherever it is retained.
-struct QKType
+struct KELO_EXPORT QKType
 {
     virtual ~QKType() = default;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "keloModel/QKType.h"
+#include "keloOpenGL/Export.h"
 
 #include <map>
 #include <memory>
@@ -11,7 +12,7 @@ namespace kelo {
 
 /// Finds catalogue records by kind and identifier. A host fills it with its catalogues; it starts
 /// empty. Main thread only.
-class QKTypeManager
+class KELO_EXPORT QKTypeManager
 {
 public:
     static QKTypeManager &typeManager();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,7 +11,7 @@ namespace kelo {
 /// Which teeth, brackets and lingual buttons a treatment note knows, and how they pair. A host with
 /// a chart of its own derives from this and hands it to TreatmentNote::setKeys; what it does not
 /// override is the standard chart of 28 teeth, universal numbers without the wisdom teeth.
-class TreatmentNoteKeys
+class KELO_EXPORT TreatmentNoteKeys
 {
 public:
     virtual ~TreatmentNoteKeys();
@@ -42,7 +44,7 @@ public:
 };
 
 /// The key lists in use; see TreatmentNoteKeys for what each holds.
-class TreatmentNote
+class KELO_EXPORT TreatmentNote
 {
 public:
     static std::vector<std::string> upperToothNameKeys();

@@ -5,6 +5,8 @@
 /// The order below is that of the rooms, ground floor first. A host that wants shorter compile
 /// times includes the headers that it uses instead, under the same names.
 
+#include "keloOpenGL/Export.h"
+
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
 #include "geometry/Quaternion.h"
@@ -44,6 +46,7 @@
 #include "models/NameKey.h"
 #include "models/OBJReader.h"
 #include "models/ToothModelLoader.h"
+#include "models/UserDefaultsColor.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/DXDocumentModelDelegate.h"
@@ -56,7 +59,10 @@
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
+#include "keloOpenGL/view/MouthTransforms.h"
 #include "keloOpenGL/view/PackedData.h"
+#include "keloOpenGL/view/SimpleTexture.h"
+#include "keloOpenGL/view/StringTexture.h"
 #include "keloOpenGL/windows/DXDocument.h"
 #include "keloOpenGL/windows/OptionPanelController.h"
 #include "keloOpenGL/windows/SheetController.h"

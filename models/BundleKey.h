@@ -1,11 +1,13 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <string>
 
 namespace kelo {
 
 /// The identifier of the library's own resource bundle: meshes, images and interface files.
 /// For ResourceBundle::bundleWithIdentifier.
-extern const std::string keloOpenGLBundleKey;
+extern KELO_EXPORT const std::string keloOpenGLBundleKey;
 
 } // namespace kelo

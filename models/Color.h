@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <array>
 #include <cstddef>
 
@@ -9,7 +11,7 @@ namespace kelo {
 ///
 /// There is one RGB space: device and calibrated RGB are the same here, so no conversion is ever
 /// needed before the components are read. Components outside 0 to 1 are kept as they are.
-struct Color
+struct KELO_EXPORT Color
 {
     double red = 0.0;
     double green = 0.0;

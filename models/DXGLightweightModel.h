@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry/Extents.h"
+#include "keloOpenGL/Export.h"
 #include "models/OBJReader.h"
 
 #include <cstdint>
@@ -33,7 +34,7 @@ inline constexpr char modelChangedNotification[] = "modelChangedNotification";
 ///     Error: Model N has the index I but only V vertices, and is not drawn
 ///
 /// Main thread only.
-class DXGLightweightModel
+class KELO_EXPORT DXGLightweightModel
 {
 public:
     /// Copies the arrays (the caller keeps its own), computes the extents, takes the next unique

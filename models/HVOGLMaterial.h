@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "models/Color.h"
 
 #include <cstddef>
@@ -18,7 +19,7 @@ namespace kelo {
 ///
 /// A colour may be absent ("no colour"). Drawing then uses, for the absent ones alone, what a
 /// material made from white has in their place, so that a material of no colour draws as white.
-class HVOGLMaterial
+class KELO_EXPORT HVOGLMaterial
 {
 public:
     using OptionalColor = std::optional<Color>;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,17 +16,17 @@ namespace kelo {
 /// The number at the start of the key: blanks, then an optional sign, then digits, whatever
 /// follows. 0 when there is none; held at the limits of int when it lies beyond them. A button
 /// counts as its tooth: "8l" is 8.
-int integerValueOfNameKey(std::string_view key);
+KELO_EXPORT int integerValueOfNameKey(std::string_view key);
 
 /// True for a key that holds the letter l anywhere.
-bool isButtonKey(std::string_view key);
+KELO_EXPORT bool isButtonKey(std::string_view key);
 
 /// The key without any letter l: a button's tooth, and of any other key the key itself.
-std::string toothKeyOfNameKey(std::string_view key);
+KELO_EXPORT std::string toothKeyOfNameKey(std::string_view key);
 
 /// The natural order of keys: by number first and by text among equal numbers, so that "2" comes
 /// before "15" and "8" before "8l" before "9".
-struct NameKeyLess
+struct KELO_EXPORT NameKeyLess
 {
     using is_transparent = void;
     bool operator()(std::string_view first, std::string_view second) const;

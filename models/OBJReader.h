@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 
 /// Reader of the Wavefront OBJ subset that tooth, gum, bracket and button meshes are written in:
@@ -60,7 +62,7 @@ static_assert(sizeof(OBJVertex) == 24);
 /// number and does not return. `meshcheck` finds both before anything is loaded.
 ///
 /// Keeps no state between calls; may run on several threads at once.
-bool loadOBJFile(const char *path, OBJVertex **vertices, std::uint32_t *vertexCount,
-                 std::uint32_t **indexes, std::uint32_t *indexCount);
+KELO_EXPORT bool loadOBJFile(const char *path, OBJVertex **vertices, std::uint32_t *vertexCount,
+                             std::uint32_t **indexes, std::uint32_t *indexCount);
 
 } // namespace kelo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "models/HVOGLMaterial.h"
 #include "models/NameKey.h"
 
@@ -15,7 +16,7 @@ namespace kelo {
 class DXGLightweightModel;
 
 /// Thrown for a name key whose mesh is not in the resource bundle; the text names both.
-class MissingResource : public std::runtime_error
+class KELO_EXPORT MissingResource : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -24,7 +25,7 @@ public:
 /// Loads the standard sets of meshes (gums, teeth, brackets, lingual buttons) by name key from the
 /// library's resource bundle, and makes their standard materials. Main thread only; a second thread
 /// that reads files lives no longer than the call.
-class ToothModelLoader
+class KELO_EXPORT ToothModelLoader
 {
 public:
     using Paths = NameKeyDictionary<std::string>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "models/Color.h"
 #include "platform/UserDefaults.h"
 
@@ -12,11 +13,13 @@ namespace kelo {
 ///
 /// The bytes: the four letters RGBA, then red, green, blue and alpha as little-endian IEEE doubles,
 /// 36 bytes in all.
-void UserDefaults_setColor_forKey(UserDefaults &defaults, const std::optional<Color> &color,
-                                  const std::string &key);
+KELO_EXPORT void UserDefaults_setColor_forKey(UserDefaults &defaults,
+                                              const std::optional<Color> &color,
+                                              const std::string &key);
 
 /// The colour stored under the key; nothing when there is none, or when the bytes have another
 /// length, other leading letters, or a component that is no finite number.
-std::optional<Color> UserDefaults_colorForKey(const UserDefaults &defaults, const std::string &key);
+KELO_EXPORT std::optional<Color> UserDefaults_colorForKey(const UserDefaults &defaults,
+                                                          const std::string &key);
 
 } // namespace kelo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <functional>
 #include <string>
 
@@ -18,7 +20,7 @@ struct Alert
 /// there it writes one line to standard error, the headline and after a blank the rest (after ": "
 /// when the headline does not end as a sentence). Tests and scripts put their own. Main thread
 /// only.
-class AlertPresenter
+class KELO_EXPORT AlertPresenter
 {
 public:
     using Presenter = std::function<void(const Alert &)>;
@@ -33,6 +35,6 @@ public:
 
 /// The default presenter of graphical applications (platform/widgets): a box in front of the active
 /// window. Needs a QApplication.
-void runModalAlertBox(const Alert &alert);
+KELO_EXPORT void runModalAlertBox(const Alert &alert);
 
 } // namespace kelo

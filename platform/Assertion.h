@@ -1,12 +1,14 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace kelo {
 
 /// A programming error, such as a buffer of the wrong length.
-class AssertionFailure : public std::logic_error
+class KELO_EXPORT AssertionFailure : public std::logic_error
 {
 public:
     using std::logic_error::logic_error;
@@ -15,8 +17,7 @@ public:
 /// Throws AssertionFailure with `message` when `condition` does not hold, in every kind of build.
 inline void assertThat(bool condition, const char *message)
 {
-    if (!condition)
-        throw AssertionFailure(message);
+    if (!condition) throw AssertionFailure(message);
 }
 
 } // namespace kelo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/Rect.h"
 
 #include <cstdint>
@@ -82,17 +83,17 @@ struct Event
 
 /// Modifier bits of a Qt modifier set: Control, Shift and Command (the Meta key) are their own,
 /// Alt is Option, keypad keys set NumericPad.
-std::uint32_t modifierFlagsFromQt(int qtKeyboardModifiers);
+KELO_EXPORT std::uint32_t modifierFlagsFromQt(int qtKeyboardModifiers);
 
 /// The characters of a Qt key press: a FunctionKey code point for the keys that have one, otherwise
 /// the text without regard to a held Control key ("a", not the control character; the small letter,
 /// since Qt does not tell the shifted one then). Empty for keys that stand for nothing, such as
 /// Shift alone.
-std::u16string charactersFromQt(int qtKey, const std::u16string &text);
+KELO_EXPORT std::u16string charactersFromQt(int qtKey, const std::u16string &text);
 
 /// Scroll deltas in lines, with Qt's signs: x is positive to the left, y away from the user. A
 /// wheel notch of 120 eighths of a degree is one line, finer wheels give fractions; a trackpad's
 /// pixel deltas are divided by 10 pixels a line.
-Point scrollDeltaInLines(const QWheelEvent &event);
+KELO_EXPORT Point scrollDeltaInLines(const QWheelEvent &event);
 
 } // namespace kelo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/Event.h"
 
 #include <any>
@@ -18,7 +19,7 @@ class OpenGLView;
 enum class MenuItemState { Off, On, Mixed };
 
 /// One row of a menu, as data.
-struct MenuItem
+struct KELO_EXPORT MenuItem
 {
     std::string title;
     /// The action's selector, such as "placeToothSelected:"; empty for a row without action.
@@ -41,7 +42,7 @@ struct MenuItem
 };
 
 /// Whoever fills or validates a menu when it is about to open. Not owned by the menu.
-class MenuDelegate
+class KELO_EXPORT MenuDelegate
 {
 public:
     virtual ~MenuDelegate() = default;
@@ -56,7 +57,7 @@ public:
 };
 
 /// A menu as data: what it shows is decided before, how it is shown is the presenter's affair.
-class Menu
+class KELO_EXPORT Menu
 {
 public:
     explicit Menu(std::string title = {}) : title_(std::move(title)) {}
@@ -97,7 +98,7 @@ private:
 
 /// Shows context menus. The default presenter pops up a native menu and returns when it has closed;
 /// scripts put one that keeps the menu open as data until an item is chosen.
-class ContextMenuPresenter
+class KELO_EXPORT ContextMenuPresenter
 {
 public:
     using Presenter =
@@ -118,7 +119,7 @@ public:
 /// QApplication no menu can be shown: it closes at once without a choice.
 /// A view that has a window may end while the menu is open; the menu then closes without a choice
 /// and without telling the delegate.
-void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
-                            OpenGLView &view);
+KELO_EXPORT void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
+                                        OpenGLView &view);
 
 } // namespace kelo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,7 +20,7 @@ struct Notification
 /// only. Observers are told in the order in which they were added. They may add and remove
 /// observers, themselves included, from inside a notification: one that is added is told from the
 /// next notification on, one that is removed is not told any more.
-class NotificationCenter
+class KELO_EXPORT NotificationCenter
 {
 public:
     using Handler = std::function<void(const Notification &)>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/NotificationCenter.h"
 
 #include <cstdint>
@@ -29,7 +30,7 @@ inline constexpr std::uint32_t OnSender = 2;
 /// Notifications of one style are posted in the order in which they were queued; what an observer
 /// queues meanwhile waits for a later pass.
 /// A queued notification's object must live until it is posted or dequeued. Main thread only.
-class NotificationQueue
+class KELO_EXPORT NotificationQueue
 {
 public:
     /// The centre must outlive the queue. What is queued when a queue ends is not posted.

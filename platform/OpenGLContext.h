@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -17,7 +19,7 @@ struct PixelFormat
 };
 
 /// Thrown when legacy OpenGL is not to be had; the text is one sentence for the user.
-class OpenGLUnavailable : public std::runtime_error
+class KELO_EXPORT OpenGLUnavailable : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -32,7 +34,7 @@ public:
 /// Keep no strong reference for longer than a call: the context ends with its view, and whoever
 /// still holds it then holds one that cannot be made current any more.
 /// Main thread only.
-class OpenGLContext : public std::enable_shared_from_this<OpenGLContext>
+class KELO_EXPORT OpenGLContext : public std::enable_shared_from_this<OpenGLContext>
 {
 public:
     virtual ~OpenGLContext();

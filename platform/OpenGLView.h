@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/Event.h"
 #include "platform/OpenGLContext.h"
 #include "platform/Rect.h"
@@ -38,7 +39,7 @@ enum class SurfaceKind {
 ///
 /// Redraws are asked for with setNeedsDisplay and coalesced; nothing is drawn while the window is
 /// not exposed. Main thread only.
-class OpenGLView
+class KELO_EXPORT OpenGLView
 {
 public:
     explicit OpenGLView(const Rect &frame, const PixelFormat &pixelFormat = {});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/RunLoop.h"
 
 #include <QObject>
@@ -13,7 +14,7 @@ namespace kelo {
 /// modal boxes, included) and the system's clock. Nothing fires early; how late depends on the
 /// event loop, about a millisecond at best. Waits for an application object: what is scheduled
 /// before there is one fires once something is scheduled after.
-class QtRunLoop : public QObject, public RunLoop
+class KELO_EXPORT QtRunLoop : public QObject, public RunLoop
 {
 public:
     /// Where the loop has its time from, in seconds.

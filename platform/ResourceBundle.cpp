@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <dlfcn.h>
+
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -14,6 +16,12 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string &searchFolder()
+{
+    static std::string folder;
+    return folder;
+}
+
+std::string &packageFolder()
 {
     static std::string folder;
     return folder;
@@ -47,6 +55,17 @@ fs::path programFolder()
     return {};
 }
 
+/// The share folder beside the shared library; with the static one, the program's.
+fs::path shareFolderOfLibrary()
+{
+    Dl_info library;
+    if (dladdr(reinterpret_cast<const void *>(&shareFolderOfLibrary), &library) == 0) return {};
+    std::error_code error;
+    // The name can be one of the links beside the library, or relative to the folder of the start.
+    const fs::path file = fs::canonical(library.dli_fname, error);
+    return error ? fs::path() : file.parent_path() / KELO_DATA_DIR_FROM_LIBRARY;
+}
+
 bool isPlainName(const std::string &name)
 {
     return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos;
@@ -71,6 +90,9 @@ std::vector<fs::path> foldersToSearch(const std::string &identifier)
         folders.push_back(program.parent_path() / "share" / identifier);
         folders.push_back(program / identifier);
     }
+    if (const fs::path share = shareFolderOfLibrary(); !share.empty())
+        folders.push_back(share / identifier);
+    if (!packageFolder().empty()) folders.emplace_back(packageFolder());
     folders.push_back(fs::path(KELO_INSTALL_DATA_DIR) / identifier);
     return folders;
 }
@@ -99,6 +121,12 @@ ResourceBundle::bundleWithIdentifier(const std::string &identifier)
 void ResourceBundle::setSearchFolder(const std::string &folder)
 {
     searchFolder() = folder;
+    foundBundles().clear();
+}
+
+void ResourceBundle::setPackageFolder(const std::string &folder)
+{
+    packageFolder() = folder;
     foundBundles().clear();
 }
 

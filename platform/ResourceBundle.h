@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -7,14 +9,15 @@
 namespace kelo {
 
 /// A folder of resources, found by the identifier that stands in its file `bundle-identifier`.
-class ResourceBundle
+class KELO_EXPORT ResourceBundle
 {
 public:
     /// Finds the bundle with this identifier. Looked at in order: the folder given to
-    /// setSearchFolder and `<identifier>` in it, `../share/<identifier>` and `<identifier>` seen
+    /// setSearchFolder and `<identifier>` in it; `../share/<identifier>` and `<identifier>` seen
     /// from the folder of the running program (the build tree and an installation look alike
-    /// there), and `<identifier>` in the share folder of the prefix that the library was installed
-    /// under. A folder counts when the first line of its file `bundle-identifier` is the identifier
+    /// there); `<identifier>` in the share folder beside the shared library; the folder given to
+    /// setPackageFolder; and `<identifier>` in the share folder of the prefix that the library was
+    /// configured for. A folder counts when the first line of `bundle-identifier` is the identifier
     /// (blanks around it do not matter). Null when none counts. A found bundle is kept and returned
     /// again. An identifier that is empty, or is no plain folder name, is never found.
     static std::shared_ptr<const ResourceBundle>
@@ -23,6 +26,10 @@ public:
     /// A setting that comes before every other place; an empty string takes it back. Forgets the
     /// bundles found so far.
     static void setSearchFolder(const std::string &folder);
+
+    /// The folder of the library's own bundle as find_package found it. The package calls this in
+    /// hosts of the static library, before main; a host has no need to.
+    static void setPackageFolder(const std::string &folder);
 
     /// A bundle of any folder, whether or not it holds an identifier; for hosts and tests. Null
     /// when there is no such folder.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -29,7 +31,7 @@ constexpr RunLoopModes operator|(RunLoopMode a, RunLoopMode b)
 /// invalidate it early. A repeating timer whose interval is below 0.1 ms repeats every 0.1 ms.
 /// A timer whose callback is running does not fire a second time from inside it (as from the event
 /// loop of an alert that the callback shows); its turn comes when the callback has returned.
-class Timer : public std::enable_shared_from_this<Timer>
+class KELO_EXPORT Timer : public std::enable_shared_from_this<Timer>
 {
 public:
     using Callback = std::function<void(Timer &)>;
@@ -70,7 +72,7 @@ private:
 /// A callback may do anything: schedule, invalidate, let a nested event loop run, or replace and
 /// destroy the loop. A loop that ends invalidates its timers and drops its tasks.
 /// Main thread only.
-class RunLoop
+class KELO_EXPORT RunLoop
 {
 public:
     virtual ~RunLoop();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -16,7 +18,7 @@ namespace kelo {
 /// Any text, the empty one included, is a key. A number can be read as text (the shortest decimal
 /// that gives the same number again), and text that is a number from end to end as a number, both
 /// without regard to the locale. Main thread only.
-class UserDefaults
+class KELO_EXPORT UserDefaults
 {
 public:
     using Bytes = std::vector<std::uint8_t>;

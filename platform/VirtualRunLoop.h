@@ -1,12 +1,13 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/RunLoop.h"
 
 namespace kelo {
 
 /// A run loop whose clock stands still until it is told to advance. For tests, replays of
 /// interaction scripts, and headless runs.
-class VirtualRunLoop : public RunLoop
+class KELO_EXPORT VirtualRunLoop : public RunLoop
 {
 public:
     explicit VirtualRunLoop(double startTime = 0.0) : now_(startTime) {}

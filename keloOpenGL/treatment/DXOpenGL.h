@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "keloOpenGL/treatment/PickBox.h"
 #include "keloOpenGL/treatment/PickTarget.h"
@@ -31,10 +32,10 @@ struct MenuContext;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
-extern int elasticConfigNamingAction;
+extern KELO_EXPORT int elasticConfigNamingAction;
 
 /// For hosts: how long they show a message, in seconds. The view itself never reads it.
-extern double gMsgPresistance;
+extern KELO_EXPORT double gMsgPresistance;
 
 /// The index of no elastic.
 inline constexpr std::uint64_t notFound = 0x7FFFFFFFFFFFFFFF;
@@ -65,7 +66,7 @@ inline constexpr std::uint64_t notFound = 0x7FFFFFFFFFFFFFFF;
 /// after the last turn of the wheel.
 ///
 /// Timers are the main run loop's. Main thread only.
-class DXOpenGL : public HVOGLSmoothView
+class KELO_EXPORT DXOpenGL : public HVOGLSmoothView
 {
 public:
     explicit DXOpenGL(const Rect &frame);

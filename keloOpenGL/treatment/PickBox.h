@@ -2,6 +2,7 @@
 
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
+#include "keloOpenGL/Export.h"
 
 #include <array>
 
@@ -13,7 +14,7 @@ namespace kelo {
 /// The answer errs on the safe side only: the pixel counts with its neighbours all round, and with
 /// what single-precision transforms may be wrong by. Under matrices that do not keep parallels
 /// (a perspective), or that hold no numbers, every box counts as seen.
-class PickBox
+class KELO_EXPORT PickBox
 {
 public:
     /// The pixel's column and row count from the lower left pixel of the drawable, from 0; the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/OpenGLContext.h"
 #include "platform/Rect.h"
 
@@ -12,7 +13,7 @@ namespace kelo {
 /// sample a pixel, as a framebuffer object of the current context. It is made on first use, kept,
 /// made anew for another size, and made again in a new context after its own was lost. What it
 /// holds when a Binding begins is undefined.
-class PickTarget
+class KELO_EXPORT PickTarget
 {
 public:
     PickTarget() = default;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 
 namespace kelo {
@@ -45,6 +47,7 @@ enum class RepeatOperation {
 
 /// Repeats an action only where it is still to be done. Colouring alone looks at no flag: it skips
 /// only the tooth that the menu was opened on, and shows a bracket that is hidden.
-RepeatOperation repeatOperation(std::int64_t lastActionType, const RepeatTarget &target);
+KELO_EXPORT RepeatOperation repeatOperation(std::int64_t lastActionType,
+                                            const RepeatTarget &target);
 
 } // namespace kelo

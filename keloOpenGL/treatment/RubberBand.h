@@ -2,6 +2,7 @@
 
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/treatment/RubberBandTables.h"
 
 #include <cstddef>
@@ -52,16 +53,15 @@ inline constexpr std::size_t rubberBandIndicesPerNode = 48;
 
 /// The table for a mouth opening in radians, of either direction: closed below 5 degrees, partly
 /// open below 20, else open.
-std::span<const AnchorSequence> anchorSequencesForMouthOpenAngle(double angleInRadians);
+KELO_EXPORT std::span<const AnchorSequence> anchorSequencesForMouthOpenAngle(double angleInRadians);
 
 /// Replaces `nodes` by those of the band, with their offsets. Nothing is allocated once `nodes` has
 /// the room. A closed band comes back from its last key to its first, an open one ends at the last.
 /// Returns null, or the first key that has no hook; `nodes` is then of no use.
-const std::string *calculateRubberBandNodes(std::span<const std::string> keys, bool closeLoop,
-                                            const Matrix &upperMouthTransform,
-                                            const Matrix &lowerMouthTransform,
-                                            double mouthOpenAngleInRadians,
-                                            std::vector<RubberBandNode> &nodes);
+KELO_EXPORT const std::string *
+calculateRubberBandNodes(std::span<const std::string> keys, bool closeLoop,
+                         const Matrix &upperMouthTransform, const Matrix &lowerMouthTransform,
+                         double mouthOpenAngleInRadians, std::vector<RubberBandNode> &nodes);
 
 /// The path's points of a node: entry, apex and exit, each at the distance radius + 0.5 from its
 /// position (0.5 is half the band's thickness, so that its inner edge touches the hook).
@@ -69,15 +69,16 @@ struct RubberBandPoints
 {
     Vector3 entry, apex, exit;
 };
-RubberBandPoints rubberBandPoints(const RubberBandNode &node);
+KELO_EXPORT RubberBandPoints rubberBandPoints(const RubberBandNode &node);
 
 /// Writes rubberBandVerticesPerNode vertices a node; `vertices` is only written, front to back.
 /// At least one node.
-void writeRubberBandVertices(std::span<const RubberBandNode> nodes, RubberBandVertex *vertices);
+KELO_EXPORT void writeRubberBandVertices(std::span<const RubberBandNode> nodes,
+                                         RubberBandVertex *vertices);
 /// Writes rubberBandIndicesPerNode indices a node: quadrilaterals, the last ones closing the ring.
-void writeRubberBandIndices(std::size_t nodeCount, std::uint32_t *indices);
+KELO_EXPORT void writeRubberBandIndices(std::size_t nodeCount, std::uint32_t *indices);
 
 /// How many of those indices are drawn: an open band ends at the entry of its last node.
-std::size_t rubberBandIndexCount(std::size_t nodeCount, bool closeLoop);
+KELO_EXPORT std::size_t rubberBandIndexCount(std::size_t nodeCount, bool closeLoop);
 
 } // namespace kelo

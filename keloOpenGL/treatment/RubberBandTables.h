@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry/Vector.h"
+#include "keloOpenGL/Export.h"
 
 #include <cstdint>
 #include <span>
@@ -40,17 +41,17 @@ struct AnchorSequence
 
 /// 56 hooks: the brackets "2" to "15" and "18" to "31", and the buttons "2l" to "15l" and "18l" to
 /// "31l". Made on first use, main thread only, and kept.
-const std::unordered_map<std::string_view, bracketHookInfo> &bracketHookPositions();
+KELO_EXPORT const std::unordered_map<std::string_view, bracketHookInfo> &bracketHookPositions();
 
 /// Whether what stands under this key moves with the upper jaw: "2" to "15" and "2l" to "15l".
-bool isUpperToothName(std::string_view key);
+KELO_EXPORT bool isUpperToothName(std::string_view key);
 
 /// The 103 anchors.
-std::span<const BandAnchor> anchors();
+KELO_EXPORT std::span<const BandAnchor> anchors();
 
 /// By how far the mouth is open; records are searched from the first.
-std::span<const AnchorSequence> anchorSequences0(); ///< closed, 90 records
-std::span<const AnchorSequence> anchorSequences1(); ///< partly open, 64 records
-std::span<const AnchorSequence> anchorSequences2(); ///< open, 66 records
+KELO_EXPORT std::span<const AnchorSequence> anchorSequences0(); ///< closed, 90 records
+KELO_EXPORT std::span<const AnchorSequence> anchorSequences1(); ///< partly open, 64 records
+KELO_EXPORT std::span<const AnchorSequence> anchorSequences2(); ///< open, 66 records
 
 } // namespace kelo

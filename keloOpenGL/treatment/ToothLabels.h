@@ -2,6 +2,7 @@
 
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
+#include "keloOpenGL/Export.h"
 #include "platform/Rect.h"
 
 #include <map>
@@ -29,8 +30,9 @@ inline constexpr double leastFacing = -0.2;
 /// patient's left, y to the back, z up. The tooth's outer side is the one away from the middle of
 /// the arch's rear end. `toEye` moves these coordinates to those of the viewer, who looks along -z;
 /// `projection` keeps parallels.
-ToothLabelSpot toothLabelSpot(const Extents &tooth, const Extents &arch, bool isUpper,
-                              const Matrix &toEye, const Matrix &projection, double aspect);
+KELO_EXPORT ToothLabelSpot toothLabelSpot(const Extents &tooth, const Extents &arch, bool isUpper,
+                                          const Matrix &toEye, const Matrix &projection,
+                                          double aspect);
 
 /// A label as large as it is drawn.
 struct ToothLabelBox
@@ -41,6 +43,6 @@ struct ToothLabelBox
 
 /// The labels that can be read, as their places in the list, ascending: of labels that overlap the
 /// one that faces the viewer best, and none that is turned away.
-std::vector<std::size_t> legibleToothLabels(const std::vector<ToothLabelBox> &boxes);
+KELO_EXPORT std::vector<std::size_t> legibleToothLabels(const std::vector<ToothLabelBox> &boxes);
 
 } // namespace kelo

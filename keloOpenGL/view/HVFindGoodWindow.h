@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 namespace kelo {
 
 /// The limits of an orthographic projection, in world units.
@@ -18,6 +20,6 @@ struct WindowLimits
 /// `width` and `height` are the view's size (any unit, both the same). An axis of the box without
 /// extent counts as one view unit per world unit; a half-size that comes out as exactly 0 becomes
 /// 1. When both axes fit equally well the y limits are computed, the x limits kept.
-WindowLimits HVFindGoodWindow(double width, double height, const WindowLimits &zoomBox);
+KELO_EXPORT WindowLimits HVFindGoodWindow(double width, double height, const WindowLimits &zoomBox);
 
 } // namespace kelo

@@ -3,6 +3,7 @@
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"
 #include "keloOpenGL/view/PackedData.h"
@@ -28,7 +29,7 @@ class DXGLightweightModel;
 /// zoom box is the part of the world (after turning) that must be visible, and the window limits
 /// are that box widened to the view's proportions. Every setter that changes what is seen asks for
 /// a redraw.
-class HVOGLBasicView : public HVOGLMouseView, public MenuDelegate
+class KELO_EXPORT HVOGLBasicView : public HVOGLMouseView, public MenuDelegate
 {
 public:
     /// An angle in degrees and an axis, as four floats.

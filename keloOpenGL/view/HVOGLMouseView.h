@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/OpenGLView.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@ namespace kelo {
 /// A view with numbered mouse modes: keeps the mode in force, lets held modifier keys switch to a
 /// temporary one, and routes every press, drag and release to an operation per button, which
 /// subclasses fill in.
-class HVOGLMouseView : public OpenGLView
+class KELO_EXPORT HVOGLMouseView : public OpenGLView
 {
 public:
     explicit HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat = {});

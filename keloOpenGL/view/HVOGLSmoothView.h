@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry/Quaternion.h"
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
 #include <string>
@@ -13,7 +14,7 @@ namespace kelo {
 ///
 /// Rotation follows the single-axis path from start to target. Zoom is not animated. The animation
 /// timer starts with the first transition and runs until the view goes.
-class HVOGLSmoothView : public HVOGLBasicView
+class KELO_EXPORT HVOGLSmoothView : public HVOGLBasicView
 {
 public:
     explicit HVOGLSmoothView(const Rect &frame);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -12,7 +14,7 @@ class OpenGLContext;
 /// (0, 0) is the picture's top left corner, (width, height) its bottom right one. Premultiplied
 /// alpha. Made, drawn and destroyed on the main thread; to be made and bound while the context that
 /// it is for is current.
-class SimpleTexture
+class KELO_EXPORT SimpleTexture
 {
 public:
     /// Null, without a message, when the file cannot be read as an image, or when no context is

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "models/Color.h"
 #include "platform/Rect.h"
 
@@ -34,7 +35,7 @@ struct AttributedString
 /// the margins or the frame change, and its name is not given back when the object goes: who needs
 /// another text makes another StringTexture. The text, box and border colours and the margins do
 /// not enter the picture; the text's own attributes give its colour.
-class StringTexture
+class KELO_EXPORT StringTexture
 {
 public:
     using OptionalColor = std::optional<Color>;

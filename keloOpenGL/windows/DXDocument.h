@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/Export.h"
 #include "platform/widgets/Document.h"
 #include "platform/widgets/WindowController.h"
 
@@ -12,7 +13,7 @@ namespace kelo {
 
 /// A treatment as a host's document architecture sees it: the document model, and the windows that
 /// show it. It is stored as changes are reported, never through Save and Save As.
-class DXDocument : public Document
+class KELO_EXPORT DXDocument : public Document
 {
     Q_OBJECT
     Q_PROPERTY(std::shared_ptr<kelo::DXDocumentModel> model READ model CONSTANT)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/Rect.h"
 #include "platform/widgets/WindowController.h"
 
 #include <QPointer>
+#include <QWidget>
 
 namespace kelo {
 
@@ -11,11 +13,12 @@ namespace kelo {
 /// its upper left corner 5 points to the right of the mother window and 6 below its top, moved to
 /// the left by what it would stand out of the screen on the right, and raised to the bottom edge
 /// where it would end below it.
-Point optionPanelOrigin(const Rect &motherWindow, const Size &panel, const Rect &visibleScreen);
+KELO_EXPORT Point optionPanelOrigin(const Rect &motherWindow, const Size &panel,
+                                    const Rect &visibleScreen);
 
 /// A floating panel beside the window that it belongs to, and always above it. It closes when
 /// someone posts "closeAllOptionPanelsNotification".
-class OptionPanelController : public WindowController
+class KELO_EXPORT OptionPanelController : public WindowController
 {
     Q_OBJECT
 

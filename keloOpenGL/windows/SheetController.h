@@ -1,13 +1,15 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/widgets/WindowController.h"
 
 #include <QPointer>
+#include <QWidget>
 
 namespace kelo {
 
 /// Runs its window as a sheet: a dialog that holds up one window and no other.
-class SheetController : public WindowController
+class KELO_EXPORT SheetController : public WindowController
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/windows/TreatmentView.h"
 #include "keloOpenGL/windows/WindowControllerWithDocumentController.h"
 
@@ -13,7 +14,7 @@ namespace kelo {
 /// The main window of a treatment: its interface file holds a kelo::TreatmentView named "view",
 /// which shows the document's model while the window is open, and may hold a control named
 /// "mouseModeView".
-class SolidWindowController : public WindowControllerWithDocumentController
+class KELO_EXPORT SolidWindowController : public WindowControllerWithDocumentController
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/Export.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include <QWidget>
@@ -11,7 +12,7 @@ namespace kelo {
 
 /// The treatment view as a widget that interface files can hold, under the class name
 /// "kelo::TreatmentView". The widget shares the view with whoever asks for it.
-class TreatmentView : public QWidget
+class KELO_EXPORT TreatmentView : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(std::shared_ptr<kelo::DXDocumentModel> documentModel READ documentModel WRITE
@@ -34,6 +35,6 @@ private:
 };
 
 /// Makes the class known to interface files; the window controllers do so themselves.
-void registerTreatmentView();
+KELO_EXPORT void registerTreatmentView();
 
 } // namespace kelo

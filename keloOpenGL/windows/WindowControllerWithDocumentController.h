@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/widgets/PropertyBinding.h"
 #include "platform/widgets/WindowController.h"
 
@@ -11,7 +12,7 @@ namespace kelo {
 
 /// A window whose interface file may hold an object named "documentController" with a property
 /// "content": while the window is open, that is the controller's document.
-class WindowControllerWithDocumentController : public WindowController
+class KELO_EXPORT WindowControllerWithDocumentController : public WindowController
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
 #include "platform/Menu.h"
 
 #include <QObject>
@@ -14,7 +15,7 @@ class WindowController;
 
 /// What a host opens and closes as a whole, with the windows that show it. Subclasses hold the
 /// content and make the windows. Main thread only.
-class Document : public QObject
+class KELO_EXPORT Document : public QObject
 {
     Q_OBJECT
 

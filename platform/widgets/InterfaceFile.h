@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -11,7 +13,7 @@ namespace kelo {
 
 /// Thrown for an interface file that is not there or cannot be read; the text names the file, and
 /// for one that cannot be read the place and the reason.
-class InterfaceFileProblem : public std::runtime_error
+class KELO_EXPORT InterfaceFileProblem : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -23,19 +25,19 @@ public:
 
 /// A folder in which files are looked for before all others; the one that was added last comes
 /// first. After these come the library's resources.
-void addInterfaceFileFolder(const std::string &folder);
+KELO_EXPORT void addInterfaceFileFolder(const std::string &folder);
 /// No folders of the host any more.
-void removeInterfaceFileFolders();
+KELO_EXPORT void removeInterfaceFileFolders();
 
 /// Makes a widget class of the library or the host known to interface files, under the name that
 /// they have for it.
-void registerInterfaceFileClass(const std::string &className,
-                                std::function<QWidget *(QWidget *parent)> make);
+KELO_EXPORT void registerInterfaceFileClass(const std::string &className,
+                                            std::function<QWidget *(QWidget *parent)> make);
 
 /// Where the file of this name lies; empty when it is nowhere.
-std::string interfaceFilePath(const std::string &name);
+KELO_EXPORT std::string interfaceFilePath(const std::string &name);
 
 /// The window or widget of a file. Throws InterfaceFileProblem.
-std::unique_ptr<QWidget> loadInterfaceFile(const std::string &name);
+KELO_EXPORT std::unique_ptr<QWidget> loadInterfaceFile(const std::string &name);
 
 } // namespace kelo

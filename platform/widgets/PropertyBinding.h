@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
@@ -9,7 +11,7 @@ namespace kelo {
 /// Keeps a property of one object equal to a property of another, in Qt's property system: once at
 /// the start, and again whenever the source's notify signal says so. The last value stays when the
 /// binding ends. Neither object is owned; the binding ends with either of them.
-class PropertyBinding : public QObject
+class KELO_EXPORT PropertyBinding : public QObject
 {
     Q_OBJECT
 

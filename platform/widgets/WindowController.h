@@ -1,5 +1,7 @@
 #pragma once
 
+#include "keloOpenGL/Export.h"
+
 #include <QObject>
 
 #include <memory>
@@ -14,7 +16,7 @@ class Document;
 /// One window, loaded from an interface file when it is first asked for. The controller owns the
 /// window; a document owns the controller. Subclasses find their outlets, by object name, in
 /// awakeFromNib, and undo in windowWillClose what they did there.
-class WindowController : public QObject
+class KELO_EXPORT WindowController : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QObject *document READ documentObject NOTIFY documentChanged)

@@ -27,7 +27,6 @@ std::shared_ptr<kelo::DXDocumentModel> samplePatient()
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    // [window]
     auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0, 0}, {1024, 768}});
     view->setDocumentModel(samplePatient());
 
@@ -35,7 +34,6 @@ int main(int argc, char **argv)
     window.setCentralWidget(view->createContainer());
     window.resize(1024, 768);
     window.show();
-    // [window]
     if (argc == 2) return view->grabImage().save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
     return QApplication::exec();
 }
