@@ -2,14 +2,19 @@
 
 #include "keloOpenGL/treatment/MenuImages.h"
 
+#include "models/BundleKey.h"
+#include "platform/ResourceBundle.h"
 #include "platform/VersionChecker.h"
 
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace kelo;
@@ -196,6 +201,171 @@ TEST(MenuImages, theOtherImagesAreTheSameOnOlderDesktops)
     EXPECT_EQ(*removeMenuItemImage(), cross);
     EXPECT_EQ(*doubleRemoveMenuItemImage(), crosses);
     VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+}
+
+/// Draws into so many points with so many pixels each, the y axis up as the drawing expects it.
+template<class Drawing>
+QImage drawn(int points, int pixelsPerPoint, const Drawing &drawing)
+{
+    QImage picture(points * pixelsPerPoint, points * pixelsPerPoint,
+                   QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(pixelsPerPoint, -pixelsPerPoint);
+    painter.translate(0.0, -points);
+    drawing(painter);
+    painter.end();
+    picture.setDevicePixelRatio(pixelsPerPoint);
+    return picture;
+}
+
+TEST(MenuImages, theCrossGoesFromPaleToStrongOrange)
+{
+    const auto image = removeMenuItemImage();
+    // The polygon fills 24 x 24 points, so that its gradient lies as a swatch's does.
+    for (const auto &[x, y] : {std::pair{12.25, 12.25}, {5.25, 20.25}, {19.5, 4.5}, {4.5, 3.0}}) {
+        const double p = swatchParameter(x, y);
+        expectNear(at(*image, x, y), 0.875 + p * 0.125, 0.625 - p * 0.25, 0.25 - p * 0.25);
+    }
+}
+
+TEST(MenuImages, theCrossHasABlackEdgeOfThreeQuartersOfAPoint)
+{
+    const QImage picture = drawn(24, 20, drawRemoveMenuItemImage);
+    // The middle of the edge from 1.5 (3, 0) to 1.5 (9, 6), and the way out of the polygon there.
+    const double outwards = 1.0 / std::sqrt(2.0);
+    const auto beside = [&](double distance) {
+        return at(picture, 9.0 + distance * outwards, 4.5 - distance * outwards);
+    };
+    for (const double distance : {-0.3, 0.0, 0.3})
+        expectNear(beside(distance), 0.0, 0.0, 0.0);
+    EXPECT_TRUE(isTransparent(beside(0.5)));
+    EXPECT_GT(beside(-0.5).redF(), 0.8f);
+}
+
+TEST(MenuImages, theFirstOfTwoCrossesStandsFivePointsUpAndTheSecondFiveAside)
+{
+    const QImage picture = drawn(29, 20, drawDoubleRemoveMenuItemImage);
+    // The middle of the edge from 1.5 (0, 3) to 1.5 (3, 0) is at (2.25, 2.25) of a cross.
+    const double outwards = -1.0 / std::sqrt(2.0);
+    for (const auto &[x, y] : {std::pair{2.25, 7.25}, {7.25, 2.25}}) {
+        const auto beside = [&](double distance) {
+            return at(picture, x + distance * outwards, y + distance * outwards);
+        };
+        for (const double distance : {-0.3, 0.0, 0.3})
+            expectNear(beside(distance), 0.0, 0.0, 0.0);
+        EXPECT_TRUE(isTransparent(beside(0.5))) << x;
+        EXPECT_GT(beside(-0.5).redF(), 0.8f) << x;
+    }
+    // Each has a gradient of its own.
+    const double p = swatchParameter(5.25, 20.25);
+    for (const auto &[x, y] : {std::pair{5.25, 25.25}, {10.25, 20.25}})
+        expectNear(at(picture, x, y), 0.875 + p * 0.125, 0.625 - p * 0.25, 0.25 - p * 0.25);
+}
+
+TEST(MenuImages, theTwoPlussesOfOlderDesktopsAreLitFromTwoPlaces)
+{
+    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    const auto image = placeAllMenuItemImage();
+    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    const auto expectBetweenTheFirstTwoColors = [&image](double x, double y, double p) {
+        ASSERT_LT(p, 0.5);
+        const double part = p / 0.5;
+        expectNear(at(*image, x, y), 0.625 - part * 0.25, 1.0 - part * 0.125,
+                   0.75 - part * 0.34375);
+    };
+    // 23 points wide and high. The first from (0.5, 5.5): its centre a third of the way to its
+    // upper left corner, at (8.167, 20.833), 15.333 points aside of and above the corner opposite.
+    expectBetweenTheFirstTwoColors(
+        2.25, 17.25, std::hypot(2.25 - 8.167, 17.25 - 20.833) / std::hypot(15.333, 15.333));
+    // The second from (5.5, 0.5): three quarters of the way, at (8.375, 20.625).
+    expectBetweenTheFirstTwoColors(
+        17.25, 12.25, std::hypot(17.25 - 8.375, 12.25 - 20.625) / std::hypot(20.125, 20.125));
+}
+
+TEST(MenuImages, everyImageShowsWhatItsDrawingDraws)
+{
+    const Color color(0.2, 0.6, 0.9, 1.0);
+    const int scale = static_cast<int>(addMenuItemImage()->devicePixelRatio());
+    EXPECT_EQ(*colorMenuItemImage(color), drawn(24, scale, [&color](QPainter &painter) {
+        drawColorMenuItemImageWithColor(painter, color);
+    }));
+    EXPECT_EQ(*doubleColorMenuItemImage(color), drawn(29, scale, [&color](QPainter &painter) {
+        drawDoubleColorMenuItemImageWithColor(painter, color);
+    }));
+    EXPECT_EQ(*addMenuItemImage(), drawn(24, scale, drawAddMenuItemImage));
+    EXPECT_EQ(*placeAllMenuItemImage(), drawn(29, scale, drawAddMenuItemImage));
+    EXPECT_EQ(*removeMenuItemImage(), drawn(24, scale, drawRemoveMenuItemImage));
+    EXPECT_EQ(*doubleRemoveMenuItemImage(), drawn(29, scale, drawDoubleRemoveMenuItemImage));
+    EXPECT_NE(*removeMenuItemImage(), drawn(24, scale, drawAddMenuItemImage));
+}
+
+/// The bundle's pencil, read without the library.
+QImage pencilOfTheBundle()
+{
+    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
+    const auto path = bundle ? bundle->pathForResource_ofType("pencil_edit", "png") : std::nullopt;
+    return QImage(QString::fromStdString(path.value_or("")));
+}
+
+TEST(MenuImages, thePencilFillsItsImage)
+{
+    const QImage picture = pencilOfTheBundle();
+    ASSERT_FALSE(picture.isNull());
+    const auto image = pencilMenuItemImage();
+    ASSERT_NE(image, nullptr);
+    // The mean opacity of each of 4 x 4 parts is that of the same part of the picture.
+    const auto meanAlpha = [](const QImage &of, int column, int row) {
+        double sum = 0.0;
+        const int width = of.width() / 4;
+        const int height = of.height() / 4;
+        for (int y = row * height; y < (row + 1) * height; ++y) {
+            for (int x = column * width; x < (column + 1) * width; ++x)
+                sum += of.pixelColor(x, y).alphaF();
+        }
+        return sum / (width * height);
+    };
+    double highest = 0.0;
+    double lowest = 1.0;
+    for (int row = 0; row < 4; ++row) {
+        for (int column = 0; column < 4; ++column) {
+            const double expected = meanAlpha(picture, column, row);
+            EXPECT_NEAR(meanAlpha(*image, column, row), expected, 0.03) << column << ", " << row;
+            highest = std::max(highest, expected);
+            lowest = std::min(lowest, expected);
+        }
+    }
+    EXPECT_GT(highest - lowest, 0.3) << "the parts can be told apart";
+}
+
+TEST(MenuImages, thePencilIsTheSameOnOlderDesktops)
+{
+    const QImage pencil = *pencilMenuItemImage();
+    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    const auto older = pencilMenuItemImage();
+    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    ASSERT_NE(older, nullptr);
+    EXPECT_EQ(*older, pencil);
+}
+
+TEST(MenuImages, aPencilThatIsNoPictureGivesNone)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    const auto write = [&folder](const char *name, const QByteArray &content) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    };
+    ASSERT_TRUE(write("bundle-identifier", QByteArray::fromStdString(keloOpenGLBundleKey)));
+    ASSERT_TRUE(write("pencil_edit.png", "not a picture"));
+    ResourceBundle::setSearchFolder(folder.path().toStdString());
+    const auto image = pencilMenuItemImage();
+    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
+    ResourceBundle::setSearchFolder("");
+    ASSERT_NE(bundle, nullptr);
+    EXPECT_EQ(bundle->bundlePath(), folder.path().toStdString());
+    EXPECT_EQ(image, nullptr);
 }
 
 TEST(MenuImages, thePaintersDrawInPointsFromTheBottomLeft)

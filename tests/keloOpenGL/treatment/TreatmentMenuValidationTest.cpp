@@ -64,6 +64,17 @@ TEST_F(TreatmentMenuValidation, aRowWithoutAMenuIsDisabled)
     EXPECT_FALSE(menus.validate(alone, context, namingAction));
 }
 
+TEST_F(TreatmentMenuValidation, aRowOfAMenuWithoutRowsIsDisabled)
+{
+    Menu empty("BracketColorType Menu");
+    MenuItem taken;
+    taken.actionName = "placeToothSelected:";
+    taken.menu = &empty; // the menu that lost it
+    EXPECT_FALSE(menus.validate(taken, context, namingAction));
+    empty.addItemWithTitle_actionName_action("Another", "", nullptr);
+    EXPECT_TRUE(menus.validate(taken, context, namingAction)) << "the menu has a row again";
+}
+
 TEST_F(TreatmentMenuValidation, theHeadersOfAShownBracketMark)
 {
     EXPECT_TRUE(inBracketMenu("doNothing:", 1));
@@ -239,10 +250,13 @@ TEST_F(TreatmentMenuValidation, anElasticIsNamedOrRenamed)
     EXPECT_TRUE(inElasticMenu("nameSelectedElasticsModel:", -1));
     EXPECT_EQ(row->title, "Rename \"Class II\" Elastic...");
     EXPECT_EQ(namingAction, 1);
-    context.elasticIndex = noElastic;
     namingAction = -7;
-    EXPECT_FALSE(inElasticMenu("nameSelectedElasticsModel:", -1));
-    EXPECT_EQ(namingAction, -7);
+    for (const std::uint64_t none : {noElastic, std::uint64_t{2}}) {
+        context.elasticIndex = none; // nothing, and beyond the two
+        EXPECT_FALSE(inElasticMenu("nameSelectedElasticsModel:", -1));
+        EXPECT_EQ(row->title, "Row");
+        EXPECT_EQ(namingAction, -7);
+    }
 }
 
 TEST_F(TreatmentMenuValidation, aConfigurationIsPlacedWhereItHasASequence)

@@ -175,14 +175,72 @@ TEST_F(TreatmentMenusTest, theRowsStandForTheirCatalogueEntries)
 
 TEST_F(TreatmentMenusTest, everyRowActsOnTheTarget)
 {
-    const auto menu = menus.bracketMenu(context);
-    for (const auto &item : menu->items()) {
-        if (item->separator) continue;
-        chosen.clear();
-        ASSERT_TRUE(item->action) << item->title;
-        item->action(*item);
-        EXPECT_EQ(chosen, std::vector<std::string>{item->actionName});
+    placeElastic(nullptr, 2);
+    const auto onBracket = menus.elasticMenu(context);
+    context.elasticIndex = 0;
+    for (const auto &menu : {menus.bracketMenu(context), onBracket, menus.elasticMenu(context)}) {
+        std::vector<std::shared_ptr<MenuItem>> rows = menu->items();
+        const auto &inner = menu->items()[0]->submenu->items();
+        ASSERT_FALSE(inner.empty());
+        rows.insert(rows.end(), inner.begin(), inner.end());
+        for (const auto &item : rows) {
+            if (item->separator) continue;
+            chosen.clear();
+            ASSERT_TRUE(item->action) << item->title;
+            item->action(*item);
+            EXPECT_EQ(chosen, std::vector<std::string>{item->actionName}) << item->title;
+        }
     }
+}
+
+TEST_F(TreatmentMenusTest, entriesOfAnEntityWithoutAColourAreWhite)
+{
+    for (const bool hasParent : {false, true}) {
+        Menu menu;
+        MenuItem parent;
+        menus
+            .colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
+                menu, hasParent ? &parent : nullptr, catalogueRows(colors), 2, "ElasticsConfigType",
+                "%@", noActions, "placeSelectedElasticsConfigType:", "markAllElasticsSelected:");
+        // A secondary action gives no second rows to an entity of this kind.
+        const std::string line = "\"Blue\" placeSelectedElasticsConfigType: [swatch 1 1 1]";
+        if (hasParent) {
+            EXPECT_TRUE(menu.items().empty());
+            ASSERT_NE(parent.submenu, nullptr);
+            EXPECT_EQ(parent.submenu->title(), "Color ElasticsConfigType Sub Menu");
+            ASSERT_EQ(parent.submenu->items().size(), 3u);
+            EXPECT_EQ(lineOf(*parent.submenu->items()[0]), "-1 0 " + line);
+        } else {
+            ASSERT_EQ(menu.items().size(), 3u);
+            EXPECT_EQ(lineOf(*menu.items()[0]), "-1 2 " + line);
+        }
+    }
+}
+
+TEST_F(TreatmentMenusTest, bracketColoursHaveRowsForAllEvenWithoutASecondaryAction)
+{
+    Menu menu;
+    menus
+        .colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
+            menu, nullptr, catalogueRows(colors), std::nullopt, "BracketColorType", "%@", noActions,
+            "placeBracketSelected:", "");
+    EXPECT_EQ(linesOf(menu),
+              "1 0 \"Place/Mark Brackets\" doNothing: [none] > Color BracketColorType Sub Menu\n"
+              "-4 0 \"Place/Mark BracketColorType\" doNothing: [none]\n"
+              "-1 2 \"Blue\" placeBracketSelected: [swatch 0 0 1]\n"
+              "-1 2 \"Green\" placeBracketSelected: [swatch 0 1 0]\n"
+              "-1 2 \"Red\" placeBracketSelected: [swatch 1 0 0]\n");
+    EXPECT_EQ(linesOf(*menu.items()[0]->submenu), "4 0 \"Blue\"  [two swatches 0 0 1]\n"
+                                                  "4 0 \"Green\"  [two swatches 0 1 0]\n"
+                                                  "4 0 \"Red\"  [two swatches 1 0 0]\n");
+}
+
+TEST_F(TreatmentMenusTest, anElasticIndexBeyondTheListIsNoElastic)
+{
+    placeElastic(nullptr, 2);
+    context.elasticIndex = 1;
+    EXPECT_EQ(menus.elasticMenu(context)->items()[0]->title, "Place/Mark ElasticsSizeType");
+    EXPECT_EQ(menus.elasticMenu(context)->items()[0]->tag, -4);
 }
 
 TEST_F(TreatmentMenusTest, titlesAreTheFormatFilledWithTheLabel)
