@@ -11,6 +11,31 @@ namespace {
 constexpr int straight = 3;
 constexpr int diagonal = 4;
 
+/// What no object's identifier is.
+constexpr std::uint32_t tool = 0xFFFFFFFF;
+
+/// A press on one of the overlay's tools never reaches what is drawn behind it.
+void coverTools(std::vector<std::uint32_t> &identifiers, const kelo::PixelSize &size,
+                const kelo::DXOpenGL &view)
+{
+    std::vector<kelo::Rect> rects{view.printButtonRect()};
+    if (view.displayedDateIsToday() && !view.approvedDate().isValid()) {
+        rects.push_back(view.elasticsToolRect());
+        rects.push_back(view.bracketColorToolRect());
+    }
+    for (kelo::Rect &rect : rects)
+        rect = overlayRectInView(rect, view);
+    const double scale = view.backingScaleFactor();
+    for (int row = 0; row < size.height; ++row) {
+        for (int column = 0; column < size.width; ++column) {
+            const kelo::Point point{(column + 0.5) / scale, (row + 0.5) / scale};
+            const auto contains = [&point](const kelo::Rect &rect) { return rect.contains(point); };
+            if (std::any_of(rects.begin(), rects.end(), contains))
+                identifiers[static_cast<std::size_t>(row) * size.width + column] = tool;
+        }
+    }
+}
+
 } // namespace
 
 std::optional<PixelPosition> innermostPixel(std::span<const std::uint32_t> identifiers, int width,
@@ -57,11 +82,21 @@ std::optional<PixelPosition> innermostPixel(std::span<const std::uint32_t> ident
     return best;
 }
 
+kelo::Rect overlayRectInView(const kelo::Rect &overlayRect, const kelo::DXOpenGL &view)
+{
+    // Overlay coordinates are halves of the view's height from its middle.
+    const kelo::Size size = view.bounds().size;
+    const double half = size.height / 2.0;
+    return {{size.width / 2.0 + half * overlayRect.origin.x, half + half * overlayRect.origin.y},
+            {half * overlayRect.size.width, half * overlayRect.size.height}};
+}
+
 std::optional<kelo::Point> clickablePoint(kelo::DXOpenGL &view, std::uint32_t identifier)
 {
-    const std::vector<std::uint32_t> identifiers = view.pickIdentifiers();
+    std::vector<std::uint32_t> identifiers = view.pickIdentifiers();
     if (identifiers.empty()) return std::nullopt;
     const kelo::PixelSize size = view.deviceSize();
+    coverTools(identifiers, size, view);
     const auto pixel = innermostPixel(identifiers, size.width, size.height, identifier);
     if (!pixel) return std::nullopt;
     const double scale = view.backingScaleFactor();

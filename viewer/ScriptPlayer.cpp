@@ -1,6 +1,7 @@
 #include "viewer/ScriptPlayer.h"
 
 #include "viewer/PickPoints.h"
+#include "viewer/ScriptRun.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -68,6 +69,31 @@ QString ScriptPlayer::play(const ParsedScript &script)
     return {};
 }
 
+void ScriptPlayer::handOver()
+{
+    kelo::ContextMenuPresenter::setPresenter([this](const std::shared_ptr<kelo::Menu> &menu,
+                                                    const kelo::Event &event,
+                                                    kelo::OpenGLView &view) {
+        closeMenu(nullptr);
+        if (previousPresenter_)
+            previousPresenter_(menu, event, view);
+        else
+            kelo::popUpNativeContextMenu(menu, event, view);
+    });
+}
+
+std::uint32_t ScriptPlayer::heldModifiers() const
+{
+    return heldModifiers_ | (press_ ? press_->modifierFlags : 0);
+}
+
+void ScriptPlayer::tellModifiers(std::uint32_t modifierFlags)
+{
+    if (openMenu_ || modifierFlags == toldModifiers_) return;
+    toldModifiers_ = modifierFlags;
+    view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, modifierFlags));
+}
+
 kelo::Event ScriptPlayer::makeEvent(kelo::EventType type, std::uint32_t modifierFlags) const
 {
     kelo::Event event;
@@ -83,7 +109,7 @@ void ScriptPlayer::sendMouse(kelo::EventType type, const Press &press, const kel
 {
     pointer_ = point;
     if (press.isSwallowed) return;
-    kelo::Event event = makeEvent(type, press.modifierFlags);
+    kelo::Event event = makeEvent(type, heldModifiers_ | press.modifierFlags);
     event.clickCount = press.clickCount;
     view_.sendEvent(event);
 }
@@ -92,15 +118,15 @@ void ScriptPlayer::closeMenu(const std::shared_ptr<kelo::MenuItem> &chosenItem)
 {
     // First forgotten: the action may open another menu.
     if (const auto menu = std::exchange(openMenu_, nullptr)) menu->close(chosenItem);
-    if (!openMenu_ && std::exchange(modifiersChangedUnderMenu_, false))
-        view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, heldModifiers_));
+    tellModifiers(heldModifiers());
 }
 
 QString ScriptPlayer::run(const PressCommand &command)
 {
     if (press_) return QStringLiteral("a button is held already");
-    press_ = Press{command.isRight, command.clickCount, heldModifiers_ | command.modifierFlags,
-                   openMenu_ != nullptr};
+    press_ =
+        Press{command.isRight, command.clickCount, command.modifierFlags, openMenu_ != nullptr};
+    pointer_ = command.point; // the pointer is there before the keys and the button go down
     closeMenu(nullptr);
     sendMouse(command.isRight ? kelo::EventType::RightMouseDown : kelo::EventType::LeftMouseDown,
               *press_, command.point);
@@ -122,6 +148,7 @@ QString ScriptPlayer::run(const ReleaseCommand &command)
     const Press press = *std::exchange(press_, std::nullopt);
     sendMouse(press.isRight ? kelo::EventType::RightMouseUp : kelo::EventType::LeftMouseUp, press,
               command.point);
+    tellModifiers(heldModifiers());
     return {};
 }
 
@@ -148,14 +175,12 @@ std::optional<std::uint32_t> ScriptPlayer::identifierOf(const ClickCommand &comm
 
 kelo::Point ScriptPlayer::middleOfTool(const QString &name) const
 {
-    const kelo::Rect rect = name == QStringLiteral("print")     ? view_.printButtonRect()
-                            : name == QStringLiteral("bracket") ? view_.bracketColorToolRect()
-                                                                : view_.elasticsToolRect();
-    // Overlay coordinates are halves of the view's height from its middle.
-    const kelo::Size size = view_.bounds().size;
-    const double half = size.height / 2.0;
-    return {size.width / 2.0 + half * (rect.origin.x + rect.size.width / 2.0),
-            half + half * (rect.origin.y + rect.size.height / 2.0)};
+    const kelo::Rect rect =
+        overlayRectInView(name == QStringLiteral("print")     ? view_.printButtonRect()
+                          : name == QStringLiteral("bracket") ? view_.bracketColorToolRect()
+                                                              : view_.elasticsToolRect(),
+                          view_);
+    return {rect.origin.x + rect.size.width / 2.0, rect.origin.y + rect.size.height / 2.0};
 }
 
 std::optional<kelo::Point> ScriptPlayer::pointOf(const ClickCommand &command, QString &reason)
@@ -189,7 +214,7 @@ QString ScriptPlayer::run(const ScrollCommand &command)
 {
     if (command.point) pointer_ = *command.point;
     if (openMenu_) return {};
-    kelo::Event event = makeEvent(kelo::EventType::ScrollWheel, heldModifiers_);
+    kelo::Event event = makeEvent(kelo::EventType::ScrollWheel, heldModifiers());
     event.deltaX = command.deltaX;
     event.deltaY = command.deltaY;
     view_.sendEvent(event);
@@ -202,21 +227,21 @@ QString ScriptPlayer::run(const KeyCommand &command)
         if (command.character == kelo::FunctionKey::Escape) closeMenu(nullptr);
         return {};
     }
-    kelo::Event event = makeEvent(kelo::EventType::KeyDown, heldModifiers_ | command.modifierFlags);
+    const std::uint32_t modifierFlags = heldModifiers() | command.modifierFlags;
+    tellModifiers(modifierFlags);
+    kelo::Event event = makeEvent(kelo::EventType::KeyDown, modifierFlags);
     event.characters = std::u16string(1, command.character);
     view_.sendEvent(event);
     event.type = kelo::EventType::KeyUp;
     view_.sendEvent(event);
+    tellModifiers(heldModifiers());
     return {};
 }
 
 QString ScriptPlayer::run(const ModifiersCommand &command)
 {
     heldModifiers_ = command.modifierFlags;
-    if (openMenu_)
-        modifiersChangedUnderMenu_ = true;
-    else
-        view_.sendEvent(makeEvent(kelo::EventType::FlagsChanged, heldModifiers_));
+    tellModifiers(heldModifiers());
     return {};
 }
 
@@ -264,11 +289,16 @@ QString ScriptPlayer::run(const AdvanceCommand &command)
 
 QString ScriptPlayer::run(const WaitCommand &command)
 {
+    const double end = clock_.currentTime() + command.seconds;
     QEventLoop loop;
-    QTimer::singleShot(std::chrono::milliseconds(std::llround(command.seconds * 1000.0)), &loop,
-                       &QEventLoop::quit);
+    QTimer::singleShot(std::chrono::milliseconds(std::llround(command.seconds * 1000.0)),
+                       Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    const RealTime realTime(clock_, end);
     loop.exec();
-    clock_.advance(command.seconds);
+    // However often the clock went on meanwhile, it ends where `advance` would. More than once only
+    // where a sum is rounded down.
+    while (clock_.currentTime() < end)
+        clock_.advance(end - clock_.currentTime());
     return {};
 }
 

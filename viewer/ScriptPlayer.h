@@ -13,10 +13,13 @@ namespace viewer {
 /// Plays interaction scripts on a view, through the same event handlers as mouse and keyboard, on a
 /// clock that stands still between the commands.
 ///
-/// While it lives, context menus open as data and stay open until the script chooses a row or
+/// While it plays, context menus open as data and stay open until the script chooses a row or
 /// dismisses them. A press while a menu is open closes the menu and does nothing else, as on a
 /// desktop; so does Escape. Other keys and the wheel do nothing then, and the view learns of
 /// modifier keys when the menu has closed.
+///
+/// The modifier keys of a press or a key are held down before it and let go after its release; the
+/// view learns of both, and every event carries what is held at its time.
 class ScriptPlayer
 {
 public:
@@ -34,6 +37,10 @@ public:
     QString play(const ScriptCommand &command);
     /// Plays a script to its end or to its first failure: "LINE: reason".
     QString play(const ParsedScript &script);
+
+    /// The script has ended and a person goes on: context menus open on the desktop again. One that
+    /// is open stays so until the next one opens.
+    void handOver();
 
     /// The open menu as it stands after validation, or null.
     const std::shared_ptr<kelo::Menu> &openMenu() const { return openMenu_; }
@@ -66,10 +73,13 @@ private:
     {
         bool isRight = false;
         int clickCount = 1;
-        std::uint32_t modifierFlags = 0;
-        bool isSwallowed = false; ///< it closed a menu
+        std::uint32_t modifierFlags = 0; ///< held for this press, besides those held anyway
+        bool isSwallowed = false;        ///< it closed a menu
     };
 
+    std::uint32_t heldModifiers() const;
+    /// Tells the view which modifier keys are held, where it does not know and no menu is open.
+    void tellModifiers(std::uint32_t modifierFlags);
     kelo::Event makeEvent(kelo::EventType type, std::uint32_t modifierFlags) const;
     void sendMouse(kelo::EventType type, const Press &press, const kelo::Point &point);
     void closeMenu(const std::shared_ptr<kelo::MenuItem> &chosenItem);
@@ -82,8 +92,8 @@ private:
     kelo::ContextMenuPresenter::Presenter previousPresenter_;
     std::shared_ptr<kelo::Menu> openMenu_;
     std::optional<Press> press_;
-    std::uint32_t heldModifiers_ = 0;
-    bool modifiersChangedUnderMenu_ = false;
+    std::uint32_t heldModifiers_ = 0; ///< between the presses
+    std::uint32_t toldModifiers_ = 0; ///< what the view knows of
     kelo::Point pointer_;
 };
 

@@ -2,8 +2,10 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <string>
 
 namespace viewer {
 namespace {
@@ -48,15 +50,40 @@ void playScript(const ParsedScript &script, const QString &file, ScriptPlayer &p
         throw BadScript((shownName(file) + QLatin1Char(':') + failure).toStdString());
 }
 
-RealTime::RealTime(kelo::VirtualRunLoop &clock) : clock_(clock)
+RealTime::RealTime(kelo::VirtualRunLoop &clock, double end) : clock_(clock), end_(end)
 {
     sinceLastTick_.start();
     ticks_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&ticks_, &QTimer::timeout, [this] {
-        clock_.advance(static_cast<double>(sinceLastTick_.nsecsElapsed()) * 1e-9);
+        const double elapsed = static_cast<double>(sinceLastTick_.nsecsElapsed()) * 1e-9;
         sinceLastTick_.start();
+        clock_.advance(std::clamp(end_ - clock_.currentTime(), 0.0, elapsed));
     });
     ticks_.start(tickInterval);
+}
+
+Unattended::Unattended(kelo::DXOpenGL &view, DelegateCallLog &log)
+    : view_(view), ownDelegate_(view.delegate())
+{
+    if (ownDelegate_) delegate_ = *ownDelegate_;
+    kelo::DXOpenGLDelegate onlyListed;
+    log.logCallsOf(onlyListed);
+    delegate_.printImagesLeft_front_right_forDate_elasticsLeft_front_right =
+        onlyListed.printImagesLeft_front_right_forDate_elasticsLeft_front_right;
+    view_.setDelegate(&delegate_);
+    previousAlerts_ = kelo::AlertPresenter::setPresenter([](const kelo::Alert &alert) {
+        std::string line = alert.messageText;
+        if (!line.empty() && !alert.informativeText.empty())
+            line += line.ends_with('.') ? " " : ": ";
+        line += alert.informativeText;
+        std::fprintf(stderr, "%s\n", line.c_str());
+    });
+}
+
+Unattended::~Unattended()
+{
+    kelo::AlertPresenter::setPresenter(previousAlerts_);
+    if (view_.delegate() == &delegate_) view_.setDelegate(ownDelegate_);
 }
 
 } // namespace viewer

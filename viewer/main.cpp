@@ -42,16 +42,18 @@ kelo::VirtualRunLoop *clockOfScript(const viewer::CommandLine &commandLine)
     return clock;
 }
 
-void playInWindow(const viewer::ParsedScript &script, const QString &file, kelo::DXOpenGL &view,
-                  const viewer::OpenedTreatment &treatment, kelo::VirtualRunLoop &clock)
+void playInWindow(const viewer::ParsedScript &script, const QString &file,
+                  viewer::ScriptPlayer &player, kelo::DXOpenGL &view,
+                  viewer::OpenedTreatment &treatment)
 {
     QApplication::processEvents(); // the window is there before the first command
-    viewer::ScriptPlayer player(view, clock);
+    const viewer::Unattended unattended(view, treatment.callLog());
     player.writePicture = [&view](const QString &to) { return viewer::writePicture(view, to); };
     player.writeState = [&](const QString &to) {
         return viewer::writeState(view, treatment, player.openMenu().get(), to);
     };
     viewer::playScript(script, file, player);
+    player.handOver();
 }
 
 viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandLine &commandLine)
@@ -66,13 +68,21 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         // These outlive the window, which the user closes first.
         const auto view = first.mainWindow()->sharedView();
         const auto treatment = first.treatment();
+        std::optional<viewer::ScriptPlayer> player;
         std::optional<viewer::RealTime> realTime;
+        bool lastWindowIsClosed = false;
+        const QObject thisRun;
+        QObject::connect(&application, &QApplication::lastWindowClosed, &thisRun,
+                         [&lastWindowIsClosed] { lastWindowIsClosed = true; });
         if (clock) {
-            playInWindow(script, commandLine.script, *view, *treatment, *clock);
+            player.emplace(*view, *clock);
+            playInWindow(script, commandLine.script, *player, *view, *treatment);
             realTime.emplace(*clock);
         }
-        if (application.exec() != 0) return viewer::BadInput;
-        return viewer::writeOutputs(commandLine, *view, *treatment);
+        // During a `wait` the user may have closed the window already.
+        if (!lastWindowIsClosed && application.exec() != 0) return viewer::BadInput;
+        return viewer::writeOutputs(commandLine, *view, *treatment,
+                                    player ? player->openMenu().get() : nullptr);
     } catch (const kelo::OpenGLUnavailable &unavailable) {
         viewer::tellUser(QString::fromUtf8(unavailable.what()));
         return viewer::NoOpenGL;
