@@ -250,6 +250,19 @@ void SurfacelessSurface::showCursor(const QCursor &cursor)
     if (host()) host()->showCursor(cursor);
 }
 
+bool SurfacelessSurface::enterFullScreen()
+{
+    isFullScreen_ = true;
+    view().viewDidMoveToWindow();
+    return true;
+}
+
+void SurfacelessSurface::exitFullScreen()
+{
+    isFullScreen_ = false;
+    view().viewDidMoveToWindow();
+}
+
 std::shared_ptr<OpenGLContext> SurfacelessSurface::makeContext()
 {
     auto context = std::make_shared<SurfacelessContext>(view().pixelFormat(), deviceSize());

@@ -18,12 +18,17 @@ public:
     void viewDidResize() override;
     void requestRedraw() override;
     void showCursor(const QCursor &cursor) override;
+    // There is no screen to fill: a view without a display only knows that it is in full screen.
+    bool isFullScreen() const override { return isFullScreen_; }
+    bool enterFullScreen() override;
+    void exitFullScreen() override;
 
 protected:
     std::shared_ptr<OpenGLContext> makeContext() override;
 
 private:
     std::weak_ptr<class SurfacelessContext> surfacelessContext_;
+    bool isFullScreen_ = false;
 };
 
 } // namespace kelo

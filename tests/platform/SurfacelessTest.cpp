@@ -346,13 +346,28 @@ TEST_F(Surfaceless, aDepthThatNobodyOffersGivesOneSentence)
     }
 }
 
-TEST_F(Surfaceless, thereIsNoWindowAndNoFullScreen)
+TEST_F(Surfaceless, thereIsNoWindow)
 {
     DrawingView view(Rect{{0, 0}, {20, 20}});
     EXPECT_EQ(view.window(), nullptr);
-    EXPECT_FALSE(view.enterFullScreenMode());
+}
+
+TEST_F(Surfaceless, fullScreenWithoutADisplayIsKnownAndChangesNeitherSizeNorContext)
+{
+    DrawingView view(Rect{{0, 0}, {20, 10}});
+    EXPECT_FALSE(view.isInFullScreenMode());
+    const auto context = view.openGLContext();
+    EXPECT_TRUE(view.enterFullScreenMode());
+    EXPECT_TRUE(view.isInFullScreenMode());
+    EXPECT_TRUE(view.enterFullScreenMode()) << "it is there already";
+    EXPECT_EQ(view.bounds().size, (Size{20, 10}));
+    EXPECT_EQ(view.openGLContext(), context);
+    view.exitFullScreenModeWithOptions();
     EXPECT_FALSE(view.isInFullScreenMode());
     view.exitFullScreenModeWithOptions();
+    EXPECT_FALSE(view.isInFullScreenMode());
+    view.display();
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(Surfaceless, aThousandFramesLeaveNoError)
