@@ -66,8 +66,8 @@ const QList<QCommandLineOption> &options()
         option("play", "Plays an interaction script first; '-' for standard input.", "SCRIPT"),
         option("picture", "Writes what the view shows, in device pixels.", "OUT.png"),
         option("print",
-               "Writes the treatment page of a print request; into a folder where there are "
-               "several FILEs.",
+               "Writes the treatment page of a print request; an OUT that does not end in .pdf is "
+               "a folder for the pages of one or several FILEs.",
                "OUT.pdf"),
         option("print-images", "Writes the pictures and lists that a print request hands over.",
                "DIR"),
@@ -125,8 +125,18 @@ QString readPage(const QCommandLineParser &parser, PageSettings &page)
         const auto notation = toothNotationFromName(name);
         if (!notation) return tr("--notation takes universal, fdi or palmer, not '%1'.").arg(name);
         page.notation = *notation;
+        page.isNotationGiven = true;
     }
     return {};
+}
+
+/// Whether --print names a folder, which need not be there yet. What is there and is none, a device
+/// for example, is written to under any name.
+bool isFolder(const QString &print)
+{
+    const QFileInfo existing(print);
+    if (existing.exists()) return existing.isDir();
+    return !print.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
 }
 
 /// What is wrong with the FILEs, or an empty text. Several are printed in one headless run, each
@@ -143,6 +153,8 @@ QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
         return tr("Unexpected argument '%1': several FILEs are only printed, with --headless and "
                   "--print or --print-images.")
             .arg(files[1]);
+    if (!commandLine.print.isEmpty() && !isFolder(commandLine.print))
+        return tr("--print takes a folder for several FILEs, not '%1'.").arg(commandLine.print);
     for (const char *name : {"picture", "state", "export", "play", "database"}) {
         if (parser.isSet(QString::fromUtf8(name)))
             return tr("--%1 takes one FILE, not %2.")
@@ -215,10 +227,15 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     return parsed;
 }
 
+bool printsIntoFolder(const CommandLine &commandLine)
+{
+    return commandLine.files.size() > 1 ||
+           (!commandLine.print.isEmpty() && isFolder(commandLine.print));
+}
+
 std::vector<CommandLine> runsOf(const CommandLine &commandLine)
 {
-    const bool isFolder = commandLine.files.size() > 1 || QFileInfo(commandLine.print).isDir();
-    if (!isFolder) return {commandLine};
+    if (!printsIntoFolder(commandLine)) return {commandLine};
     std::vector<CommandLine> runs;
     const QStringList files =
         commandLine.files.isEmpty() ? QStringList{QString()} : commandLine.files;
@@ -230,8 +247,7 @@ std::vector<CommandLine> runsOf(const CommandLine &commandLine)
         run.files = QStringList{file};
         if (!run.print.isEmpty())
             run.print = QDir(run.print).filePath(name + QStringLiteral(".pdf"));
-        if (!run.printImages.isEmpty() && commandLine.files.size() > 1)
-            run.printImages = QDir(run.printImages).filePath(name);
+        if (!run.printImages.isEmpty()) run.printImages = QDir(run.printImages).filePath(name);
         runs.push_back(run);
     }
     return runs;

@@ -51,8 +51,13 @@ struct ParsedCommandLine
 
 ParsedCommandLine parseCommandLine(const QStringList &arguments);
 
-/// A run for each FILE: several are printed into a folder, each under the name of its file
-/// (NAME.pdf, and a folder NAME of pictures); so is a single one when --print names a folder.
+/// Whether pages, or pictures and lists, are printed into a folder, each under the name of its
+/// FILE: where there are several, and where --print names a folder: one that is there, or a name
+/// that ends in "/" or not in ".pdf" while nothing else has it.
+bool printsIntoFolder(const CommandLine &commandLine);
+
+/// A run for each FILE, under its name where they are printed into a folder: NAME.pdf, and a folder
+/// NAME of pictures. The name of no FILE is "sample".
 std::vector<CommandLine> runsOf(const CommandLine &commandLine);
 
 /// The program's version.

@@ -41,20 +41,28 @@ QString writeOutput(const QString &path, const QByteArray &content)
     return written ? QString() : QStringLiteral("standard output: could not be written");
 }
 
+/// Makes the folders that treatments are printed into where there are none. Returns what went
+/// wrong, or an empty text.
+QString makeFolders(const CommandLine &commandLine)
+{
+    if (!printsIntoFolder(commandLine)) return {};
+    for (const QString &folder : {commandLine.print, commandLine.printImages}) {
+        if (!folder.isEmpty() && !QDir().mkpath(folder))
+            return folder + QStringLiteral(": the folder could not be made");
+    }
+    return {};
+}
+
 /// The page, or the pictures and lists, of one print request.
 QStringList writePrints(const CommandLine &commandLine, kelo::DXOpenGL &view,
                         const OpenedTreatment &treatment)
 {
     const auto request = printRequestOf(view);
-    if (!request) {
-        const QString name = commandLine.file.isEmpty() ? commandLine.print : commandLine.file;
-        return {QStringLiteral("%1: the treatment could not be printed").arg(name)};
-    }
+    if (!request) return {couldNotBePrinted(commandLine)};
     QStringList failures;
     if (!commandLine.print.isEmpty()) {
         const TreatmentPage page = sharpTreatmentPage(*request, view, treatment, commandLine.page);
-        failures << writeWholeFile(commandLine.print,
-                                   treatmentPageAsPDF(page, commandLine.page.layout));
+        failures << writeTreatmentPage(page, commandLine.page.layout, commandLine.print);
     }
     if (!commandLine.printImages.isEmpty())
         failures << writePrintImages(*request, commandLine.printImages);
@@ -62,6 +70,14 @@ QStringList writePrints(const CommandLine &commandLine, kelo::DXOpenGL &view,
 }
 
 } // namespace
+
+QString couldNotBePrinted(const CommandLine &commandLine)
+{
+    QString name = commandLine.file;
+    if (name.isEmpty()) name = commandLine.print;
+    if (name.isEmpty()) name = commandLine.printImages;
+    return QStringLiteral("%1: the treatment could not be printed").arg(name);
+}
 
 void tellUser(const QString &message)
 {
@@ -79,9 +95,8 @@ bool meshesCanBeLoaded(const CommandLine &commandLine)
 
 QString writePicture(kelo::DXOpenGL &view, const QString &file)
 {
-    const QByteArray png = pictureAsPNG(view);
-    if (png.isEmpty()) return QStringLiteral("%1: the view could not be drawn").arg(file);
-    return writeWholeFile(file, png);
+    return writeWhatWasMade(file, pictureAsPNG(view),
+                            QStringLiteral("the view could not be drawn"));
 }
 
 QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
@@ -95,8 +110,12 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
 {
     QStringList failures;
     if (!commandLine.picture.isEmpty()) failures << writePicture(view, commandLine.picture);
-    if (!commandLine.print.isEmpty() || !commandLine.printImages.isEmpty())
-        failures << writePrints(commandLine, view, treatment);
+    if (!commandLine.print.isEmpty() || !commandLine.printImages.isEmpty()) {
+        // A window too may print into a folder.
+        const QString problem = makeFolders(commandLine);
+        failures << (problem.isEmpty() ? writePrints(runsOf(commandLine).front(), view, treatment)
+                                       : QStringList{problem});
+    }
     if (!commandLine.exportedScene.isEmpty())
         failures << writeWholeFile(commandLine.exportedScene, sceneAsOBJ(view));
     if (!commandLine.state.isEmpty())
@@ -149,24 +168,15 @@ ExitStatus runTreatment(const CommandLine &commandLine)
     }
 }
 
-/// The folders that several treatments are printed into are made where there are none.
-bool foldersCanBeMade(const CommandLine &commandLine)
-{
-    if (commandLine.files.size() < 2) return true;
-    for (const QString &folder : {commandLine.print, commandLine.printImages}) {
-        if (folder.isEmpty() || QDir().mkpath(folder)) continue;
-        tellUser(folder + QStringLiteral(": the folder could not be made"));
-        return false;
-    }
-    return true;
-}
-
 } // namespace
 
 ExitStatus runHeadless(const CommandLine &commandLine)
 {
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
-    if (!foldersCanBeMade(commandLine)) return BadInput;
+    if (const QString problem = makeFolders(commandLine); !problem.isEmpty()) {
+        tellUser(problem);
+        return BadInput;
+    }
     ExitStatus worst = Done;
     for (const CommandLine &run : runsOf(commandLine)) {
         // What goes wrong with one treatment is told, and the next one is printed.

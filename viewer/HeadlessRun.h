@@ -22,6 +22,9 @@ QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
 ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
                         const OpenedTreatment &treatment, const kelo::Menu *openMenu = nullptr);
 
+/// What to say when a print request gave nothing: by the name of the FILE, or of the output.
+QString couldNotBePrinted(const CommandLine &commandLine);
+
 /// A whole run without a window: loads the treatment, plays the script, writes the outputs. Several
 /// FILEs are printed one after the other; the worst of them decides how the program ends.
 ExitStatus runHeadless(const CommandLine &commandLine);

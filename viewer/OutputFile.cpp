@@ -8,17 +8,27 @@ namespace viewer {
 
 namespace {
 
+/// Where the disk is full, a write takes a part and tells nothing; only the next one says why.
+bool writeAll(QIODevice &file, const QByteArray &content)
+{
+    qint64 written = 0;
+    while (written < content.size()) {
+        const qint64 count = file.write(content.constData() + written, content.size() - written);
+        if (count <= 0) return false;
+        written += count;
+    }
+    return true;
+}
+
 /// Writes to a device or a pipe, which is not to be replaced by a file.
 bool writeDirectly(QFile &file, const QByteArray &content)
 {
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-           file.write(content) == content.size();
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content);
 }
 
 bool writeAndRename(QSaveFile &file, const QByteArray &content)
 {
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.commit();
+    return file.open(QIODevice::WriteOnly) && writeAll(file, content) && file.commit();
 }
 
 QString failure(const QString &path, const QFileDevice &file)
@@ -37,6 +47,12 @@ QString writeWholeFile(const QString &path, const QByteArray &content)
     }
     QSaveFile file(path);
     return writeAndRename(file, content) ? QString() : failure(path, file);
+}
+
+QString writeWhatWasMade(const QString &path, const QByteArray &content, const QString &problem)
+{
+    if (content.isEmpty()) return QStringLiteral("%1: %2").arg(path, problem);
+    return writeWholeFile(path, content);
 }
 
 } // namespace viewer

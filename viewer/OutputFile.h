@@ -9,4 +9,8 @@ namespace viewer {
 /// Returns what went wrong, as a sentence that names the file, or an empty text.
 QString writeWholeFile(const QString &path, const QByteArray &content);
 
+/// The same for a picture or a page: where none could be made (no content), an earlier file stays
+/// and the text is "PATH: PROBLEM".
+QString writeWhatWasMade(const QString &path, const QByteArray &content, const QString &problem);
+
 } // namespace viewer

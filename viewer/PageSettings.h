@@ -14,6 +14,7 @@ struct PageSettings
 {
     QPageLayout layout = defaultPageLayout();
     ToothNotation notation = ToothNotation::Universal;
+    bool isNotationGiven = false; ///< otherwise a window has the one that its user prefers
     bool greyscale = false;
 };
 

@@ -23,8 +23,8 @@ QString writePicture(const QImage &picture, const QString &path)
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    if (!picture.save(&buffer, "PNG")) return path + QStringLiteral(": could not be drawn");
-    return writeWholeFile(path, png);
+    if (!picture.save(&buffer, "PNG")) png.clear();
+    return writeWhatWasMade(path, png, QStringLiteral("could not be drawn"));
 }
 
 } // namespace

@@ -29,7 +29,8 @@ void TreatmentDocument::windowControllerDidLoadNib(kelo::WindowController &contr
         throw kelo::InterfaceFileProblem(
             kelo::interfaceFilePath(controller.windowNibName()) +
             ": the viewer needs a main window with a treatment view named \"view\"");
-    mainWindow_ = std::make_unique<TreatmentWindow>(*this, *window, solid->view(), all_);
+    mainWindow_ =
+        std::make_unique<TreatmentWindow>(*this, *window, solid->view(), all_, commandLine_.page);
     const auto others = static_cast<int>(all_.documents().size()) - 1;
     if (commandLine_.isSizeGiven || !mainWindow_->restorePlace(others))
         mainWindow_->resizeView(commandLine_.size);

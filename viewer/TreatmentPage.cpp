@@ -1,15 +1,19 @@
 #include "viewer/TreatmentPage.h"
 
+#include "viewer/OutputFile.h"
+
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextLayout>
 #include <QTextOption>
 
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <utility>
 
 namespace viewer {
 namespace {
@@ -60,14 +64,15 @@ struct Row
     double height = 0.0; ///< with the space behind it
 };
 
-/// What stands on one sheet: which rows of each side, and whether the legend does.
+/// What stands on one sheet: which rows of each side, and which of the legend.
 struct Sheet
 {
     std::array<std::size_t, sideCount> firstRow{};
     std::array<std::size_t, sideCount> endRow{};
+    std::size_t firstColor = 0;
+    std::size_t endColor = 0;
     double top = 0.0; ///< of the lists
     bool hasPictures = false;
-    bool hasLegend = false;
 };
 
 QString toothNames(const std::vector<std::string> &keys, ToothNotation notation,
@@ -115,10 +120,10 @@ public:
         columnWidths();
         for (std::size_t side = 0; side < sideCount; ++side) {
             rows_[side] = rowsOfElastics(sides_[side]->elastics, page.notation);
-            measure(rows_[side], columns_[side].width());
+            measure(rows_[side], columns_[side].width(), bottom() - listTop(false));
         }
         legend_ = rowsOfColors(page.bracketColors, page.notation);
-        measure(legend_, size_.width() / legendColumns - gap);
+        measure(legend_, size_.width() / legendColumns - gap, bottom() - legendTop(listTop(false)));
     }
 
     int paint()
@@ -133,7 +138,7 @@ public:
     }
 
 private:
-    static constexpr int legendColumns = 3;
+    static constexpr std::size_t legendColumns = 3;
 
     /// The columns are as wide as their pictures are to one another, so that all three stand at one
     /// scale.
@@ -165,13 +170,48 @@ private:
         return painter_.boundingRect(textRect(0.0, 0.0, width), text, wrapped()).height();
     }
 
-    void measure(std::vector<Row> &rows, double width)
+    double rowHeight(const QString &text, double width)
     {
-        for (Row &row : rows) {
-            const double height =
-                textHeight(fontOfSize(textSize), width - swatchSize - lineSpacing, row.text);
-            row.height = std::max(height, swatchSize) + lineSpacing;
+        const double height =
+            textHeight(fontOfSize(textSize), width - swatchSize - lineSpacing, text);
+        return std::max(height, swatchSize) + lineSpacing;
+    }
+
+    /// Gives each row its height; one that is higher than a sheet becomes several, broken between
+    /// lines.
+    void measure(std::vector<Row> &rows, double width, double sheetHeight)
+    {
+        std::vector<Row> measured;
+        for (const Row &row : rows) {
+            if (const double height = rowHeight(row.text, width); height <= sheetHeight) {
+                measured.push_back({row.swatch, row.text, height});
+                continue;
+            }
+            for (const QString &piece : piecesOf(row.text, width, sheetHeight))
+                measured.push_back({row.swatch, piece, rowHeight(piece, width)});
         }
+        rows = std::move(measured);
+    }
+
+    QStringList piecesOf(const QString &text, double width, double height)
+    {
+        // One line less than there is room for: the piece is broken into lines once more.
+        const double lineHeight = textHeight(fontOfSize(textSize), width, QStringLiteral("X"));
+        const int lineCount = std::max(1, static_cast<int>(height / lineHeight) - 1);
+        QTextLayout layout(text, fontOfSize(textSize), &device_);
+        layout.setTextOption(wrapped());
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine())
+            line.setLineWidth(width - swatchSize - lineSpacing);
+        layout.endLayout();
+        QStringList pieces;
+        for (int first = 0; first < layout.lineCount(); first += lineCount) {
+            const int end = std::min(first + lineCount, layout.lineCount());
+            const QTextLine last = layout.lineAt(end - 1);
+            const int start = layout.lineAt(first).textStart();
+            pieces << text.mid(start, last.textStart() + last.textLength() - start);
+        }
+        return pieces;
     }
 
     QString dateText() const { return QLocale().toString(page_.date, QLocale::LongFormat); }
@@ -208,38 +248,68 @@ private:
 
     double bottom() const { return size_.height() - footerHeight; }
 
-    double legendHeight()
+    double listTop(bool hasPictures)
     {
-        if (legend_.empty()) return 0.0;
-        double height = 0.0;
-        double rowHeight = 0.0;
-        for (std::size_t i = 0; i < legend_.size(); ++i) {
-            rowHeight = std::max(rowHeight, legend_[i].height);
-            if (i % legendColumns == legendColumns - 1 || i + 1 == legend_.size()) {
-                height += rowHeight;
-                rowHeight = 0.0;
+        return headerHeight() + labelHeight() + lineSpacing +
+               (hasPictures ? picturesHeight() + gap : 0.0);
+    }
+
+    /// Of the legend's first row, under lists that end at `listEnd`.
+    double legendTop(double listEnd) { return listEnd + gap + labelHeight() + lineSpacing; }
+
+    /// How many of the legend's rows from `first` on have room between `y` and the sheet's end.
+    std::size_t endOfColors(std::size_t first, double y) const
+    {
+        std::size_t end = first;
+        while (end < legend_.size()) {
+            const std::size_t lineEnd = std::min(end + legendColumns, legend_.size());
+            for (std::size_t i = end; i < lineEnd; ++i) {
+                if (y + legend_[i].height > bottom()) return end;
             }
+            y += lineHeight(end, lineEnd);
+            end = lineEnd;
         }
-        return gap + labelHeight() + lineSpacing + height;
+        return end;
+    }
+
+    double lineHeight(std::size_t first, std::size_t end) const
+    {
+        double height = 0.0;
+        for (std::size_t i = first; i < end; ++i)
+            height = std::max(height, legend_[i].height);
+        return height;
+    }
+
+    /// The legend stands under the lists where there is room for all of it, else on sheets of its
+    /// own.
+    void takeColors(Sheet &sheet, double listEnd)
+    {
+        const std::size_t end = endOfColors(sheet.firstColor, legendTop(listEnd));
+        const bool isOnItsOwn = !sheet.hasPictures && listEnd == sheet.top;
+        if (end == legend_.size())
+            sheet.endColor = end;
+        else if (isOnItsOwn) // a line that has no room on an empty sheet is printed all the same
+            sheet.endColor =
+                std::max(end, std::min(sheet.firstColor + legendColumns, legend_.size()));
     }
 
     std::vector<Sheet> brokenIntoSheets()
     {
         std::vector<Sheet> sheets;
         std::array<std::size_t, sideCount> next{};
-        bool legendIsDue = true;
+        std::size_t nextColor = 0;
+        bool isComplete = false;
         do {
             Sheet sheet;
             sheet.hasPictures = sheets.empty();
-            sheet.top = headerHeight() + labelHeight() + lineSpacing +
-                        (sheet.hasPictures ? picturesHeight() + gap : 0.0);
+            sheet.top = listTop(sheet.hasPictures);
             double lowest = sheet.top;
-            bool isComplete = true;
+            isComplete = true;
             for (std::size_t side = 0; side < sideCount; ++side) {
                 double y = sheet.top;
                 sheet.firstRow[side] = next[side];
                 const auto &rows = rows_[side];
-                // A row that is higher than a whole sheet is printed all the same.
+                // A row that has no room on an empty sheet is printed all the same.
                 while (next[side] < rows.size() &&
                        (y + rows[next[side]].height <= bottom() ||
                         (!sheet.hasPictures && next[side] == sheet.firstRow[side])))
@@ -248,12 +318,11 @@ private:
                 isComplete = isComplete && next[side] == rows.size();
                 lowest = std::max(lowest, y);
             }
-            const bool legendFits = legend_.empty() || lowest + legendHeight() <= bottom() ||
-                                    (!sheet.hasPictures && lowest == sheet.top);
-            sheet.hasLegend = isComplete && legendFits;
-            legendIsDue = !sheet.hasLegend;
+            sheet.firstColor = sheet.endColor = nextColor;
+            if (isComplete) takeColors(sheet, lowest);
+            nextColor = sheet.endColor;
             sheets.push_back(sheet);
-        } while (legendIsDue);
+        } while (!isComplete || nextColor < legend_.size());
         return sheets;
     }
 
@@ -271,7 +340,7 @@ private:
         double lowest = sheet.top;
         for (std::size_t side = 0; side < sideCount; ++side)
             lowest = std::max(lowest, paintSide(sheet, side));
-        if (sheet.hasLegend) paintLegend(lowest + gap);
+        if (sheet.firstColor < sheet.endColor) paintLegend(sheet, lowest + gap);
         if (count > 1) {
             painter_.setFont(fontOfSize(textSize));
             painter_.drawText(QRectF(0.0, bottom(), size_.width(), footerHeight),
@@ -287,6 +356,8 @@ private:
             QT_TRANSLATE_NOOP("TreatmentPage", "Front"),
             QT_TRANSLATE_NOOP("TreatmentPage", "Left"),
         };
+        // On a further sheet a heading without rows would read like a side without elastics.
+        if (!sheet.hasPictures && sheet.firstRow[side] == sheet.endRow[side]) return sheet.top;
         const QRectF &column = columns_[side];
         double y = headerHeight();
         painter_.setFont(fontOfSize(labelSize, true));
@@ -326,22 +397,17 @@ private:
                           wrapped());
     }
 
-    void paintLegend(double y)
+    void paintLegend(const Sheet &sheet, double y)
     {
-        if (legend_.empty()) return;
         painter_.setFont(fontOfSize(labelSize, true));
         painter_.drawText(textRect(0.0, y, size_.width()), translated("Brackets"), wrapped());
         y += labelHeight() + lineSpacing;
         const double width = size_.width() / legendColumns;
-        double rowHeight = 0.0;
-        for (std::size_t i = 0; i < legend_.size(); ++i) {
-            const auto column = static_cast<double>(i % legendColumns);
-            paintRow(legend_[i], column * width, y, width - gap);
-            rowHeight = std::max(rowHeight, legend_[i].height);
-            if (i % legendColumns == legendColumns - 1) {
-                y += rowHeight;
-                rowHeight = 0.0;
-            }
+        for (std::size_t first = sheet.firstColor; first < sheet.endColor; first += legendColumns) {
+            const std::size_t end = std::min(first + legendColumns, sheet.endColor);
+            for (std::size_t i = first; i < end; ++i)
+                paintRow(legend_[i], static_cast<double>(i - first) * width, y, width - gap);
+            y += lineHeight(first, end);
         }
     }
 
@@ -407,6 +473,13 @@ QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layo
                         .arg(page.patientName, QLocale().toString(page.date, QLocale::LongFormat)));
     writer.setCreator(QStringLiteral("treatment-viewer"));
     return paintTreatmentPage(page, writer) > 0 ? pdf : QByteArray();
+}
+
+QString writeTreatmentPage(const TreatmentPage &page, const QPageLayout &layout,
+                           const QString &path)
+{
+    return writeWhatWasMade(path, treatmentPageAsPDF(page, layout),
+                            QStringLiteral("the page could not be made"));
 }
 
 } // namespace viewer

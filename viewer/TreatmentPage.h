@@ -55,4 +55,9 @@ int paintTreatmentPage(const TreatmentPage &page, QPagedPaintDevice &device);
 /// The page as a PDF document; empty when it could not be made.
 QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layout);
 
+/// Writes that document, which appears whole or not at all. Returns what went wrong, as a sentence
+/// that names the file, or an empty text.
+QString writeTreatmentPage(const TreatmentPage &page, const QPageLayout &layout,
+                           const QString &path);
+
 } // namespace viewer

@@ -4,11 +4,12 @@
 #include "viewer/ChangeLogDialog.h"
 #include "viewer/DateBar.h"
 #include "viewer/ElasticNameController.h"
+#include "viewer/HeadlessRun.h"
 #include "viewer/KeysDialog.h"
 #include "viewer/MaterialsPanel.h"
 #include "viewer/OpenTreatments.h"
 #include "viewer/OpenedTreatment.h"
-#include "viewer/OutputFile.h"
+#include "viewer/PagePreview.h"
 #include "viewer/PatientsDialog.h"
 #include "viewer/Preferences.h"
 #include "viewer/PrintRequest.h"
@@ -16,15 +17,11 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QImage>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 #include <QTimer>
 #include <QToolBar>
 
@@ -40,13 +37,15 @@ constexpr int distanceOfWindows = 32;
 } // namespace
 
 TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
-                                 std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all)
+                                 std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all,
+                                 const PageSettings &page)
     : document_(document),
       window_(window),
       view_(std::move(view)),
       all_(all),
       treatment_(document.treatment()),
       materials_(treatment_->document()),
+      page_(page),
       dateBar_(new QToolBar(tr("Dates"))),
       dates_(new DateBar)
 {
@@ -194,8 +193,8 @@ void TreatmentWindow::preferencesChanged()
 
 PageSettings TreatmentWindow::pageSettings() const
 {
-    PageSettings settings;
-    settings.notation = Preferences::preferences().notation();
+    PageSettings settings = page_;
+    if (!settings.isNotationGiven) settings.notation = Preferences::preferences().notation();
     return settings;
 }
 
@@ -254,32 +253,17 @@ void TreatmentWindow::savePicture()
     const QString path = QFileDialog::getSaveFileName(&window_, tr("Save Picture"), QString(),
                                                       tr("Pictures (*.png)"));
     if (path.isEmpty()) return;
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    view_->grabImage().save(&buffer, "PNG");
-    const QString failure = writeWholeFile(path, png);
+    const QString failure = writePicture(*view_, path);
     if (!failure.isEmpty()) tell(failure);
 }
 
 void TreatmentWindow::preview(const PrintRequest &request)
 {
-    TreatmentPage page = sharpTreatmentPage(request, *view_, *treatment_, pageSettings());
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(defaultPageLayout());
-    printer.setDocName(window_.windowTitle());
-    QPrintPreviewDialog dialog(&printer, &window_);
-    dialog.setWindowTitle(tr("Print"));
-    bool isPainted = true;
-    connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *device) {
-        page.greyscale = device->colorMode() == QPrinter::GrayScale;
-        isPainted = paintTreatmentPage(page, *device) > 0;
-    });
-    if (dialog.exec() == QDialog::Accepted && !isPainted) {
-        const QString target =
-            printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-        tell(tr("The page could not be printed: %1 cannot be written to.").arg(target));
-    }
+    const PageSettings settings = pageSettings();
+    PagePreview preview(sharpTreatmentPage(request, *view_, *treatment_, settings), settings,
+                        window_.windowTitle(), &window_);
+    const QString failure = preview.exec();
+    if (!failure.isEmpty()) tell(failure);
 }
 
 void TreatmentWindow::savePage()
@@ -291,7 +275,7 @@ void TreatmentWindow::savePage()
     if (!request) return; // the view has told why
     const PageSettings settings = pageSettings();
     const TreatmentPage page = sharpTreatmentPage(*request, *view_, *treatment_, settings);
-    const QString failure = writeWholeFile(path, treatmentPageAsPDF(page, settings.layout));
+    const QString failure = writeTreatmentPage(page, settings.layout, path);
     if (!failure.isEmpty()) tell(failure);
 }
 
@@ -302,7 +286,8 @@ void TreatmentWindow::showChanges()
         tell(changes.sentence());
         return;
     }
-    ChangeLogDialog(changes.value(), *treatment_->document(), pageSettings().notation, &window_)
+    ChangeLogDialog(changes.value(), *treatment_->document(), Preferences::preferences().notation(),
+                    &window_)
         .exec();
 }
 

@@ -36,8 +36,10 @@ class TreatmentWindow : public QObject
 
 public:
     /// Neither the document, which has this one, nor the window nor `all` are owned.
+    /// The treatment page is printed with `page` unless the user chooses otherwise.
     TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
-                    std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all);
+                    std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all,
+                    const PageSettings &page = {});
     ~TreatmentWindow() override;
 
     kelo::DXOpenGL &view() { return *view_; }
@@ -111,6 +113,7 @@ private:
     kelo::DXOpenGLDelegate delegate_;
     SceneMaterials materials_;
     UndoHistory history_;
+    PageSettings page_; ///< as the program was started with them
     QToolBar *dateBar_; ///< around the dates
     DateBar *dates_;
     QAction *approved_ = nullptr;

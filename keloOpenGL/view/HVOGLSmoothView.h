@@ -19,7 +19,9 @@ class KELO_EXPORT HVOGLSmoothView : public HVOGLBasicView
 public:
     explicit HVOGLSmoothView(const Rect &frame);
 
-    /// Requesting the present orientation, or the target of the running transition, does nothing.
+    /// Requesting the present orientation, or the target of the running transition, does nothing;
+    /// numbers are compared as the floats that they are stored as, so that a request can be made
+    /// again with the same doubles.
     void setTargetWorldRotationAngle_axis(double angleInDegrees, double x, double y,
                                           double z) override;
     void setTargetWorldQuaternion(const Quaternion &quaternion);

@@ -90,6 +90,17 @@ TEST_F(SmoothView, aMouthTargetOf70DegreesAnimatesTo70)
     EXPECT_EQ(view->mouthOpenAngle(), 70.0f);
 }
 
+TEST_F(SmoothView, onlySetMouthOpenAngleClamps)
+{
+    view->setTargetMouthOpenAngle(-60.0f);
+    loop->advance(1.0);
+    EXPECT_EQ(view->mouthOpenAngle(), -60.0f);
+    view->setMouthOpenAngle(70.0f);
+    EXPECT_EQ(view->mouthOpenAngle(), 55.0f);
+    view->setMouthOpenAngle(-70.0f);
+    EXPECT_EQ(view->mouthOpenAngle(), -55.0f);
+}
+
 TEST_F(SmoothView, aDurationOfZeroEndsWithTheFirstTick)
 {
     view->setTargetMouthOpenAngle_duration(20.0f, 0.0);
@@ -108,6 +119,57 @@ TEST_F(SmoothView, requestingADifferentTargetRestartsFromThePresentValueWithProg
     advanceTicks(10);
     const double weight = eased(10, 0.75);
     EXPECT_NEAR(view->mouthOpenAngle(), reached * (1 - weight) - 10.0 * weight, 1e-3);
+}
+
+TEST_F(SmoothView, aDifferentOrientationRestartsFromTheOneReachedWithProgressZero)
+{
+    view->setWorldRotationAngle_axis(20.0, 0.0, 0.0, 1.0);
+    view->setTargetWorldRotationAngle_axis(110.0, 0.0, 0.0, 1.0);
+    advanceTicks(20);
+    const double reached = 20.0 + 90.0 * eased(20, 0.75);
+    ASSERT_NEAR(view->worldRotation()[0], reached, 1e-2);
+    view->setTargetWorldRotationAngle_axis(30.0, 0.0, 0.0, 1.0);
+    EXPECT_NEAR(view->worldRotation()[0], reached, 1e-2) << "no jump";
+    advanceTicks(10);
+    const double weight = eased(10, 0.75);
+    EXPECT_NEAR(view->worldRotation()[0], reached * (1 - weight) + 30.0 * weight, 2e-2);
+    advanceTicks(45);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{30.0f, 0.0f, 0.0f, 1.0f}));
+}
+
+TEST_F(SmoothView, aDifferentCentreRestartsFromTheOneReachedWithProgressZero)
+{
+    view->setTargetWorldCenterData(packed(Vector3{10.0f, 20.0f, -30.0f}));
+    advanceTicks(20);
+    const double reached = 10.0 * eased(20, 0.75);
+    ASSERT_NEAR(view->worldCenter().x, reached, 1e-4);
+    view->setTargetWorldCenterData(packed(Vector3{-4.0f, 0.0f, 0.0f}));
+    EXPECT_NEAR(view->worldCenter().x, reached, 1e-4) << "no jump";
+    advanceTicks(10);
+    const double weight = eased(10, 0.75);
+    EXPECT_NEAR(view->worldCenter().x, reached * (1 - weight) - 4.0 * weight, 1e-4);
+    advanceTicks(45);
+    EXPECT_EQ(view->worldCenterData(), packed(Vector3{-4.0f, 0.0f, 0.0f}));
+}
+
+TEST_F(SmoothView, requestingTheRunningCentreAgainDoesNotRestart)
+{
+    const PackedData center = packed(Vector3{10.0f, 20.0f, -30.0f});
+    view->setTargetWorldCenterData(center);
+    advanceTicks(20);
+    view->setTargetWorldCenterData(center);
+    advanceTicks(10);
+    EXPECT_NEAR(view->worldCenter().x, 10.0 * eased(30, 0.75), 1e-4);
+}
+
+TEST_F(SmoothView, aNumberThatAFloatDoesNotHaveIsTheSameTargetWhenItIsAskedForAgain)
+{
+    view->setTargetWorldRotationAngle_axis(60.1, 0.1, 0.2, 0.97);
+    advanceTicks(44);
+    view->setTargetWorldRotationAngle_axis(60.1, 0.1, 0.2, 0.97);
+    advanceTicks(2);
+    EXPECT_FALSE(view->isAnimatingWorldRotation());
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.1f, 0.1f, 0.2f, 0.97f}));
 }
 
 TEST_F(SmoothView, requestingTheRunningTargetAgainDoesNotRestart)
@@ -190,6 +252,26 @@ TEST_F(SmoothView, aCentreTargetWithACoordinateThatIsNotFiniteIsAppliedAtOnce)
     view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
     EXPECT_FALSE(view->isAnimatingWorldCenter());
     EXPECT_EQ(view->worldCenter().y, 2.0f);
+}
+
+TEST_F(SmoothView, aCentreTargetThatIsNotANumberIsAppliedAtOnce)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (const Vector3 &center :
+         {Vector3{nan, 0.0f, 0.0f}, Vector3{0.0f, nan, 0.0f}, Vector3{0.0f, 0.0f, nan}}) {
+        view->setWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+        view->setTargetWorldCenterData(packed(center));
+        EXPECT_FALSE(view->isAnimatingWorldCenter());
+        EXPECT_EQ(view->worldCenterData(), packed(center));
+    }
+}
+
+TEST_F(SmoothView, theTimerStartsEvenWhereTheCentreThenJumps)
+{
+    view->setLastRenderingTime(0.076);
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    EXPECT_FALSE(view->isAnimatingWorldCenter());
+    EXPECT_TRUE(view->animationTimerIsRunning());
 }
 
 TEST_F(SmoothView, renderingTooSlowToAnimateMakesTheCentreJump)

@@ -56,6 +56,26 @@ TEST(WorldTurn, aTurnPastProfileSnapsToTheNearerProfile)
     expectQuaternion(clampQuaternionToFront180Degrees(right), -0.5f, -0.5f, -0.5f, 0.5f);
 }
 
+TEST(WorldTurn, theProfileItselfIsLeftAsItIs)
+{
+    // A quarter turn about z shows the front of the arches at x = 1, z exactly 0.
+    const float half = std::sqrt(0.5f);
+    const Quaternion profile{0.0f, 0.0f, half, half};
+    ASSERT_EQ(Quaternion_multiplyVector3(profile, Vector3{0, -1, 0}).z, 0.0f);
+    expectQuaternion(clampQuaternionToFront180Degrees(profile), 0.0f, 0.0f, half, half);
+}
+
+TEST(WorldTurn, aViewExactlyFromBehindSnapsToTheSecondProfile)
+{
+    // A quarter turn about x that takes the front to -z.
+    const float half = std::sqrt(0.5f);
+    const Quaternion back{half, 0.0f, 0.0f, half};
+    const Vector3 front = Quaternion_multiplyVector3(back, Vector3{0, -1, 0});
+    ASSERT_LT(front.z, 0.0f);
+    ASSERT_EQ(front.x, 0.0f);
+    expectQuaternion(clampQuaternionToFront180Degrees(back), -0.5f, 0.5f, 0.5f, 0.5f);
+}
+
 TEST(WorldTurn, bothProfilesShowTheArchesExactlySideOn)
 {
     for (const Quaternion profile :

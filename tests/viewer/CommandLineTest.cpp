@@ -75,6 +75,8 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
          "--database takes one FILE, not 3."},
         {{"--headless", "--print", "out", "a/one.json", "b/one.json"},
          "'a/one.json' and 'b/one.json' would both be printed as one."},
+        {{"--headless", "--print", "page.pdf", "one.json", "two.json"},
+         "--print takes a folder for several FILEs, not 'page.pdf'."},
         {{"--page-size", "a5"}, "--page-size takes a4 or letter, not 'a5'."},
         {{"--page-size", ""}, "--page-size takes a4 or letter, not ''."},
         {{"--notation", "roman"}, "--notation takes universal, fdi or palmer, not 'roman'."},
@@ -114,6 +116,7 @@ TEST(CommandLine, thePageIsLandscapeInColourWithUniversalNumbersUnlessAskedFor)
     const auto usual = parse({}).commandLine.page;
     EXPECT_EQ(usual.layout.orientation(), QPageLayout::Landscape);
     EXPECT_EQ(usual.notation, viewer::ToothNotation::Universal);
+    EXPECT_FALSE(usual.isNotationGiven);
     EXPECT_FALSE(usual.greyscale);
     const auto other =
         parse({"--page-size", "letter", "--portrait", "--greyscale", "--notation", "fdi"})
@@ -122,6 +125,7 @@ TEST(CommandLine, thePageIsLandscapeInColourWithUniversalNumbersUnlessAskedFor)
     EXPECT_EQ(other.layout.orientation(), QPageLayout::Portrait);
     EXPECT_EQ(other.layout.margins(QPageLayout::Millimeter), QMarginsF(15.0, 15.0, 15.0, 15.0));
     EXPECT_EQ(other.notation, viewer::ToothNotation::FDI);
+    EXPECT_TRUE(other.isNotationGiven);
     EXPECT_TRUE(other.greyscale);
     EXPECT_EQ(parse({"--page-size", "a4"}).commandLine.page.layout.pageSize().id(), QPageSize::A4);
 }
@@ -153,4 +157,36 @@ TEST(CommandLine, aSingleFileIsPrintedIntoAFolderToo)
     EXPECT_EQ(sample[0].print, folder.filePath("sample.pdf"));
     EXPECT_EQ(sample[0].file, "");
     EXPECT_EQ(viewer::runsOf(parse({"--print", "page.pdf"}).commandLine)[0].print, "page.pdf");
+}
+
+TEST(CommandLine, anOutThatDoesNotEndInPdfIsAFolderForASingleFileToo)
+{
+    const auto printOf = [](const QString &out, const QString &file) {
+        const auto runs = viewer::runsOf(parse({"--headless", "--print", out, file}).commandLine);
+        return runs.size() == 1 ? runs[0].print : QString();
+    };
+    EXPECT_EQ(printOf("pages", "day/smith.json"), "pages/smith.pdf");
+    EXPECT_EQ(printOf("pages/", "day/smith.json"), "pages/smith.pdf");
+    EXPECT_EQ(printOf("pages.pdf/", "day/smith.json"), "pages.pdf/smith.pdf");
+    EXPECT_EQ(printOf("page.pdf", "day/smith.json"), "page.pdf");
+    EXPECT_EQ(printOf("PAGE.PDF", "day/smith.json"), "PAGE.PDF");
+    // What is there and is no folder is written to as it is.
+    EXPECT_EQ(printOf("/dev/null", "day/smith.json"), "/dev/null");
+    // A run of one is such a run already.
+    const auto runs =
+        viewer::runsOf(parse({"--headless", "--print", "pages", "smith.json"}).commandLine);
+    EXPECT_FALSE(viewer::printsIntoFolder(runs.at(0)));
+    EXPECT_EQ(viewer::runsOf(runs[0])[0].print, "pages/smith.pdf");
+}
+
+TEST(CommandLine, picturesBesidePagesInAFolderAreInAFolderForEachFile)
+{
+    const auto run = [](const QStringList &outputs) {
+        return viewer::runsOf(
+            parse(QStringList{"--headless", "smith.json"} + outputs).commandLine)[0];
+    };
+    EXPECT_EQ(run({"--print", "pages", "--print-images", "pictures"}).printImages,
+              "pictures/smith");
+    EXPECT_EQ(run({"--print", "page.pdf", "--print-images", "pictures"}).printImages, "pictures");
+    EXPECT_EQ(run({"--print-images", "pictures"}).printImages, "pictures");
 }

@@ -22,7 +22,8 @@ TEST(OutputFile, anUnwritablePlaceIsNamedAndLeavesNothingBehind)
     const QTemporaryDir folder;
     const QString path = folder.filePath("no such folder/out.txt");
     const QString failure = viewer::writeWholeFile(path, "content");
-    EXPECT_TRUE(failure.startsWith(path + ": could not be written: ")) << failure.toStdString();
+    EXPECT_EQ(failure.toStdString(),
+              path.toStdString() + ": could not be written: No such file or directory");
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
@@ -45,6 +46,22 @@ TEST(OutputFile, aFolderIsNotReplacedByAFile)
     EXPECT_TRUE(viewer::writeWholeFile(folder.path(), "content")
                     .startsWith(folder.path() + ": could not be written: "));
     EXPECT_TRUE(QFileInfo(folder.path()).isDir());
+}
+
+TEST(OutputFile, whatCouldNotBeMadeIsASentenceAndAnEarlierFileStays)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("page.pdf");
+    ASSERT_EQ(viewer::writeWhatWasMade(path, "a page", "the page could not be made"), QString());
+    EXPECT_EQ(viewer::writeWhatWasMade(path, {}, "the page could not be made").toStdString(),
+              path.toStdString() + ": the page could not be made");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("a page"));
+    const QString other = folder.filePath("other.pdf");
+    EXPECT_EQ(viewer::writeWhatWasMade(other, {}, "the page could not be made").toStdString(),
+              other.toStdString() + ": the page could not be made");
+    EXPECT_FALSE(QFile::exists(other));
 }
 
 TEST(OutputFile, anEarlierFileIsReplacedAndNothingElseIsLeft)

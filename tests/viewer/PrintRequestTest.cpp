@@ -1,4 +1,8 @@
 #include "viewer/PrintRequest.h"
+
+#include "tests/keloOpenGL/ViewFixture.h"
+#include "tests/support/CapturedOutput.h"
+#include "viewer/HeadlessRun.h"
 #include "viewer/OpenedTreatment.h"
 
 #include <QDir>
@@ -9,6 +13,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <new>
 
 using namespace viewer;
 
@@ -77,6 +83,16 @@ TEST(PrintRequest, theFolderHoldsThreePicturesAndTheLists)
     EXPECT_EQ(file.readAll(), elasticsAsJSON(request()));
 }
 
+TEST(PrintRequest, aPictureWithoutPixelsIsNamedAndLeavesNoFile)
+{
+    QTemporaryDir parent;
+    PrintRequest broken = request();
+    broken.front = QImage();
+    EXPECT_EQ(writePrintImages(broken, parent.path()).toStdString(),
+              parent.filePath("front.png").toStdString() + ": could not be drawn");
+    EXPECT_FALSE(QFile::exists(parent.filePath("front.png")));
+}
+
 TEST(PrintRequest, aFolderThatCannotBeMadeIsNamed)
 {
     QTemporaryDir parent;
@@ -106,6 +122,102 @@ TEST(PrintRequest, theLeftSideOfThePageIsThePatientsRight)
     EXPECT_EQ(page.left.picture, request().right);
     EXPECT_TRUE(page.right.elastics.empty());
     EXPECT_EQ(page.left.elastics.size(), 1u);
+}
+
+TEST(PrintRequest, aTreatmentThatCouldNotBePrintedIsNamedByItsFileOrElseItsOutput)
+{
+    CommandLine commandLine;
+    commandLine.printImages = "pictures";
+    EXPECT_EQ(couldNotBePrinted(commandLine), "pictures: the treatment could not be printed");
+    commandLine.print = "page.pdf";
+    EXPECT_EQ(couldNotBePrinted(commandLine), "page.pdf: the treatment could not be printed");
+    commandLine.file = "smith.json";
+    EXPECT_EQ(couldNotBePrinted(commandLine), "smith.json: the treatment could not be printed");
+}
+
+/// A computer that cannot print, or has no memory for it.
+class FailingView : public kelo::DXOpenGL
+{
+public:
+    using kelo::DXOpenGL::DXOpenGL;
+    bool hasFramebufferObjects = true;
+    bool hasMemory = true;
+    void drawContent() override
+    {
+        if (!hasMemory) throw std::bad_alloc();
+        kelo::DXOpenGL::drawContent();
+    }
+
+protected:
+    std::string openGLExtensions() const override
+    {
+        return hasFramebufferObjects ? kelo::DXOpenGL::openGLExtensions() : "GL_EXT_texture";
+    }
+};
+
+class PrintRequests : public kelo::test::ViewFixture
+{
+protected:
+    PrintRequests()
+    {
+        commandLine.headless = true;
+        commandLine.file.clear();
+        view->setDelegate(&delegate);
+    }
+    ~PrintRequests() override { view->setDelegate(nullptr); }
+
+    CommandLine commandLine;
+    kelo::DXOpenGLDelegate delegate;
+    std::shared_ptr<FailingView> view =
+        kelo::makeView<FailingView>(kelo::Rect{{0.0, 0.0}, {400.0, 300.0}});
+};
+
+TEST_F(PrintRequests, theViewsOwnDelegateHearsNothingAndIsBackAfterwards)
+{
+    int heard = 0;
+    takePrintRequests(delegate, [&heard](const PrintRequest &) { ++heard; });
+    EXPECT_TRUE(printRequestOf(*view));
+    EXPECT_EQ(heard, 0);
+    EXPECT_EQ(view->delegate(), &delegate);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(PrintRequests, theViewsOwnDelegateIsBackAfterARequestThatFailed)
+{
+    view->hasMemory = false;
+    EXPECT_THROW(printRequestOf(*view), std::bad_alloc);
+    EXPECT_EQ(view->delegate(), &delegate);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(PrintRequests, aComputerThatCannotPrintSaysWhyAndWhatWasNotPrinted)
+{
+    OpenedTreatment treatment(commandLine);
+    treatment.showIn(*view);
+    view->hasFramebufferObjects = false;
+    QTemporaryDir folder;
+    commandLine.print = folder.filePath("page.pdf");
+    ExitStatus status = Done;
+    const std::string errors =
+        kelo::test::standardErrorOf([&] { status = writeOutputs(commandLine, *view, treatment); });
+    EXPECT_EQ(status, BadInput);
+    EXPECT_EQ(errors, "Printing Not Supported: This computer does not meet the minimum system "
+                      "requirements for printing.\n" +
+                          commandLine.print.toStdString() +
+                          ": the treatment could not be printed\n");
+    EXPECT_FALSE(QFile::exists(commandLine.print));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(PrintRequests, aViewThatCannotBeDrawnIsASentenceAndNoPicture)
+{
+    const auto flat = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {0.0, 0.0}});
+    QTemporaryDir folder;
+    const QString file = folder.filePath("front.png");
+    EXPECT_EQ(writePicture(*flat, file).toStdString(),
+              file.toStdString() + ": the view could not be drawn");
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_NO_GL_ERROR();
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "tests/viewer/PDFPages.h"
 
 #include <QBuffer>
+#include <QLocale>
 #include <QPdfWriter>
 
 #include <gtest/gtest.h>
@@ -90,11 +91,58 @@ TEST(TreatmentPage, aLegendThatDoesNotFitUnderTheListsHasAPageOfItsOwn)
     EXPECT_EQ(pagesOf(page, a4), 2);
 }
 
-TEST(TreatmentPage, aRowHigherThanASheetIsPrintedAllTheSame)
+TEST(TreatmentPage, aRowHigherThanASheetGoesOnOnTheNextOnesToItsEnd)
 {
     TreatmentPage page = pageWith(1);
     page.front.elastics[0].name = std::string(40000, 'x') + " y";
-    EXPECT_EQ(pagesOf(page, a4), 2);
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    EXPECT_EQ(text.count('x'), 40000);
+    EXPECT_TRUE(text.contains("y: 6 \u2013 30"));
+    const int sheets = pagesOf(page, a4);
+    EXPECT_GT(sheets, 10) << "770 lines, about 45 on a sheet";
+    EXPECT_TRUE(text.contains(QString("Page %1 of %1").arg(sheets)));
+}
+
+TEST(TreatmentPage, everyWordOfARowThatIsBrokenBetweenSheetsIsThereOnce)
+{
+    TreatmentPage page = pageWith(1);
+    std::string &name = page.left.elastics[0].name;
+    name.clear();
+    for (int i = 10000; i < 13000; ++i)
+        name += std::to_string(i) + " ";
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    for (int i = 10000; i < 13000; ++i)
+        ASSERT_EQ(text.count(QString::number(i)), 1) << i;
+}
+
+TEST(TreatmentPage, aLegendHigherThanASheetGoesOnOnTheNextOne)
+{
+    TreatmentPage page = pageWith(1);
+    for (int i = 1000; i < 1400; ++i)
+        page.bracketColors.push_back(
+            {QString("Colour %1").arg(i), kelo::Color(0.5, 0.5, 0.5, 1.0), {"8"}});
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    for (int i = 1000; i < 1400; ++i)
+        ASSERT_EQ(text.count(QString("Colour %1:").arg(i)), 1) << i;
+    const QStringList sheets = text.split(QChar::FormFeed, Qt::SkipEmptyParts);
+    ASSERT_GT(sheets.size(), 3);
+    EXPECT_FALSE(sheets[0].contains("Brackets"));
+    for (int i = 1; i < sheets.size(); ++i)
+        EXPECT_TRUE(sheets[i].contains("Brackets")) << i;
+}
+
+TEST(TreatmentPage, aFurtherSheetHasHeadingsOnlyOfTheSidesThatGoOn)
+{
+    TreatmentPage page = pageWith(1);
+    page.front.elastics = elastics(40);
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    const QStringList sheets = text.split(QChar::FormFeed, Qt::SkipEmptyParts);
+    ASSERT_EQ(sheets.size(), 2);
+    for (const char *heading : {"Right", "Front", "Left"})
+        EXPECT_TRUE(sheets[0].contains(heading)) << heading;
+    EXPECT_TRUE(sheets[1].contains("Front"));
+    EXPECT_FALSE(sheets[1].contains("Right"));
+    EXPECT_FALSE(sheets[1].contains("Left"));
 }
 
 TEST(TreatmentPage, aPageWithoutPicturesIsPrinted)
@@ -137,6 +185,18 @@ TEST(TreatmentPage, aGreyPageHasNoColour)
     EXPECT_FALSE(hasColour(inGrey[0]));
 }
 
+TEST(TreatmentPage, aGreyPageSaysTheSameInWords)
+{
+    TreatmentPage page = pageWith(3);
+    page.bracketColors = {{"Light blue", kelo::Color(0.5, 0.8, 1.0, 1.0), {"6", "11"}},
+                          {"Red", kelo::Color(1.0, 0.0, 0.0, 1.0), {"8"}}};
+    const QString inColour = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    page.greyscale = true;
+    EXPECT_EQ(PDFPages(treatmentPageAsPDF(page, a4)).text(), inColour);
+    EXPECT_TRUE(inColour.contains("Light blue: 6, 11"));
+    EXPECT_TRUE(inColour.contains("Red: 8"));
+}
+
 TEST(TreatmentPage, thePicturesStandInTheOrderRightFrontLeft)
 {
     TreatmentPage page = pageWith(0);
@@ -162,6 +222,8 @@ TEST(TreatmentPage, itsTextCanBeSelectedAndSearched)
     page.bracketColors = {{"Light blue", kelo::Color(0.5, 0.8, 1.0, 1.0), {"6", "11"}}};
     page.notation = ToothNotation::FDI;
     const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    EXPECT_TRUE(text.contains(QLocale().toString(QDate(2026, 11, 20), QLocale::LongFormat)))
+        << text.toStdString();
     for (const char *words : {"Sample Patient (S-1)", "Right", "Front", "Left", "Brackets",
                               "Light blue: 13, 23", "1/4\" 3.5 oz: 13 \u2013 46"})
         EXPECT_TRUE(text.contains(QString::fromUtf8(words)))
@@ -180,11 +242,69 @@ TEST(TreatmentPage, severalPagesAreNumbered)
     EXPECT_EQ(text.count("3.5 oz"), 3 * 40);
 }
 
+/// A long name, one without a space, and one that reads from the right.
+QStringList names()
+{
+    return {QString("Maria Magdalena Anastasia Konstantinopoulou-Featherstonehaugh ").repeated(4),
+            QString(300, 'W'), QString::fromUtf8("\u05d9\u05e2\u05dc \u05db\u05d4\u05df")};
+}
+
+/// Letters, digits and signs, without what only arranges them.
+QString withoutSpaces(const QString &text)
+{
+    QString letters;
+    for (const QChar character : text) {
+        if (!character.isSpace() && character.category() != QChar::Other_Format)
+            letters += character;
+    }
+    return letters;
+}
+
+TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightAreThereFromBeginningToEnd)
+{
+    for (const QString &name : names()) {
+        TreatmentPage page = pageWith(1);
+        page.patientName = name;
+        page.patientIdentifier.clear();
+        QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+        // The date stands beside the first line.
+        const QString date = QLocale().toString(page.date, QLocale::LongFormat);
+        ASSERT_EQ(text.count(date), 1) << text.toStdString();
+        text.remove(date);
+        EXPECT_TRUE(withoutSpaces(text).contains(withoutSpaces(name))) << text.toStdString();
+    }
+}
+
+TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightKeepClearOfTheDate)
+{
+    TreatmentPage page = pageWith(1);
+    page.patientName.clear();
+    page.patientIdentifier.clear();
+    const auto withoutName = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+    ASSERT_EQ(withoutName.size(), 1u);
+    // Above the headings there is only the date: 15 mm are 42 points, its line is 13 high.
+    const int top = 42;
+    const int bottom = 54;
+    int first = withoutName[0].width();
+    for (int y = top; y < bottom; ++y) {
+        for (int x = 0; x < first; ++x) {
+            if (withoutName[0].pixelColor(x, y) != QColor(Qt::white)) first = x;
+        }
+    }
+    ASSERT_LT(first, withoutName[0].width() - 42 - 40) << "the date is there";
+    ASSERT_GT(first, withoutName[0].width() / 2);
+    for (const QString &name : names()) {
+        page.patientName = name;
+        const auto pages = PDFPages(treatmentPageAsPDF(page, a4)).pictures();
+        ASSERT_EQ(pages.size(), 1u);
+        const QRect date(first - 4, top, pages[0].width() - first + 4, bottom - top);
+        EXPECT_EQ(pages[0].copy(date), withoutName[0].copy(date)) << name.toStdString();
+    }
+}
+
 TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightStayOnThePage)
 {
-    for (const QString &name :
-         {QString("Maria Magdalena Anastasia Konstantinopoulou-Featherstonehaugh ").repeated(4),
-          QString(300, 'W'), QString::fromUtf8("\u05d9\u05e2\u05dc \u05db\u05d4\u05df")}) {
+    for (const QString &name : names()) {
         TreatmentPage page = pageWith(1);
         page.patientName = name;
         const auto pages = PDFPages(treatmentPageAsPDF(page, a4)).pictures();

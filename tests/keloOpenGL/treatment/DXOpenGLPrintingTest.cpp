@@ -1,16 +1,7 @@
-#include "platform/gl.h"
+#include "tests/keloOpenGL/treatment/PrintingFixture.h"
 
-#include "keloOpenGL/treatment/DXOpenGL.h"
-
-#include "document/ElasticModel.h"
 #include "keloOpenGL/view/StringTexture.h"
-#include "models/HVOGLMaterial.h"
-#include "platform/Alert.h"
-#include "tests/keloOpenGL/ViewFixture.h"
 
-#include <QImage>
-
-#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -18,108 +9,10 @@ namespace {
 
 using namespace kelo;
 
-const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
+using kelo::test::printedDay;
 
-class ViewUnderTest : public DXOpenGL
-{
-public:
-    using DXOpenGL::cameraSize;
-    using DXOpenGL::DXOpenGL;
-    bool isInFullScreenMode() const override { return fullScreen; }
-    void exitFullScreenModeWithOptions() override
-    {
-        fullScreen = false;
-        DXOpenGL::exitFullScreenModeWithOptions();
-    }
-    void drawContent() override
-    {
-        flushSuppressedWhileDrawing.push_back(openGLContext().isFlushSuppressed());
-        DXOpenGL::drawContent();
-    }
-    std::vector<bool> flushSuppressedWhileDrawing;
-    bool fullScreen = false;
-    std::optional<std::string> extensions;
-    std::optional<unsigned> status;
-
-protected:
-    std::string openGLExtensions() const override
-    {
-        return extensions.value_or(DXOpenGL::openGLExtensions());
-    }
-    unsigned framebufferStatus() const override
-    {
-        return status.value_or(DXOpenGL::framebufferStatus());
-    }
-};
-
-class DXOpenGLPrinting : public kelo::test::ViewFixture
-{
-protected:
-    DXOpenGLPrinting()
-    {
-        document = kelo::test::boxDocument();
-        for (const auto &[key, bracket] : document->bracketModels())
-            bracket->setMaterial(HVOGLMaterial::materialWithColor(Color{1.0, 0.0, 0.0, 1.0}));
-        size = std::make_shared<ElasticsSizeType>();
-        size->typeID = 1;
-        size->typeLabel = "1/4\" 3.5 oz";
-        size->elasticsColor = {0.0, 1.0, 0.0, 1.0};
-        document->setAvailableElasticsSizeTypes({{1, size}});
-        view->setDocumentModel(document);
-        view->setDelegate(&delegate);
-        view->setCurrentDate(today);
-        view->setDisplayedDate(today);
-        delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right =
-            [this](const QImage &leftImage, const QImage &frontImage, const QImage &rightImage,
-                   const QDateTime &printedDate, const ElasticDescriptions &leftElastics,
-                   const ElasticDescriptions &frontElastics,
-                   const ElasticDescriptions &rightElastics) {
-                ++prints;
-                bytesPerLine = {leftImage.bytesPerLine(), frontImage.bytesPerLine(),
-                                rightImage.bytesPerLine()};
-                left = leftImage.copy();
-                front = frontImage.copy();
-                right = rightImage.copy();
-                date = printedDate;
-                elastics = {leftElastics, frontElastics, rightElastics};
-                wasInFullScreen = view->isInFullScreenMode();
-            };
-        keptPresenter =
-            AlertPresenter::setPresenter([this](const Alert &alert) { alerts.push_back(alert); });
-    }
-    ~DXOpenGLPrinting() override { AlertPresenter::setPresenter(keptPresenter); }
-
-    void place(const std::vector<std::string> &keys)
-    {
-        document->placeElasticModel(std::make_shared<ElasticModel>(nullptr, size, keys));
-    }
-
-    static bool hasRed(const QImage &image)
-    {
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor pixel = image.pixelColor(x, y);
-                if (pixel.red() > 60 && pixel.red() > pixel.green() + 40 &&
-                    pixel.red() > pixel.blue() + 40)
-                    return true;
-            }
-        }
-        return false;
-    }
-
-    std::shared_ptr<DXDocumentModel> document;
-    std::shared_ptr<ElasticsSizeType> size;
-    DXOpenGLDelegate delegate;
-    AlertPresenter::Presenter keptPresenter;
-    std::vector<Alert> alerts;
-    int prints = 0;
-    QImage left, front, right;
-    std::vector<qsizetype> bytesPerLine;
-    QDateTime date;
-    std::vector<ElasticDescriptions> elastics;
-    bool wasInFullScreen = false;
-    std::shared_ptr<ViewUnderTest> view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {400.0, 300.0}});
-};
+class DXOpenGLPrinting : public kelo::test::PrintingFixture
+{};
 
 TEST_F(DXOpenGLPrinting, theFrontImageIs800By400With2400BytesPerRowAndEachSideImage725By400With2175)
 {
@@ -130,7 +23,7 @@ TEST_F(DXOpenGLPrinting, theFrontImageIs800By400With2400BytesPerRowAndEachSideIm
     EXPECT_EQ(right.size(), QSize(725, 400));
     EXPECT_EQ(bytesPerLine, (std::vector<qsizetype>{2175, 2400, 2175}));
     EXPECT_EQ(front.format(), QImage::Format_RGB888);
-    EXPECT_EQ(date, today);
+    EXPECT_EQ(date, printedDay);
     EXPECT_TRUE(alerts.empty());
     EXPECT_NO_GL_ERROR();
 }
@@ -417,6 +310,7 @@ TEST_F(DXOpenGLPrinting, finishOperationsWithNoPlacementOpenDoesNothing)
     view->finishOperations();
     EXPECT_TRUE(document->elasticModels().empty());
     EXPECT_FALSE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLPrinting, finishOperationsEndsAnElasticThatIsStrungOverOneBracketOnly)

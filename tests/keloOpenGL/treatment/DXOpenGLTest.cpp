@@ -1,5 +1,10 @@
+#include "platform/gl.h"
+
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
+#include "document/ElasticModel.h"
+#include "keloModel/BracketColorType.h"
+#include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "tests/keloOpenGL/ViewFixture.h"
@@ -7,6 +12,7 @@
 #include <QImage>
 #include <QLocale>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -247,6 +253,161 @@ TEST_F(DXOpenGLState, aViewThatEndsInARepeatPeriodTakesItsTimerAlong)
     view->restartRepeatActionTimer();
     view.reset();
     loop->advance(2.0); // a timer left behind would call the view that is gone
+}
+
+TEST_F(DXOpenGLState, theLabelIsWhiteTextOf36PointsWithoutABoxOrABorder)
+{
+    for (const QDateTime &date : {yesterday, today}) {
+        view->setCurrentDate(today);
+        view->setDisplayedDate(date);
+        const auto label = view->dateStringTexture();
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->string().attributes.foregroundColor, Color::whiteColor());
+        EXPECT_EQ(label->string().attributes.pointSize, 36.0);
+        EXPECT_EQ(label->textColor(), Color::whiteColor());
+        ASSERT_TRUE(label->boxColor() && label->borderColor());
+        EXPECT_EQ(label->boxColor()->alpha, 0.0);
+        EXPECT_EQ(label->borderColor()->alpha, 0.0);
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLState, aTurnWritesTheViewsRotationAndAsksForARedraw)
+{
+    view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);
+    view->setNeedsDisplay(false);
+    view->rotateByDegrees(30.0f);
+    EXPECT_NEAR(view->worldRotation()[0], 30.0f, 1e-4f);
+    EXPECT_NEAR(view->worldRotation()[3], 1.0f, 1e-6f);
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLState,
+       expiryOfTheRepeatTimerForgetsTheColourSoThatALaterRepeatHasNoneUntilAMenuSetsOneAgain)
+{
+    const auto document = kelo::test::boxDocument();
+    const auto color = std::make_shared<BracketColorType>();
+    color->typeID = 4;
+    color->bracketColor = {1.0, 0.0, 0.0, 1.0};
+    document->setAvailableBracketColorTypes({{4, color}});
+    view->setDocumentModel(document);
+    view->setRepeatActionTimerInterval(3.0);
+    MenuItem row;
+    row.representedObject = color;
+    const auto colorTooth8 = [&] {
+        view->setLastClickedToothName("8");
+        view->bracketColorMenuItemSelected(row);
+    };
+    const auto clickTooth9 = [&] {
+        const auto identifiers = view->pickIdentifiers();
+        const auto bracket = document->bracketModels().at("9")->uniqueID();
+        const auto found = std::find(identifiers.begin(), identifiers.end(), bracket);
+        ASSERT_NE(found, identifiers.end());
+        const auto index = found - identifiers.begin();
+        const auto width = view->deviceSize().width;
+        view->colorMouseDown(eventAt(EventType::LeftMouseDown, static_cast<double>(index % width),
+                                     static_cast<double>(index / width)));
+    };
+    const auto colorOf9 = [&] {
+        const auto &colors = document->bracketColorsTypeIDs();
+        const auto found = colors.find("9");
+        return found == colors.end() ? std::nullopt : std::optional<long>(found->second);
+    };
+    colorTooth8();
+    clickTooth9();
+    ASSERT_EQ(colorOf9(), 4) << "within the period the colour is repeated";
+    loop->advance(3.1);
+    ASSERT_FALSE(view->repeatActionTimerIsRunning());
+    EXPECT_EQ(view->lastBracketColorTypeID(), std::nullopt);
+    // A period that something else began: the action is still the colouring, without a colour.
+    view->restartRepeatActionTimer();
+    clickTooth9();
+    EXPECT_EQ(colorOf9(), std::nullopt);
+    colorTooth8();
+    clickTooth9();
+    EXPECT_EQ(colorOf9(), 4) << "a menu set one again";
+    EXPECT_NO_GL_ERROR();
+}
+
+/// Notes the names that are deleted. One at a time.
+class RecordedDeletions
+{
+public:
+    RecordedDeletions() : keptBuffers_(epoxy_glDeleteBuffers), keptTextures_(epoxy_glDeleteTextures)
+    {
+        current = this;
+        epoxy_glDeleteBuffers = [](GLsizei count, const GLuint *names) {
+            current->buffers.insert(current->buffers.end(), names, names + count);
+            current->keptBuffers_(count, names);
+        };
+        epoxy_glDeleteTextures = [](GLsizei count, const GLuint *names) {
+            current->textures.insert(current->textures.end(), names, names + count);
+            current->keptTextures_(count, names);
+        };
+    }
+    ~RecordedDeletions()
+    {
+        epoxy_glDeleteBuffers = keptBuffers_;
+        epoxy_glDeleteTextures = keptTextures_;
+        current = nullptr;
+    }
+    std::vector<GLuint> buffers, textures;
+
+private:
+    static inline RecordedDeletions *current = nullptr;
+    PFNGLDELETEBUFFERSPROC keptBuffers_;
+    PFNGLDELETETEXTURESPROC keptTextures_;
+};
+
+/// Names that a context has, in ascending order.
+template<class Asked>
+std::vector<GLuint> namesOf(Asked asked)
+{
+    std::vector<GLuint> names;
+    for (GLuint name = 1; name < 1000; ++name) {
+        if (asked(name) == GL_TRUE) names.push_back(name);
+    }
+    return names;
+}
+
+TEST_F(DXOpenGLState, aViewThatEndsDeletesItsBuffersAndThePicturesOfItsTools)
+{
+    const auto buffers = [] { return namesOf([](GLuint name) { return glIsBuffer(name); }); };
+    const auto textures = [] { return namesOf([](GLuint name) { return glIsTexture(name); }); };
+    // Without a document, and so without models, all buffers are the view's own.
+    view->setCurrentDate(today);
+    view->display();
+    const auto toolsAlone = buffers();
+    ASSERT_EQ(toolsAlone.size(), 2u) << "the tools' vertices and indices";
+    const auto document = kelo::test::boxDocument();
+    view->setDocumentModel(document);
+    view->display();
+    const auto withModels = buffers();
+    const auto size = std::make_shared<ElasticsSizeType>();
+    size->elasticsColor = {0.0, 1.0, 0.0, 1.0};
+    document->placeElasticModel(
+        std::make_shared<ElasticModel>(nullptr, size, std::vector<std::string>{"6", "27"}));
+    view->display();
+    std::vector<GLuint> expected = toolsAlone;
+    for (const GLuint name : buffers()) {
+        if (std::find(withModels.begin(), withModels.end(), name) == withModels.end())
+            expected.push_back(name);
+    }
+    ASSERT_EQ(expected.size(), 3u) << "the bands' vertices; their indices are the tools' buffer";
+    const auto pictures = textures();
+    ASSERT_EQ(pictures.size(), 5u);
+
+    RecordedDeletions deleted;
+    view.reset();
+    std::sort(deleted.buffers.begin(), deleted.buffers.end());
+    std::sort(deleted.textures.begin(), deleted.textures.end());
+    std::erase(deleted.buffers, 0u); // the buffer that is never made
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(deleted.buffers, expected);
+    EXPECT_EQ(deleted.textures, pictures);
+    view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {200.0, 150.0}});
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLState, aLostContextBringsTheLabelAndTheToolsBack)
