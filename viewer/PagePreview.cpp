@@ -16,6 +16,16 @@ QString translated(const char *text)
     return QCoreApplication::translate("PagePreview", text);
 }
 
+/// The preview's buttons show what the printer is set to when the preview is made.
+QPrinter *prepared(QPrinter &printer, const PageSettings &settings, const QString &title)
+{
+    printer.setPageLayout(settings.layout);
+    printer.setDocName(title);
+    // Otherwise it is the printer's own: many print no colours at all.
+    if (settings.greyscale) printer.setColorMode(QPrinter::GrayScale);
+    return &printer;
+}
+
 /// While a preview is made, the printer records what is painted instead of printing it.
 bool isPreviewing(const QPrinter &device)
 {
@@ -32,12 +42,10 @@ QString noPrinterSentence(const QStringList &printerNames)
 
 PagePreview::PagePreview(TreatmentPage page, const PageSettings &settings, const QString &title,
                          QWidget *parent)
-    : page_(std::move(page)), printer_(QPrinter::HighResolution), dialog_(&printer_, parent)
+    : page_(std::move(page)),
+      printer_(QPrinter::HighResolution),
+      dialog_(prepared(printer_, settings, title), parent)
 {
-    printer_.setPageLayout(settings.layout);
-    printer_.setDocName(title);
-    // Otherwise it is the printer's own: many print no colours at all.
-    if (settings.greyscale) printer_.setColorMode(QPrinter::GrayScale);
     dialog_.setWindowTitle(translated("Print"));
     auto *const noPrinter = new QLabel(noPrinterSentence(QPrinterInfo::availablePrinterNames()));
     noPrinter->setObjectName(QStringLiteral("noPrinter"));

@@ -5,6 +5,7 @@
 
 #include "tests/viewer/PDFPages.h"
 
+#include <QAction>
 #include <QFile>
 #include <QLabel>
 #include <QPrintPreviewWidget>
@@ -102,6 +103,20 @@ TEST(PagePreview, paperOrientationAndGreyscaleAreThoseOfTheSettingsAtFirst)
     EXPECT_EQ(preview.printer().colorMode(), QPrinter::GrayScale);
     EXPECT_EQ(preview.printer().docName(), "Sample Patient");
     EXPECT_EQ(preview.dialog().windowTitle(), "Print");
+    const auto *shown = preview.dialog().findChild<QPrintPreviewWidget *>();
+    EXPECT_EQ(shown->orientation(), QPageLayout::Portrait);
+    PagePreview landscape(page(), PageSettings(), "Sample Patient", nullptr);
+    // The preview's buttons for the orientation are a pair of which one is down.
+    const auto isDown = [](PagePreview &one, const char *text) {
+        for (const QAction *action : one.dialog().findChildren<QAction *>()) {
+            if (action->text() == QLatin1String(text)) return action->isChecked();
+        }
+        return false;
+    };
+    EXPECT_TRUE(isDown(preview, "Portrait"));
+    EXPECT_FALSE(isDown(preview, "Landscape"));
+    EXPECT_TRUE(isDown(landscape, "Landscape"));
+    EXPECT_FALSE(isDown(landscape, "Portrait"));
 }
 
 TEST(PagePreview, printedIntoAFileItIsAWholePageOnThatPaper)
