@@ -163,6 +163,8 @@ void DXOpenGL::resolveElasticPlacement()
                                                  : document->bracketModels(),
                             member);
         });
+        // What was left out may have stood between two passes of one member.
+        members.erase(std::unique(members.begin(), members.end()), members.end());
         const auto &sizes = document->availableElasticsSizeTypes();
         const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
         if (members.size() >= 2)
