@@ -446,12 +446,18 @@ TEST_F(Clinician, withNoConfigurationThatHasASequenceThePlaceNamedRowIsDisabledW
 
 TEST_F(Clinician, aMenuThatClosesEndsTheTemporaryModeOfControl)
 {
-    play("press left 400 590 control\nrelease 400 590\n"); // nothing is there
+    play("press left 400 590 control\n"); // nothing is there
     EXPECT_EQ(view->mouseMode(), 5);
-    play("modifiers\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    play("release 400 590\n");
+    EXPECT_EQ(view->mouseMode(), 6) << "the key was held for the press";
     play("modifiers control\nclick tooth 8\nmodifiers\n");
     EXPECT_NE(player->openMenu(), nullptr);
+    EXPECT_EQ(view->mouseMode(), 5) << "the open menu has the keyboard";
+    play("dismiss\n");
+    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_FALSE(view->mouseModeIsTemporary());
+    play("click tooth 8 control\n");
+    EXPECT_EQ(view->mouseMode(), 5);
     play("dismiss\n");
     EXPECT_EQ(view->mouseMode(), 6);
     EXPECT_NO_GL_ERROR();
