@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -102,6 +103,12 @@ QByteArrayList minimised(const QByteArrayList &lines,
     }
 }
 
+QString kindOfComplaint(const QString &complaint)
+{
+    static const QRegularExpression numbers(QStringLiteral("[0-9]+l?"));
+    return QString(complaint).replace(numbers, QStringLiteral("#"));
+}
+
 QByteArrayList scriptLines(const QByteArray &text)
 {
     QByteArrayList lines;
@@ -126,14 +133,16 @@ QString Campaign::play(std::uint64_t firstSeed, std::uint64_t count)
         const PlayedScript played = playRandomScript(sceneFolder, seed, eventCount, oracle);
         playedEvents += static_cast<std::uint64_t>(played.lines.size());
         if (played.complaint.isEmpty()) continue;
+        const QString kind = kindOfComplaint(played.complaint);
         const QByteArrayList lines =
-            minimised(played.lines, [this](const QByteArrayList &candidate) {
-                return !playLines(sceneFolder, candidate, oracle).complaint.isEmpty();
+            minimised(played.lines, [this, &kind](const QByteArrayList &candidate) {
+                return kindOfComplaint(playLines(sceneFolder, candidate, oracle).complaint) == kind;
             });
+        const QString complaint = playLines(sceneFolder, lines, oracle).complaint;
         const QString file =
             QDir(failureFolder).filePath(QStringLiteral("seed-%1.script").arg(seed));
         QDir().mkpath(failureFolder);
-        const QString what = QStringLiteral("Seed %1: %2").arg(seed).arg(played.complaint);
+        const QString what = QStringLiteral("Seed %1: %2").arg(seed).arg(complaint);
         const QString failure = writeWholeFile(file, scriptText(lines, what));
         return what + QLatin1Char('\n') + (failure.isEmpty() ? file : failure);
     }

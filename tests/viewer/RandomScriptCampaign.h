@@ -43,15 +43,18 @@ PlayedScript playLines(const QString &folder, const QByteArrayList &lines,
 QByteArrayList minimised(const QByteArrayList &lines,
                          const std::function<bool(const QByteArrayList &)> &fails);
 
+/// A complaint without its numbers and keys: what stays the same while a script grows shorter.
+QString kindOfComplaint(const QString &complaint);
+
 /// The lines of a script file without comments and blank lines.
 QByteArrayList scriptLines(const QByteArray &text);
 
 /// A script file that says above its lines how it came about.
 QByteArray scriptText(const QByteArrayList &lines, const QString &comment);
 
-/// Plays the scripts of `count` seeds from the first. The first one that fails is minimised and
-/// written to `seed-N.script` in the folder for failures. Returns the complaint with the file's
-/// name, or an empty text.
+/// Plays the scripts of `count` seeds from the first. The first one that fails is minimised, to one
+/// that fails with the same kind of complaint, and written to `seed-N.script` in the folder for
+/// failures. Returns the minimised script's complaint with the file's name, or an empty text.
 struct Campaign
 {
     QString sceneFolder;

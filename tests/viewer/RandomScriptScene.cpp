@@ -141,40 +141,94 @@ std::optional<kelo::Color> colorOfBracket(const kelo::DXDocumentModel &document,
     return kelo::Color(*type->second->bracketColor);
 }
 
-/// Brackets have the document's colours, and only the first one of an elastic that is being strung
-/// is highlighted.
-QString bracketComplaint(const kelo::DXOpenGL &view)
+bool isFirstMember(const kelo::DXOpenGL &view, const std::string &key)
 {
-    const kelo::DXDocumentModel &document = *view.documentModel();
+    const auto &sequence = view.bracketSequence();
+    return sequence && !sequence->empty() && sequence->front() == key;
+}
+
+/// Brackets have the document's colours, and only one on which an elastic that is being strung
+/// began is highlighted; buttons have the materials that they began with.
+QString materialComplaint(const RandomScriptScene &scene)
+{
+    const kelo::DXOpenGL &view = scene.view();
+    const kelo::DXDocumentModel &document = scene.document();
     for (const auto &[key, bracket] : document.bracketModels()) {
         const auto material = bracket->material();
         if (material->color() != colorOfBracket(document, key))
             return QStringLiteral("bracket %1 has another colour than the document says")
                 .arg(QString::fromStdString(key));
-        const bool isFirst = view.bracketSequence() && view.bracketSequence()->front() == key;
-        if (!isFirst && material->shininess() != kelo::HVOGLMaterial::defaultShininess)
+        if (!isFirstMember(view, key) &&
+            material->shininess() != kelo::HVOGLMaterial::defaultShininess)
             return QStringLiteral("bracket %1 is highlighted").arg(QString::fromStdString(key));
+    }
+    for (const auto &[key, button] : document.buttonModels()) {
+        if (button->material() != scene.firstMaterialOfButton(key))
+            return QStringLiteral("button %1 has another material than before")
+                .arg(QString::fromStdString(key));
     }
     return {};
 }
 
-/// Elastics run over what is shown, and are strung in their mode only.
-QString elasticComplaint(const kelo::DXOpenGL &view)
+/// An elastic is strung in its mode only, from the member that was clicked first, over at least one
+/// and over none twice in a row.
+QString stringingComplaint(const kelo::DXOpenGL &view)
 {
-    if (view.bracketSequence() && !view.mouseModeIsElastics())
+    const auto &sequence = view.bracketSequence();
+    if (!sequence) return {};
+    if (!view.mouseModeIsElastics())
         return QStringLiteral("an elastic is being strung in the mode %1").arg(view.mouseMode());
-    const kelo::DXDocumentModel &document = *view.documentModel();
+    if (sequence->empty()) return QStringLiteral("an elastic is being strung over nothing");
+    const auto twice = std::adjacent_find(sequence->begin(), sequence->end());
+    if (twice != sequence->end())
+        return QStringLiteral("an elastic is being strung over %1 twice in a row")
+            .arg(QString::fromStdString(*twice));
+    const auto &first = view.firstClickedToothName();
+    if (sequence->front() != first)
+        return QStringLiteral("an elastic is being strung from %1, but %2 was clicked first")
+            .arg(QString::fromStdString(sequence->front()))
+            .arg(QString::fromStdString(first.value_or("nothing")));
+    return {};
+}
+
+/// Elastics run over at least two members, none twice in a row, all of them shown.
+QString elasticComplaint(const kelo::DXDocumentModel &document)
+{
+    int number = 0;
     for (const auto &elastic : document.elasticModels()) {
-        for (const std::string &key : elastic->bracketSequence()) {
+        const auto &sequence = elastic->bracketSequence();
+        if (sequence.size() < 2)
+            return QStringLiteral("elastic %1 runs over less than two members").arg(number);
+        const auto twice = std::adjacent_find(sequence.begin(), sequence.end());
+        if (twice != sequence.end())
+            return QStringLiteral("elastic %1 runs over %2 twice in a row")
+                .arg(number)
+                .arg(QString::fromStdString(*twice));
+        for (const std::string &key : sequence) {
             const auto &models =
                 key.back() == 'l' ? document.buttonModels() : document.bracketModels();
             const auto &model = models.at(key);
             if (model->hiddenPrimary() || model->hiddenSecondary())
                 return QStringLiteral("elastic %1 runs over %2, which is hidden")
-                    .arg(elastic->uniqueID())
+                    .arg(number)
                     .arg(QString::fromStdString(key));
         }
+        ++number;
     }
+    return {};
+}
+
+/// The temporary mode lasts as long as Control is held, clicks repeat an action or a menu is open,
+/// and a drag turns the jaws only while a button is held.
+QString inputComplaint(const RandomScriptScene &scene)
+{
+    const kelo::DXOpenGL &view = scene.view();
+    const bool controlIsHeld = (view.currentModifierFlags() & kelo::ModifierFlag::Control) != 0;
+    if (view.mouseModeIsTemporary() && !controlIsHeld && !view.repeatActionTimerIsRunning() &&
+        !scene.openMenu())
+        return QStringLiteral("the mode %1 is temporary without a reason").arg(view.mouseMode());
+    if (view.isRotating() && !scene.buttonIsHeld() && !scene.openMenu())
+        return QStringLiteral("the jaws are being turned with no button held");
     return {};
 }
 
@@ -317,6 +371,8 @@ RandomScriptScene::RandomScriptScene(const QString &folder)
     treatment_->callLog().logCallsOf(delegate_);
     view_->setDelegate(&delegate_);
     treatment_->showIn(*view_);
+    for (const auto &[key, button] : document().buttonModels())
+        buttonMaterials_[key] = button->material();
     player_ = std::make_unique<ScriptPlayer>(*view_, clock);
 }
 
@@ -381,7 +437,8 @@ QString complaintAbout(RandomScriptScene &scene)
     if (!noError) return QString::fromUtf8(noError.message());
     if (!isFinite(scene.view())) return QStringLiteral("a number of the view is not finite");
     for (const QString &complaint :
-         {stackComplaint(), bracketComplaint(scene.view()), elasticComplaint(scene.view())}) {
+         {stackComplaint(), stringingComplaint(scene.view()), materialComplaint(scene),
+          elasticComplaint(scene.document()), inputComplaint(scene)}) {
         if (!complaint.isEmpty()) return complaint;
     }
     return {};

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -43,6 +44,10 @@ public:
     const std::vector<std::string> &chosenActions() const { return chosenActions_; }
     /// How often the user was told something that had to be answered.
     int alertCount() const { return alertCount_; }
+    std::shared_ptr<kelo::HVOGLMaterial> firstMaterialOfButton(const std::string &key) const
+    {
+        return buttonMaterials_.at(key);
+    }
     /// The state as the viewer writes it.
     QByteArray state() const;
 
@@ -63,6 +68,7 @@ private:
     QString thrown_;
     bool buttonIsHeld_ = false;
     std::vector<std::string> chosenActions_;
+    std::map<std::string, std::shared_ptr<kelo::HVOGLMaterial>> buttonMaterials_;
     int alertCount_ = 0;
 };
 
@@ -71,8 +77,11 @@ using RandomScriptOracle = std::function<QString(RandomScriptScene &)>;
 
 /// What is to hold after every event: nothing was thrown, the document is sane, OpenGL has no error
 /// pending and its stacks are as deep as before, every number of the view's state is finite,
-/// brackets have the document's colours, only the first one of an elastic that is being strung is
-/// highlighted, elastics run over what is shown, and they are strung in the elastics mode only.
+/// brackets have the document's colours and buttons the materials they began with, only a bracket
+/// on which an elastic that is being strung began is highlighted, elastics run over what is shown
+/// and never over one member twice in a row, they are strung in the elastics mode only and from the
+/// member that was clicked first, a temporary mode has a reason, and the jaws turn only while a
+/// button is held.
 QString complaintAbout(RandomScriptScene &scene);
 
 /// Whether the stored treatment reads back as what the document holds. The document reports what it
