@@ -183,7 +183,8 @@ public:
     /// @{
     virtual bool isInFullScreenMode() const;
     /// Takes the view out of its widget and gives it the whole screen; the context and its names
-    /// live on. False (and nothing happens) without a display.
+    /// live on. A view without a display stays as large as it is and only counts as in full screen.
+    /// False (and nothing happens) for a view that has no window.
     virtual bool enterFullScreenMode();
     /// Brings the view back to the widget that it came from.
     virtual void exitFullScreenModeWithOptions();

@@ -364,6 +364,7 @@ public:
     void leftMouseDown(const Event &event) override;
     void leftMouseDragged(const Event &event) override;
     void leftMouseUp(const Event &event) override;
+    void rightMouseUp(const Event &event) override;
     void mouseCaptureLost() override;
     void rotateMouseDown(const Event &event) override;
     void rotateMouseDragged(const Event &event) override;

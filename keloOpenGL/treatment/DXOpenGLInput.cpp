@@ -154,6 +154,13 @@ void DXOpenGL::leftMouseUp(const Event &event)
     }
 }
 
+void DXOpenGL::rightMouseUp(const Event &event)
+{
+    HVOGLSmoothView::rightMouseUp(event);
+    // The mode in which the press began to turn the jaws may have gone meanwhile, with the date.
+    if (_rotating) rotateMouseUp(event);
+}
+
 void DXOpenGL::mouseCaptureLost()
 {
     // The release that follows was not made by the clinician, who therefore asked for nothing.
