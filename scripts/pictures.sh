@@ -15,6 +15,14 @@ for script in "$sources"/*.script; do
     "$viewer" --headless --size 1200x750 --play "$script"
 done
 
+# The window: a visit from opening to quitting, by a real pointer and keys.
+source "$root/scripts/display.sh"
+trap stop_display EXIT
+start_display
+LC_ALL=C.UTF-8 KELO_KEEP_PICTURES=$pictures "$root/build/dev/bin/viewer_window_tests" \
+    --gtest_brief=1 --gtest_filter='WalkThrough.*'
+stop_display
+
 # The pages: pictures of PDF documents, at 80 dots an inch.
 pages=$(mktemp -d)
 trap 'rm -rf "$pages"' EXIT

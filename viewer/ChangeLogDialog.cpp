@@ -19,10 +19,11 @@
 namespace viewer {
 namespace {
 
-QString translated(const char *text)
+/// The texts' context for translators.
+struct ChangeLog
 {
-    return QCoreApplication::translate("ChangeLog", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ChangeLog)
+};
 
 /// What the store calls a change, and what people read.
 const QHash<QString, const char *> &titles()
@@ -63,7 +64,7 @@ QString dateText(const QString &isoDate)
 
 QString colorText(const QString &typeID, const kelo::DXDocumentModel &document)
 {
-    if (typeID.toLong() == kelo::noBracketColorTypeID) return translated("none");
+    if (typeID.toLong() == kelo::noBracketColorTypeID) return ChangeLog::tr("none");
     const auto &types = document.availableBracketColorTypes();
     const auto found = types.find(typeID.toLong());
     return found == types.end() ? typeID : QString::fromStdString(found->second->typeLabel);
@@ -73,12 +74,13 @@ QString valueText(const StoredChange &change, const std::optional<QString> &valu
                   const kelo::DXDocumentModel &document)
 {
     if (!value) return {};
-    if (*value == QStringLiteral("visible")) return translated("shown");
-    if (*value == QStringLiteral("hidden")) return translated("hidden");
+    if (*value == QStringLiteral("visible")) return ChangeLog::tr("shown");
+    if (*value == QStringLiteral("hidden")) return ChangeLog::tr("hidden");
     if (change.what == QStringLiteral("bracket color")) return colorText(*value, document);
     if (change.what.startsWith(QStringLiteral("elastic")))
-        return translated("%1 elastics")
-            .arg(QJsonDocument::fromJson(value->toUtf8()).array().size());
+        return ChangeLog::tr(
+            "%n elastics", nullptr,
+            static_cast<int>(QJsonDocument::fromJson(value->toUtf8()).array().size()));
     return dateText(*value);
 }
 
@@ -94,7 +96,7 @@ QStringList changeColumns(const StoredChange &change, const kelo::DXDocumentMode
     return {
         QLocale().toString(when, QLocale::ShortFormat),
         change.noteDate ? QLocale().toString(*change.noteDate, QLocale::ShortFormat) : QString(),
-        title == titles().constEnd() ? change.what : translated(*title),
+        title == titles().constEnd() ? change.what : ChangeLog::tr(*title),
         key.isEmpty() ? QString()
                       : (isAboutNote ? dateText(key) : toothNames(change.key, notation)),
         valueText(change, change.oldValue, document),

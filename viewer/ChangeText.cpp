@@ -12,10 +12,11 @@ namespace {
 using Document = kelo::DXDocumentModel;
 using Keys = std::vector<std::string>;
 
-QString translated(const char *text, int count = -1)
+/// The texts' context for translators.
+struct ChangeText
 {
-    return QCoreApplication::translate("ChangeText", text, nullptr, count);
-}
+    Q_DECLARE_TR_FUNCTIONS(ChangeText)
+};
 
 Keys keysBecome(const Document::Visibilities &before, const Document::Visibilities &after,
                 bool visible)
@@ -102,7 +103,7 @@ private:
     QString withColor(const QString &text, const Keys &keys) const
     {
         const QString color = commonColor(keys);
-        return color.isEmpty() ? text : translated("%1, %2").arg(text, color);
+        return color.isEmpty() ? text : ChangeText::tr("%1, %2").arg(text, color);
     }
 
     QString teeth(bool place) const
@@ -110,9 +111,10 @@ private:
         const Keys keys = keysBecome(before_.teeth, after_.teeth, place);
         if (keys.empty()) return {};
         if (keys.size() > 1)
-            return (place ? translated("Place %n teeth", static_cast<int>(keys.size()))
-                          : translated("Remove %n teeth", static_cast<int>(keys.size())));
-        return (place ? translated("Place tooth %1") : translated("Remove tooth %1"))
+            return (
+                place ? ChangeText::tr("Place %n teeth", nullptr, static_cast<int>(keys.size()))
+                      : ChangeText::tr("Remove %n teeth", nullptr, static_cast<int>(keys.size())));
+        return (place ? ChangeText::tr("Place tooth %1") : ChangeText::tr("Remove tooth %1"))
             .arg(name(keys[0]));
     }
 
@@ -122,10 +124,10 @@ private:
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (!place)
-            return count > 1 ? translated("Remove %n brackets", count)
-                             : translated("Remove bracket from %1").arg(name(keys[0]));
-        return withColor(count > 1 ? translated("Place %n brackets", count)
-                                   : translated("Place bracket on %1").arg(name(keys[0])),
+            return count > 1 ? ChangeText::tr("Remove %n brackets", nullptr, count)
+                             : ChangeText::tr("Remove bracket from %1").arg(name(keys[0]));
+        return withColor(count > 1 ? ChangeText::tr("Place %n brackets", nullptr, count)
+                                   : ChangeText::tr("Place bracket on %1").arg(name(keys[0])),
                          keys);
     }
 
@@ -135,9 +137,10 @@ private:
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (count > 1)
-            return place ? translated("Place %n buttons", count)
-                         : translated("Remove %n buttons", count);
-        return (place ? translated("Place button on %1") : translated("Remove button from %1"))
+            return place ? ChangeText::tr("Place %n buttons", nullptr, count)
+                         : ChangeText::tr("Remove %n buttons", nullptr, count);
+        return (place ? ChangeText::tr("Place button on %1")
+                      : ChangeText::tr("Remove button from %1"))
             .arg(toothOfButton(keys[0]));
     }
 
@@ -150,10 +153,10 @@ private:
             return colorUnder(after_.bracketColors, key).has_value();
         });
         if (areCleared)
-            return count > 1 ? translated("Clear %n brackets", count)
-                             : translated("Clear bracket on %1").arg(name(keys[0]));
-        return withColor(count > 1 ? translated("Colour %n brackets", count)
-                                   : translated("Colour bracket on %1").arg(name(keys[0])),
+            return count > 1 ? ChangeText::tr("Clear %n brackets", nullptr, count)
+                             : ChangeText::tr("Clear bracket on %1").arg(name(keys[0]));
+        return withColor(count > 1 ? ChangeText::tr("Colour %n brackets", nullptr, count)
+                                   : ChangeText::tr("Colour bracket on %1").arg(name(keys[0])),
                          keys);
     }
 
@@ -186,10 +189,10 @@ private:
         const auto placed = missing(after_.elastics, before_.elastics);
         if (placed.empty()) return {};
         if (placed.size() > 1)
-            return translated("Place %n elastics", static_cast<int>(placed.size()));
+            return ChangeText::tr("Place %n elastics", nullptr, static_cast<int>(placed.size()));
         const auto &size = placed[0].sizeType;
-        const QString text = translated("Place elastic %1").arg(elasticName(placed[0]));
-        return size ? translated("%1, %2").arg(text, QString::fromStdString(size->typeLabel))
+        const QString text = ChangeText::tr("Place elastic %1").arg(elasticName(placed[0]));
+        return size ? ChangeText::tr("%1, %2").arg(text, QString::fromStdString(size->typeLabel))
                     : text;
     }
 
@@ -198,8 +201,8 @@ private:
         const auto removed = missing(before_.elastics, after_.elastics);
         if (removed.empty()) return {};
         if (removed.size() > 1)
-            return translated("Remove %n elastics", static_cast<int>(removed.size()));
-        return translated("Remove elastic %1").arg(elasticName(removed[0]));
+            return ChangeText::tr("Remove %n elastics", nullptr, static_cast<int>(removed.size()));
+        return ChangeText::tr("Remove elastic %1").arg(elasticName(removed[0]));
     }
 
     /// As many as before: some have another size, or another name.
@@ -209,8 +212,8 @@ private:
         const auto changed = missing(after_.elastics, before_.elastics);
         if (changed.empty()) return {};
         if (changed.size() > 1)
-            return translated("Change %n elastics", static_cast<int>(changed.size()));
-        return translated("Change elastic %1").arg(elasticName(changed[0]));
+            return ChangeText::tr("Change %n elastics", nullptr, static_cast<int>(changed.size()));
+        return ChangeText::tr("Change elastic %1").arg(elasticName(changed[0]));
     }
 
     const DocumentState &before_;

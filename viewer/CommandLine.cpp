@@ -18,7 +18,8 @@ constexpr int largestSide = 8192;
 constexpr double smallestScale = 0.5;
 constexpr double largestScale = 8.0;
 
-QString tr(const char *text)
+/// In every locale: other programs read what the command line says.
+QString english(const char *text)
 {
     return QString::fromUtf8(text);
 }
@@ -45,12 +46,12 @@ std::optional<double> scaleFromText(const QString &text)
 
 ParsedCommandLine wrongUse(const QString &reason)
 {
-    return {{}, WrongUse, reason + tr("\nTry 'treatment-viewer --help'.\n")};
+    return {{}, WrongUse, reason + english("\nTry 'treatment-viewer --help'.\n")};
 }
 
 QCommandLineOption option(const char *name, const char *description, const char *value = "")
 {
-    return {QString::fromUtf8(name), tr(description), QString::fromUtf8(value)};
+    return {QString::fromUtf8(name), english(description), QString::fromUtf8(value)};
 }
 
 /// The options beside --help and --version, in the order in which the help names them.
@@ -90,7 +91,8 @@ QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
     if (parser.isSet(QStringLiteral("size"))) {
         const auto given = sizeFromText(size);
         if (!given)
-            return tr("--size takes a width and a height from 1 to %1, as in 1024x768, not '%2'.")
+            return english(
+                       "--size takes a width and a height from 1 to %1, as in 1024x768, not '%2'.")
                 .arg(largestSide)
                 .arg(size);
         commandLine.size = *given;
@@ -99,12 +101,13 @@ QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
     const QString scale = parser.value(QStringLiteral("scale"));
     if (parser.isSet(QStringLiteral("scale"))) {
         const auto given = scaleFromText(scale);
-        if (!given) return tr("--scale takes a number from 0.5 to 8, not '%1'.").arg(scale);
+        if (!given) return english("--scale takes a number from 0.5 to 8, not '%1'.").arg(scale);
         commandLine.scale = *given;
     }
     if (std::lround(commandLine.size.width * commandLine.scale) > largestSide ||
         std::lround(commandLine.size.height * commandLine.scale) > largestSide)
-        return tr("--size times --scale may be %1 pixels at most on each side.").arg(largestSide);
+        return english("--size times --scale may be %1 pixels at most on each side.")
+            .arg(largestSide);
     return {};
 }
 
@@ -117,13 +120,14 @@ QString readPage(const QCommandLineParser &parser, PageSettings &page)
     else if (size == QStringLiteral("letter"))
         page.layout.setPageSize(QPageSize(QPageSize::Letter), page.layout.margins());
     else if (parser.isSet(QStringLiteral("page-size")))
-        return tr("--page-size takes a4 or letter, not '%1'.").arg(size);
+        return english("--page-size takes a4 or letter, not '%1'.").arg(size);
     if (parser.isSet(QStringLiteral("portrait"))) page.layout.setOrientation(QPageLayout::Portrait);
     page.greyscale = parser.isSet(QStringLiteral("greyscale"));
     if (parser.isSet(QStringLiteral("notation"))) {
         const QString name = parser.value(QStringLiteral("notation"));
         const auto notation = toothNotationFromName(name);
-        if (!notation) return tr("--notation takes universal, fdi or palmer, not '%1'.").arg(name);
+        if (!notation)
+            return english("--notation takes universal, fdi or palmer, not '%1'.").arg(name);
         page.notation = *notation;
         page.isNotationGiven = true;
     }
@@ -144,20 +148,22 @@ bool isFolder(const QString &print)
 QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
 {
     const QStringList files = parser.positionalArguments();
-    if (files.contains(QString())) return tr("FILE is the name of a treatment file.");
+    if (files.contains(QString())) return english("FILE is the name of a treatment file.");
     commandLine.file = files.value(0);
     commandLine.files = files;
     if (files.size() < 2) return {};
     const bool isPrinted = !commandLine.print.isEmpty() || !commandLine.printImages.isEmpty();
     if (!commandLine.headless || !isPrinted)
-        return tr("Unexpected argument '%1': several FILEs are only printed, with --headless and "
-                  "--print or --print-images.")
+        return english(
+                   "Unexpected argument '%1': several FILEs are only printed, with --headless and "
+                   "--print or --print-images.")
             .arg(files[1]);
     if (!commandLine.print.isEmpty() && !isFolder(commandLine.print))
-        return tr("--print takes a folder for several FILEs, not '%1'.").arg(commandLine.print);
+        return english("--print takes a folder for several FILEs, not '%1'.")
+            .arg(commandLine.print);
     for (const char *name : {"picture", "state", "export", "play", "database"}) {
         if (parser.isSet(QString::fromUtf8(name)))
-            return tr("--%1 takes one FILE, not %2.")
+            return english("--%1 takes one FILE, not %2.")
                 .arg(QString::fromUtf8(name))
                 .arg(files.size());
     }
@@ -165,7 +171,8 @@ QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
     for (const QString &file : files) {
         const QString name = QFileInfo(file).completeBaseName();
         if (sources.contains(name))
-            return tr("'%1' and '%2' would both be printed as %3.").arg(sources[name], file, name);
+            return english("'%1' and '%2' would both be printed as %3.")
+                .arg(sources[name], file, name);
         sources[name] = file;
     }
     return {};
@@ -192,8 +199,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        tr("Shows one patient's orthodontic treatment as an interactive 3D scene."));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("A treatment file to open (JSON)."),
+        english("Shows one patient's orthodontic treatment as an interactive 3D scene."));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 english("A treatment file to open (JSON)."),
                                  QStringLiteral("[FILE...]"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption versionOption = parser.addVersionOption();
@@ -202,7 +210,7 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     if (!parser.parse(arguments)) return wrongUse(parser.errorText());
     if (parser.isSet(help)) return {{}, Done, parser.helpText()};
     if (parser.isSet(versionOption))
-        return {{}, Done, tr("treatment-viewer %1\n").arg(viewer::version())};
+        return {{}, Done, english("treatment-viewer %1\n").arg(viewer::version())};
 
     ParsedCommandLine parsed;
     CommandLine &commandLine = parsed.commandLine;
@@ -221,9 +229,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
         if (!problem.isEmpty()) return wrongUse(problem);
     }
     if (parser.isSet(QStringLiteral("database")) && commandLine.database.isEmpty())
-        return wrongUse(tr("--database takes the name of a file."));
+        return wrongUse(english("--database takes the name of a file."));
     if (parser.isSet(QStringLiteral("meshes")) && commandLine.meshes.isEmpty())
-        return wrongUse(tr("--meshes takes the name of a folder."));
+        return wrongUse(english("--meshes takes the name of a folder."));
     return parsed;
 }
 

@@ -143,7 +143,8 @@ void OpenedTreatment::openStore(const CommandLine &commandLine)
     auto opened = TreatmentStore::open(databaseOf(commandLine));
     if (!opened) {
         sentences_ << opened.sentence()
-                   << QStringLiteral("What is changed now is kept until the program ends.");
+                   << QCoreApplication::translate(
+                          "OpenedTreatment", "What is changed now is kept until the program ends.");
         opened = TreatmentStore::open(inMemory);
     }
     if (!opened) throw BadTreatment(opened.sentence().toStdString());
@@ -162,7 +163,8 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     if (!added) {
         // A database that may only be read, or is full: this session goes on without it.
         sentences_ << added.sentence()
-                   << QStringLiteral("What is changed now is kept until the program ends.");
+                   << QCoreApplication::translate(
+                          "OpenedTreatment", "What is changed now is kept until the program ends.");
         auto memory = TreatmentStore::open(inMemory);
         if (!memory) throw BadTreatment(memory.sentence().toStdString());
         store_ = memory.value();

@@ -11,10 +11,11 @@
 namespace viewer {
 namespace {
 
-QString translated(const char *text)
+/// The texts' context for translators.
+struct PagePreviewText
 {
-    return QCoreApplication::translate("PagePreview", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(PagePreview)
+};
 
 /// The preview's buttons show what the printer is set to when the preview is made.
 QPrinter *prepared(QPrinter &printer, const PageSettings &settings, const QString &title)
@@ -37,7 +38,7 @@ bool isPreviewing(const QPrinter &device)
 QString noPrinterSentence(const QStringList &printerNames)
 {
     if (!printerNames.isEmpty()) return {};
-    return translated("There is no printer: the page can be printed into a PDF file.");
+    return PagePreviewText::tr("There is no printer: the page can be printed into a PDF file.");
 }
 
 PagePreview::PagePreview(TreatmentPage page, const PageSettings &settings, const QString &title,
@@ -46,7 +47,7 @@ PagePreview::PagePreview(TreatmentPage page, const PageSettings &settings, const
       printer_(QPrinter::HighResolution),
       dialog_(prepared(printer_, settings, title), parent)
 {
-    dialog_.setWindowTitle(translated("Print"));
+    dialog_.setWindowTitle(PagePreviewText::tr("Print"));
     auto *const noPrinter = new QLabel(noPrinterSentence(QPrinterInfo::availablePrinterNames()));
     noPrinter->setObjectName(QStringLiteral("noPrinter"));
     noPrinter->setMargin(noPrinter->fontMetrics().height() / 2);
@@ -79,7 +80,7 @@ QString PagePreview::print(QPrinter &device)
     const QString file = device.outputFileName();
     if (!file.isEmpty()) return writeTreatmentPage(page_, device.pageLayout(), file);
     if (device.isValid() && paintTreatmentPage(page_, device) > 0) return {};
-    return translated("The page could not be printed: %1 cannot be written to.")
+    return PagePreviewText::tr("The page could not be printed: %1 cannot be written to.")
         .arg(device.printerName());
 }
 

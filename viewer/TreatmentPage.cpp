@@ -37,10 +37,11 @@ QTextOption wrapped()
     return option;
 }
 
-QString translated(const char *text)
+/// The texts' context for translators.
+struct TreatmentPageText
 {
-    return QCoreApplication::translate("TreatmentPage", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(TreatmentPage)
+};
 
 QFont fontOfSize(int points, bool bold = false)
 {
@@ -91,7 +92,7 @@ std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, Tooth
         const QString teeth = toothNames(elastic.brackets, notation, QStringLiteral(" \u2013 "));
         const QString size = QString::fromStdString(elastic.name);
         rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
-                        size.isEmpty() ? teeth : translated("%1: %2").arg(size, teeth)});
+                        size.isEmpty() ? teeth : TreatmentPageText::tr("%1: %2").arg(size, teeth)});
     }
     return rows;
 }
@@ -101,7 +102,7 @@ std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors, ToothNota
     std::vector<Row> rows;
     for (const PrintedColor &color : colors)
         rows.push_back({asQColor(color.color),
-                        translated("%1: %2").arg(
+                        TreatmentPageText::tr("%1: %2").arg(
                             color.label, toothNames(color.teeth, notation, QStringLiteral(", ")))});
     return rows;
 }
@@ -218,9 +219,9 @@ private:
 
     QString patientText() const
     {
-        return page_.patientIdentifier.isEmpty()
-                   ? page_.patientName
-                   : translated("%1 (%2)").arg(page_.patientName, page_.patientIdentifier);
+        return page_.patientIdentifier.isEmpty() ? page_.patientName
+                                                 : TreatmentPageText::tr("%1 (%2)").arg(
+                                                       page_.patientName, page_.patientIdentifier);
     }
 
     double dateWidth()
@@ -345,7 +346,7 @@ private:
             painter_.setFont(fontOfSize(textSize));
             painter_.drawText(QRectF(0.0, bottom(), size_.width(), footerHeight),
                               Qt::AlignRight | Qt::AlignBottom,
-                              translated("Page %1 of %2").arg(number).arg(count));
+                              TreatmentPageText::tr("Page %1 of %2").arg(number).arg(count));
         }
     }
 
@@ -361,8 +362,8 @@ private:
         const QRectF &column = columns_[side];
         double y = headerHeight();
         painter_.setFont(fontOfSize(labelSize, true));
-        painter_.drawText(textRect(column.left(), y, column.width()), translated(labels[side]),
-                          wrapped());
+        painter_.drawText(textRect(column.left(), y, column.width()),
+                          TreatmentPageText::tr(labels[side]), wrapped());
         y += labelHeight() + lineSpacing;
         if (sheet.hasPictures)
             painter_.drawImage(column.translated(0.0, y), printedPicture(sides_[side]->picture));
@@ -400,7 +401,8 @@ private:
     void paintLegend(const Sheet &sheet, double y)
     {
         painter_.setFont(fontOfSize(labelSize, true));
-        painter_.drawText(textRect(0.0, y, size_.width()), translated("Brackets"), wrapped());
+        painter_.drawText(textRect(0.0, y, size_.width()), TreatmentPageText::tr("Brackets"),
+                          wrapped());
         y += labelHeight() + lineSpacing;
         const double width = size_.width() / legendColumns;
         for (std::size_t first = sheet.firstColor; first < sheet.endColor; first += legendColumns) {
@@ -469,7 +471,7 @@ QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layo
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
     writer.setPageLayout(layout);
-    writer.setTitle(translated("Treatment of %1, %2")
+    writer.setTitle(TreatmentPageText::tr("Treatment of %1, %2")
                         .arg(page.patientName, QLocale().toString(page.date, QLocale::LongFormat)));
     writer.setCreator(QStringLiteral("treatment-viewer"));
     return paintTreatmentPage(page, writer) > 0 ? pdf : QByteArray();

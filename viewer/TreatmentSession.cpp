@@ -2,11 +2,19 @@
 
 #include "viewer/TreatmentSchema.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <utility>
 
 namespace viewer {
 namespace {
+
+/// The sentences' context for translators.
+struct SessionText
+{
+    Q_DECLARE_TR_FUNCTIONS(TreatmentSession)
+};
 
 std::string joined(const std::vector<std::string> &members)
 {
@@ -209,8 +217,8 @@ void TreatmentSession::tellFailure(const StoreFailure &failure)
     if (toldProblem_ == failure.problem) return;
     toldProblem_ = failure.problem;
     if (const auto handler = failureHandler)
-        handler(QStringLiteral("The changes could not be stored and are kept in memory for the "
-                               "next try: %1")
+        handler(SessionText::tr("The changes could not be stored and are kept in memory for the "
+                                "next try: %1")
                     .arg(failure.sentence));
 }
 
@@ -300,8 +308,8 @@ std::shared_ptr<kelo::ElasticModel> TreatmentSession::elasticOf(const ElasticRec
         if (document_->bracketModels().contains(member) ||
             document_->buttonModels().contains(member))
             continue;
-        sentences.append(QStringLiteral("The elastic %1 is not shown: %2 is no bracket or button "
-                                        "of this document")
+        sentences.append(SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
+                                         "of this document")
                              .arg(sequenceText(record), QString::fromStdString(member)));
         return nullptr;
     }
@@ -319,8 +327,8 @@ std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
     const auto known = available.find(typeID);
     if (known != available.end() && known->second) return known->second;
     const QString sentence =
-        QStringLiteral("The elastic size %1 is not in the catalogue; elastics of this size are "
-                       "shown without colour")
+        SessionText::tr("The elastic size %1 is not in the catalogue; elastics of this size are "
+                        "shown without colour")
             .arg(typeID);
     if (!sentences.contains(sentence)) sentences.append(sentence);
     // A size of its own carries the identifier back to the store.
@@ -339,7 +347,7 @@ std::shared_ptr<kelo::ElasticsConfigType> TreatmentSession::configType(long type
     });
     if (known != available.end()) return *known;
     const QString sentence =
-        QStringLiteral("The elastic configuration %1 is not in the catalogue").arg(typeID);
+        SessionText::tr("The elastic configuration %1 is not in the catalogue").arg(typeID);
     if (!sentences.contains(sentence)) sentences.append(sentence);
     auto unknown = std::make_shared<kelo::ElasticsConfigType>();
     unknown->typeID = typeID;

@@ -4,6 +4,7 @@
 #include "viewer/TreatmentStoreConnection.h"
 #include "viewer/TreatmentStoreTables.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
 
@@ -46,8 +47,9 @@ void assertFileIsOurs(const QString &path)
         TreatmentStoreConnection look(path, Mode::Untouched);
         // SQLite takes a file of one byte for an empty one and would write over it.
         if (QFileInfo(path).size() == 1)
-            throw look.error(StoreProblem::NotADatabase,
-                             QStringLiteral("the file is not a database"));
+            throw look.error(
+                StoreProblem::NotADatabase,
+                QCoreApplication::translate("TreatmentStore", "the file is not a database"));
         assertSchemaIsReadable(look);
     } catch (const StoreError &error) {
         // Everything else (a lock, the remains of a killed program) is for the real opening.

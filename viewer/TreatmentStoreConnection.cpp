@@ -1,5 +1,6 @@
 #include "viewer/TreatmentStoreConnection.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QUrl>
@@ -8,6 +9,12 @@
 
 namespace viewer {
 namespace {
+
+/// The sentences' context for translators.
+struct StoreText
+{
+    Q_DECLARE_TR_FUNCTIONS(TreatmentStore)
+};
 
 /// How long a statement waits for a lock. The user's click waits with it, and what could not be
 /// written is tried again with the next change: no reason to hold the window up.
@@ -37,21 +44,21 @@ Meaning meaningOf(int code, const QString &databaseText)
     switch (code & 0xff) {
     case Busy:
     case LockedTable:
-        return {StoreProblem::Locked, QStringLiteral("the database is locked by another program")};
+        return {StoreProblem::Locked, StoreText::tr("the database is locked by another program")};
     case ReadOnly:
-        return {StoreProblem::ReadOnly, QStringLiteral("the database cannot be written to")};
+        return {StoreProblem::ReadOnly, StoreText::tr("the database cannot be written to")};
     case Full:
-        return {StoreProblem::DiskFull, QStringLiteral("the disk is full")};
+        return {StoreProblem::DiskFull, StoreText::tr("the disk is full")};
     case Permission:
     case CannotOpen:
-        return {StoreProblem::NotReachable, QStringLiteral("the database could not be opened")};
+        return {StoreProblem::NotReachable, StoreText::tr("the database could not be opened")};
     case InputOutput:
         return {StoreProblem::NotReachable,
-                QStringLiteral("the database could not be read or written (%1)").arg(databaseText)};
+                StoreText::tr("the database could not be read or written (%1)").arg(databaseText)};
     case Corrupt:
-        return {StoreProblem::Damaged, QStringLiteral("the database is damaged")};
+        return {StoreProblem::Damaged, StoreText::tr("the database is damaged")};
     case NotADatabase:
-        return {StoreProblem::NotADatabase, QStringLiteral("the file is not a database")};
+        return {StoreProblem::NotADatabase, StoreText::tr("the file is not a database")};
     default:
         return {StoreProblem::Other, databaseText};
     }

@@ -1,6 +1,7 @@
 #include "viewer/TreatmentSchema.h"
 #include "viewer/TreatmentStoreTables.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,7 +11,9 @@ namespace {
 
 StoreError damaged(const TreatmentStoreConnection &connection)
 {
-    return connection.error(StoreProblem::Damaged, QStringLiteral("the database is damaged"));
+    return connection.error(
+        StoreProblem::Damaged,
+        QCoreApplication::translate("TreatmentStore", "the database is damaged"));
 }
 
 std::optional<QDate> dateIn(const TreatmentStoreConnection &connection, const QVariant &value)

@@ -6,9 +6,11 @@
 #include "viewer/OpenedTreatment.h"
 #include "viewer/ScriptRun.h"
 #include "viewer/Theme.h"
+#include "viewer/Translation.h"
 #include "viewer/TreatmentWindow.h"
 
 #include <QApplication>
+#include <QLocale>
 
 #include <cstdio>
 #include <exception>
@@ -109,6 +111,8 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("treatment-viewer"));
     QApplication::setOrganizationName(QStringLiteral("keloOpenGL"));
     QApplication::setApplicationVersion(viewer::version());
+
+    viewer::installTranslations(QLocale());
 
     const viewer::ParsedCommandLine parsed = viewer::parseCommandLine(QApplication::arguments());
     if (parsed.endsWith) {

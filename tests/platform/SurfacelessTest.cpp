@@ -356,12 +356,12 @@ TEST_F(Surfaceless, fullScreenWithoutADisplayIsKnownAndChangesNeitherSizeNorCont
 {
     DrawingView view(Rect{{0, 0}, {20, 10}});
     EXPECT_FALSE(view.isInFullScreenMode());
-    const auto context = view.openGLContext();
+    const OpenGLContext *const context = &view.openGLContext();
     EXPECT_TRUE(view.enterFullScreenMode());
     EXPECT_TRUE(view.isInFullScreenMode());
     EXPECT_TRUE(view.enterFullScreenMode()) << "it is there already";
     EXPECT_EQ(view.bounds().size, (Size{20, 10}));
-    EXPECT_EQ(view.openGLContext(), context);
+    EXPECT_EQ(&view.openGLContext(), context);
     view.exitFullScreenModeWithOptions();
     EXPECT_FALSE(view.isInFullScreenMode());
     view.exitFullScreenModeWithOptions();
