@@ -27,7 +27,9 @@ DelegateCallLog::DelegateCallLog()
         QJsonArray names;
         for (const std::string &key : keys)
             names.append(QString::fromStdString(key));
-        add("elasticModelsRefactoredAroundBrackets:", {names});
+        QJsonArray arguments;
+        arguments.append(names); // in braces it would be taken for the list of arguments itself
+        add("elasticModelsRefactoredAroundBrackets:", arguments);
     };
 }
 

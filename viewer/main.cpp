@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QLocale>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <memory>
@@ -72,17 +73,16 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         const auto treatment = first.treatment();
         std::optional<viewer::ScriptPlayer> player;
         std::optional<viewer::RealTime> realTime;
-        bool lastWindowIsClosed = false;
-        const QObject thisRun;
-        QObject::connect(&application, &QApplication::lastWindowClosed, &thisRun,
-                         [&lastWindowIsClosed] { lastWindowIsClosed = true; });
         if (clock) {
             player.emplace(*view, *clock);
             playInWindow(script, commandLine.script, *player, *view, *treatment);
             realTime.emplace(*clock);
         }
         // During a `wait` the user may have closed the window already.
-        if (!lastWindowIsClosed && application.exec() != 0) return viewer::BadInput;
+        const auto &documents = all.documents();
+        const bool isOpen = std::any_of(documents.begin(), documents.end(),
+                                        [](const auto &one) { return !one->isClosed(); });
+        if (isOpen && application.exec() != 0) return viewer::BadInput;
         return viewer::writeOutputs(commandLine, *view, *treatment,
                                     player ? player->openMenu().get() : nullptr);
     } catch (const kelo::OpenGLUnavailable &unavailable) {

@@ -28,6 +28,7 @@ TEST_F(ScriptPlayerTest, theWheelOpensTheMouthAndAdvancingShutsIt)
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 10.0f);
     play("advance 0.6\nadvance 0.3\n");
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(ScriptPlayerTest, aHeldModifierCountsForEveryEventUntilItIsLetGo)
@@ -37,6 +38,7 @@ TEST_F(ScriptPlayerTest, aHeldModifierCountsForEveryEventUntilItIsLetGo)
     EXPECT_EQ(view->currentModifierFlags(), kelo::ModifierFlag::Control);
     play("modifiers\n");
     EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(ScriptPlayerTest, theViewLearnsOfModifierKeysWhenAnOpenMenuHasClosed)
@@ -108,6 +110,7 @@ TEST_F(ScriptPlayerTest, mouthAndRotationAreSetAtOnce)
     play("mouth 20\nrotation 45 0 0 1\n");
     EXPECT_EQ(view->mouthOpenAngle(), 20.0f);
     EXPECT_EQ(view->worldRotation(), (kelo::HVOGLBasicView::Rotation{45.0f, 0.0f, 0.0f, 1.0f}));
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(ScriptPlayerTest, waitingLetsRealTimePass)
@@ -117,6 +120,7 @@ TEST_F(ScriptPlayerTest, waitingLetsRealTimePass)
     play("mouth 30\nkey 0\nwait 0.05\n");
     EXPECT_GE(timer.elapsed(), 45);
     EXPECT_LT(view->mouthOpenAngle(), 30.0f);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(ScriptPlayerTest, everyCommandThatFailsSaysWhyAndNamesItsLine)
@@ -128,8 +132,10 @@ TEST_F(ScriptPlayerTest, everyCommandThatFailsSaysWhyAndNamesItsLine)
     EXPECT_EQ(failureOf("click tooth 1\n"), "1: there is no tooth 1");
     EXPECT_EQ(failureOf("click button 8\n"), "1: there is no button 8");
     EXPECT_EQ(failureOf("click elastic 99\n"), "1: there is no elastic 99");
-    EXPECT_EQ(failureOf("fullscreen on\n"), "1: full screen needs a display");
+    EXPECT_EQ(failureOf("click bracket 18l\n"), "1: there is no bracket 18l");
     EXPECT_EQ(failureOf("click bracket 8\nmenu \"Nothing\"\n"), "2: the menu has no row 'Nothing'");
+    EXPECT_EQ(failureOf("menu \"Start New Elastic\" > \"Nothing\"\n"),
+              "1: the menu has no row 'Nothing'");
     EXPECT_EQ(failureOf("menu \"Remove Elastic\"\n"), "1: the row 'Remove Elastic' is disabled");
     EXPECT_EQ(failureOf("menu \"Remove All Elastics\" > \"x\"\n"),
               "1: 'Remove All Elastics' has no submenu");
@@ -138,10 +144,31 @@ TEST_F(ScriptPlayerTest, everyCommandThatFailsSaysWhyAndNamesItsLine)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(ScriptPlayerTest, aDisabledRowOfASubmenuAndOneOfADisabledRowCannotBeChosen)
+{
+    document().toggleVisibilityOfTooth("8"); // its bracket cannot be placed
+    view->setCurrentEventToothName("8");
+    view->displayBracketMenuForEvent({});
+    EXPECT_EQ(failureOf("menu \"Place All Brackets\" > \"Red\"\n"),
+              "1: the row 'Red' is disabled");
+    const auto placeAll = row("Place All Brackets");
+    ASSERT_TRUE(placeAll);
+    placeAll->enabled = false;
+    EXPECT_EQ(failureOf("menu \"Place All Brackets\" > \"Red\"\n"),
+              "1: the row 'Place All Brackets' is disabled");
+    view->display();
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(ScriptPlayerTest, whatIsBehindOtherThingsCannotBeClicked)
 {
     // From the front the second molars' lingual buttons are behind the arches.
     EXPECT_EQ(failureOf("click button 18l\n"), "1: nothing of button 18l can be clicked here");
+    play("hide brackets\nhide elastics\n");
+    EXPECT_EQ(failureOf("click bracket 8\n"), "1: nothing of bracket 8 can be clicked here");
+    EXPECT_EQ(failureOf("click elastic 0\n"), "1: nothing of elastic 0 can be clicked here");
+    play("hide upper-arch\n");
+    EXPECT_EQ(failureOf("click tooth 8\n"), "1: nothing of tooth 8 can be clicked here");
     EXPECT_NO_GL_ERROR();
 }
 

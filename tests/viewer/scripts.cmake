@@ -1,0 +1,25 @@
+# Scripts, from the events that they send to the program that plays them.
+kelo_test(script_tests QT
+    SOURCES
+        DelegateCallLogTest.cpp
+        PickPointsTest.cpp
+        PickScalesTest.cpp
+        ProgramScriptTest.cpp
+        ScriptModifiersTest.cpp
+        ScriptPlayerTest.cpp
+        ScriptRunTest.cpp
+        ScriptTest.cpp
+        StateReportTest.cpp
+    LINKS kelo_viewer)
+target_compile_definitions(script_tests PRIVATE
+    KELO_VIEWER_PROGRAM="$<TARGET_FILE:treatment-viewer>"
+    KELO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+add_dependencies(script_tests treatment-viewer kelo_resources)
+
+kelo_test(script_window_tests QT
+    SOURCES ProgramWindowTest.cpp
+    LINKS kelo_viewer
+    LABELS window)
+target_compile_definitions(script_window_tests PRIVATE
+    KELO_VIEWER_PROGRAM="$<TARGET_FILE:treatment-viewer>")
+add_dependencies(script_window_tests treatment-viewer kelo_resources)
