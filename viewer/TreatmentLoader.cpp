@@ -114,4 +114,11 @@ void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
     summed.report(paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
 }
 
+std::shared_ptr<kelo::DXDocumentModel> samplePatientDocument()
+{
+    auto document = std::make_shared<kelo::DXDocumentModel>();
+    loadMeshes(*document, QString());
+    return document;
+}
+
 } // namespace viewer

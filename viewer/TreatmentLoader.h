@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 
 namespace kelo {
 class DXDocumentModel;
@@ -19,5 +20,8 @@ using LoadingProgress = std::function<void(std::size_t doneCount, std::size_t fi
 /// Throws std::exception with a sentence when a resource is missing.
 void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
                 const LoadingProgress &progress = {});
+
+/// A new document with the meshes of the library's resources.
+std::shared_ptr<kelo::DXDocumentModel> samplePatientDocument();
 
 } // namespace viewer

@@ -136,7 +136,7 @@ void loadMeshFiles(benchmark::State &state)
 {
     std::shared_ptr<kelo::DXDocumentModel> document;
     for (auto _ : state)
-        document = viewer::loadTreatment(QString());
+        document = viewer::samplePatientDocument();
     std::size_t triangleCount = 0;
     for (const auto &model : document->models())
         triangleCount += model->indexCount() / 3;

@@ -75,7 +75,7 @@ std::shared_ptr<PickView> makePickView(const benchmark::State &state)
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     auto view = kelo::makeView<PickView>(kelo::Rect{
         {0.0, 0.0}, {static_cast<double>(state.range(0)), static_cast<double>(state.range(1))}});
-    const auto document = viewer::loadTreatment(QString());
+    const auto document = viewer::samplePatientDocument();
     const auto size = std::make_shared<kelo::ElasticsSizeType>();
     size->elasticsColor = {0.9, 0.5, 0.2, 1.0};
     for (const std::vector<std::string> &keys :

@@ -31,7 +31,7 @@ std::shared_ptr<kelo::DXOpenGL> makeSampleView(int width, int height)
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     auto view = kelo::makeView<kelo::DXOpenGL>(
         kelo::Rect{{0.0, 0.0}, {static_cast<double>(width), static_cast<double>(height)}});
-    view->setDocumentModel(viewer::loadTreatment(QString()));
+    view->setDocumentModel(viewer::samplePatientDocument());
     return view;
 }
 

@@ -17,7 +17,7 @@ int main(int argc, char **argv)
     kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     const kelo::Size size{std::atof(argv[1]), std::atof(argv[2])};
     const auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, size});
-    view->setDocumentModel(viewer::loadTreatment(QString()));
+    view->setDocumentModel(viewer::samplePatientDocument());
     view->display();
     glFinish();
     _exit(0);
