@@ -4,6 +4,7 @@
 #include "platform/ResourceBundle.h"
 #include "platform/VersionChecker.h"
 
+#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
@@ -17,10 +18,19 @@
 namespace kelo {
 namespace {
 
-constexpr int pixelsPerPoint = 2;
 constexpr double singleSize = 24.0;
 constexpr double doubleSize = 29.0;
 constexpr double doubleShift = 5.0; ///< between the two pieces of a double image
+
+/// As fine as the finest screen has it, and never coarser than 2, so that a picture of the menu can
+/// be enlarged. Whole, so that the images of 29 points have whole pixels too.
+int pixelsPerPoint()
+{
+    constexpr double least = 2.0;
+    const bool hasScreens = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    return static_cast<int>(
+        std::ceil(std::max(least, hasScreens ? qGuiApp->devicePixelRatio() : 1.0)));
+}
 
 QColor asQColor(const Color &color)
 {
@@ -125,17 +135,18 @@ void drawCross(QPainter &painter, const QPainterPath &path)
 
 MenuImagePointer drawnImage(double size, const std::function<void(QPainter &)> &draw)
 {
-    const int pixels = static_cast<int>(size) * pixelsPerPoint;
+    const int scale = pixelsPerPoint();
+    const int pixels = static_cast<int>(size) * scale;
     const auto image =
         std::make_shared<QImage>(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image->fill(Qt::transparent);
     QPainter painter(image.get());
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(pixelsPerPoint, -pixelsPerPoint);
+    painter.scale(scale, -scale);
     painter.translate(0.0, -size);
     draw(painter);
     painter.end();
-    image->setDevicePixelRatio(pixelsPerPoint);
+    image->setDevicePixelRatio(scale);
     return image;
 }
 
@@ -219,10 +230,11 @@ MenuImagePointer pencilMenuItemImage()
     const auto path = bundle ? bundle->pathForResource_ofType("pencil_edit", "png") : std::nullopt;
     const QImage picture(QString::fromStdString(path.value_or("")));
     if (picture.isNull()) return nullptr;
-    constexpr int pixels = static_cast<int>(singleSize) * pixelsPerPoint;
+    const int scale = pixelsPerPoint();
+    const int pixels = static_cast<int>(singleSize) * scale;
     const auto image = std::make_shared<QImage>(
         picture.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    image->setDevicePixelRatio(pixelsPerPoint);
+    image->setDevicePixelRatio(scale);
     return image;
 }
 

@@ -10,8 +10,8 @@ class QPainter;
 namespace kelo {
 
 // The pictures of the menus' rows, drawn by code but for the pencil. Sizes are in points; an image
-// has two pixels a point, so that it stays sharp on fine screens. A desktop before Mountain Lion
-// (VersionChecker) gets the same pictures but for placeAllMenuItemImage.
+// has as many pixels a point as the finest screen, rounded up, and at least two. A desktop before
+// Mountain Lion (VersionChecker) gets the same pictures but for placeAllMenuItemImage.
 
 using MenuImagePointer = std::shared_ptr<const QImage>;
 
