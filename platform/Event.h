@@ -69,8 +69,9 @@ inline constexpr char16_t Enter = 0x03; ///< of the keypad
 struct Event
 {
     EventType type = EventType::MouseMoved;
-    /// Points, origin at the window's bottom left. The lowest row of pixels has y = 1 (and the
-    /// topmost y = the height), so that a flipped view's conversion gives whole rows from 0.
+    /// Points, origin at the window's bottom left. The lowest row of device pixels has y = 1,
+    /// whatever the scale (and with one pixel a point the topmost y = the height), so that a
+    /// flipped view's conversion counts rows from 0: OpenGLView::flippedWindowPoint.
     Point locationInWindow;
     std::uint32_t modifierFlags = 0; ///< ModifierFlag bits held while the event happened.
     int clickCount = 0;        ///< 1 for a single press, 2 for the second press of a double click.

@@ -117,8 +117,9 @@ public:
 /// transient parent is the top-level window of the view. The run loop is in the EventTracking mode
 /// while the menu is open. For a view without a window the menu opens at the pointer. Without a
 /// QApplication no menu can be shown: it closes at once without a choice.
-/// A view that has a window may end while the menu is open; the menu then closes without a choice
-/// and without telling the delegate.
+/// Buttons and keys that are released over the menu are so for the view, before the choice is acted
+/// on or after it (OpenGLView::lendInput). The view may end while the menu is open; the menu then
+/// closes without a choice and without telling the delegate.
 KELO_EXPORT void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
                                         OpenGLView &view);
 

@@ -136,6 +136,14 @@ Point OpenGLView::convertPoint_fromView(const Point &point, const OpenGLView *vi
     return {inWindow.x, isFlipped() ? frame_.size.height - inWindow.y : inWindow.y};
 }
 
+Point OpenGLView::flippedWindowPoint(const Point &point) const
+{
+    // By the number of pixels that there are, which at fractional scales is not always the height
+    // times the scale.
+    const double lowestRow = (deviceSize().height - 1) / backingScaleFactor();
+    return {point.x, 1.0 + lowestRow - point.y};
+}
+
 double OpenGLView::backingScaleFactor() const
 {
     return surface().scaleFactor();

@@ -67,6 +67,10 @@ public:
     /// Converts a point from another view, or from the window when `view` is null, into this one's
     /// coordinates: with a flipped view y is counted from the top edge.
     virtual Point convertPoint_fromView(const Point &point, const OpenGLView *view) const;
+    /// Counts a window point's y from the other edge: turns a position as windowing systems give it
+    /// (from the top left corner) into a location as events carry it (Event::locationInWindow), and
+    /// back. The lowest row of device pixels, not of points, has the location 1.
+    Point flippedWindowPoint(const Point &point) const;
     /// Device pixels per point of the screen that the view is on, or the scale set for surfaceless
     /// drawing.
     double backingScaleFactor() const;
@@ -143,8 +147,17 @@ public:
     /// Hands an event to the operation that its type names, in the event-tracking mode of the run
     /// loop while a button is held. Windows and scripts both come through here.
     void sendEvent(const Event &event);
+    /// For an event loop inside one of the operations above that has the input meanwhile, as an
+    /// open menu has. Runs `loop`; then releases the buttons that were released there
+    /// (mouseCaptureLost), calls `act`, with currentModifierFlags() as the keys are held now, and
+    /// tells of changed modifiers last (flagsChanged), so that what is done in `act` still belongs
+    /// to the press that began it. When the view ends in `loop`, nothing follows.
+    void lendInput(const std::function<void()> &loop, const std::function<void()> &act);
     /// Modifier bits as the last event left them.
     std::uint32_t currentModifierFlags() const { return modifierFlags_; }
+    /// Whether the pointer is over the view, as far as its events have told; with a button held
+    /// also outside.
+    bool pointerIsOverView() const;
     /// Whether mouse moves without a button are delivered.
     bool acceptsMouseMovedEvents = false;
     /// @}

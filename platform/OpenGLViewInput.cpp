@@ -1,6 +1,8 @@
 #include "platform/OpenGLViewPrivate.h"
+#include "platform/ViewInput.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 
 #include <algorithm>
 
@@ -73,6 +75,26 @@ void OpenGLView::mouseCaptureLost()
         up.timestamp = RunLoop::main().currentTime();
         sendEvent(up);
         if (life.expired()) return;
+    }
+}
+
+void OpenGLView::lendInput(const std::function<void()> &loop, const std::function<void()> &act)
+{
+    const std::weak_ptr<int> life = d->lifeToken;
+    // Asked for anew each time: the view may go to another window meanwhile.
+    if (ViewInput *input = surface().input()) input->setLent(true);
+    loop();
+    if (life.expired()) return;
+    if (ViewInput *input = surface().input()) {
+        input->buttonsCameBack(QGuiApplication::mouseButtons());
+        if (life.expired()) return;
+        modifierFlags_ = input->flagsWithModifiers(QGuiApplication::queryKeyboardModifiers());
+    }
+    act();
+    if (life.expired()) return;
+    if (ViewInput *input = surface().input()) {
+        input->setLent(false);
+        input->noteModifiers(QGuiApplication::queryKeyboardModifiers());
     }
 }
 
@@ -187,6 +209,11 @@ void OpenGLView::movePointer(const std::optional<Point> &locationInWindow, const
         if (life.expired()) return;
     }
     updateCursor(false);
+}
+
+bool OpenGLView::pointerIsOverView() const
+{
+    return d->pointerInWindow.has_value();
 }
 
 int OpenGLView::addTrackingRect(const Rect &rect, bool assumeInside)

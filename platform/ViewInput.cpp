@@ -97,7 +97,7 @@ void ViewInput::pointerRestsSoon()
 
 Point ViewInput::windowLocation(const QPointF &position) const
 {
-    return {position.x(), view_->frame().size.height - position.y()};
+    return view_->flippedWindowPoint({position.x(), position.y()});
 }
 
 Event ViewInput::makeEvent(EventType type, std::uint32_t flags) const
@@ -126,10 +126,16 @@ void ViewInput::changeFlags(std::uint32_t flags)
     send(makeEvent(EventType::FlagsChanged, heldFlags_));
 }
 
+std::uint32_t ViewInput::flagsWithModifiers(Qt::KeyboardModifiers modifiers) const
+{
+    return (modifierFlagsFromQt(static_cast<int>(modifiers)) & heldKeysMask) |
+           (capsLock_ ? ModifierFlag::CapsLock : 0);
+}
+
 void ViewInput::noteModifiers(Qt::KeyboardModifiers modifiers)
 {
     const std::uint32_t flags = modifierFlagsFromQt(static_cast<int>(modifiers)) & heldKeysMask;
-    if (flags != heldFlags_) changeFlags(flags);
+    if (flags != heldFlags_ && !isLent_) changeFlags(flags);
 }
 
 int ViewInput::countClick(const QMouseEvent &event, const Point &location)
@@ -183,14 +189,8 @@ void ViewInput::mouseReleased(const QMouseEvent &event)
 void ViewInput::mouseMoved(const QMouseEvent &event)
 {
     if (!view_) return;
-    const bool allStillHeld =
-        std::all_of(heldButtons_.begin(), heldButtons_.end(),
-                    [&event](Qt::MouseButton button) { return event.buttons() & button; });
-    if (!allStillHeld) {
-        deliverPendingMove();
-        captureLost();
-        if (!view_) return;
-    }
+    buttonsCameBack(event.buttons());
+    if (!view_) return;
     const std::uint32_t flags =
         modifierFlagsFromQt(static_cast<int>(event.modifiers())) & heldKeysMask;
     if (flags != heldFlags_) {
@@ -317,6 +317,13 @@ void ViewInput::captureLost()
     if (heldButtons_.empty()) return;
     heldButtons_.clear();
     if (view_) view_->mouseCaptureLost();
+}
+
+void ViewInput::buttonsCameBack(Qt::MouseButtons held)
+{
+    const bool allStillHeld = std::all_of(heldButtons_.begin(), heldButtons_.end(),
+                                          [held](Qt::MouseButton button) { return held & button; });
+    if (!allStillHeld) captureLost();
 }
 
 } // namespace kelo

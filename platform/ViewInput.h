@@ -44,6 +44,16 @@ public:
     void focusLost();
     /// Held buttons will not be released here.
     void captureLost();
+    /// While the input goes elsewhere, as to a menu, the modifiers stay as the view was told of
+    /// them.
+    void setLent(bool isLent) { isLent_ = isLent; }
+    /// After a while in which releases went elsewhere: gives up the held buttons unless all of them
+    /// still are.
+    void buttonsCameBack(Qt::MouseButtons held);
+    /// Event flags while these modifiers are held.
+    std::uint32_t flagsWithModifiers(Qt::KeyboardModifiers modifiers) const;
+    /// Tells the view of modifiers that changed where no key event said so.
+    void noteModifiers(Qt::KeyboardModifiers modifiers);
     /// Moves between two frames are kept back and become one, the last. Delivers it.
     void deliverPendingMove();
     bool buttonIsHeld() const { return !heldButtons_.empty(); }
@@ -59,8 +69,6 @@ private:
     Point windowLocation(const QPointF &position) const;
     Event makeEvent(EventType type, std::uint32_t flags) const;
     void send(const Event &event);
-    /// Tells the view of modifiers that changed where no key event said so.
-    void noteModifiers(Qt::KeyboardModifiers modifiers);
     void changeFlags(std::uint32_t flags);
     void noteCapsLock(const QKeyEvent &event);
     bool handleModifierKey(const QKeyEvent &event, bool pressed);
@@ -79,6 +87,7 @@ private:
     Point lastLocation_;
     std::uint32_t heldFlags_ = 0; ///< Shift, Control, Option, Command as the view knows them
     bool capsLock_ = false;
+    bool isLent_ = false;
 };
 
 } // namespace kelo

@@ -7,6 +7,8 @@
 
 namespace kelo {
 
+class ViewInput;
+
 /// The widget that shows a view, as the view's surface sees it.
 class ViewHost
 {
@@ -30,6 +32,8 @@ public:
     virtual bool moveFocus(bool forward) = 0;
     /// Resizes the host so that the view gets this size.
     virtual void resizeForView(const Size &size) = 0;
+    /// Where the input of a view without a native window comes in; null for others.
+    virtual ViewInput *input() const = 0;
 };
 
 /// What a view draws on: a native window or a pixel buffer. Owned by its view, made when the view
@@ -69,6 +73,8 @@ public:
     virtual void didDisplay() {}
     virtual void showCursor(const QCursor &cursor) = 0;
     virtual QWindow *window() const { return nullptr; }
+    /// Where the view's input comes in; null for a view that nothing shows.
+    virtual ViewInput *input() const { return host_ ? host_->input() : nullptr; }
     virtual bool isFullScreen() const { return false; }
     virtual bool enterFullScreen() { return false; }
     virtual void exitFullScreen() {}

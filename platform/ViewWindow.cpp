@@ -167,12 +167,19 @@ void ViewWindow::focusInEvent(QFocusEvent *)
 {
     keepsFocusForReturn_ = false;
     hasClaimToFocus_ = true;
-    if (!std::exchange(focusIsPassing_, false))
+    if (std::exchange(focusIsPassing_, false))
+        input_.noteModifiers(QGuiApplication::queryKeyboardModifiers());
+    else
         input_.focusGained(QGuiApplication::queryKeyboardModifiers());
 }
 
-void ViewWindow::focusOutEvent(QFocusEvent *)
+void ViewWindow::focusOutEvent(QFocusEvent *event)
 {
+    // A menu has the keyboard for as long as it is open.
+    if (event->reason() == Qt::PopupFocusReason) {
+        focusIsPassing_ = true;
+        return;
+    }
     // The window manager answers the press that activates a top-level window by giving the keyboard
     // to that window, which takes nothing from a drag in here.
     const bool leftForOther = !isWithin(QGuiApplication::focusWindow());
@@ -232,9 +239,9 @@ void ViewWindow::mousePressEvent(QMouseEvent *event)
     input_.mousePressed(*event);
 }
 
-void ViewWindow::mouseDoubleClickEvent(QMouseEvent *event)
+void ViewWindow::mouseDoubleClickEvent(QMouseEvent *)
 {
-    mousePressEvent(event);
+    // To windows, unlike widgets, Qt sends this beside the second press, which was counted already.
 }
 
 void ViewWindow::mouseMoveEvent(QMouseEvent *event)

@@ -49,7 +49,7 @@ private:
     bool cannotDraw_ = false;
     bool keepsFocusForReturn_ = false; ///< the keyboard went to another top-level window
     bool hasClaimToFocus_ = false;     ///< the last in its top-level window to have the keyboard
-    bool focusIsPassing_ = false;      ///< it is about to come back in the middle of a press
+    bool focusIsPassing_ = false;      ///< it is about to come back, to a press or from a menu
 };
 
 } // namespace kelo

@@ -178,6 +178,11 @@ QWindow *WindowSurface::window() const
     return window_;
 }
 
+ViewInput *WindowSurface::input() const
+{
+    return window_ ? &window_->input() : nullptr;
+}
+
 bool WindowSurface::enterFullScreen()
 {
     if (!window_) return false;

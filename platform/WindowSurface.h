@@ -28,6 +28,7 @@ public:
     void willDisplay() override;
     void showCursor(const QCursor &cursor) override;
     QWindow *window() const override;
+    ViewInput *input() const override;
     bool isFullScreen() const override { return isFullScreen_; }
     bool enterFullScreen() override;
     void exitFullScreen() override;

@@ -1,17 +1,20 @@
 #include "platform/OpenGLView.h"
 #include "platform/RunLoop.h"
+#include "platform/widgets/ContextMenuStyle.h"
 #include "platform/widgets/NativeMenu.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QImage>
 #include <QMenu>
+#include <QPainter>
 #include <QPixmap>
 #include <QPointer>
 #include <QVariant>
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
 
 Q_DECLARE_METATYPE(std::shared_ptr<kelo::MenuItem>)
 
@@ -25,6 +28,47 @@ QString nativeTitle(const MenuItem &item)
     // A single ampersand would underline the next letter.
     title.replace(QLatin1Char('&'), QLatin1String("&&"));
     return QString(2 * std::max(item.indentationLevel, 0), QChar(emSpace)) + title;
+}
+
+/// The side of the square, in points, that holds each of the menu's images; 0 without any.
+int imageSideOf(const Menu &menu)
+{
+    double side = 0.0;
+    for (const auto &item : menu.items()) {
+        if (!item->image) continue;
+        const QSizeF size = item->image->deviceIndependentSize();
+        side = std::max({side, size.width(), size.height()});
+    }
+    return static_cast<int>(std::ceil(side));
+}
+
+/// An icon that fills the square, with the image at its own size in the middle. Icons that are
+/// smaller would be drawn as large as the square where they have the pixels for it.
+QIcon nativeIcon(const QImage &image, int side)
+{
+    const double scale = image.devicePixelRatio();
+    const QSize pixels = (QSizeF(side, side) * scale).toSize();
+    QImage square(pixels, QImage::Format_ARGB32_Premultiplied);
+    square.fill(Qt::transparent);
+    // By whole points, so that it stays sharp with one pixel a point.
+    const QSizeF rest = QSizeF(side, side) - image.deviceIndependentSize();
+    const QPointF corner = QPointF(std::floor(rest.width() / 2), std::floor(rest.height() / 2));
+    QPainter(&square).drawImage(QRectF(corner * scale, image.size()), image);
+    square.setDevicePixelRatio(scale);
+    return QIcon(QPixmap::fromImage(square));
+}
+
+/// Gives a native menu a style that shows the images of the menu as they are.
+void setStyleForImages(QMenu &nativeMenu, const Menu &menu, int imageSide)
+{
+    if (imageSide == 0) return;
+    const bool hasCheckedImage =
+        std::any_of(menu.items().begin(), menu.items().end(), [](const auto &item) {
+            return item->image && item->state != MenuItemState::Off;
+        });
+    auto *style = new ContextMenuStyle(imageSide, hasCheckedImage);
+    style->setParent(&nativeMenu); // menus do not own their styles
+    nativeMenu.setStyle(style);
 }
 
 /// The top-level window that the view is in; null for a view without a window.
@@ -48,14 +92,16 @@ QPoint screenLocation(const Event &event, const OpenGLView &view)
 {
     const QWindow *window = view.window();
     if (!window) return QCursor::pos();
-    const double fromTop = view.bounds().size.height - event.locationInWindow.y;
-    return window->mapToGlobal(QPointF(event.locationInWindow.x, fromTop).toPoint());
+    const Point position = view.flippedWindowPoint(event.locationInWindow);
+    return window->mapToGlobal(QPointF(position.x, position.y).toPoint());
 }
 
 } // namespace
 
 void fillNativeMenu(QMenu &nativeMenu, const Menu &menu)
 {
+    const int imageSide = imageSideOf(menu);
+    setStyleForImages(nativeMenu, menu, imageSide);
     for (const auto &item : menu.items()) {
         if (item->separator) {
             nativeMenu.addSeparator();
@@ -69,7 +115,7 @@ void fillNativeMenu(QMenu &nativeMenu, const Menu &menu)
             action->setChecked(true);
         }
         if (item->image) {
-            action->setIcon(QIcon(QPixmap::fromImage(*item->image)));
+            action->setIcon(nativeIcon(*item->image, imageSide));
             action->setIconVisibleInMenu(true); // some desktops hide the icons of menus
         }
         if (item->submenu) {
@@ -91,8 +137,6 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
         menu->close(nullptr);
         return;
     }
-    const QPointer<QWindow> viewWindow = view.window();
-    const bool hasWindow = !viewWindow.isNull();
     QWindow *topLevel = topLevelWindowOf(view);
     QWidget *owner = widgetOfWindow(topLevel);
     // On the heap: its owner may be destroyed while the menu is open.
@@ -104,14 +148,13 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
         nativeMenu->windowHandle()->setTransientParent(topLevel);
     }
     std::shared_ptr<MenuItem> chosen;
-    {
+    const auto showMenu = [&] {
         const RunLoop::ModeScope tracking(RunLoop::main(), RunLoopMode::EventTracking);
         chosen = itemOfAction(nativeMenu->exec(screenLocation(event, view)));
-    }
-    delete nativeMenu;
+        delete nativeMenu;
+    };
     // The delegate and the actions are the view's affair as a rule, and end with it.
-    if (hasWindow && !viewWindow) return;
-    menu->close(chosen);
+    view.lendInput(showMenu, [&] { menu->close(chosen); });
 }
 
 } // namespace kelo

@@ -48,6 +48,7 @@ private:
     bool anotherWidgetHasFocus() const override;
     bool moveFocus(bool forward) override;
     void resizeForView(const Size &size) override;
+    ViewInput *input() const override { return input_.get(); }
 
     OpenGLView *view_;
     QPointer<QWidget> inner_;

@@ -87,6 +87,49 @@ private:
     ContextMenuPresenter::Presenter previousPresenter_;
 };
 
+std::shared_ptr<const QImage> imageOf(const QColor &color, int side, int pixelsPerPoint)
+{
+    auto image = std::make_shared<QImage>(side * pixelsPerPoint, side * pixelsPerPoint,
+                                          QImage::Format_ARGB32_Premultiplied);
+    image->fill(color);
+    image->setDevicePixelRatio(pixelsPerPoint);
+    return image;
+}
+
+/// What a native menu looks like.
+QImage pictureOf(QMenu &native)
+{
+    native.resize(native.sizeHint());
+    return native.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// The smallest rectangle with all pixels of a colour.
+QRect placeOf(const QColor &color, const QImage &picture)
+{
+    QRect place;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y) == color) place |= QRect(x, y, 1, 1);
+    return place;
+}
+
+/// How many pixels of a rectangle have another colour than its top left one.
+int marksIn(const QRect &rect, const QImage &picture)
+{
+    int count = 0;
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            count += picture.pixel(x, y) != picture.pixel(rect.topLeft());
+    return count;
+}
+
+/// What lies between a menu's left edge and a row's image.
+QRect leftOf(const QRect &image)
+{
+    constexpr int frame = 4;
+    return QRect(QPoint(frame, image.top()), QPoint(image.left() - 2, image.bottom()));
+}
+
 /// What Return does on a row.
 void choose(QMenu &native, int row)
 {
@@ -145,6 +188,74 @@ TEST_F(ContextMenuTest, aNativeMenuShowsTitlesStatesImagesAndSeparators)
     EXPECT_EQ(itemOfAction(actions[2]), checked);
     EXPECT_EQ(itemOfAction(actions[1]), nullptr);
     EXPECT_EQ(itemOfAction(nullptr), nullptr);
+}
+
+TEST_F(ContextMenuTest, everyImageIsShownAtItsOwnSizeInPoints)
+{
+    addRow("one")->image = imageOf(Qt::red, 24, 2);
+    addRow("all")->image = imageOf(Qt::blue, 29, 2);
+    auto submenu = std::make_shared<Menu>("sub");
+    addRow("more")->submenu = submenu;
+    auto inner = std::make_shared<MenuItem>();
+    inner->title = "inner";
+    inner->image = imageOf(Qt::green, 24, 3);
+    submenu->addItem(inner);
+    QMenu native;
+    fillNativeMenu(native, *menu);
+    const QImage picture = pictureOf(native);
+    const QRect red = placeOf(Qt::red, picture);
+    const QRect blue = placeOf(Qt::blue, picture);
+    EXPECT_EQ(red.size(), QSize(24, 24));
+    EXPECT_EQ(blue.size(), QSize(29, 29));
+    EXPECT_NEAR(red.center().x(), blue.center().x(), 1) << "they stand in one column";
+    EXPECT_LT(red.bottom(), blue.top());
+    QMenu &nativeSubmenu = *native.actions().back()->menu();
+    EXPECT_EQ(placeOf(Qt::green, pictureOf(nativeSubmenu)).size(), QSize(24, 24));
+}
+
+TEST_F(ContextMenuTest, aCheckedRowWithAnImageShowsACheckMarkBesideIt)
+{
+    addRow("checked")->image = imageOf(Qt::red, 24, 2);
+    menu->items().back()->state = MenuItemState::On;
+    addRow("unchecked")->image = imageOf(Qt::blue, 24, 2);
+    QMenu native;
+    fillNativeMenu(native, *menu);
+    const QImage picture = pictureOf(native);
+    const QRect red = placeOf(Qt::red, picture);
+    const QRect blue = placeOf(Qt::blue, picture);
+    EXPECT_EQ(red.size(), QSize(24, 24)) << "the mark is not on the image";
+    EXPECT_EQ(red.left(), blue.left());
+    ASSERT_GT(leftOf(red).width(), 10);
+    EXPECT_GT(marksIn(leftOf(red), picture), 10);
+    EXPECT_EQ(marksIn(leftOf(blue), picture), 0);
+}
+
+TEST_F(ContextMenuTest, withoutACheckedImageThereIsNoRoomForCheckMarks)
+{
+    addRow("a")->image = imageOf(Qt::red, 24, 2);
+    QMenu native;
+    fillNativeMenu(native, *menu);
+    EXPECT_LT(placeOf(Qt::red, pictureOf(native)).left(), 10);
+}
+
+TEST_F(ContextMenuTest, theActiveRowsHighlightReachesUnderItsCheckMark)
+{
+    addRow("checked")->image = imageOf(Qt::red, 24, 2);
+    menu->items().back()->state = MenuItemState::On;
+    QMenu native;
+    fillNativeMenu(native, *menu);
+    const QImage passive = pictureOf(native);
+    native.setActiveAction(native.actions().front());
+    const QImage active = pictureOf(native);
+    const QRect red = placeOf(Qt::red, active);
+    ASSERT_EQ(red, placeOf(Qt::red, passive));
+    const QColor highlight = native.palette().color(QPalette::Highlight);
+    const QPoint left(6, red.top() + 3);
+    const QPoint right(active.width() - 7, red.top() + 3);
+    EXPECT_EQ(active.pixelColor(left), highlight);
+    EXPECT_EQ(active.pixelColor(right), highlight);
+    EXPECT_NE(passive.pixelColor(left), highlight);
+    EXPECT_GT(marksIn(leftOf(red).adjusted(2, 2, 0, -2), active), 10);
 }
 
 TEST_F(ContextMenuTest, anIndentedRowStartsWithTwoEmSpacesALevel)

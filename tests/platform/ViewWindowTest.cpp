@@ -334,15 +334,48 @@ TEST_F(ViewWindow, aForeignContextThatWasMadeCurrentIsNoticed)
 TEST_F(ViewWindow, theLocationOfAnEventIsInPointsFromTheBottomLeft)
 {
     showView({320, 240});
-    // The lowest row of points has y = 1, the topmost y = the height.
-    mouse(QEvent::MouseButtonPress, {10, 239}, Qt::LeftButton, Qt::LeftButton);
+    // The lowest row of device pixels has y = 1; with one pixel a point the topmost y = the height.
+    const double scale = view->backingScaleFactor();
+    const double pixel = 1.0 / scale;
+    mouse(QEvent::MouseButtonPress, {10, 240 - pixel}, Qt::LeftButton, Qt::LeftButton);
     mouse(QEvent::MouseButtonRelease, {319, 0}, Qt::LeftButton, {});
     ASSERT_GE(view->events.size(), 2u);
-    EXPECT_EQ(view->events[0].locationInWindow, (Point{10, 1}));
-    EXPECT_EQ(view->events[1].locationInWindow, (Point{319, 240}));
+    EXPECT_EQ(view->events[0].locationInWindow.x, 10);
+    EXPECT_NEAR(view->events[0].locationInWindow.y, 1, 1e-9);
+    EXPECT_EQ(view->events[1].locationInWindow.x, 319);
+    EXPECT_NEAR(view->events[1].locationInWindow.y, 241 - pixel, 1e-9);
     EXPECT_EQ(view->convertPoint_fromView({10, 1}, nullptr), (Point{10, 1}));
     view->flipped = true;
     EXPECT_EQ(view->convertPoint_fromView({10, 1}, nullptr), (Point{10, 239}));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewWindow, aRealDoubleClickIsTwoPressesAndTwoReleases)
+{
+    showView();
+    const QPoint global = view->window()->mapToGlobal(QPoint(100, 60));
+    ASSERT_TRUE(xdotool({"mousemove", QString::number(global.x()), QString::number(global.y()),
+                         "click", "--repeat", "2", "--delay", "60", "1"}));
+    std::vector<EventType> types;
+    std::vector<int> counts;
+    const auto collect = [&] {
+        types.clear();
+        counts.clear();
+        for (const Event &event : view->events) {
+            if (event.type != EventType::LeftMouseDown && event.type != EventType::LeftMouseUp)
+                continue;
+            types.push_back(event.type);
+            counts.push_back(event.clickCount);
+        }
+        return types.size() >= 4;
+    };
+    ASSERT_TRUE(waitUntil(collect));
+    letPass(100);
+    collect();
+    EXPECT_EQ(types, (std::vector<EventType>{EventType::LeftMouseDown, EventType::LeftMouseUp,
+                                             EventType::LeftMouseDown, EventType::LeftMouseUp}));
+    EXPECT_EQ(counts, (std::vector<int>{1, 1, 2, 2}));
+    EXPECT_EQ(RunLoop::main().currentMode(), RunLoopMode::Default);
     EXPECT_NO_GL_ERROR();
 }
 
