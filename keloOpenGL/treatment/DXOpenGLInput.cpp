@@ -260,6 +260,7 @@ void DXOpenGL::escapePressed()
 
 void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
 {
+    if (!pointerIsOverView()) return;          // the key's place is where the pointer left
     if (bracketSequence_ || _rotating) return; // a press there would string, or is still going on
     Event press = keyEvent;
     press.type = EventType::RightMouseDown;

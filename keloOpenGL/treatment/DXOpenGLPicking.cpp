@@ -9,6 +9,7 @@
 #include "platform/VersionChecker.h"
 
 #include <array>
+#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -31,6 +32,16 @@ std::uint32_t identifierOfPixel(const std::array<GLubyte, 3> &pixel)
 bool isPixelOf(double coordinate, int count)
 {
     return coordinate > -1.0 && coordinate < count;
+}
+
+/// A pixel's number comes back from points at a fractional scale with the last bits missing, and
+/// cut to a whole number would name the pixel before. A millionth of a pixel is far more than those
+/// bits and far less than what a pointing device resolves.
+double withoutRoundingError(double coordinate)
+{
+    constexpr double tolerance = 1e-6;
+    const double whole = std::round(coordinate);
+    return std::abs(coordinate - whole) < tolerance ? whole : coordinate;
 }
 
 /// Every state that the pass changes, as it was before.
@@ -231,7 +242,8 @@ Point DXOpenGL::backingPointForEvent(const Event &event) const
     const Point point = convertPoint_fromView(event.locationInWindow, nullptr);
     if (!VersionChecker::isLionOrLater() || !wantsBestResolutionOpenGLSurface()) return point;
     // Not the size of one point in pixels: that is rounded, and scales need not be whole numbers.
-    return convertPointToBacking(point);
+    const Point backing = convertPointToBacking(point);
+    return {withoutRoundingError(backing.x), withoutRoundingError(backing.y)};
 }
 
 } // namespace kelo

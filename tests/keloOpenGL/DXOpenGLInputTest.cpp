@@ -1,6 +1,8 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
+#include <QCursor>
+
 #include <cmath>
 #include <limits>
 
@@ -161,6 +163,49 @@ TEST_F(DXOpenGLInput, theHalfSecondCountsFromTheLastScroll)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLInput, aHorizontalScrollStartsNoSnapping)
+{
+    view->setMouthOpenAngle(15.0f);
+    view->sendEvent(scroll(-3.0, 0.0));
+    loop->advance(2.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 15.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aScrollInBothDirectionsTurnsAndOpensAtOnce)
+{
+    view->sendEvent(scroll(-3.0, -15.0));
+    EXPECT_NEAR(turn(), 6.0, 1e-3);
+    EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 30.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, everyScrollAsksForARedrawAndNoneDoesNot)
+{
+    for (const auto &[deltaX, deltaY] : {std::pair{1.0, 0.0}, {0.0, 1.0}}) {
+        view->setNeedsDisplay(false);
+        view->sendEvent(scroll(deltaX, deltaY));
+        EXPECT_TRUE(view->needsDisplay());
+    }
+    view->setNeedsDisplay(false);
+    view->sendEvent(scroll(0.0, 0.0));
+    EXPECT_FALSE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aHorizontalDeltaThatIsNotANumberCountsAsATurnAndZeroLeadsBack)
+{
+    view->setNeedsDisplay(false);
+    view->sendEvent(scroll(std::numeric_limits<double>::quiet_NaN(), 0.0));
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_TRUE(std::isnan(view->worldRotation()[0]));
+    view->display();
+    view->sendEvent(keyEvent(u"0"));
+    loop->advance(1.0);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{90.0f, -1.0f, 0.0f, 0.0f}));
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLInput, theArrowKeysStepTheMouthBetweenClosedAndOpen)
 {
     struct Row
@@ -201,6 +246,52 @@ TEST_F(DXOpenGLInput, theLeftAndRightArrowsTurnBy45DegreesUpToProfile)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLInput, theLeftArrowTurnsTheOtherWayFromTheFront)
+{
+    view->sendEvent(keyEvent(u"\xF702"));
+    loop->advance(1.0);
+    EXPECT_NEAR(turn(), -45.0, 1e-2);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, theFirstOfSeveralCharactersDecides)
+{
+    view->sendEvent(keyEvent(u"x\xF701"));
+    loop->advance(1.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    view->sendEvent(keyEvent(u"\xF701x"));
+    loop->advance(1.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 45.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aModifierChangeShowsTheCursorOfTheModeWhereThePointerIs)
+{
+    const auto changeFlags = [this](std::uint32_t flags, double x) {
+        view->setCursor(QCursor(Qt::WaitCursor));
+        view->sendEvent(eventAt(EventType::FlagsChanged, x, 10, flags));
+        return view->cursor().shape();
+    };
+    view->setMouseMode(6);
+    EXPECT_EQ(changeFlags(ModifierFlag::Control, 10), Qt::PointingHandCursor);
+    EXPECT_EQ(changeFlags(0, 10), Qt::CrossCursor);
+    view->setMouseMode(2);
+    EXPECT_EQ(changeFlags(ModifierFlag::Control, 10), Qt::ArrowCursor);
+    EXPECT_EQ(changeFlags(ModifierFlag::Control, 500), Qt::WaitCursor) << "outside the view";
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aModeChangeShowsItsCursorUnderARestingPointer)
+{
+    view->sendEvent(eventAt(EventType::MouseMoved, 10, 10));
+    for (const auto &[mode, shape] :
+         {std::pair{6L, Qt::CrossCursor}, {5L, Qt::PointingHandCursor}, {2L, Qt::ArrowCursor}}) {
+        view->setMouseMode(mode);
+        EXPECT_EQ(view->cursor().shape(), shape) << mode;
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLInput, zeroGoesBackToTheFrontWithTheMouthClosed)
 {
     view->rotateByDegrees(50.0f);
@@ -233,7 +324,9 @@ TEST_F(DXOpenGLInput, aChangedMeshAsksForARedraw)
 TEST_F(DXOpenGLInput, aDestroyedViewNeitherHearsOfMeshesNorOfItsTimers)
 {
     view->sendEvent(scroll(0.0, -5.0));
+    const std::weak_ptr<DXOpenGL> gone = view;
     view.reset();
+    EXPECT_TRUE(gone.expired());
     test::boxModel({0, 0, 0}, {1, 1, 1})->setHiddenPrimary(true);
     loop->advance(2.0);
 }

@@ -1,9 +1,7 @@
 // Modes, tool buttons, the print button, modifiers and the keys that end things. Drags, wheel and
-// arrow keys are in DXOpenGLInputTest.cpp.
+// arrow keys are in DXOpenGLInputTest.cpp, what presses meet in DXOpenGLPressesTest.cpp.
 
-#include "keloOpenGL/treatment/DXOpenGL.h"
-
-#include "tests/keloOpenGL/ViewFixture.h"
+#include "tests/keloOpenGL/treatment/ModesFixture.h"
 
 #include <QCursor>
 #include <QImage>
@@ -11,92 +9,9 @@
 namespace {
 
 using namespace kelo;
-
-const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
-const QDateTime yesterday(QDate(2026, 11, 19), QTime(0, 0));
-constexpr double viewWidth = 400.0;
-constexpr double viewHeight = 300.0;
-
-class ViewUnderTest : public DXOpenGL
-{
-public:
-    using DXOpenGL::DXOpenGL;
-    bool isInFullScreenMode() const override { return fullScreen; }
-    void exitFullScreenModeWithOptions() override
-    {
-        ++exits;
-        DXOpenGL::exitFullScreenModeWithOptions();
-    }
-    bool fullScreen = false;
-    int exits = 0;
-};
-
-/// The boxes of a full set of teeth, drawn small, with today's date: the tools are there.
-class DXOpenGLModes : public kelo::test::ViewFixture
-{
-protected:
-    DXOpenGLModes()
-    {
-        const auto document = kelo::test::boxDocument();
-        const auto size = std::make_shared<ElasticsSizeType>();
-        size->typeID = 1;
-        size->elasticsColor = {1.0, 1.0, 1.0, 1.0};
-        document->setAvailableElasticsSizeTypes({{1, size}});
-        view->setDocumentModel(document);
-        view->setDelegate(&delegate);
-        view->setCurrentDate(today);
-        view->setDisplayedDate(today);
-        view->setRepeatActionTimerInterval(3.0);
-        delegate.toggleFullScreenMode = [this](DXOpenGL &) { ++fullScreenToggles; };
-        delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right = [this](auto &&...) {
-            ++prints;
-        };
-    }
-
-    /// The middle of an overlay rectangle, in the view's coordinates.
-    Point middleOf(const Rect &rect) const
-    {
-        const double half = viewHeight / 2.0;
-        return {(rect.origin.x + rect.size.width / 2.0) * half + viewWidth / 2.0,
-                (rect.origin.y + rect.size.height / 2.0) * half + half};
-    }
-
-    void press(const Point &point, std::uint32_t modifiers = 0, int clickCount = 1)
-    {
-        Event event = eventAt(EventType::LeftMouseDown, point.x, point.y, modifiers);
-        event.clickCount = clickCount;
-        view->sendEvent(event);
-    }
-    void drag(const Point &point)
-    {
-        view->sendEvent(eventAt(EventType::LeftMouseDragged, point.x, point.y));
-    }
-    void release(const Point &point, std::uint32_t modifiers = 0, int clickCount = 1)
-    {
-        Event event = eventAt(EventType::LeftMouseUp, point.x, point.y, modifiers);
-        event.clickCount = clickCount;
-        view->sendEvent(event);
-    }
-    void click(const Point &point) { press(point), release(point); }
-
-    /// Opens a placement on bracket 8, as the elastic menu does.
-    void beginElastic()
-    {
-        view->setFirstClickedToothName("8");
-        view->setLastClickedToothName("8");
-        MenuItem item;
-        item.representedObject = view->documentModel()->availableElasticsSizeTypes().at(1);
-        view->startElasticColorMenuItemSelected(item);
-        ASSERT_NE(view->bracketSequence(), std::nullopt);
-    }
-
-    const Point background{5.0, 5.0};
-    DXOpenGLDelegate delegate;
-    int fullScreenToggles = 0;
-    int prints = 0;
-    std::shared_ptr<ViewUnderTest> view =
-        makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
-};
+using kelo::test::DXOpenGLModes;
+using kelo::test::today;
+using kelo::test::yesterday;
 
 TEST_F(DXOpenGLModes, theModesAnswerForThemselves)
 {
@@ -106,6 +21,7 @@ TEST_F(DXOpenGLModes, theModesAnswerForThemselves)
     view->setMouseMode(5);
     EXPECT_FALSE(view->mouseModeIsElastics());
     EXPECT_TRUE(view->mouseModeIsBracketColor());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, everyModeHasACursorOfItsOwn)
@@ -113,6 +29,7 @@ TEST_F(DXOpenGLModes, everyModeHasACursorOfItsOwn)
     EXPECT_EQ(view->cursorForMouseMode(2).shape(), Qt::ArrowCursor);
     EXPECT_EQ(view->cursorForMouseMode(5).shape(), Qt::PointingHandCursor);
     EXPECT_EQ(view->cursorForMouseMode(6).shape(), Qt::CrossCursor);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
@@ -120,6 +37,7 @@ TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
     view->setNeedsDisplay(false);
     view->setMouseMode(2);
     EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, changingFromMode6To5WhileAnElasticIsHalfStrungEndsThePlacement)
@@ -148,6 +66,7 @@ TEST_F(DXOpenGLModes, changingFromMode5To6DuringARepeatPeriodCancelsTheRepeat)
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
     EXPECT_EQ(view->mouseMode(), 6);
     EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
@@ -160,6 +79,7 @@ TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
     loop->advance(3.1);
     EXPECT_EQ(view->mouseMode(), 6);
     EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes,
@@ -325,6 +245,7 @@ TEST_F(DXOpenGLModes, controlHeldInElasticsModeIsATemporaryColourMode)
     view->sendEvent(control);
     EXPECT_EQ(view->mouseMode(), 6);
     EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, controlHeldWhileAnElasticIsStrungChangesNothing)
@@ -349,6 +270,7 @@ TEST_F(DXOpenGLModes, controlHeldInTheRotateModeChangesNothing)
     view->sendEvent(control);
     EXPECT_EQ(view->mouseMode(), 2);
     EXPECT_FALSE(view->mouseModeIsTemporary());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, aPressWithControlEntersTheColourModeAndItsReleaseWithoutControlLeavesIt)
@@ -389,6 +311,7 @@ TEST_F(DXOpenGLModes, escapeWithNoPlacementAndNotInFullScreenDoesNothing)
     EXPECT_EQ(fullScreenToggles, 0);
     EXPECT_EQ(view->mouseMode(), 6);
     EXPECT_FALSE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, escapeInFullScreenAsksTheDelegateToToggleIt)
@@ -397,6 +320,7 @@ TEST_F(DXOpenGLModes, escapeInFullScreenAsksTheDelegateToToggleIt)
     view->sendEvent(keyEvent(u"\x1b"));
     EXPECT_EQ(fullScreenToggles, 1);
     EXPECT_EQ(view->exits, 0);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, escapeInFullScreenLeavesItWhereTheDelegateDoesNotToggleIt)
@@ -407,6 +331,7 @@ TEST_F(DXOpenGLModes, escapeInFullScreenLeavesItWhereTheDelegateDoesNotToggleIt)
     view->sendEvent(keyEvent(u"\x1b"));
     EXPECT_EQ(view->exits, 1);
     EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, escapeInFullScreenEndsAnElasticBeingStrungFirst)
@@ -417,21 +342,6 @@ TEST_F(DXOpenGLModes, escapeInFullScreenEndsAnElasticBeingStrungFirst)
     EXPECT_EQ(view->bracketSequence(), std::nullopt);
     EXPECT_EQ(fullScreenToggles, 0);
     EXPECT_EQ(view->exits, 0);
-    EXPECT_NO_GL_ERROR();
-}
-
-TEST_F(DXOpenGLModes, theMenuKeyOnNothingOpensNoMenuAndBeginsNoDrag)
-{
-    int menus = 0;
-    const auto kept = ContextMenuPresenter::setPresenter([&menus](auto &&...) { ++menus; });
-    Event key = keyEvent(std::u16string(1, FunctionKey::Menu));
-    key.locationInWindow = {background.x, background.y + 1.0};
-    view->sendEvent(key);
-    const auto rotation = view->worldRotation();
-    drag({150.0, 100.0});
-    ContextMenuPresenter::setPresenter(kept);
-    EXPECT_EQ(menus, 0);
-    EXPECT_EQ(view->worldRotation(), rotation);
     EXPECT_NO_GL_ERROR();
 }
 

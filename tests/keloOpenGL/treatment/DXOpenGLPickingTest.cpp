@@ -257,6 +257,7 @@ TEST_F(DXOpenGLPicking, aViewWithoutAreaGivesTheSentinel)
 {
     const auto empty = makeView<PickView>(Rect{{0.0, 0.0}, {0.0, 0.0}});
     EXPECT_EQ(empty->pickIdentifierAtPoint({0.0, 0.0}), sentinel);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLPicking, aPickNeedsNoDrawingBeforeIt)
