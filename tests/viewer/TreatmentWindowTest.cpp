@@ -21,6 +21,7 @@
 #include <QTabBar>
 #include <QTimer>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -359,6 +360,30 @@ TEST_F(TreatmentWindows, anotherSolidViewWithoutAMainWindowIsRefusedInASentence)
                   folder.filePath("SolidView.ui").toStdString() +
                       ": the viewer needs a main window with a treatment view named \"view\"");
     }
+}
+
+TEST_F(TreatmentWindows, theViewMovesToAnotherWindowAndBackAHundredTimesWithTheSamePicture)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    auto *widget = windowOf(document).findChild<kelo::TreatmentView *>();
+    QLayout *const home = widget->parentWidget()->layout();
+    QWidget other;
+    QVBoxLayout away(&other);
+    other.resize(500, 350);
+    other.show();
+    const QImage before = view.grabImage();
+    for (int i = 0; i < 100; ++i) {
+        away.addWidget(widget);
+        ASSERT_TRUE(waitUntil([&] { return view.isExposed() && view.bounds().size.width > 400.0; }))
+            << i;
+        home->addWidget(widget);
+        ASSERT_TRUE(waitUntil([&] {
+            return view.isExposed() && view.bounds().size == kelo::Size{400.0, 300.0};
+        })) << i;
+    }
+    EXPECT_EQ(view.grabImage(), before);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(TreatmentWindows, theViewGoesThroughFullScreenAHundredTimesWithTheSamePicture)
