@@ -142,7 +142,7 @@ QByteArray RandomScriptGenerator::objectClick(const RandomScriptScene &scene)
         line += "button ";
         line += toothKey();
         line += 'l';
-    } else if (kind < 6) {
+    } else if (kind < 7) {
         const auto count = scene.document().elasticModels().size();
         line += "elastic ";
         line += number(static_cast<double>(below(count + 1)));

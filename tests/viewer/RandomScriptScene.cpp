@@ -191,17 +191,19 @@ QString stringingComplaint(const kelo::DXOpenGL &view)
     return {};
 }
 
-/// Elastics run over at least two members, none twice in a row, all of them shown.
-QString elasticComplaint(const kelo::DXDocumentModel &document)
+/// Elastics run over at least two members, all of them shown. None is placed over a member twice in
+/// a row; later, where a member between two passes of another is removed, the passes meet.
+QString elasticComplaint(const RandomScriptScene &scene)
 {
+    const kelo::DXDocumentModel &document = scene.document();
     int number = 0;
     for (const auto &elastic : document.elasticModels()) {
         const auto &sequence = elastic->bracketSequence();
         if (sequence.size() < 2)
             return QStringLiteral("elastic %1 runs over less than two members").arg(number);
         const auto twice = std::adjacent_find(sequence.begin(), sequence.end());
-        if (twice != sequence.end())
-            return QStringLiteral("elastic %1 runs over %2 twice in a row")
+        if (twice != sequence.end() && scene.isNewElastic(elastic->uniqueID()))
+            return QStringLiteral("elastic %1 was placed over %2 twice in a row")
                 .arg(number)
                 .arg(QString::fromStdString(*twice));
         for (const std::string &key : sequence) {
@@ -411,6 +413,8 @@ bool RandomScriptScene::play(const QByteArray &line)
         throw std::logic_error(line.toStdString() + ": " + script.problems.first().toStdString());
     if (script.lines.empty()) return false;
     const ScriptCommand &command = script.lines.front().command;
+    for (const auto &elastic : document().elasticModels())
+        knownElastics_.insert(elastic->uniqueID());
     if (const auto *choice = std::get_if<MenuCommand>(&command)) noteChoice(*choice);
     try {
         if (!player_->play(command).isEmpty()) return false;
@@ -438,7 +442,7 @@ QString complaintAbout(RandomScriptScene &scene)
     if (!isFinite(scene.view())) return QStringLiteral("a number of the view is not finite");
     for (const QString &complaint :
          {stackComplaint(), stringingComplaint(scene.view()), materialComplaint(scene),
-          elasticComplaint(scene.document()), inputComplaint(scene)}) {
+          elasticComplaint(scene), inputComplaint(scene)}) {
         if (!complaint.isEmpty()) return complaint;
     }
     return {};

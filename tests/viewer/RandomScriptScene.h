@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,8 @@ public:
     {
         return buttonMaterials_.at(key);
     }
+    /// Whether the elastic came with the last line.
+    bool isNewElastic(std::uint32_t uniqueID) const { return !knownElastics_.contains(uniqueID); }
     /// The state as the viewer writes it.
     QByteArray state() const;
 
@@ -69,6 +72,7 @@ private:
     bool buttonIsHeld_ = false;
     std::vector<std::string> chosenActions_;
     std::map<std::string, std::shared_ptr<kelo::HVOGLMaterial>> buttonMaterials_;
+    std::set<std::uint32_t> knownElastics_;
     int alertCount_ = 0;
 };
 
@@ -79,8 +83,8 @@ using RandomScriptOracle = std::function<QString(RandomScriptScene &)>;
 /// pending and its stacks are as deep as before, every number of the view's state is finite,
 /// brackets have the document's colours and buttons the materials they began with, only a bracket
 /// on which an elastic that is being strung began is highlighted, elastics run over what is shown
-/// and never over one member twice in a row, they are strung in the elastics mode only and from the
-/// member that was clicked first, a temporary mode has a reason, and the jaws turn only while a
+/// and are placed over no member twice in a row, they are strung in the elastics mode only and from
+/// the member that was clicked first, a temporary mode has a reason, and the jaws turn only while a
 /// button is held.
 QString complaintAbout(RandomScriptScene &scene);
 
