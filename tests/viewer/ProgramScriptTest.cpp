@@ -61,8 +61,8 @@ TEST_F(ProgramScript, everyWrongLineIsNamedBeforeAnyIsPlayed)
     const Ended ended = play("picture " + path("first.png").toUtf8() + "\njump\n\nmouth wide\n");
     EXPECT_EQ(ended.status, 2);
     const std::string file = path("a.script").toStdString();
-    EXPECT_EQ(ended.errors.toStdString(),
-              file + ":2: 'jump' is no command\n" + file + ":4: DEGREES must be a number, not 'wide'\n");
+    EXPECT_EQ(ended.errors.toStdString(), file + ":2: 'jump' is no command\n" + file +
+                                              ":4: DEGREES must be a number, not 'wide'\n");
     EXPECT_FALSE(QFile::exists(path("first.png")));
     EXPECT_TRUE(wroteNothing());
 }

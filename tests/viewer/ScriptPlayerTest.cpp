@@ -149,8 +149,7 @@ TEST_F(ScriptPlayerTest, aDisabledRowOfASubmenuAndOneOfADisabledRowCannotBeChose
     document().toggleVisibilityOfTooth("8"); // its bracket cannot be placed
     view->setCurrentEventToothName("8");
     view->displayBracketMenuForEvent({});
-    EXPECT_EQ(failureOf("menu \"Place All Brackets\" > \"Red\"\n"),
-              "1: the row 'Red' is disabled");
+    EXPECT_EQ(failureOf("menu \"Place All Brackets\" > \"Red\"\n"), "1: the row 'Red' is disabled");
     const auto placeAll = row("Place All Brackets");
     ASSERT_TRUE(placeAll);
     placeAll->enabled = false;
