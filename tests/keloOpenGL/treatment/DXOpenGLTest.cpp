@@ -334,8 +334,13 @@ TEST_F(DXOpenGLState,
 class RecordedDeletions
 {
 public:
-    RecordedDeletions() : keptBuffers_(epoxy_glDeleteBuffers), keptTextures_(epoxy_glDeleteTextures)
+    RecordedDeletions()
     {
+        // An entry point is looked up by its first call, which would then call the replacement.
+        glDeleteBuffers(0, nullptr);
+        glDeleteTextures(0, nullptr);
+        keptBuffers_ = epoxy_glDeleteBuffers;
+        keptTextures_ = epoxy_glDeleteTextures;
         current = this;
         epoxy_glDeleteBuffers = [](GLsizei count, const GLuint *names) {
             current->buffers.insert(current->buffers.end(), names, names + count);
@@ -356,8 +361,8 @@ public:
 
 private:
     static inline RecordedDeletions *current = nullptr;
-    PFNGLDELETEBUFFERSPROC keptBuffers_;
-    PFNGLDELETETEXTURESPROC keptTextures_;
+    PFNGLDELETEBUFFERSPROC keptBuffers_ = nullptr;
+    PFNGLDELETETEXTURESPROC keptTextures_ = nullptr;
 };
 
 /// Names that a context has, in ascending order.

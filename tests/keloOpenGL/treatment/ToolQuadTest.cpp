@@ -42,8 +42,18 @@ public:
         std::vector<std::uintptr_t> offsets;
     };
 
-    RecordedQuads() : keptDraw_(epoxy_glDrawElements), keptFill_(epoxy_glBufferData)
+    RecordedQuads()
     {
+        // An entry point is looked up by its first call, which would then call the replacement.
+        GLuint buffer = 0;
+        glGenBuffers(1, &buffer);
+        glBindBuffer(GL_ARRAY_BUFFER, buffer);
+        glBufferData(GL_ARRAY_BUFFER, 4, nullptr, GL_STREAM_DRAW);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glDeleteBuffers(1, &buffer);
+        glDrawElements(GL_POINTS, 0, GL_UNSIGNED_INT, nullptr);
+        keptDraw_ = epoxy_glDrawElements;
+        keptFill_ = epoxy_glBufferData;
         current = this;
         epoxy_glBufferData = [](GLenum target, GLsizeiptr size, const void *data, GLenum usage) {
             current->fills.push_back({target, size, data != nullptr, usage});
@@ -94,8 +104,8 @@ private:
     }
 
     static inline RecordedQuads *current = nullptr;
-    PFNGLDRAWELEMENTSPROC keptDraw_;
-    PFNGLBUFFERDATAPROC keptFill_;
+    PFNGLDRAWELEMENTSPROC keptDraw_ = nullptr;
+    PFNGLBUFFERDATAPROC keptFill_ = nullptr;
 };
 
 class ToolQuad : public kelo::test::ViewFixture
