@@ -177,8 +177,11 @@ void DXOpenGL::rotateMouseDown(const Event &event)
 void DXOpenGL::rotateMouseDragged(const Event &event)
 {
     const Point point = convertPoint_fromView(event.locationInWindow, nullptr);
-    const float degreesPerPoint =
-        180.0f / static_cast<float>(std::min(cameraSize.width, cameraSize.height));
+    // Before the first drawing the camera has no size yet; a view without area cannot be dragged
+    // in.
+    const Size size = cameraSize.height > 0.0 ? cameraSize : bounds().size;
+    const auto shorterSide = static_cast<float>(std::min(size.width, size.height));
+    const float degreesPerPoint = shorterSide > 0.0f ? 180.0f / shorterSide : 0.0f;
     rotateByDegrees(degreesPerPoint * static_cast<float>(point.x - _dragOrigin.x));
     setMouthOpenAngle(mouthOpenAngle() -
                       degreesPerPoint * static_cast<float>(point.y - _dragOrigin.y));

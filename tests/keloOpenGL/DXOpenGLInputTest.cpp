@@ -55,6 +55,25 @@ TEST_F(DXOpenGLInput, aDragAcrossTurnsTheJawsByTheShorterSidesScale)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLInput, aDragBeforeTheFirstDrawingGoesByTheBounds)
+{
+    view = makeView<DXOpenGL>(Rect{{0, 0}, {400, 200}});
+    drag(100, 100, 150, 100);
+    EXPECT_NEAR(turn(), 45.0, 1e-3);
+    view->display();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDragInAViewWithoutAreaTurnsNothing)
+{
+    view = makeView<DXOpenGL>(Rect{{0, 0}, {0, 0}});
+    drag(1, 1, 5, 9);
+    EXPECT_NEAR(turn(), 0.0, 1e-4);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    view->makeCurrentContextIfNeeded();
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLInput, aDragDownwardsOpensTheMouth)
 {
     drag(100, 100, 100, 60);
