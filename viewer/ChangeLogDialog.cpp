@@ -1,17 +1,15 @@
 #include "viewer/ChangeLogDialog.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/SearchableTable.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDialogButtonBox>
 #include <QHash>
-#include <QHeaderView>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLineEdit>
 #include <QLocale>
-#include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -122,30 +120,12 @@ ChangeLogDialog::ChangeLogDialog(const std::vector<StoredChange> &changes,
         row.front()->setData(change->changedAt, Qt::UserRole);
         model->appendRow(row);
     }
-    auto *filtered = new QSortFilterProxyModel(this);
-    filtered->setSourceModel(model);
-    filtered->setFilterKeyColumn(-1); // all of them
-    filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
-
-    auto *search = new QLineEdit;
-    search->setPlaceholderText(tr("Search"));
-    search->setAccessibleName(tr("Search the changes"));
-    search->setClearButtonEnabled(true);
-    connect(search, &QLineEdit::textChanged, filtered,
-            &QSortFilterProxyModel::setFilterFixedString);
-    auto *table = new QTableView;
-    table->setModel(filtered);
-    table->setAccessibleName(tr("Changes"));
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setAlternatingRowColors(true);
-    table->verticalHeader()->hide();
-    table->horizontalHeader()->setStretchLastSection(true);
-    table->resizeColumnsToContents();
+    auto *list = new SearchableTable(*model, tr("Changes"), tr("Search the changes"));
+    list->table().resizeColumnsToContents();
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(search);
-    layout->addWidget(table);
+    layout->addWidget(list);
     layout->addWidget(buttons);
     resize(760, 480);
 }

@@ -1,13 +1,12 @@
 #include "viewer/KeysDialog.h"
 
+#include "viewer/SearchableTable.h"
+
 #include <QAction>
 #include <QDialogButtonBox>
-#include <QHeaderView>
-#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -86,37 +85,18 @@ KeysDialog::KeysDialog(const QMainWindow &window, QWidget *parent) : QDialog(par
         model->appendRow({new QStandardItem(row.where), new QStandardItem(row.keys),
                           new QStandardItem(row.effect)});
     }
-    auto *filtered = new QSortFilterProxyModel(this);
-    filtered->setSourceModel(model);
-    filtered->setFilterKeyColumn(-1); // all of them
-    filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    auto *search = new QLineEdit;
-    search->setPlaceholderText(tr("Search"));
-    search->setAccessibleName(tr("Search the keys"));
-    search->setClearButtonEnabled(true);
-    connect(search, &QLineEdit::textChanged, filtered,
-            &QSortFilterProxyModel::setFilterFixedString);
-    auto *table = new QTableView;
-    table->setModel(filtered);
-    table->setAccessibleName(tr("Keys and mouse gestures"));
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setAlternatingRowColors(true);
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(true);
-    table->verticalHeader()->hide();
-    table->horizontalHeader()->setStretchLastSection(true);
+    auto *list = new SearchableTable(*model, tr("Keys and mouse gestures"), tr("Search the keys"));
+    list->table().setWordWrap(true);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(search);
-    layout->addWidget(table);
+    layout->addWidget(list);
     layout->addWidget(buttons);
     resize(860, 520);
-    table->setColumnWidth(0, 150);
-    table->setColumnWidth(1, 200);
-    table->resizeRowsToContents();
-    search->setFocus();
+    list->table().setColumnWidth(0, 150);
+    list->table().setColumnWidth(1, 200);
+    list->table().resizeRowsToContents();
+    list->setFocus();
 }
 
 } // namespace viewer

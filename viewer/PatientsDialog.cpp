@@ -1,9 +1,9 @@
 #include "viewer/PatientsDialog.h"
 
 #include "viewer/NewPatientDialog.h"
+#include "viewer/SearchableTable.h"
 
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
@@ -44,50 +44,32 @@ PatientsDialog::PatientsDialog(TreatmentStore &store, QWidget *parent)
     : QDialog(parent),
       store_(store),
       model_(new QStandardItemModel(this)),
-      filtered_(new QSortFilterProxyModel(this)),
-      search_(new QLineEdit),
-      table_(new QTableView)
+      list_(new SearchableTable(*model_, tr("Patients"), tr("Search the patients")))
 {
     setWindowTitle(tr("Patients"));
-    filtered_->setSourceModel(model_);
-    filtered_->setFilterKeyColumn(-1); // all of them
-    filtered_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    filtered_->setSortRole(sortRole);
-    filtered_->setSortLocaleAware(true);
-    search_->setPlaceholderText(tr("Search"));
-    search_->setAccessibleName(tr("Search the patients"));
-    search_->setClearButtonEnabled(true);
-    table_->setModel(filtered_);
-    table_->setAccessibleName(tr("Patients"));
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setAlternatingRowColors(true);
-    table_->setSortingEnabled(true);
-    table_->setTabKeyNavigation(false);
-    table_->verticalHeader()->hide();
-    table_->horizontalHeader()->setStretchLastSection(true);
+    list_->rows().setSortRole(sortRole);
+    list_->rows().setSortLocaleAware(true);
+    list_->table().setSelectionMode(QAbstractItemView::SingleSelection);
+    list_->table().setSortingEnabled(true);
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     open_ = buttons->addButton(tr("&Open"), QDialogButtonBox::AcceptRole);
     auto *newPatient = buttons->addButton(tr("&New Patient…"), QDialogButtonBox::ActionRole);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(search_);
-    layout->addWidget(table_);
+    layout->addWidget(list_);
     layout->addWidget(buttons);
-    connect(search_, &QLineEdit::textChanged, this, [this](const QString &text) {
-        filtered_->setFilterFixedString(text);
-        table_->selectRow(0); // Return opens the first one that fits
-    });
+    // Return opens the first one that fits.
+    connect(&list_->search(), &QLineEdit::textChanged, this,
+            [this] { list_->table().selectRow(0); });
     connect(newPatient, &QPushButton::clicked, this, &PatientsDialog::addPatient);
     connect(buttons, &QDialogButtonBox::accepted, this, &PatientsDialog::acceptChosen);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(table_, &QTableView::doubleClicked, this, &PatientsDialog::acceptChosen);
-    connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+    connect(&list_->table(), &QTableView::doubleClicked, this, &PatientsDialog::acceptChosen);
+    connect(list_->table().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { open_->setEnabled(chosen().has_value()); });
     fill();
     resize(640, 420);
-    search_->setFocus();
+    list_->setFocus();
 }
 
 void PatientsDialog::fill()
@@ -97,8 +79,8 @@ void PatientsDialog::fill()
         {tr("Name"), tr("Number"), tr("Born"), tr("Notes"), tr("Last note")});
     const auto all = store_.allTreatments();
     if (!all) {
-        search_->setEnabled(false);
-        search_->setPlaceholderText(all.sentence());
+        list_->search().setEnabled(false);
+        list_->search().setPlaceholderText(all.sentence());
     } else {
         for (const TreatmentSummary &summary : all.value()) {
             const PatientRecord &patient = summary.patient.patient;
@@ -110,15 +92,15 @@ void PatientsDialog::fill()
                                notes, dateItem(summary.lastNoteDate)});
         }
     }
-    table_->sortByColumn(0, Qt::AscendingOrder);
-    table_->resizeColumnsToContents();
-    table_->selectRow(0);
+    list_->table().sortByColumn(0, Qt::AscendingOrder);
+    list_->table().resizeColumnsToContents();
+    list_->table().selectRow(0);
     open_->setEnabled(chosen().has_value());
 }
 
 std::optional<qint64> PatientsDialog::chosen() const
 {
-    const QModelIndexList rows = table_->selectionModel()->selectedRows();
+    const QModelIndexList rows = list_->table().selectionModel()->selectedRows();
     if (rows.isEmpty()) return std::nullopt;
     return rows.front().data(treatmentRole).toLongLong();
 }

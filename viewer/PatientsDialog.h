@@ -6,13 +6,12 @@
 
 #include <optional>
 
-class QLineEdit;
 class QPushButton;
-class QSortFilterProxyModel;
 class QStandardItemModel;
-class QTableView;
 
 namespace viewer {
+
+class SearchableTable;
 
 /// The treatments of a database as a list that can be searched: one is chosen, or a new patient is
 /// taken in.
@@ -36,9 +35,7 @@ private:
     TreatmentStore &store_;
     std::optional<qint64> treatment_;
     QStandardItemModel *model_;
-    QSortFilterProxyModel *filtered_;
-    QLineEdit *search_;
-    QTableView *table_;
+    SearchableTable *list_;
     QPushButton *open_;
 };
 

@@ -444,10 +444,6 @@
         <translation>Nachher</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
         <source>Search the changes</source>
         <translation>Änderungen durchsuchen</translation>
     </message>
@@ -590,10 +586,6 @@
         <translation>Wirkung</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
         <source>Search the keys</source>
         <translation>Tasten durchsuchen</translation>
     </message>
@@ -670,10 +662,6 @@
         <translation>Patienten</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
         <source>Search the patients</source>
         <translation>Patienten durchsuchen</translation>
     </message>
@@ -704,6 +692,13 @@
     <message>
         <source>Last note</source>
         <translation>Letzter Befund</translation>
+    </message>
+</context>
+<context>
+    <name>viewer::SearchableTable</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
     </message>
 </context>
 <context>

@@ -444,10 +444,6 @@
         <translation>Después</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Buscar</translation>
-    </message>
-    <message>
         <source>Search the changes</source>
         <translation>Buscar en los cambios</translation>
     </message>
@@ -590,10 +586,6 @@
         <translation>Qué hace</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Buscar</translation>
-    </message>
-    <message>
         <source>Search the keys</source>
         <translation>Buscar en las teclas</translation>
     </message>
@@ -670,10 +662,6 @@
         <translation>Pacientes</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Buscar</translation>
-    </message>
-    <message>
         <source>Search the patients</source>
         <translation>Buscar pacientes</translation>
     </message>
@@ -704,6 +692,13 @@
     <message>
         <source>Last note</source>
         <translation>Última nota</translation>
+    </message>
+</context>
+<context>
+    <name>viewer::SearchableTable</name>
+    <message>
+        <source>Search</source>
+        <translation>Buscar</translation>
     </message>
 </context>
 <context>

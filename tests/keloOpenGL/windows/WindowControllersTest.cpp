@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
@@ -461,9 +462,12 @@ TEST_F(OptionPanels, aPanelThatHasClosedNoLongerReacts)
 
 TEST_F(OptionPanels, aPanelThatIsGoneIsNotTold)
 {
-    shownPanel().reset();
-    closeAll();
-    SUCCEED();
+    auto panel = shownPanel();
+    const QPointer<QWidget> window = panel->window();
+    panel.reset();
+    EXPECT_TRUE(window.isNull());
+    closeAll(); // would reach a window that is no more
+    EXPECT_TRUE(window.isNull());
 }
 
 TEST_F(OptionPanels, anotherWindowsClosingLeavesThePanelListening)
