@@ -21,7 +21,11 @@ enum class MenuItemState { Off, On, Mixed };
 /// One row of a menu, as data.
 struct KELO_EXPORT MenuItem
 {
+    /// What scripts and hosts know the row by.
     std::string title;
+    /// What the menu shows in the title's place, such as the title in the user's language; empty
+    /// to show the title. Who changes the title of a row that has one changes or clears this too.
+    std::string shownTitle;
     /// The action's selector, such as "placeToothSelected:"; empty for a row without action.
     std::string actionName;
     std::function<void(MenuItem &)> action;

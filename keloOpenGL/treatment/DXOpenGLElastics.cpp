@@ -5,9 +5,12 @@
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "keloOpenGL/treatment/ElasticPlacement.h"
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/Alert.h"
+
+#include <QtGlobal>
 
 #include <algorithm>
 #include <any>
@@ -218,10 +221,12 @@ void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
     };
     if (std::any_of(members.begin(), members.end(), toothIsHidden)) {
         AlertPresenter::runModal(
-            {"Cannot Place Named Elastic",
-             "The Elastic Configuration named '" + configuration->typeLabel +
-                 "' cannot be placed because 1 or more required teeth for Bracket/Button "
-                 "placement are missing.",
+            {translated(QT_TRANSLATE_NOOP("DXOpenGL", "Cannot Place Named Elastic")),
+             filled(translated(QT_TRANSLATE_NOOP(
+                        "DXOpenGL", "The Elastic Configuration named '%@' cannot be placed because "
+                                    "1 or more required teeth for Bracket/Button placement are "
+                                    "missing.")),
+                    configuration->typeLabel),
              "OK"});
         return;
     }

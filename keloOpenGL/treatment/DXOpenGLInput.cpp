@@ -2,9 +2,9 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "keloOpenGL/treatment/WorldTurn.h"
 
-#include <QCoreApplication>
 #include <QCursor>
 
 #include <algorithm>
@@ -90,14 +90,14 @@ Point DXOpenGL::toolPointForEvent(const Event &event) const
 
 std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
 {
-    const auto translated = [](const char *text) {
-        return QCoreApplication::translate("DXOpenGL", text).toStdString();
-    };
     const Point point = toolPointForPoint(pointInView);
-    if (printButtonRect().contains(point)) return translated("Print");
+    if (printButtonRect().contains(point))
+        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Print"));
     if (!showsEditingTools()) return {};
-    if (elasticsToolRect().contains(point)) return translated("String elastics");
-    if (bracketColorToolRect().contains(point)) return translated("Place and colour brackets");
+    if (elasticsToolRect().contains(point))
+        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "String elastics"));
+    if (bracketColorToolRect().contains(point))
+        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Place and colour brackets"));
     return {};
 }
 

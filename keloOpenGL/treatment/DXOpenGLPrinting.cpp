@@ -6,6 +6,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/Alert.h"
@@ -36,9 +37,9 @@ constexpr int largestPrintScale = 4;
 /// The printed arches are drawn at twice the zoom of the screen.
 constexpr double printedZoom = 2.0;
 
-constexpr const char *notSupported = "Printing Not Supported";
-constexpr const char *requirements =
-    "This computer does not meet the minimum system requirements for printing.";
+constexpr const char *notSupported = QT_TRANSLATE_NOOP("DXOpenGL", "Printing Not Supported");
+constexpr const char *requirements = QT_TRANSLATE_NOOP(
+    "DXOpenGL", "This computer does not meet the minimum system requirements for printing.");
 
 /// The off-screen framebuffer of one request. Its depth buffer is left allocated when it goes, as
 /// the design has it; the context takes it along in the end.
@@ -117,7 +118,7 @@ std::string framebufferMessage(unsigned status)
 {
     char number[32];
     std::snprintf(number, sizeof number, " (Error 0x%X)", status);
-    return std::string(requirements) + number;
+    return translated(requirements) + number;
 }
 
 /// A bitmap image that borrows the block, whose rows are packed without padding.
@@ -226,7 +227,7 @@ void DXOpenGL::submitPrintRequest()
     };
     if (!canPrint() || !makeCurrentContextIfNeeded()) return;
     if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) {
-        AlertPresenter::runModal({notSupported, requirements, "OK"});
+        AlertPresenter::runModal({translated(notSupported), translated(requirements), "OK"});
         return;
     }
 
@@ -242,7 +243,7 @@ void DXOpenGL::submitPrintRequest()
     if (status != GL_FRAMEBUFFER_COMPLETE_EXT) {
         // Only now that the target is gone: the view is drawn and shown under the box, and may be
         // closed while it is open.
-        AlertPresenter::runModal({notSupported, framebufferMessage(status), "OK"});
+        AlertPresenter::runModal({translated(notSupported), framebufferMessage(status), "OK"});
         return;
     }
 

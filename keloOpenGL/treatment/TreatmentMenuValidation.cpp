@@ -3,8 +3,11 @@
 #include "keloOpenGL/treatment/TreatmentMenus.h"
 
 #include "document/ElasticModel.h"
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
+
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>
@@ -111,8 +114,12 @@ bool TreatmentMenus::validateBracketItem(MenuItem &item, const MenuContext &cont
     if (action == "doNothing:") {
         if (item.tag != 1 && item.tag != -4) return item.tag == -3;
         const bool isForAll = item.tag == 1;
-        item.title = std::string(bracketIsHidden ? "Place" : "Mark") +
-                     (isForAll ? " All Brackets" : " Bracket");
+        if (bracketIsHidden)
+            setTitle(item, isForAll ? QT_TRANSLATE_NOOP("DXOpenGL", "Place All Brackets")
+                                    : QT_TRANSLATE_NOOP("DXOpenGL", "Place Bracket"));
+        else
+            setTitle(item, isForAll ? QT_TRANSLATE_NOOP("DXOpenGL", "Mark All Brackets")
+                                    : QT_TRANSLATE_NOOP("DXOpenGL", "Mark Bracket"));
         if (bracketIsHidden)
             item.image = isForAll ? images_.placeAll() : images_.add();
         else
@@ -147,27 +154,29 @@ bool TreatmentMenus::validateElasticItem(MenuItem &item, const MenuContext &cont
     if (action == "doNothing:") {
         if (item.tag == 1) {
             item.image = images_.doubleColor(Color::whiteColor());
-            item.title = "Mark All Elastics";
+            setTitle(item, QT_TRANSLATE_NOOP("DXOpenGL", "Mark All Elastics"));
             return true;
         }
         if (item.tag == -2) {
             item.image = images_.color(Color::whiteColor());
-            item.title = "Mark Elastic";
+            setTitle(item, QT_TRANSLATE_NOOP("DXOpenGL", "Mark Elastic"));
             return false;
         }
         if (item.tag != -4) return item.tag == -3;
         if (item.title == "Place Named Elastic...") return false;
         item.image = images_.add();
-        item.title = "Start New Elastic";
+        setTitle(item, QT_TRANSLATE_NOOP("DXOpenGL", "Start New Elastic"));
         return true;
     }
     if (action == "nameSelectedElasticsModel:") {
         if (!elastic) return false;
         const auto &configuration = elastic->elasticsConfigType();
         namingAction = configuration ? 1 : 0;
-        item.title = (configuration ? "Rename \"" + configuration->typeLabel + "\""
-                                    : std::string("Name This")) +
-                     " Elastic...";
+        if (configuration)
+            setTitle(item, QT_TRANSLATE_NOOP("DXOpenGL", "Rename \"%@\" Elastic..."),
+                     configuration->typeLabel);
+        else
+            setTitle(item, QT_TRANSLATE_NOOP("DXOpenGL", "Name This Elastic..."));
         return true;
     }
     if (action == "placeSelectedElasticsConfigType:") {

@@ -5,7 +5,10 @@
 #include "document/ElasticModel.h"
 #include "keloModel/QKModel.h"
 #include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
+
+#include <QtGlobal>
 
 #include <algorithm>
 #include <utility>
@@ -18,13 +21,6 @@ const std::string elasticsSizeEntity = "ElasticsSizeType";
 const std::string elasticsConfigEntity = "ElasticsConfigType";
 
 constexpr int rowIndentation = 2;
-
-std::string filled(const std::string &format, const std::string &value)
-{
-    const std::size_t mark = format.find("%@");
-    if (mark == std::string::npos) return format;
-    return format.substr(0, mark) + value + format.substr(mark + 2);
-}
 
 Color colorOf(const std::optional<std::array<double, 4>> &components)
 {
@@ -78,6 +74,15 @@ std::shared_ptr<MenuItem> TreatmentMenus::addItem(Menu &menu, const std::string 
     return item;
 }
 
+std::shared_ptr<MenuItem> TreatmentMenus::addTextItem(Menu &menu, const char *text,
+                                                      const std::string &actionName, long tag,
+                                                      const Target &target) const
+{
+    const auto item = addItem(menu, {}, actionName, tag, target);
+    setTitle(*item, text);
+    return item;
+}
+
 void TreatmentMenus::
     colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
         Menu &menu, MenuItem *parentItem, CatalogueRows types, std::optional<long> selectedTypeID,
@@ -124,7 +129,8 @@ void TreatmentMenus::
         const std::string &) const
 {
     QKModel::defaultModel().existingEntityNamed(entityName);
-    const auto header = addItem(menu, "Place Named Elastic...", "doNothing:", 0, target);
+    const auto header = addTextItem(menu, QT_TRANSLATE_NOOP("DXOpenGL", "Place Named Elastic..."),
+                                    "doNothing:", 0, target);
     if (entityName != elasticsConfigEntity) return;
     bool isEmpty = true;
     for (const auto &configuration : configTypes) {
@@ -145,11 +151,11 @@ void TreatmentMenus::
     menu.addItem(MenuItem::separatorItem());
 }
 
-void TreatmentMenus::addRemoval(Menu &menu, const std::string &title, const std::string &actionName,
-                                const std::string &allTitle, const std::string &allActionName) const
+void TreatmentMenus::addRemoval(Menu &menu, const char *text, const std::string &actionName,
+                                const char *textForAll, const std::string &actionNameForAll) const
 {
-    addItem(menu, title, actionName, -1, target_)->image = images_.remove();
-    addItem(menu, allTitle, allActionName, 4, target_)->image = images_.doubleRemove();
+    addTextItem(menu, text, actionName, -1, target_)->image = images_.remove();
+    addTextItem(menu, textForAll, actionNameForAll, 4, target_)->image = images_.doubleRemove();
 }
 
 std::shared_ptr<Menu> TreatmentMenus::bracketMenu(const MenuContext &context) const
@@ -166,20 +172,27 @@ std::shared_ptr<Menu> TreatmentMenus::bracketMenu(const MenuContext &context) co
         "%@", target_, bracketIsHidden ? "placeBracketSelected:" : "bracketColorMenuItemSelected:",
         bracketIsHidden ? "placeAllBracketsSelected:" : "markAllBracketsSelected:");
 
-    const auto addPlacing = [&](bool places, const std::string &format,
-                                const std::string &placeAction, const std::string &removeAction) {
+    const auto addPlacing = [&](const char *text, const std::string &action) {
         menu->addItem(MenuItem::separatorItem());
-        addItem(*menu, filled(format, places ? "Place" : "Remove"),
-                places ? placeAction : removeAction, -1, target_)
-            ->image = places ? images_.add() : images_.remove();
+        addTextItem(*menu, text, action, -1, target_)->image = images_.add();
     };
-    addPlacing(isHidden(document.buttonModels(), TreatmentNote::buttonNameForToothName(tooth)),
-               "%@ Lingual Button", "placeButtonSelected:", "removeButtonSelected:");
+    const auto addRemoving = [&](const char *text, const std::string &action) {
+        menu->addItem(MenuItem::separatorItem());
+        addTextItem(*menu, text, action, -1, target_)->image = images_.remove();
+    };
+    if (isHidden(document.buttonModels(), TreatmentNote::buttonNameForToothName(tooth)))
+        addPlacing(QT_TRANSLATE_NOOP("DXOpenGL", "Place Lingual Button"), "placeButtonSelected:");
+    else
+        addRemoving(QT_TRANSLATE_NOOP("DXOpenGL", "Remove Lingual Button"),
+                    "removeButtonSelected:");
     const auto toothModel = document.toothModels().find(tooth);
-    addPlacing(toothModel != document.toothModels().end() && toothModel->second->hiddenPrimary(),
-               "%@ Tooth", "placeToothSelected:", "removeToothSelected:");
+    if (toothModel != document.toothModels().end() && toothModel->second->hiddenPrimary())
+        addPlacing(QT_TRANSLATE_NOOP("DXOpenGL", "Place Tooth"), "placeToothSelected:");
+    else
+        addRemoving(QT_TRANSLATE_NOOP("DXOpenGL", "Remove Tooth"), "removeToothSelected:");
     menu->addItem(MenuItem::separatorItem());
-    addRemoval(*menu, "Remove Bracket", "removeBracketSelected:", "Remove All Brackets",
+    addRemoval(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Remove Bracket"),
+               "removeBracketSelected:", QT_TRANSLATE_NOOP("DXOpenGL", "Remove All Brackets"),
                "removeAllBracketsSelected:");
     return menu;
 }
@@ -198,8 +211,9 @@ std::shared_ptr<Menu> TreatmentMenus::elasticMenu(const MenuContext &context) co
             "updateElasticColorMenuItemSelected:", "markAllElasticsSelected:");
         addSeparator();
         addSeparator();
-        addItem(*menu, "Name This Elastic...", "nameSelectedElasticsModel:", -1, target_)->image =
-            images_.pencil();
+        addTextItem(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Name This Elastic..."),
+                    "nameSelectedElasticsModel:", -1, target_)
+            ->image = images_.pencil();
         addSeparator();
     } else {
         const auto header =
@@ -217,7 +231,8 @@ std::shared_ptr<Menu> TreatmentMenus::elasticMenu(const MenuContext &context) co
                 "placeSelectedElasticsConfigType:", "");
         }
     }
-    addRemoval(*menu, "Remove Elastic", "removeElasticSelected:", "Remove All Elastics",
+    addRemoval(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Remove Elastic"),
+               "removeElasticSelected:", QT_TRANSLATE_NOOP("DXOpenGL", "Remove All Elastics"),
                "removeAllElasticsSelected:");
     return menu;
 }

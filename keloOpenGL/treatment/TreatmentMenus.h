@@ -46,7 +46,8 @@ struct MenuContext
 };
 
 /// The two context menus of the treatment view as data, and the rules by which their rows are
-/// enabled and titled each time they open.
+/// enabled and titled each time they open. Titles are English; the shown titles of rows that no
+/// catalogue names are in the user's language.
 ///
 /// Tags say what a row is: -1 acts on one thing; 4 acts on all brackets or elastics; 1 holds the
 /// submenu of the rows that act on all; -4 and -2 are headers, -2 that of an existing elastic; -3
@@ -96,8 +97,12 @@ private:
     std::shared_ptr<MenuItem> addItem(Menu &menu, const std::string &title,
                                       const std::string &actionName, long tag,
                                       const Target &target) const;
-    void addRemoval(Menu &menu, const std::string &title, const std::string &actionName,
-                    const std::string &allTitle, const std::string &allActionName) const;
+    /// The text is one of the view's own, marked for translation.
+    std::shared_ptr<MenuItem> addTextItem(Menu &menu, const char *text,
+                                          const std::string &actionName, long tag,
+                                          const Target &target) const;
+    void addRemoval(Menu &menu, const char *text, const std::string &actionName,
+                    const char *textForAll, const std::string &actionNameForAll) const;
     bool validateBracketItem(MenuItem &item, const MenuContext &context) const;
     bool validateElasticItem(MenuItem &item, const MenuContext &context, int &namingAction) const;
 

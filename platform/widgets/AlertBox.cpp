@@ -16,7 +16,9 @@ void runModalAlertBox(const Alert &alert)
     box->setTextFormat(Qt::PlainText);
     box->setText(QString::fromStdString(alert.messageText));
     box->setInformativeText(QString::fromStdString(alert.informativeText));
-    box->addButton(QString::fromStdString(alert.buttonTitle), QMessageBox::AcceptRole);
+    // The context of the desktop's own buttons: "OK" is in the user's language.
+    box->addButton(QCoreApplication::translate("QPlatformTheme", alert.buttonTitle.c_str()),
+                   QMessageBox::AcceptRole);
     box->exec();
     delete box;
 }

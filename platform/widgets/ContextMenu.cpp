@@ -24,7 +24,7 @@ namespace {
 QString nativeTitle(const MenuItem &item)
 {
     constexpr char16_t emSpace = 0x2003;
-    QString title = QString::fromStdString(item.title);
+    QString title = QString::fromStdString(item.shownTitle.empty() ? item.title : item.shownTitle);
     // A single ampersand would underline the next letter.
     title.replace(QLatin1Char('&'), QLatin1String("&&"));
     return QString(2 * std::max(item.indentationLevel, 0), QChar(emSpace)) + title;

@@ -3,6 +3,7 @@
 #include "platform/VirtualRunLoop.h"
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/LogGuard.h"
+#include "tests/support/ShoutingTranslator.h"
 
 #include <gtest/gtest.h>
 
@@ -77,8 +78,9 @@ TEST_F(AlertTest, whereNobodyCanAnswerTheAlertIsOneLineOfStandardError)
         EXPECT_EQ(standardErrorOf([&] { AlertPresenter::runModal(row.alert); }), row.line);
 }
 
-TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsButton)
+TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsTranslatedButton)
 {
+    const test::ShoutingTranslator desktop("QPlatformTheme");
     auto previous = RunLoop::setMain(nullptr);
     QString text;
     QString informativeText;
@@ -100,6 +102,6 @@ TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsButton)
     EXPECT_EQ(text, QStringLiteral("<b>Müller</b>"));
     EXPECT_EQ(informativeText, QStringLiteral("Try again."));
     EXPECT_EQ(format, Qt::PlainText);
-    EXPECT_EQ(button, QStringLiteral("Close"));
+    EXPECT_EQ(button, QStringLiteral("CLOSE")) << "as the desktop's own buttons say it";
     RunLoop::setMain(std::move(previous));
 }

@@ -266,6 +266,15 @@ TEST_F(ContextMenuTest, anIndentedRowStartsWithTwoEmSpacesALevel)
     EXPECT_EQ(native.actions().front()->text().toStdU16String(), u"\u2003\u2003\u2003\u2003Red");
 }
 
+TEST_F(ContextMenuTest, aShownTitleIsShownInTheTitlesPlace)
+{
+    addRow("Remove Tooth")->shownTitle = "Zahn entfernen";
+    QMenu native;
+    fillNativeMenu(native, *menu);
+    EXPECT_EQ(native.actions().front()->text(), QStringLiteral("Zahn entfernen"));
+    EXPECT_EQ(itemOfAction(native.actions().front())->title, "Remove Tooth");
+}
+
 TEST_F(ContextMenuTest, anAmpersandInATitleIsShownAsItIs)
 {
     addRow("Light & Heavy");

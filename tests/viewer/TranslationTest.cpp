@@ -60,7 +60,7 @@ QList<Text> textsOf(const QString &path)
 
 QStringList placesIn(const QString &text)
 {
-    static const QRegularExpression place(QStringLiteral("%[0-9n]"));
+    static const QRegularExpression place(QStringLiteral("%[0-9n@]"));
     QStringList places;
     for (auto found = place.globalMatch(text); found.hasNext();)
         places << found.next().captured();
@@ -87,6 +87,8 @@ TEST_F(Translations, germanAndSpanishAreThere)
 {
     installTranslations(QLocale(QLocale::German, QLocale::Austria));
     EXPECT_EQ(titleOfStandardView(StandardView::UpperOcclusal), "Oberkiefer okklusal");
+    EXPECT_EQ(QCoreApplication::translate("DXOpenGL", "Remove Tooth"), "Zahn entfernen")
+        << "the view's menus too";
     for (auto *translator : QCoreApplication::instance()->findChildren<QTranslator *>())
         delete translator;
     installTranslations(QLocale(QLocale::Spanish, QLocale::Mexico));

@@ -200,6 +200,109 @@
     </message>
 </context>
 <context>
+    <name>DXOpenGL</name>
+    <message>
+        <source>Cannot Place Named Elastic</source>
+        <translation>Der benannte Gummizug kann nicht eingehängt werden</translation>
+    </message>
+    <message>
+        <source>The Elastic Configuration named &apos;%@&apos; cannot be placed because 1 or more required teeth for Bracket/Button placement are missing.</source>
+        <translation>Der Gummizug „%@“ kann nicht eingehängt werden, weil mindestens ein Zahn fehlt, der dafür ein Bracket oder Lingualknöpfchen tragen müsste.</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>String elastics</source>
+        <translation>Gummizüge einhängen</translation>
+    </message>
+    <message>
+        <source>Place and colour brackets</source>
+        <translation>Brackets setzen und färben</translation>
+    </message>
+    <message>
+        <source>Printing Not Supported</source>
+        <translation>Drucken wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>This computer does not meet the minimum system requirements for printing.</source>
+        <translation>Dieser Computer erfüllt die Mindestanforderungen zum Drucken nicht.</translation>
+    </message>
+    <message>
+        <source>Place Named Elastic...</source>
+        <translation>Benannten Gummizug einhängen …</translation>
+    </message>
+    <message>
+        <source>Place Lingual Button</source>
+        <translation>Lingualknöpfchen setzen</translation>
+    </message>
+    <message>
+        <source>Remove Lingual Button</source>
+        <translation>Lingualknöpfchen entfernen</translation>
+    </message>
+    <message>
+        <source>Place Tooth</source>
+        <translation>Zahn einsetzen</translation>
+    </message>
+    <message>
+        <source>Remove Tooth</source>
+        <translation>Zahn entfernen</translation>
+    </message>
+    <message>
+        <source>Remove Bracket</source>
+        <translation>Bracket entfernen</translation>
+    </message>
+    <message>
+        <source>Remove All Brackets</source>
+        <translation>Alle Brackets entfernen</translation>
+    </message>
+    <message>
+        <source>Name This Elastic...</source>
+        <translation>Diesen Gummizug benennen …</translation>
+    </message>
+    <message>
+        <source>Remove Elastic</source>
+        <translation>Gummizug entfernen</translation>
+    </message>
+    <message>
+        <source>Remove All Elastics</source>
+        <translation>Alle Gummizüge entfernen</translation>
+    </message>
+    <message>
+        <source>Place All Brackets</source>
+        <translation>Alle Brackets setzen</translation>
+    </message>
+    <message>
+        <source>Place Bracket</source>
+        <translation>Bracket setzen</translation>
+    </message>
+    <message>
+        <source>Mark All Brackets</source>
+        <translation>Alle Brackets färben</translation>
+    </message>
+    <message>
+        <source>Mark Bracket</source>
+        <translation>Bracket färben</translation>
+    </message>
+    <message>
+        <source>Mark All Elastics</source>
+        <translation>Größe aller Gummizüge</translation>
+    </message>
+    <message>
+        <source>Mark Elastic</source>
+        <translation>Größe des Gummizugs</translation>
+    </message>
+    <message>
+        <source>Start New Elastic</source>
+        <translation>Neuen Gummizug beginnen</translation>
+    </message>
+    <message>
+        <source>Rename &quot;%@&quot; Elastic...</source>
+        <translation>Gummizug „%@“ umbenennen …</translation>
+    </message>
+</context>
+<context>
     <name>ElasticName</name>
     <message>
         <source>Name Elastic</source>

@@ -200,6 +200,109 @@
     </message>
 </context>
 <context>
+    <name>DXOpenGL</name>
+    <message>
+        <source>Cannot Place Named Elastic</source>
+        <translation>No se puede colocar el elástico con nombre</translation>
+    </message>
+    <message>
+        <source>The Elastic Configuration named &apos;%@&apos; cannot be placed because 1 or more required teeth for Bracket/Button placement are missing.</source>
+        <translation>El elástico «%@» no se puede colocar porque falta al menos un diente que debería llevar un bracket o un botón lingual para él.</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Imprimir</translation>
+    </message>
+    <message>
+        <source>String elastics</source>
+        <translation>Colocar elásticos</translation>
+    </message>
+    <message>
+        <source>Place and colour brackets</source>
+        <translation>Colocar y colorear brackets</translation>
+    </message>
+    <message>
+        <source>Printing Not Supported</source>
+        <translation>No se puede imprimir</translation>
+    </message>
+    <message>
+        <source>This computer does not meet the minimum system requirements for printing.</source>
+        <translation>Este equipo no cumple los requisitos mínimos para imprimir.</translation>
+    </message>
+    <message>
+        <source>Place Named Elastic...</source>
+        <translation>Colocar elástico con nombre…</translation>
+    </message>
+    <message>
+        <source>Place Lingual Button</source>
+        <translation>Colocar botón lingual</translation>
+    </message>
+    <message>
+        <source>Remove Lingual Button</source>
+        <translation>Quitar botón lingual</translation>
+    </message>
+    <message>
+        <source>Place Tooth</source>
+        <translation>Colocar diente</translation>
+    </message>
+    <message>
+        <source>Remove Tooth</source>
+        <translation>Quitar diente</translation>
+    </message>
+    <message>
+        <source>Remove Bracket</source>
+        <translation>Quitar bracket</translation>
+    </message>
+    <message>
+        <source>Remove All Brackets</source>
+        <translation>Quitar todos los brackets</translation>
+    </message>
+    <message>
+        <source>Name This Elastic...</source>
+        <translation>Nombrar este elástico…</translation>
+    </message>
+    <message>
+        <source>Remove Elastic</source>
+        <translation>Quitar elástico</translation>
+    </message>
+    <message>
+        <source>Remove All Elastics</source>
+        <translation>Quitar todos los elásticos</translation>
+    </message>
+    <message>
+        <source>Place All Brackets</source>
+        <translation>Colocar todos los brackets</translation>
+    </message>
+    <message>
+        <source>Place Bracket</source>
+        <translation>Colocar bracket</translation>
+    </message>
+    <message>
+        <source>Mark All Brackets</source>
+        <translation>Colorear todos los brackets</translation>
+    </message>
+    <message>
+        <source>Mark Bracket</source>
+        <translation>Colorear bracket</translation>
+    </message>
+    <message>
+        <source>Mark All Elastics</source>
+        <translation>Tamaño de todos los elásticos</translation>
+    </message>
+    <message>
+        <source>Mark Elastic</source>
+        <translation>Tamaño del elástico</translation>
+    </message>
+    <message>
+        <source>Start New Elastic</source>
+        <translation>Empezar un elástico nuevo</translation>
+    </message>
+    <message>
+        <source>Rename &quot;%@&quot; Elastic...</source>
+        <translation>Cambiar el nombre del elástico «%@»…</translation>
+    </message>
+</context>
+<context>
     <name>ElasticName</name>
     <message>
         <source>Name Elastic</source>

@@ -1,6 +1,7 @@
 // The context menus row by row: titles, order, tags, actions, images, check marks.
 
 #include "tests/keloOpenGL/treatment/MenuFixture.h"
+#include "tests/support/ShoutingTranslator.h"
 
 #include "keloModel/QKModel.h"
 
@@ -241,6 +242,40 @@ TEST_F(TreatmentMenusTest, anElasticIndexBeyondTheListIsNoElastic)
     context.elasticIndex = 1;
     EXPECT_EQ(menus.elasticMenu(context)->items()[0]->title, "Place/Mark ElasticsSizeType");
     EXPECT_EQ(menus.elasticMenu(context)->items()[0]->tag, -4);
+}
+
+TEST_F(TreatmentMenusTest, fixedTitlesStayEnglishAndAreShownInTheUsersLanguage)
+{
+    const ShoutingTranslator language("DXOpenGL");
+    const auto menu = menus.bracketMenu(context);
+    int naming = 0;
+    for (const auto &item : menu->items())
+        menus.validate(*item, context, naming);
+    std::vector<std::string> titles;
+    for (const auto &item : menu->items())
+        if (!item->separator) titles.push_back(item->title + "|" + item->shownTitle);
+    EXPECT_EQ(titles, (std::vector<std::string>{
+                          "Mark All Brackets|MARK ALL BRACKETS", "Mark Bracket|MARK BRACKET",
+                          "Blue|", "Green|", "Red|", "Remove Lingual Button|REMOVE LINGUAL BUTTON",
+                          "Remove Tooth|REMOVE TOOTH", "Remove Bracket|REMOVE BRACKET",
+                          "Remove All Brackets|REMOVE ALL BRACKETS"}));
+}
+
+TEST_F(TreatmentMenusTest, theNameOfAConfigurationStaysAsItIsInTheUsersLanguage)
+{
+    const ShoutingTranslator language("DXOpenGL");
+    placeElastic(classTwo, 2);
+    context.elasticIndex = 0;
+    const auto menu = menus.elasticMenu(context);
+    int naming = 0;
+    std::vector<std::string> titles;
+    for (const auto &item : menu->items()) {
+        menus.validate(*item, context, naming);
+        if (item->actionName == "nameSelectedElasticsModel:")
+            titles = {item->title, item->shownTitle};
+    }
+    EXPECT_EQ(titles, (std::vector<std::string>{"Rename \"Class II\" Elastic...",
+                                                "RENAME \"Class II\" ELASTIC..."}));
 }
 
 TEST_F(TreatmentMenusTest, titlesAreTheFormatFilledWithTheLabel)
