@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProgressDialog>
 #include <QTimer>
 
@@ -71,7 +72,7 @@ TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
 void OpenTreatments::openOrTell(const CommandLine &commandLine, QWidget *over)
 {
     if (TreatmentDocument *const before = openedBefore(commandLine)) {
-        before->showWindows();
+        before->mainWindow()->bringToFront();
         return;
     }
     try {
@@ -126,8 +127,14 @@ StoreResult<std::shared_ptr<TreatmentStore>> OpenTreatments::store()
 
 bool OpenTreatments::closeAll()
 {
-    for (const auto &document : documents_) {
-        if (!document->isClosed() && !document->mainWindow()->close()) return false;
+    // Documents that have closed are forgotten while a window's question waits for its answer.
+    std::vector<QPointer<TreatmentDocument>> open;
+    for (const auto &document : documents_)
+        open.emplace_back(document.get());
+    for (const auto &remaining : open) {
+        TreatmentDocument *const document = remaining.data();
+        if (!document || document->isClosed()) continue;
+        if (!document->mainWindow()->close()) return false;
     }
     return true;
 }

@@ -111,6 +111,14 @@ bool TreatmentWindow::close()
     return window_.close();
 }
 
+void TreatmentWindow::bringToFront()
+{
+    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+    window_.show();
+    window_.raise();
+    window_.activateWindow();
+}
+
 bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
 {
     switch (event->type()) {
@@ -311,16 +319,25 @@ void TreatmentWindow::stepDate(int steps)
 
 void TreatmentWindow::approve(bool isApproved)
 {
+    history_.noticeChanges();
     treatment_->setApproved(*view_, isApproved);
-    noteWasChosen();
+    history_.noticeChanges(); // an elastic that was being strung is placed
+    noteMayHaveClosed();
 }
 
 void TreatmentWindow::noteWasChosen()
 {
+    // Steps belong to the note that they were made in.
+    const bool isTodays = treatment_->session().date() == treatment_->today();
+    history_.watch(isTodays ? treatment_->document() : nullptr);
+    noteMayHaveClosed();
+}
+
+void TreatmentWindow::noteMayHaveClosed()
+{
     const auto &session = treatment_->session();
     mayEdit_ = session.date() == treatment_->today() && !session.approvedDate();
-    // Steps belong to the note that they were made in.
-    history_.watch(mayEdit_ ? treatment_->document() : nullptr);
+    history_.setOffersSteps(mayEdit_);
     dates_->setApproval(session.approvedDate());
     approved_->setChecked(session.approvedDate().has_value());
     if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))

@@ -53,6 +53,8 @@ public:
     void tellAboutOpening();
     /// As its user would; false when the window stays.
     bool close();
+    /// In front of all others, with the keyboard, and not as an icon.
+    void bringToFront();
 
 private:
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -98,6 +100,8 @@ private:
     void stepDate(int steps);
     void approve(bool isApproved);
     void noteWasChosen();
+    /// The note that is shown may be open for changes now, or no longer.
+    void noteMayHaveClosed();
     void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
     void showMaterials();
     void showToothChart();

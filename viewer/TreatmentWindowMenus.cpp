@@ -85,10 +85,10 @@ void TreatmentWindow::fillRecentFiles(QMenu &menu)
 void TreatmentWindow::makeEditMenu()
 {
     QMenu *edit = window_.menuBar()->addMenu(tr("&Edit"));
-    QAction *undo = history_.stack().createUndoAction(this, tr("&Undo"));
+    QAction *undo = history_.offered().createUndoAction(this, tr("&Undo"));
     undo->setShortcut(QKeySequence::Undo);
     edit->addAction(undo);
-    QAction *redo = history_.stack().createRedoAction(this, tr("&Redo"));
+    QAction *redo = history_.offered().createRedoAction(this, tr("&Redo"));
     redo->setShortcut(QKeySequence::Redo);
     edit->addAction(redo);
     edit->addSeparator();

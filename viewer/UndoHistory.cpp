@@ -33,6 +33,12 @@ private:
     DocumentState after_;
 };
 
+UndoHistory::UndoHistory()
+{
+    offered_.addStack(&stack_);
+    setOffersSteps(true);
+}
+
 void UndoHistory::watch(std::shared_ptr<kelo::DXDocumentModel> document)
 {
     stack_.clear();

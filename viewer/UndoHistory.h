@@ -3,6 +3,7 @@
 #include "viewer/DocumentState.h"
 #include "viewer/ToothNotation.h"
 
+#include <QUndoGroup>
 #include <QUndoStack>
 
 #include <memory>
@@ -16,6 +17,8 @@ namespace viewer {
 class UndoHistory
 {
 public:
+    UndoHistory();
+
     /// Begins anew with the document as it is now; null for none.
     void watch(std::shared_ptr<kelo::DXDocumentModel> document);
     /// What has changed since the last call becomes a step that can be undone.
@@ -23,8 +26,12 @@ public:
     /// Steps that are noticed from now on are named in this notation.
     void setNotation(ToothNotation notation) { notation_ = notation; }
 
-    /// For actions and menus. Its commands change the document through its own operations.
+    /// The steps. Their commands change the document through its own operations.
     QUndoStack &stack() { return stack_; }
+    /// For actions and menus: offers the steps, or nothing while they are kept back.
+    QUndoGroup &offered() { return offered_; }
+    /// Steps that are kept back are not lost. They are offered at first.
+    void setOffersSteps(bool offers) { offered_.setActiveStack(offers ? &stack_ : nullptr); }
 
 private:
     class Step;
@@ -33,6 +40,7 @@ private:
     DocumentState known_;
     ToothNotation notation_ = ToothNotation::Universal;
     QUndoStack stack_;
+    QUndoGroup offered_;
 };
 
 } // namespace viewer

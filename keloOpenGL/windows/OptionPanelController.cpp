@@ -63,7 +63,7 @@ void OptionPanelController::showWindow(QObject *sender)
     if (motherWindow_) {
         panel->setWindowTitle(motherWindow_->windowTitle());
         stayAbove(*panel, *motherWindow_);
-        panel->adjustSize();
+        if (!panel->testAttribute(Qt::WA_Resized)) panel->adjustSize(); // as showing it would
         const QSize size = panel->frameGeometry().size();
         const QScreen *screen = QGuiApplication::primaryScreen();
         const Point origin = optionPanelOrigin(

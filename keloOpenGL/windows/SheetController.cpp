@@ -22,12 +22,12 @@ void SheetController::startDialog(QObject *)
 
 void SheetController::doneDialog(QObject *)
 {
+    if (!isWindowLoaded()) return; // never begun
     QWidget *const sheet = window();
-    if (!sheet) return;
     // A field takes its text over when it loses the keyboard.
     if (QWidget *edited = sheet->focusWidget()) edited->clearFocus();
     sheet->hide();
-    sheet->windowHandle()->setTransientParent(nullptr);
+    if (QWindow *native = sheet->windowHandle()) native->setTransientParent(nullptr);
 }
 
 } // namespace kelo

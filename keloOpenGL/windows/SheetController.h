@@ -22,7 +22,7 @@ public:
 
     /// Begins the sheet and returns.
     void startDialog(QObject *sender = nullptr);
-    /// Takes over what is being edited in the sheet, and ends it.
+    /// Takes over what is being edited in the sheet, and ends it; nothing before startDialog.
     void doneDialog(QObject *sender = nullptr);
 
 private:

@@ -59,6 +59,7 @@ void SolidWindowController::awakeFromNib()
 void SolidWindowController::windowWillClose(QWidget *closing)
 {
     assertThat(closing == window(), "The window that closes is not the controller's");
+    disconnect(this, &WindowController::documentChanged, this, &SolidWindowController::bindView);
     forgetView();
     WindowControllerWithDocumentController::windowWillClose(closing);
 }

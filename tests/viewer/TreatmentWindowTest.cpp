@@ -189,6 +189,47 @@ TEST_F(TreatmentWindows, aTreatmentThatIsOpenIsNotOpenedTwice)
     EXPECT_EQ(Preferences::preferences().recentFiles(), QStringList(path));
 }
 
+TEST_F(TreatmentWindows, aTreatmentThatIsOpenedAgainComesToTheFrontWithoutItsClosedPanels)
+{
+    TreatmentDocument &document = open();
+    action(document, "Tooth Chart")->trigger();
+    action(document, "Close All Panels")->trigger();
+    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
+    windowOf(document).showMinimized();
+    all->openStored(document.treatment()->treatmentID(), nullptr);
+    EXPECT_TRUE(windowOf(document).isVisible());
+    EXPECT_FALSE(windowOf(document).isMinimized());
+    EXPECT_FALSE(panel->window()->isVisible());
+}
+
+TEST_F(TreatmentWindows, quittingClosesTheWindowsBehindOneThatAsks)
+{
+    open();
+    all->openFile(writeFile("changed.json"), nullptr);
+    all->openFile(writeFile("last.json"), nullptr);
+    ASSERT_EQ(all->documents().size(), 3u);
+    all->documents()[1]->treatment()->document()->toggleVisibilityOfBracket("8");
+    answerNextBox(QMessageBox::Save);
+    EXPECT_TRUE(all->closeAll());
+    EXPECT_EQ(said, "Save the changes to " + folder.filePath("changed.json") + "?");
+    waitForClosed();
+}
+
+TEST_F(TreatmentWindows, stepsAreKeptBackWhileTheNoteIsApproved)
+{
+    TreatmentDocument &document = open();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    action(document, "Approved")->trigger();
+    QAction *const undo = action(document, "Undo");
+    ASSERT_NE(undo, nullptr);
+    EXPECT_FALSE(undo->isEnabled());
+    action(document, "Approved")->trigger();
+    EXPECT_EQ(undo->text(), "&Undo Remove bracket from 8");
+    EXPECT_TRUE(undo->isEnabled());
+    undo->trigger();
+    EXPECT_TRUE(bracketIsPlaced(document, "8"));
+}
+
 TEST_F(TreatmentWindows, aFileThatCannotBeReadIsToldAndNothingOpens)
 {
     const TreatmentDocument &document = open();

@@ -261,6 +261,21 @@ TEST_F(Windows, aClosedMainWindowNoLongerHearsNotificationsNorFollowsTheDocument
     view->setZoomData(DXOpenGL::zoomDataWithXMin_xMax_yMin_yMax(-500.0, 500.0, -400.0, 400.0));
     NotificationCenter::defaultCenter().postNotificationName("zoomToFitNotification", view.get());
     EXPECT_EQ(view->zoomBox().xMin, -500.0);
+    DXDocument another;
+    controller.setDocument(&another);
+    EXPECT_EQ(view->documentModel(), document.model()) << "the last one stays";
+    controller.setDocument(&document);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(Windows, anOpenMainWindowFollowsTheControllersDocument)
+{
+    SolidWindowController &controller = mainWindow();
+    DXDocument another;
+    controller.setDocument(&another);
+    EXPECT_EQ(controller.view()->documentModel(), another.model());
+    controller.setDocument(&document);
+    EXPECT_EQ(controller.view()->documentModel(), document.model());
     EXPECT_NO_GL_ERROR();
 }
 
@@ -515,6 +530,17 @@ TEST_F(Windows, doneEndsTheEditing)
     sheet.doneDialog();
     EXPECT_NE(sheet.window()->focusWidget(), line);
     EXPECT_TRUE(hasEnded);
+}
+
+TEST_F(Windows, aSheetThatHasNotBegunIsDoneWithoutEffect)
+{
+    SheetController notLoaded("Nowhere");
+    notLoaded.doneDialog();
+    EXPECT_FALSE(notLoaded.isWindowLoaded());
+    SheetController notBegun;
+    notBegun.setWindow(std::make_unique<QWidget>());
+    notBegun.doneDialog();
+    EXPECT_FALSE(notBegun.window()->isVisible());
 }
 
 TEST_F(Windows, aSheetOutlivesItsMainWindow)
