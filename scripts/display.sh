@@ -8,12 +8,14 @@ display_processes=()
 start_display() {
     local folder number='' i
     folder=$(mktemp -d)
-    # The server itself takes the first free number and tells it once it answers.
+    # The server itself takes the first free number and tells it once it answers. The file is there
+    # before the server is: whoever looks first finds it empty.
+    : >"$folder/number"
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$folder/number" 2>"$folder/log" &
     display_processes+=($!)
     for ((i = 0; i < 200; i++)); do
-        number=$(cat "$folder/number")
-        [ -z "$number" ] || break
+        read -r number <"$folder/number" && break # fails until the line is whole
+        number=''
         kill -0 "${display_processes[0]}" 2>/dev/null || break
         sleep 0.05
     done
