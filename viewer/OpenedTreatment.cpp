@@ -59,6 +59,14 @@ QString ownDatabase()
     return folder.filePath(QStringLiteral("treatments.sqlite"));
 }
 
+/// What is stored beside a treatment that was read with a catalogue of its own; empty for the
+/// library's.
+QByteArray ownCatalogueIn(const TreatmentFile &file)
+{
+    const QByteArray text = kelo::catalogueAsJSON(file.catalogue);
+    return text == kelo::catalogueAsJSON(defaultCatalogue()) ? QByteArray() : text;
+}
+
 template<class Type>
 std::map<long, std::shared_ptr<Type>> byTypeID(const std::vector<std::shared_ptr<Type>> &records)
 {
@@ -87,7 +95,7 @@ QString databaseOf(const CommandLine &commandLine)
 qint64 importTreatment(TreatmentStore &store, const QString &file)
 {
     const TreatmentFile read = readTreatmentFile(file, defaultCatalogue());
-    const auto added = store.addTreatment(read.treatment);
+    const auto added = store.addTreatment(read.treatment, ownCatalogueIn(read));
     if (!added) throw BadTreatment(added.sentence().toStdString());
     return added.value();
 }
@@ -126,6 +134,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     // A bad file is told before the meshes are loaded.
     if (!store_) openStore(commandLine);
     openTreatmentInStore(commandLine);
+    takeOwnCatalogue();
     takeNamedElastics();
     loadMeshes(*document_, commandLine.meshes, progress);
     setCatalogue(*document_, catalogue_);
@@ -155,11 +164,13 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
 {
     // Only a treatment that is not stored yet is read or made.
     if (commandLine.file.isEmpty() && openStoredTreatment(commandLine.treatment)) return;
-    TreatmentRecord record = recordToOpen(commandLine);
+    const TreatmentFile file = fileToOpen(commandLine);
+    const TreatmentRecord &record = file.treatment;
+    const QByteArray ownCatalogue = ownCatalogueIn(file);
     openedDate_ = record.currentDate.value_or(QDate::currentDate());
     patientName_ = record.patient.name;
     patientIdentifier_ = record.patient.identifier;
-    auto added = store_->addTreatment(record);
+    auto added = store_->addTreatment(record, ownCatalogue);
     if (!added) {
         // A database that may only be read, or is full: this session goes on without it.
         sentences_ << added.sentence()
@@ -168,7 +179,7 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
         auto memory = TreatmentStore::open(inMemory);
         if (!memory) throw BadTreatment(memory.sentence().toStdString());
         store_ = memory.value();
-        added = store_->addTreatment(record);
+        added = store_->addTreatment(record, ownCatalogue);
         if (!added) throw BadTreatment(added.sentence().toStdString());
     }
     treatmentID_ = added.value();
@@ -194,12 +205,28 @@ bool OpenedTreatment::openStoredTreatment(std::optional<qint64> treatmentID)
     return true;
 }
 
-TreatmentRecord OpenedTreatment::recordToOpen(const CommandLine &commandLine)
+TreatmentFile OpenedTreatment::fileToOpen(const CommandLine &commandLine) const
 {
-    if (commandLine.file.isEmpty()) return sampleTreatment(QDate::currentDate());
-    TreatmentFile file = readTreatmentFile(commandLine.file, catalogue_);
-    catalogue_ = std::move(file.catalogue);
-    return std::move(file.treatment);
+    if (commandLine.file.isEmpty()) return {sampleTreatment(QDate::currentDate()), catalogue_};
+    return readTreatmentFile(commandLine.file, catalogue_);
+}
+
+void OpenedTreatment::takeOwnCatalogue()
+{
+    const auto stored = store_->catalogue(treatmentID_);
+    if (!stored) {
+        sentences_ << stored.sentence();
+        return;
+    }
+    if (stored.value().isEmpty()) return;
+    auto reading = kelo::catalogueFromJSON(stored.value(), &catalogue_);
+    if (!reading.catalogue) {
+        sentences_ << QStringLiteral("%1: %2").arg(
+            store_->path(), QString::fromStdString(reading.problems.front()));
+        return;
+    }
+    catalogue_ = std::move(*reading.catalogue);
+    hasOwnCatalogue_ = true;
 }
 
 void OpenedTreatment::bringCatalogueForward() const
@@ -231,7 +258,10 @@ void OpenedTreatment::takeNamedElastics()
         const auto same = std::find_if(types.begin(), types.end(), [&](const auto &type) {
             return type->typeID == configuration.typeID;
         });
+        // In a catalogue from elsewhere the identifier means something else.
+        if (same != types.end() && hasOwnCatalogue_) continue;
         const auto taken = std::make_shared<kelo::ElasticsConfigType>(configuration);
+        if (!catalogue_.elasticsSizeType(taken->elasticsSizeTypeID)) taken->elasticsSizeTypeID = 0;
         if (same == types.end())
             types.push_back(taken);
         else
@@ -285,7 +315,9 @@ QString OpenedTreatment::nameElastic(const std::shared_ptr<kelo::ElasticModel> &
     catalogue_.elasticsConfigTypes = types;
     setCatalogue(*document_, catalogue_);
     bringCatalogueForward();
-    const StoreOutcome saved = store_->saveNamedElastic(*configuration);
+    const StoreOutcome saved =
+        hasOwnCatalogue_ ? store_->setCatalogue(treatmentID_, kelo::catalogueAsJSON(catalogue_))
+                         : store_->saveNamedElastic(*configuration);
     session_->elasticWasNamed(*elastic);
     return saved ? QString() : saved.sentence();
 }

@@ -3,6 +3,7 @@
 #include "keloModel/Catalogue.h"
 #include "viewer/CommandLine.h"
 #include "viewer/DelegateCallLog.h"
+#include "viewer/TreatmentFile.h"
 #include "viewer/TreatmentLoader.h"
 #include "viewer/TreatmentSession.h"
 #include "viewer/TreatmentStore.h"
@@ -84,7 +85,8 @@ public:
     /// configuration that is renamed, whose name is not taken by itself; null for a new one.
     QString nameProblem(const QString &name, const kelo::ElasticsConfigType *own) const;
     /// Gives the elastic's configuration another name, or, where it has none, makes a new one of
-    /// its size and members and gives the elastic that. The catalogue has it from then on. Returns
+    /// its size and members and gives the elastic that. The catalogue has it from then
+    /// on: the treatment's own, if it came with one, else the clinic's for all treatments. Returns
     /// what went wrong, or an empty text; then the name is kept until the program ends.
     QString nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
     /// @}
@@ -114,13 +116,17 @@ public:
 private:
     /// Nothing for the first one; false when the store has none.
     bool openStoredTreatment(std::optional<qint64> treatmentID);
-    TreatmentRecord recordToOpen(const CommandLine &commandLine);
+    TreatmentFile fileToOpen(const CommandLine &commandLine) const;
     void openStore(const CommandLine &commandLine);
+    /// Makes the catalogue that the treatment was stored with the present one, if it has one.
+    void takeOwnCatalogue();
+    /// Adds the clinic's to the catalogue.
     void takeNamedElastics();
     void openTreatmentInStore(const CommandLine &commandLine);
 
     DelegateCallLog callLog_;
     kelo::Catalogue catalogue_;
+    bool hasOwnCatalogue_ = false; ///< the treatment came with it; names go into it
     std::shared_ptr<kelo::DXDocumentModel> document_;
     std::shared_ptr<TreatmentStore> store_;
     qint64 treatmentID_ = 0;

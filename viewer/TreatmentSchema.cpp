@@ -14,6 +14,12 @@ constexpr const char *namedElasticsTable =
     " size_type_id INTEGER NOT NULL,"   // 0: none
     " bracket_sequence TEXT NOT NULL)"; // members joined by commas
 
+/// Only treatments that brought one have a row.
+constexpr const char *cataloguesTable =
+    "CREATE TABLE catalogues ("
+    " treatment_id INTEGER PRIMARY KEY REFERENCES treatments (id) ON DELETE CASCADE,"
+    " catalogue TEXT NOT NULL)"; // JSON, as in a catalogue file
+
 /// The present tables. A tooth that is not listed is visible, a bracket or button that is not
 /// listed is not placed. Dates are texts as in "2026-11-20", which sort by time.
 constexpr const char *currentTables[] = {
@@ -70,6 +76,7 @@ constexpr const char *currentTables[] = {
     " new_value TEXT)",
     "CREATE INDEX changes_of_treatment ON changes (treatment_id)",
     namedElasticsTable,
+    cataloguesTable,
 };
 
 /// From version 1: the old tables step aside, the present ones are made with the same words as in a
@@ -141,6 +148,11 @@ void addNamedElastics(TreatmentStoreConnection &connection)
     connection.execute(QString::fromUtf8(namedElasticsTable));
 }
 
+void addCatalogues(TreatmentStoreConnection &connection)
+{
+    connection.execute(QString::fromUtf8(cataloguesTable));
+}
+
 struct Step
 {
     int toVersion;
@@ -152,6 +164,7 @@ constexpr std::array<Step, currentSchemaVersion> steps = {{
     {currentSchemaVersion, makeTables},
     {currentSchemaVersion, migrateFromVersion1},
     {3, addNamedElastics},
+    {4, addCatalogues},
 }};
 
 int versionOf(TreatmentStoreConnection &connection)

@@ -6,8 +6,8 @@ namespace viewer {
 
 /// The version of the tables that this program reads and writes, kept in the database's
 /// user_version. Version 1 had no lingual buttons, configurations, birth dates and log of changes;
-/// version 2 had no named elastics.
-inline constexpr int currentSchemaVersion = 3;
+/// version 2 had no named elastics, version 3 no catalogues of treatments.
+inline constexpr int currentSchemaVersion = 4;
 
 /// Marks the database as one of treatments ("kelo", as SQLite's application_id).
 inline constexpr int treatmentApplicationID = 0x6b656c6f;

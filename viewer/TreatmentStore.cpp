@@ -137,7 +137,8 @@ StoreResult<std::vector<TreatmentSummary>> TreatmentStore::allTreatments()
     return resultOf([&] { return tables::allTreatments(*connection_); });
 }
 
-StoreResult<qint64> TreatmentStore::addTreatment(const TreatmentRecord &record)
+StoreResult<qint64> TreatmentStore::addTreatment(const TreatmentRecord &record,
+                                                 const QByteArray &catalogue)
 {
     return resultOf(*connection_, Kind::Writing, [&] {
         const qint64 patientID = tables::insertPatient(*connection_, record.patient);
@@ -145,6 +146,7 @@ StoreResult<qint64> TreatmentStore::addTreatment(const TreatmentRecord &record)
                                                            record.currentDate, record.approvedDate);
         for (const NoteRecord &note : record.notes)
             tables::insertNote(*connection_, treatmentID, note);
+        if (!catalogue.isEmpty()) tables::saveCatalogue(*connection_, treatmentID, catalogue);
         return treatmentID;
     });
 }
@@ -153,6 +155,23 @@ StoreResult<TreatmentRecord> TreatmentStore::loadTreatment(qint64 treatmentID)
 {
     return resultOf(*connection_, Kind::Reading,
                     [&] { return tables::treatment(*connection_, treatmentID); });
+}
+
+StoreResult<QByteArray> TreatmentStore::catalogue(qint64 treatmentID)
+{
+    return resultOf(*connection_, Kind::Reading, [&] {
+        tables::assertTreatment(*connection_, treatmentID);
+        return tables::catalogue(*connection_, treatmentID);
+    });
+}
+
+StoreOutcome TreatmentStore::setCatalogue(qint64 treatmentID, const QByteArray &catalogue)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        tables::assertTreatment(*connection_, treatmentID);
+        tables::saveCatalogue(*connection_, treatmentID, catalogue);
+        return std::monostate();
+    });
 }
 
 StoreOutcome TreatmentStore::setApprovedDate(qint64 treatmentID,

@@ -5,6 +5,7 @@
 #include "viewer/TreatmentStoreReport.h"
 #include "viewer/TreatmentStoreResult.h"
 
+#include <QByteArray>
 #include <QDate>
 #include <QString>
 
@@ -104,11 +105,16 @@ public:
     /// Every treatment of every patient, the patients and the treatments of each in the order of
     /// their creation.
     StoreResult<std::vector<TreatmentSummary>> allTreatments();
-    /// Stores a whole treatment with its patient and returns the treatment's identifier. A colour
-    /// type of 4999 is no colour.
-    StoreResult<qint64> addTreatment(const TreatmentRecord &record);
+    /// Stores a whole treatment with its patient, and the catalogue's text if it has one of its
+    /// own, and returns the treatment's identifier. A colour type of 4999 is no colour.
+    StoreResult<qint64> addTreatment(const TreatmentRecord &record,
+                                     const QByteArray &catalogue = {});
     /// All of it, the notes oldest first.
     StoreResult<TreatmentRecord> loadTreatment(qint64 treatmentID);
+    /// The text of the treatment's own catalogue, as it was stored; empty for the library's.
+    StoreResult<QByteArray> catalogue(qint64 treatmentID);
+    /// Stores it as the treatment's own in place of the one before.
+    StoreOutcome setCatalogue(qint64 treatmentID, const QByteArray &catalogue);
     /// Of the treatment as a whole; nothing takes the approval back.
     StoreOutcome setApprovedDate(qint64 treatmentID, const std::optional<QDate> &approvedDate);
     /// @}

@@ -337,6 +337,13 @@ std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 trea
     return found;
 }
 
+QByteArray catalogue(TreatmentStoreConnection &connection, qint64 treatmentID)
+{
+    StoreStatement row(connection, "SELECT catalogue FROM catalogues WHERE treatment_id = ?",
+                       {treatmentID});
+    return row.next() ? row.value(0).toString().toUtf8() : QByteArray();
+}
+
 std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &connection)
 {
     std::vector<kelo::ElasticsConfigType> found;

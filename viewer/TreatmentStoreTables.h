@@ -3,6 +3,7 @@
 #include "viewer/TreatmentStore.h"
 #include "viewer/TreatmentStoreConnection.h"
 
+#include <QByteArray>
 #include <QDate>
 #include <QString>
 #include <QVariant>
@@ -42,6 +43,8 @@ std::optional<QDate> lastDateBefore(TreatmentStoreConnection &connection, qint64
                                     const QDate &date);
 std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 treatmentID,
                                const QDate &date);
+/// Empty for a treatment without one of its own.
+QByteArray catalogue(TreatmentStoreConnection &connection, qint64 treatmentID);
 std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &connection);
 std::vector<StoredChange> changes(TreatmentStoreConnection &connection, qint64 treatmentID);
 /// @}
@@ -60,6 +63,8 @@ qint64 startNote(TreatmentStoreConnection &connection, qint64 treatmentID, const
                  qint64 changedAt);
 void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const NoteReport &report,
                  qint64 changedAt);
+void saveCatalogue(TreatmentStoreConnection &connection, qint64 treatmentID,
+                   const QByteArray &catalogue);
 void saveNamedElastic(TreatmentStoreConnection &connection,
                       const kelo::ElasticsConfigType &configuration);
 void setApprovedDate(TreatmentStoreConnection &connection, qint64 treatmentID,

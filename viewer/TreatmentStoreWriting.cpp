@@ -248,6 +248,15 @@ void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const
     ReportWriter(connection, treatmentID, identifier, stored, changedAt).write(report);
 }
 
+void saveCatalogue(TreatmentStoreConnection &connection, qint64 treatmentID,
+                   const QByteArray &catalogue)
+{
+    StoreStatement(connection,
+                   "INSERT INTO catalogues (treatment_id, catalogue) VALUES (?, ?)"
+                   " ON CONFLICT (treatment_id) DO UPDATE SET catalogue = excluded.catalogue",
+                   {treatmentID, QString::fromUtf8(catalogue)});
+}
+
 void saveNamedElastic(TreatmentStoreConnection &connection,
                       const kelo::ElasticsConfigType &configuration)
 {

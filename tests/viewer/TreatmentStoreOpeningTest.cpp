@@ -108,7 +108,7 @@ protected:
 TEST_F(TreatmentStoreOpening, aMissingFileBecomesANewDatabaseOfThePresentVersion)
 {
     opened();
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
 }
 
 TEST_F(TreatmentStoreOpening, anEmptyFileBecomesANewDatabase)
@@ -160,12 +160,32 @@ TEST_F(TreatmentStoreOpening, aDatabaseOfVersion2GetsATableOfNamedElasticsAndKee
         // Version 2 was the present one without that table.
         const OtherConnection connection(path);
         connection.run(QStringLiteral("DROP TABLE named_elastics"));
+        connection.run(QStringLiteral("DROP TABLE catalogues"));
         connection.run(QStringLiteral("PRAGMA user_version = 2"));
     }
     store = opened();
     EXPECT_EQ(store->patients().value().size(), 1u);
     EXPECT_TRUE(store->namedElastics().value().empty());
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
+    EXPECT_EQ(schemaOf(path), present);
+}
+
+TEST_F(TreatmentStoreOpening, aDatabaseOfVersion3GetsATableOfCataloguesAndKeepsTheRest)
+{
+    TreatmentRecord record;
+    record.patient = {QStringLiteral("A"), QStringLiteral("1"), std::nullopt};
+    const qint64 stored = opened()->addTreatment(record).value();
+    const Lines present = schemaOf(path);
+    {
+        // Version 3 was the present one without that table.
+        const OtherConnection connection(path);
+        connection.run(QStringLiteral("DROP TABLE catalogues"));
+        connection.run(QStringLiteral("PRAGMA user_version = 3"));
+    }
+    store = opened();
+    EXPECT_EQ(store->loadTreatment(stored).value(), record);
+    EXPECT_EQ(store->catalogue(stored).value(), QByteArray());
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
     EXPECT_EQ(schemaOf(path), present);
 }
 
@@ -174,7 +194,7 @@ TEST_F(TreatmentStoreOpening, aMigratedDatabaseHasTheTablesOfANewOne)
     makeVersion1();
     opened();
     const Lines migrated = schemaOf(path);
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"3"});
+    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
     EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA integrity_check")), Lines{"ok"});
     path = folder.filePath(QStringLiteral("new.db"));
     opened();
@@ -217,7 +237,7 @@ TEST_F(TreatmentStoreOpening, aNewerDatabaseIsRefusedAndLeftByteForByte)
     EXPECT_EQ(failure.problem, StoreProblem::NewerVersion);
     EXPECT_EQ(failure.sentence,
               path + ": the database was written by a newer version of this program (its tables "
-                     "are of version 99, this program knows version 3)");
+                     "are of version 99, this program knows version 4)");
     EXPECT_EQ(bytesOf(path), before);
     EXPECT_EQ(filesInFolder(), files);
 }
