@@ -36,6 +36,7 @@ const QHash<QString, const char *> &titles()
         {QStringLiteral("elastic removed"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic removed")},
         {QStringLiteral("elastic color"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic size")},
         {QStringLiteral("elastic named"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic named")},
+        {QStringLiteral("elastic renamed"), QT_TRANSLATE_NOOP("ChangeLog", "Elastic renamed")},
         {QStringLiteral("elastics refactored"),
          QT_TRANSLATE_NOOP("ChangeLog", "Elastics shortened")},
         {QStringLiteral("note approval"), QT_TRANSLATE_NOOP("ChangeLog", "Approval")},
@@ -75,6 +76,7 @@ QString valueText(const StoredChange &change, const std::optional<QString> &valu
     if (*value == QStringLiteral("visible")) return ChangeLog::tr("shown");
     if (*value == QStringLiteral("hidden")) return ChangeLog::tr("hidden");
     if (change.what == QStringLiteral("bracket color")) return colorText(*value, document);
+    if (change.what == QStringLiteral("elastic renamed")) return *value;
     if (change.what.startsWith(QStringLiteral("elastic")))
         return ChangeLog::tr(
             "%n elastics", nullptr,

@@ -39,6 +39,17 @@ void applyColors(Document &document, const Document::ColorTypeIDs &wanted)
     }
 }
 
+/// The configuration as the document offers it now, under whatever name.
+std::shared_ptr<kelo::ElasticsConfigType>
+presentType(const Document &document, const std::shared_ptr<kelo::ElasticsConfigType> &configType)
+{
+    const auto &offered = document.availableElasticsConfigTypes();
+    const auto found = std::find_if(offered.begin(), offered.end(), [&](const auto &type) {
+        return isSameConfiguration(type, configType);
+    });
+    return found == offered.end() ? configType : *found;
+}
+
 /// Elastics that only have another size are recoloured; from the first one that differs in more,
 /// all are taken away and placed anew, so that their order is the state's.
 void applyElastics(Document &document, const std::vector<ElasticState> &wanted)
@@ -47,7 +58,7 @@ void applyElastics(Document &document, const std::vector<ElasticState> &wanted)
     while (same < wanted.size() && same < document.elasticModels().size()) {
         const auto elastic = document.elasticModels()[same];
         if (elastic->bracketSequence() != wanted[same].bracketSequence ||
-            elastic->elasticsConfigType() != wanted[same].configType)
+            !isSameConfiguration(elastic->elasticsConfigType(), wanted[same].configType))
             break;
         if (elastic->elasticsSizeType() != wanted[same].sizeType)
             document.elasticModel_setElasticsSizeType(elastic, wanted[same].sizeType);
@@ -58,11 +69,24 @@ void applyElastics(Document &document, const std::vector<ElasticState> &wanted)
         document.removeElasticModel(last);
     }
     for (std::size_t i = same; i < wanted.size(); ++i)
-        document.placeElasticModel(std::make_shared<kelo::ElasticModel>(
-            wanted[i].configType, wanted[i].sizeType, wanted[i].bracketSequence));
+        document.placeElasticModel(
+            std::make_shared<kelo::ElasticModel>(presentType(document, wanted[i].configType),
+                                                 wanted[i].sizeType, wanted[i].bracketSequence));
 }
 
 } // namespace
+
+bool isSameConfiguration(const std::shared_ptr<kelo::ElasticsConfigType> &one,
+                         const std::shared_ptr<kelo::ElasticsConfigType> &other)
+{
+    return one && other ? one->typeID == other->typeID : !one && !other;
+}
+
+bool operator==(const ElasticState &one, const ElasticState &other)
+{
+    return isSameConfiguration(one.configType, other.configType) &&
+           one.sizeType == other.sizeType && one.bracketSequence == other.bracketSequence;
+}
 
 DocumentState stateOf(const Document &document)
 {

@@ -13,7 +13,8 @@ struct ElasticState
     std::shared_ptr<kelo::ElasticsConfigType> configType;
     std::shared_ptr<kelo::ElasticsSizeType> sizeType;
     std::vector<std::string> bracketSequence;
-    friend bool operator==(const ElasticState &, const ElasticState &) = default;
+    /// A configuration that was renamed is the same one.
+    friend bool operator==(const ElasticState &one, const ElasticState &other);
 };
 
 /// What a clinician can change in a document, as plain values: what undo goes back to.
@@ -27,8 +28,13 @@ struct DocumentState
 
 DocumentState stateOf(const kelo::DXDocumentModel &document);
 
+/// Whether both are the same configuration, by its identifier, or none.
+bool isSameConfiguration(const std::shared_ptr<kelo::ElasticsConfigType> &one,
+                         const std::shared_ptr<kelo::ElasticsConfigType> &other);
+
 /// Brings the document there through the operations that a user's actions call, so that the host
 /// hears of every change. Keys that the state does not have stay as they are.
+/// Configurations are given as the document offers them now.
 void applyState(kelo::DXDocumentModel &document, const DocumentState &state);
 
 } // namespace viewer

@@ -38,6 +38,7 @@ void ElasticNameController::ask(Question question)
 {
     window(); // loads it
     question_ = std::move(question);
+    window()->setWindowTitle(question_.title);
     label_->setText(question_.text);
     name_->setText(question_.presentName);
     name_->selectAll();

@@ -24,6 +24,7 @@ public:
 
     struct Question
     {
+        QString title; ///< of the sheet
         QString text;
         QString presentName;
         std::function<QString(const QString &)> problem; ///< what is wrong with a name, or empty

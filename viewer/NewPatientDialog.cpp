@@ -5,9 +5,12 @@
 #include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+
+#include <utility>
 
 namespace viewer {
 namespace {
@@ -17,12 +20,14 @@ constexpr int usualAge = 12;
 
 } // namespace
 
-NewPatientDialog::NewPatientDialog(QWidget *parent)
+NewPatientDialog::NewPatientDialog(QStringList identifiers, QWidget *parent)
     : QDialog(parent),
+      identifiers_(std::move(identifiers)),
       name_(new QLineEdit),
       identifier_(new QLineEdit),
       knowsBirthDate_(new QCheckBox(tr("&Born:"))),
-      birthDate_(new QDateEdit)
+      birthDate_(new QDateEdit),
+      reason_(new QLabel)
 {
     setWindowTitle(tr("New Patient"));
     birthDate_->setDate(QDate::currentDate().addYears(-usualAge));
@@ -33,18 +38,28 @@ NewPatientDialog::NewPatientDialog(QWidget *parent)
     birthDate_->setAccessibleName(tr("Date of birth"));
     name_->setMinimumWidth(260);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    QPushButton *const accept = buttons->button(QDialogButtonBox::Ok);
-    accept->setEnabled(false);
+    accept_ = buttons->button(QDialogButtonBox::Ok);
     auto *layout = new QFormLayout(this);
     layout->addRow(tr("&Name:"), name_);
     layout->addRow(tr("N&umber:"), identifier_);
     layout->addRow(knowsBirthDate_, birthDate_);
+    layout->addRow(reason_);
     layout->addRow(buttons);
-    connect(name_, &QLineEdit::textChanged, accept,
-            [accept](const QString &text) { accept->setEnabled(!text.trimmed().isEmpty()); });
+    connect(name_, &QLineEdit::textChanged, this, &NewPatientDialog::check);
+    connect(identifier_, &QLineEdit::textChanged, this, &NewPatientDialog::check);
     connect(knowsBirthDate_, &QCheckBox::toggled, birthDate_, &QWidget::setEnabled);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    check();
+}
+
+void NewPatientDialog::check()
+{
+    const QString identifier = identifier_->text().trimmed();
+    const bool isTaken =
+        !identifier.isEmpty() && identifiers_.contains(identifier, Qt::CaseInsensitive);
+    reason_->setText(isTaken ? tr("Another patient has this number already.") : QString());
+    accept_->setEnabled(!name_->text().trimmed().isEmpty() && !isTaken);
 }
 
 PatientRecord NewPatientDialog::patient() const

@@ -125,6 +125,14 @@ StoreResult<std::shared_ptr<TreatmentStore>> OpenTreatments::store()
     return opened;
 }
 
+void OpenTreatments::elasticWasNamed(const OpenedTreatment &treatment)
+{
+    for (const auto &document : documents_) {
+        OpenedTreatment &other = *document->treatment();
+        if (&other != &treatment && other.store() == treatment.store()) other.takeNewNames();
+    }
+}
+
 bool OpenTreatments::closeAll()
 {
     // Documents that have closed are forgotten while a window's question waits for its answer.

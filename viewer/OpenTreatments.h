@@ -41,6 +41,9 @@ public:
     /// The database that treatments without a file are in. A failure is a sentence for the user.
     StoreResult<std::shared_ptr<TreatmentStore>> store();
 
+    /// A name was given to an elastic of this treatment: the other open treatments of the clinic
+    /// offer it too.
+    void elasticWasNamed(const OpenedTreatment &treatment);
     /// Closes every window, as their users would; false when one stays.
     bool closeAll();
     const std::vector<std::unique_ptr<TreatmentDocument>> &documents() const { return documents_; }

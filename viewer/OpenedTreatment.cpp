@@ -1,6 +1,7 @@
 #include "viewer/OpenedTreatment.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/DocumentState.h"
 #include "viewer/OutputFile.h"
 #include "viewer/TreatmentFile.h"
 
@@ -283,43 +284,98 @@ QString OpenedTreatment::nameProblem(const QString &name, const kelo::ElasticsCo
     return {};
 }
 
-QString OpenedTreatment::nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic,
-                                     const QString &name)
+OpenedTreatment::Naming OpenedTreatment::namingOf(const kelo::ElasticModel &elastic,
+                                                  const QString &name) const
 {
-    auto types = document_->availableElasticsConfigTypes();
+    const auto &offered = catalogue_.elasticsConfigTypes;
+    const auto own = std::find(offered.begin(), offered.end(), elastic.elasticsConfigType());
     auto configuration = std::make_shared<kelo::ElasticsConfigType>();
-    const auto own = std::find(types.begin(), types.end(), elastic->elasticsConfigType());
-    if (own != types.end()) {
+    if (own != offered.end()) {
         *configuration = **own;
         configuration->typeLabel = name.trimmed().toStdString();
-        const auto old = std::exchange(*own, configuration);
-        for (const auto &other : document_->elasticModels()) {
-            if (other->elasticsConfigType() == old) other->setElasticsConfigType(configuration);
-        }
-    } else {
-        configuration->typeID = firstOwnTypeID;
-        for (const auto &type : types) {
-            configuration->typeID = std::max(configuration->typeID, type->typeID + 1);
-            configuration->displayOrder =
-                std::max(configuration->displayOrder, type->displayOrder + 1);
-        }
-        configuration->typeLabel = name.trimmed().toStdString();
-        if (elastic->elasticsSizeType())
-            configuration->elasticsSizeTypeID = elastic->elasticsSizeType()->typeID;
-        for (const std::string &key : elastic->bracketSequence())
-            configuration->bracketSequence +=
-                (configuration->bracketSequence.empty() ? "" : ",") + key;
-        types.push_back(configuration);
-        elastic->setElasticsConfigType(configuration);
+        return {*own, configuration};
     }
-    catalogue_.elasticsConfigTypes = types;
+    configuration->typeLabel = name.trimmed().toStdString();
+    configuration->typeID = firstOwnTypeID;
+    const auto goBehind = [&configuration](const kelo::ElasticsConfigType &type) {
+        configuration->typeID = std::max(configuration->typeID, type.typeID + 1);
+        configuration->displayOrder = std::max(configuration->displayOrder, type.displayOrder + 1);
+    };
+    for (const auto &type : offered)
+        goBehind(*type);
+    // Other windows and programs name elastics too.
+    if (const auto named = store_->namedElastics()) {
+        for (const auto &type : named.value())
+            goBehind(type);
+    }
+    if (elastic.elasticsSizeType())
+        configuration->elasticsSizeTypeID = elastic.elasticsSizeType()->typeID;
+    for (const std::string &key : elastic.bracketSequence())
+        configuration->bracketSequence += (configuration->bracketSequence.empty() ? "" : ",") + key;
+    return {nullptr, configuration};
+}
+
+QString OpenedTreatment::applyNaming(const Naming &naming, std::size_t elasticIndex)
+{
+    const auto &[before, after] = naming;
+    auto &types = catalogue_.elasticsConfigTypes;
+    const auto isIt = [&present = before ? before : after](const auto &type) {
+        return isSameConfiguration(type, present);
+    };
+    const auto old = std::find_if(types.begin(), types.end(), isIt);
+    if (old == types.end())
+        types.push_back(after);
+    else if (after)
+        *old = after;
+    else
+        types.erase(old);
+    const auto elastic = document_->elasticModels().at(elasticIndex);
+    if (!before) elastic->setElasticsConfigType(after);
+    offerCatalogue();
+    // The name is there before the note that refers to it, and goes after.
+    QString problem = after ? storeNaming(naming).sentence() : QString();
+    if (before && after)
+        session_->elasticWasRenamed(*elastic, before->typeLabel);
+    else
+        session_->elasticWasNamed(*elastic);
+    if (!after) problem = storeNaming(naming).sentence();
+    return problem;
+}
+
+StoreOutcome OpenedTreatment::storeNaming(const Naming &naming)
+{
+    if (hasOwnCatalogue_)
+        return store_->setCatalogue(treatmentID_, kelo::catalogueAsJSON(catalogue_));
+    return naming.after ? store_->saveNamedElastic(*naming.after)
+                        : store_->removeNamedElastic(naming.before->typeID);
+}
+
+void OpenedTreatment::offerCatalogue()
+{
     setCatalogue(*document_, catalogue_);
-    bringCatalogueForward();
-    const StoreOutcome saved =
-        hasOwnCatalogue_ ? store_->setCatalogue(treatmentID_, kelo::catalogueAsJSON(catalogue_))
-                         : store_->saveNamedElastic(*configuration);
-    session_->elasticWasNamed(*elastic);
-    return saved ? QString() : saved.sentence();
+    for (const auto &elastic : document_->elasticModels()) {
+        const auto &type = elastic->elasticsConfigType();
+        if (type) elastic->setElasticsConfigType(catalogue_.elasticsConfigType(type->typeID));
+    }
+}
+
+void OpenedTreatment::takeNewNames()
+{
+    const auto named = store_->namedElastics();
+    if (!named) return; // told when something is stored
+    // A name that was taken back elsewhere stays where an elastic has it.
+    const auto isGone = [&](const auto &type) {
+        const auto &elastics = document_->elasticModels();
+        return type->typeID >= firstOwnTypeID &&
+               std::none_of(named.value().begin(), named.value().end(),
+                            [&](const auto &other) { return other.typeID == type->typeID; }) &&
+               std::none_of(elastics.begin(), elastics.end(), [&](const auto &elastic) {
+                   return isSameConfiguration(elastic->elasticsConfigType(), type);
+               });
+    };
+    if (!hasOwnCatalogue_) std::erase_if(catalogue_.elasticsConfigTypes, isGone);
+    takeNamedElastics();
+    offerCatalogue();
 }
 
 std::vector<QDate> OpenedTreatment::dates()

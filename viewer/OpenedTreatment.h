@@ -84,11 +84,23 @@ public:
     /// Why an elastic cannot have this name, in a sentence; empty when it can. `own` is the
     /// configuration that is renamed, whose name is not taken by itself; null for a new one.
     QString nameProblem(const QString &name, const kelo::ElasticsConfigType *own) const;
-    /// Gives the elastic's configuration another name, or, where it has none, makes a new one of
-    /// its size and members and gives the elastic that. The catalogue has it from then
-    /// on: the treatment's own, if it came with one, else the clinic's for all treatments. Returns
-    /// what went wrong, or an empty text; then the name is kept until the program ends.
-    QString nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
+    /// A change of the configurations that are offered.
+    struct Naming
+    {
+        std::shared_ptr<kelo::ElasticsConfigType> before; ///< null: a new one is offered
+        std::shared_ptr<kelo::ElasticsConfigType> after;  ///< null: it is offered no longer
+    };
+    /// The elastic's configuration with another name, or, where it has none that is offered, a new
+    /// one of its size and members. Nothing changes yet.
+    Naming namingOf(const kelo::ElasticModel &elastic, const QString &name) const;
+    /// Offers the configuration after the naming in place of the one before and gives it to the
+    /// elastics that had that; a new one to the elastic that is named, of this index. The catalogue
+    /// has it from then on: the treatment's own, if it came with one, else the clinic's for all
+    /// treatments. Returns what went wrong, or an empty text; then the name is kept until the
+    /// program ends.
+    QString applyNaming(const Naming &naming, std::size_t elasticIndex);
+    /// Takes over the names that were given elsewhere in the clinic since.
+    void takeNewNames();
     /// @}
 
     const DelegateCallLog &callLog() const { return callLog_; }
@@ -117,6 +129,9 @@ private:
     /// Nothing for the first one; false when the store has none.
     bool openStoredTreatment(std::optional<qint64> treatmentID);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
+    StoreOutcome storeNaming(const Naming &naming);
+    /// Makes the catalogue the document's, and gives its elastics their configurations anew.
+    void offerCatalogue();
     void openStore(const CommandLine &commandLine);
     /// Makes the catalogue that the treatment was stored with the present one, if it has one.
     void takeOwnCatalogue();

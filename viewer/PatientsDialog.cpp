@@ -113,7 +113,12 @@ void PatientsDialog::acceptChosen()
 
 void PatientsDialog::addPatient()
 {
-    NewPatientDialog dialog(this);
+    QStringList identifiers;
+    if (const auto patients = store_.patients()) {
+        for (const StoredPatient &one : patients.value())
+            identifiers << one.patient.identifier;
+    }
+    NewPatientDialog dialog(identifiers, this);
     if (dialog.exec() != QDialog::Accepted) return;
     TreatmentRecord record;
     record.patient = dialog.patient();

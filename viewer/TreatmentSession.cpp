@@ -168,6 +168,15 @@ void TreatmentSession::elasticWasNamed(const kelo::ElasticModel &elastic)
     reportElastics(ElasticsEvent::Named, joined(elastic.bracketSequence()));
 }
 
+void TreatmentSession::elasticWasRenamed(const kelo::ElasticModel &elastic,
+                                         const std::string &oldName)
+{
+    NoteReport renamed = newReport();
+    renamed.rename = RenameReport{joined(elastic.bracketSequence()), oldName,
+                                  elastic.elasticsConfigType()->typeLabel};
+    report(std::move(renamed));
+}
+
 void TreatmentSession::setApprovedDate(const std::optional<QDate> &approvedDate)
 {
     approvedDate_ = approvedDate;

@@ -59,8 +59,11 @@ public:
     const std::optional<QDate> &approvedDate() const { return approvedDate_; }
     void setApprovedDate(const std::optional<QDate> &approvedDate);
 
-    /// An elastic stands for a named configuration now: the note says so from here on.
+    /// An elastic stands for a named configuration now, or no longer: the note says so from here
+    /// on.
     void elasticWasNamed(const kelo::ElasticModel &elastic);
+    /// The configuration of an elastic has another name now; told for the log.
+    void elasticWasRenamed(const kelo::ElasticModel &elastic, const std::string &oldName);
 
     /// Tries again what could not be stored.
     StoreOutcome storeKeptReports();

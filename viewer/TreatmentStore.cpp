@@ -196,6 +196,14 @@ StoreOutcome TreatmentStore::saveNamedElastic(const kelo::ElasticsConfigType &co
     });
 }
 
+StoreOutcome TreatmentStore::removeNamedElastic(long typeID)
+{
+    return resultOf(*connection_, Kind::Writing, [&] {
+        tables::removeNamedElastic(*connection_, typeID);
+        return std::monostate();
+    });
+}
+
 StoreResult<std::optional<NoteRecord>> TreatmentStore::note(qint64 treatmentID, const QDate &date)
 {
     return resultOf(*connection_, Kind::Reading, [&] {

@@ -52,12 +52,13 @@ struct StoredChange
     std::optional<QDate> noteDate;
     /// "note started", "tooth visibility", "bracket visibility", "button visibility",
     /// "bracket color", "elastic placed", "elastic removed", "elastic color", "elastic named",
-    /// "elastics refactored", "note approval", "treatment approval".
+    /// "elastic renamed", "elastics refactored", "note approval", "treatment approval".
     QString what;
     /// The name key; of elastics see ElasticsReport::key; of a started note the date of the note
     /// that it started from, or empty.
     std::string key;
-    /// As texts: "visible" or "hidden"; a colour type, 4999 for none; all elastics as JSON; a date.
+    /// As texts: "visible" or "hidden"; a colour type, 4999 for none; all elastics as JSON; of a
+    /// renamed one the names; a date.
     /// Absent where there was or is nothing.
     std::optional<QString> oldValue;
     std::optional<QString> newValue;
@@ -126,6 +127,8 @@ public:
     StoreResult<std::vector<kelo::ElasticsConfigType>> namedElastics();
     /// Adds it, or replaces the one of the same identifier.
     StoreOutcome saveNamedElastic(const kelo::ElasticsConfigType &configuration);
+    /// One that an elastic of any note has stays. Good too where there is none of this identifier.
+    StoreOutcome removeNamedElastic(long typeID);
     /// @}
 
     /// @name Notes

@@ -29,6 +29,15 @@ struct ElasticsReport
     friend bool operator==(const ElasticsReport &, const ElasticsReport &) = default;
 };
 
+/// The configuration that an elastic stands for has another name. Of the note nothing changes.
+struct RenameReport
+{
+    std::string key; ///< the elastic's members, joined by commas
+    std::string oldName;
+    std::string newName;
+    friend bool operator==(const RenameReport &, const RenameReport &) = default;
+};
+
 /// The approval of a note, or that it was taken back.
 struct ApprovalReport
 {
@@ -48,6 +57,7 @@ struct NoteReport
     /// No value: the colour was taken away.
     kelo::NameKeyDictionary<std::optional<long>> bracketColorTypeIDs;
     std::optional<ElasticsReport> elastics;
+    std::optional<RenameReport> rename;
     std::optional<ApprovalReport> approval;
     friend bool operator==(const NoteReport &, const NoteReport &) = default;
 };

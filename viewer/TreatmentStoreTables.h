@@ -67,6 +67,7 @@ void saveCatalogue(TreatmentStoreConnection &connection, qint64 treatmentID,
                    const QByteArray &catalogue);
 void saveNamedElastic(TreatmentStoreConnection &connection,
                       const kelo::ElasticsConfigType &configuration);
+void removeNamedElastic(TreatmentStoreConnection &connection, long typeID);
 void setApprovedDate(TreatmentStoreConnection &connection, qint64 treatmentID,
                      const std::optional<QDate> &approvedDate, qint64 changedAt);
 /// @}

@@ -78,6 +78,10 @@ public:
         writeVisibilities("button", stored_.buttonVisibilities, report.buttonVisibilities);
         writeColors(report.bracketColorTypeIDs);
         if (report.elastics) writeElastics(*report.elastics);
+        if (report.rename)
+            log(QStringLiteral("elastic renamed"), report.rename->key,
+                QString::fromStdString(report.rename->oldName),
+                QString::fromStdString(report.rename->newName));
         if (report.approval) writeApproval(*report.approval);
     }
 
@@ -271,6 +275,14 @@ void saveNamedElastic(TreatmentStoreConnection &connection,
                     static_cast<qlonglong>(configuration.displayOrder),
                     static_cast<qlonglong>(configuration.elasticsSizeTypeID),
                     valueOf(configuration.bracketSequence)});
+}
+
+void removeNamedElastic(TreatmentStoreConnection &connection, long typeID)
+{
+    StoreStatement(connection,
+                   "DELETE FROM named_elastics WHERE type_id = ? AND type_id NOT IN"
+                   " (SELECT config_type_id FROM elastics WHERE config_type_id IS NOT NULL)",
+                   {static_cast<qlonglong>(typeID)});
 }
 
 void setApprovedDate(TreatmentStoreConnection &connection, qint64 treatmentID,

@@ -20,8 +20,10 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QMainWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTimer>
 #include <QToolBar>
 
@@ -34,7 +36,22 @@ namespace {
 /// Between the places of windows that open over each other, in points: a title bar stays in sight.
 constexpr int distanceOfWindows = 32;
 
+/// A desktop without a window manager makes no window active.
+constexpr int longestActivationInMilliseconds = 300;
+
 } // namespace
+
+QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount)
+{
+    const QPoint steps = QPoint(1, 1) * (openWindowCount * distanceOfWindows);
+    // A title bar's height stays free below: how high it is is not known yet.
+    const QRect usable = screen.adjusted(0, 0, 0, -distanceOfWindows);
+    const QSize size = first.size();
+    for (const QPoint &place : {first.topLeft() + steps, usable.topLeft() + steps}) {
+        if (usable.contains(QRect(place, size))) return place;
+    }
+    return usable.topLeft();
+}
 
 TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
                                  std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all,
@@ -54,9 +71,12 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     dateBar_->toggleViewAction()->setVisible(false);
     dateBar_->addWidget(dates_);
     window_.addToolBar(Qt::BottomToolBarArea, dateBar_);
-    window_.setWindowTitle(tr("%1 - Treatment viewer").arg(treatment_->patientName()));
-    window_.installEventFilter(this);
-    qApp->installEventFilter(this);
+    // Two patients may have one name.
+    const QString number = treatment_->patientIdentifier();
+    const QString patient = number.isEmpty() ? treatment_->patientName()
+                                             : tr("%1 (%2)").arg(treatment_->patientName(), number);
+    window_.setWindowTitle(tr("%1 - Treatment viewer").arg(patient));
+    qApp->installEventFilter(this); // sees the window's events too
 
     connect(dates_, &DateBar::dateChosen, this, &TreatmentWindow::showDate);
     connect(dates_, &DateBar::approvalChosen, this, &TreatmentWindow::approve);
@@ -95,8 +115,8 @@ bool TreatmentWindow::restorePlace(int openWindowCount)
 {
     if (!window_.restoreGeometry(Preferences::preferences().windowGeometry())) return false;
     if (openWindowCount > 0 && !window_.isMaximized()) {
-        const int step = openWindowCount * distanceOfWindows;
-        window_.move(window_.pos() + QPoint(step, step));
+        window_.move(placeBeside(window_.geometry(), window_.screen()->availableGeometry(),
+                                 openWindowCount));
     }
     return true;
 }
@@ -130,7 +150,9 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         }
         break;
     case QEvent::WindowActivate:
-        if (object == &window_) treatment_->bringCatalogueForward();
+        if (object != &window_) break;
+        treatment_->bringCatalogueForward();
+        QTimer::singleShot(0, this, &TreatmentWindow::runWhatWaits);
         break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -215,18 +237,30 @@ void TreatmentWindow::tell(const QString &sentence)
     box->open();
 }
 
+void TreatmentWindow::whenActiveAgain(std::function<void()> action)
+{
+    waiting_ = std::move(action);
+    QTimer::singleShot(window_.isActiveWindow() ? 0 : longestActivationInMilliseconds, this,
+                       &TreatmentWindow::runWhatWaits);
+}
+
+void TreatmentWindow::runWhatWaits()
+{
+    if (const auto action = std::exchange(waiting_, {})) action();
+}
+
 void TreatmentWindow::openFile()
 {
     const QString path = QFileDialog::getOpenFileName(&window_, tr("Open Treatment"), QString(),
                                                       tr("Treatments (*.json)"));
-    if (!path.isEmpty()) all_.openFile(path, &window_);
+    if (!path.isEmpty()) whenActiveAgain([this, path] { all_.openFile(path, &window_); });
 }
 
 void TreatmentWindow::importFile()
 {
     const QString path = QFileDialog::getOpenFileName(&window_, tr("Import Treatment"), QString(),
                                                       tr("Treatments (*.json)"));
-    if (!path.isEmpty()) all_.importFile(path, &window_);
+    if (!path.isEmpty()) whenActiveAgain([this, path] { all_.importFile(path, &window_); });
 }
 
 void TreatmentWindow::choosePatient()
@@ -237,8 +271,9 @@ void TreatmentWindow::choosePatient()
         return;
     }
     PatientsDialog dialog(*store.value(), &window_);
-    if (dialog.exec() == QDialog::Accepted && dialog.treatment())
-        all_.openStored(*dialog.treatment(), &window_);
+    if (dialog.exec() != QDialog::Accepted || !dialog.treatment()) return;
+    whenActiveAgain(
+        [this, treatment = *dialog.treatment()] { all_.openStored(treatment, &window_); });
 }
 
 bool TreatmentWindow::saveTreatment()
@@ -347,21 +382,49 @@ void TreatmentWindow::noteMayHaveClosed()
 void TreatmentWindow::askForName(const std::shared_ptr<kelo::ElasticModel> &elastic)
 {
     const auto own = elastic->elasticsConfigType();
-    QStringList teeth;
-    for (const std::string &key : elastic->bracketSequence())
-        teeth << toothName(key, pageSettings().notation);
     auto *sheet = document_.existingWindowControllerForWindowNibName(ElasticNameController::name);
     if (!sheet) sheet = &document_.addWindowController(std::make_unique<ElasticNameController>());
     auto &naming = static_cast<ElasticNameController &>(*sheet);
     naming.setMainWindow(&window_);
     naming.ask(
-        {tr("Name of the elastic %1:").arg(teeth.join(QStringLiteral(" \u2013 "))),
+        {own ? tr("Rename Elastic") : tr("Name Elastic"),
+         tr("Name of the elastic %1:").arg(teethOf(*elastic)),
          own ? QString::fromStdString(own->typeLabel) : QString(),
          [this, own](const QString &name) { return treatment_->nameProblem(name, own.get()); },
-         [this, elastic](const QString &name) {
-             const QString failure = treatment_->nameElastic(elastic, name);
-             if (!failure.isEmpty()) tell(failure);
-         }});
+         [this, elastic](const QString &name) { nameElastic(elastic, name); }});
+}
+
+QString TreatmentWindow::teethOf(const kelo::ElasticModel &elastic) const
+{
+    QStringList teeth;
+    for (const std::string &key : elastic.bracketSequence())
+        teeth << toothName(key, pageSettings().notation);
+    return teeth.join(QStringLiteral(" \u2013 "));
+}
+
+void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic,
+                                  const QString &name)
+{
+    const auto &elastics = treatment_->document()->elasticModels();
+    const auto found = std::find(elastics.begin(), elastics.end(), elastic);
+    if (found == elastics.end()) return; // taken away while the sheet was open
+    const auto index = static_cast<std::size_t>(found - elastics.begin());
+    history_.noticeChanges();
+    const OpenedTreatment::Naming naming = treatment_->namingOf(*elastic, name);
+    const auto apply = [this, index](const OpenedTreatment::Naming &change) {
+        const QString problem = treatment_->applyNaming(change, index);
+        if (!problem.isEmpty()) tell(problem);
+        treatment_->bringCatalogueForward();
+        all_.elasticWasNamed(*treatment_);
+    };
+    apply(naming);
+    const QString text = naming.before ? tr("Rename elastic %1, %2") : tr("Name elastic %1, %2");
+    history_.addStep(
+        text.arg(teethOf(*elastic), name.trimmed()),
+        [=] {
+            apply({naming.after, naming.before});
+        },
+        [=] { apply(naming); });
 }
 
 void TreatmentWindow::showMaterials()
@@ -372,7 +435,7 @@ void TreatmentWindow::showMaterials()
         panel->setMotherWindow(&window_);
         return panel;
     };
-    document_.showUniqueWindowWithNibName_controllerClass(MaterialsPanel::name, make);
+    shareKeys(document_.showUniqueWindowWithNibName_controllerClass(MaterialsPanel::name, make));
 }
 
 void TreatmentWindow::showToothChart()
@@ -384,9 +447,27 @@ void TreatmentWindow::showToothChart()
     };
     auto &shown =
         document_.showUniqueWindowWithNibName_controllerClass(ToothChartPanel::name, make);
+    shareKeys(shown);
     auto &chart = static_cast<ToothChartPanel &>(shown);
     chart.setNotation(pageSettings().notation);
     chart.setMayEdit(mayEdit_);
+}
+
+void TreatmentWindow::shareKeys(kelo::WindowController &panel)
+{
+    QWidget *const window = panel.window();
+    if (!window->actions().isEmpty()) return; // shown before
+    QList<QAction *> rows = window_.menuBar()->actions();
+    while (!rows.isEmpty()) {
+        QAction *const row = rows.takeFirst();
+        if (row->menu()) rows << row->menu()->actions();
+        // The key that closes a window closes the panel here.
+        if (!row->shortcut().isEmpty() && row != closeWindow_) window->addAction(row);
+    }
+    auto *close = new QAction(window);
+    close->setShortcuts({closeWindow_->shortcut(), QKeySequence(Qt::Key_Escape)});
+    connect(close, &QAction::triggered, window, &QWidget::close);
+    window->addAction(close);
 }
 
 void TreatmentWindow::showKeys()

@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -27,6 +28,10 @@ class OpenedTreatment;
 class OpenTreatments;
 class TreatmentDocument;
 struct PrintRequest;
+
+/// Where a further window goes that is as large as the first one: a step to the right and below for
+/// each window that is open, and where that runs off the screen, as many from its upper left.
+QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount);
 
 /// What the viewer makes of a treatment's main window: its menus, the bar of dates below the view,
 /// undo, option panels and sheets, and the questions before it closes.
@@ -67,6 +72,10 @@ private:
     void preferencesChanged();
     PageSettings pageSettings() const;
     void tell(const QString &sentence);
+    /// Acts once a dialog that has closed has given the keyboard back to the window. A window that
+    /// opened before would lose it again.
+    void whenActiveAgain(std::function<void()> action);
+    void runWhatWaits();
 
     /// @name Menus
     /// @{
@@ -103,8 +112,13 @@ private:
     /// The note that is shown may be open for changes now, or no longer.
     void noteMayHaveClosed();
     void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
+    void nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
+    /// The teeth that it runs over, as their names.
+    QString teethOf(const kelo::ElasticModel &elastic) const;
     void showMaterials();
     void showToothChart();
+    /// Gives a panel the keys of the window's menus, and keys to close it by.
+    void shareKeys(kelo::WindowController &panel);
     void showKeys();
     void toggleFullScreen();
     /// @}
@@ -120,8 +134,10 @@ private:
     PageSettings page_; ///< as the program was started with them
     QToolBar *dateBar_; ///< around the dates
     DateBar *dates_;
+    QAction *closeWindow_ = nullptr;
     QAction *approved_ = nullptr;
     bool mayEdit_ = false;
+    std::function<void()> waiting_; ///< for the window to be active
 };
 
 } // namespace viewer

@@ -59,8 +59,8 @@ void TreatmentWindow::makeFileMenu()
         ->setShortcut(QKeySequence::Print);
     file->addAction(tr("Save Page as P&DF…"), this, &TreatmentWindow::savePage);
     file->addSeparator();
-    file->addAction(tr("&Close Window"), this, &TreatmentWindow::close)
-        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+    closeWindow_ = file->addAction(tr("&Close Window"), this, &TreatmentWindow::close);
+    closeWindow_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
     file->addAction(tr("&Quit"), this, [this] { all_.closeAll(); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 }

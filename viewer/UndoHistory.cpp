@@ -33,6 +33,34 @@ private:
     DocumentState after_;
 };
 
+class UndoHistory::OutsideStep : public QUndoCommand
+{
+public:
+    OutsideStep(UndoHistory &history, const QString &text, std::function<void()> undo,
+                std::function<void()> redo)
+        : QUndoCommand(text), history_(history), undo_(std::move(undo)), redo_(std::move(redo))
+    {}
+    void undo() override { go(undo_); }
+    void redo() override
+    {
+        // Called when the step is pushed too, and it was taken then.
+        if (std::exchange(isNew_, false)) return;
+        go(redo_);
+    }
+
+private:
+    void go(const std::function<void()> &action)
+    {
+        action();
+        history_.known_ = stateOf(*history_.document_);
+    }
+
+    UndoHistory &history_;
+    std::function<void()> undo_;
+    std::function<void()> redo_;
+    bool isNew_ = true;
+};
+
 UndoHistory::UndoHistory()
 {
     offered_.addStack(&stack_);
@@ -55,6 +83,14 @@ void UndoHistory::noticeChanges()
     DocumentState before = std::exchange(known_, present);
     // A difference without a name (no colour in place of the colour "none") is no step of its own.
     if (!text.isEmpty()) stack_.push(new Step(*this, std::move(before), std::move(present), text));
+}
+
+void UndoHistory::addStep(const QString &text, std::function<void()> undo,
+                          std::function<void()> redo)
+{
+    if (!document_) return;
+    known_ = stateOf(*document_);
+    stack_.push(new OutsideStep(*this, text, std::move(undo), std::move(redo)));
 }
 
 } // namespace viewer

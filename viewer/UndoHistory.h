@@ -6,6 +6,7 @@
 #include <QUndoGroup>
 #include <QUndoStack>
 
+#include <functional>
 #include <memory>
 
 namespace viewer {
@@ -23,6 +24,9 @@ public:
     void watch(std::shared_ptr<kelo::DXDocumentModel> document);
     /// What has changed since the last call becomes a step that can be undone.
     void noticeChanges();
+    /// Adds a step that was taken just now and that states of the document do not hold; what was
+    /// done before it must have been noticed.
+    void addStep(const QString &text, std::function<void()> undo, std::function<void()> redo);
     /// Steps that are noticed from now on are named in this notation.
     void setNotation(ToothNotation notation) { notation_ = notation; }
 
@@ -35,6 +39,7 @@ public:
 
 private:
     class Step;
+    class OutsideStep;
 
     std::shared_ptr<kelo::DXDocumentModel> document_;
     DocumentState known_;

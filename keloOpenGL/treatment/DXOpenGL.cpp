@@ -3,6 +3,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
+#include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/BundleKey.h"
@@ -162,7 +163,7 @@ void DXOpenGL::makeDateLabel()
 {
     const std::string text =
         _displayedDateIsToday
-            ? "Today"
+            ? translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"))
             : QLocale().toString(_displayedDate.date(), QLocale::ShortFormat).toStdString();
     TextAttributes attributes;
     attributes.foregroundColor = Color::whiteColor();

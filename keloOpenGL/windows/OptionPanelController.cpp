@@ -40,6 +40,32 @@ void stayAbove(QWidget &panel, QWidget &motherWindow)
     panel.windowHandle()->setTransientParent(motherWindow.windowHandle());
 }
 
+/// What the desktop adds around a window's content. Before a window is shown for the first time
+/// nobody knows; then it is taken to be that of the mother window.
+QMargins frameOf(const QWidget &window)
+{
+    const QRect frame = window.frameGeometry();
+    const QRect content = window.geometry();
+    return {content.left() - frame.left(), content.top() - frame.top(),
+            frame.right() - content.right(), frame.bottom() - content.bottom()};
+}
+
+void place(QWidget &panel, const QWidget &motherWindow)
+{
+    const bool isFrameKnown = !frameOf(panel).isNull();
+    const QMargins frame = isFrameKnown ? frameOf(panel) : frameOf(motherWindow);
+    const QSize size = panel.size().grownBy(frame);
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const Point origin =
+        optionPanelOrigin(upwards(motherWindow.frameGeometry()),
+                          {static_cast<double>(size.width()), static_cast<double>(size.height())},
+                          upwards(screen ? screen->availableGeometry() : QRect()));
+    const QPoint corner(static_cast<int>(origin.x),
+                        static_cast<int>(screenHeight() - origin.y - size.height()));
+    // Without a known frame it is the content that goes where it is told.
+    panel.move(isFrameKnown ? corner : corner + QPoint(frame.left(), frame.top()));
+}
+
 } // namespace
 
 Point optionPanelOrigin(const Rect &mother, const Size &panel, const Rect &screen)
@@ -64,14 +90,7 @@ void OptionPanelController::showWindow(QObject *sender)
         panel->setWindowTitle(motherWindow_->windowTitle());
         stayAbove(*panel, *motherWindow_);
         if (!panel->testAttribute(Qt::WA_Resized)) panel->adjustSize(); // as showing it would
-        const QSize size = panel->frameGeometry().size();
-        const QScreen *screen = QGuiApplication::primaryScreen();
-        const Point origin = optionPanelOrigin(
-            upwards(motherWindow_->frameGeometry()),
-            {static_cast<double>(size.width()), static_cast<double>(size.height())},
-            upwards(screen ? screen->availableGeometry() : QRect()));
-        panel->move(static_cast<int>(origin.x),
-                    static_cast<int>(screenHeight() - origin.y - size.height()));
+        place(*panel, *motherWindow_);
     }
     WindowController::showWindow(sender);
     stopListening(); // shown again, it still closes once

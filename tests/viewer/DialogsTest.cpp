@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -95,7 +96,7 @@ TEST_F(Patients, whereNobodyFitsNothingCanBeOpened)
 
 TEST(NewPatient, needsANameAndMayHaveADateOfBirth)
 {
-    NewPatientDialog dialog;
+    NewPatientDialog dialog({});
     auto *accept = dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
     const auto fields = dialog.findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_EQ(fields.size(), 2);
@@ -111,6 +112,25 @@ TEST(NewPatient, needsANameAndMayHaveADateOfBirth)
     dialog.findChild<QCheckBox *>()->setChecked(true);
     birth->setDate(QDate(2012, 5, 6));
     EXPECT_EQ(dialog.patient().birthDate, QDate(2012, 5, 6));
+}
+
+TEST(NewPatient, aNumberThatAnotherPatientHasIsNotTaken)
+{
+    NewPatientDialog dialog({"A-1", ""});
+    auto *accept = dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    const auto fields = dialog.findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly);
+    const auto says = [&dialog](const QString &text) {
+        const auto labels = dialog.findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&text](const QLabel *label) { return label->text() == text; });
+    };
+    fields[0]->setText("New Patient");
+    fields[1]->setText(" a-1 ");
+    EXPECT_FALSE(accept->isEnabled());
+    EXPECT_TRUE(says("Another patient has this number already."));
+    fields[1]->setText("");
+    EXPECT_TRUE(accept->isEnabled()) << "several patients may have none";
+    EXPECT_FALSE(says("Another patient has this number already."));
 }
 
 TEST(Keys, ofTheMenusAreListedUnderTheirMenuWithoutMnemonics)

@@ -20,7 +20,7 @@ protected:
     {
         addViewerInterfaceFiles();
         controller.setMainWindow(&mainWindow);
-        controller.ask({"Name:", "Box",
+        controller.ask({"Name Elastic", "Name:", "Box",
                         [](const QString &name) {
                             return name == "taken" || name.isEmpty() ? QString("No.") : QString();
                         },
@@ -59,7 +59,7 @@ TEST_F(ElasticNaming, aSheetThatIsCancelledAnswersNothingAndAsksAgain)
     controller.window()->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
     EXPECT_EQ(answers, QStringList());
     EXPECT_FALSE(controller.window()->isVisible());
-    controller.ask({"Again:", "Second", [](const QString &) { return QString(); },
+    controller.ask({"Rename Elastic", "Again:", "Second", [](const QString &) { return QString(); },
                     [this](const QString &name) { answers << name; }});
     EXPECT_TRUE(controller.window()->isVisible());
     EXPECT_EQ(line->text(), "Second");

@@ -117,8 +117,8 @@ TEST_F(OwnCatalogue, takesTheNamesThatAreGivenInItsTreatmentAndNoOtherDoes)
     const qint64 imported = importTreatment(*store(), path);
     {
         const auto treatment = opened(imported);
-        EXPECT_EQ(treatment->nameElastic(treatment->document()->elasticModels()[0], "Renamed"),
-                  QString());
+        const auto elastic = treatment->document()->elasticModels()[0];
+        EXPECT_EQ(treatment->applyNaming(treatment->namingOf(*elastic, "Renamed"), 0), QString());
     }
     EXPECT_TRUE(store()->namedElastics().value().empty());
     const auto treatment = opened(imported);

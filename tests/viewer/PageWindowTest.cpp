@@ -93,7 +93,7 @@ TEST_F(PageWindows, thePreviewBeginsWithThePageOptionsThatTheProgramWasStartedWi
         EXPECT_EQ(dialog.printer()->pageLayout().pageSize().id(), QPageSize::Letter);
         EXPECT_EQ(dialog.printer()->pageLayout().orientation(), QPageLayout::Portrait);
         EXPECT_EQ(dialog.printer()->colorMode(), QPrinter::GrayScale);
-        EXPECT_EQ(dialog.printer()->docName(), "Sample Patient - Treatment viewer");
+        EXPECT_EQ(dialog.printer()->docName(), "Sample Patient (S-1) - Treatment viewer");
     });
     window.view().submitPrintRequest();
     EXPECT_EQ(looks, 1);

@@ -14,7 +14,9 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QDialog>
 #include <QFile>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -120,7 +122,7 @@ TEST_F(TreatmentWindows, theMainWindowIsSolidViewWithMenusAndTheBarOfDates)
 {
     const TreatmentDocument &document = open();
     EXPECT_EQ(document.windowControllers().front()->windowNibName(), "SolidView");
-    EXPECT_EQ(windowOf(document).windowTitle(), "Sample Patient - Treatment viewer");
+    EXPECT_EQ(windowOf(document).windowTitle(), "Sample Patient (S-1) - Treatment viewer");
     QStringList menus;
     for (const QAction *menu : windowOf(document).menuBar()->actions())
         menus << QString(menu->text()).remove('&');
@@ -140,7 +142,7 @@ TEST_F(TreatmentWindows, twoTreatmentsInTwoWindowsHaveStateOfTheirOwn)
     ASSERT_EQ(all->documents().size(), 2u);
     TreatmentDocument &second = *all->documents()[1];
     ASSERT_TRUE(waitUntil([&] { return second.mainWindow()->view().isExposed(); }));
-    EXPECT_EQ(windowOf(second).windowTitle(), "Other Patient - Treatment viewer");
+    EXPECT_EQ(windowOf(second).windowTitle(), "Other Patient (O-2) - Treatment viewer");
     EXPECT_TRUE(bracketIsPlaced(first, "9"));
     EXPECT_FALSE(bracketIsPlaced(second, "9"));
 
@@ -317,6 +319,27 @@ TEST_F(TreatmentWindows, unsavedChangesOfAFileAreAskedForAndCancelKeepsTheWindow
     EXPECT_FALSE(bracketIsPlaced(open(), "8"));
 }
 
+TEST_F(TreatmentWindows, unsavedChangesAreAskedForOnce)
+{
+    commandLine.file = writeFile("other.json");
+    commandLine.database.clear();
+    TreatmentDocument &document = open();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    int count = 0;
+    QTimer answering;
+    QObject::connect(&answering, &QTimer::timeout, [&count] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box) return;
+        ++count;
+        box->button(QMessageBox::Discard)->click();
+    });
+    answering.start(20);
+    EXPECT_TRUE(document.mainWindow()->close());
+    EXPECT_EQ(count, 1);
+    waitForClosed();
+    EXPECT_TRUE(bracketIsPlaced(open(), "8")) << "the change was given up";
+}
+
 TEST_F(TreatmentWindows, everyChangeCanBeUndoneAndRedoneByTheMenu)
 {
     TreatmentDocument &document = open();
@@ -383,6 +406,135 @@ TEST_F(TreatmentWindows, theToothChartChangesTheTreatmentAndOnlyLooksAtApprovedO
     EXPECT_TRUE(document.mainWindow()->close());
     EXPECT_FALSE(panel->window()->isVisible());
     waitForClosed();
+}
+
+TEST_F(TreatmentWindows, aPanelsFrameStandsFivePointsBesideTheWindowsAndSixBelowItsTop)
+{
+    TreatmentDocument &document = open();
+    // The frame is told by the window manager.
+    ASSERT_TRUE(waitUntil([&] {
+        return windowOf(document).frameGeometry().top() != windowOf(document).geometry().top();
+    }));
+    windowOf(document).move(50, 80);
+    ASSERT_TRUE(waitUntil([&] { return windowOf(document).pos() == QPoint(50, 80); }));
+    for (int showing = 1; showing <= 2; ++showing) {
+        action(document, "Materials")->trigger();
+        QWidget *const panel =
+            document.existingWindowControllerForWindowNibName("Materials")->window();
+        ASSERT_TRUE(waitUntil([panel] { return panel->frameGeometry() != panel->geometry(); }));
+        letPass(0.2);
+        const QRect mother = windowOf(document).frameGeometry();
+        EXPECT_EQ(panel->frameGeometry().topLeft(), mother.topRight() + QPoint(6, 6))
+            << "showing " << showing;
+        panel->close();
+    }
+}
+
+TEST_F(TreatmentWindows, aPanelHasTheKeysOfTheWindowsMenusAndEscapeClosesIt)
+{
+    TreatmentDocument &document = open();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    action(document, "Tooth Chart")->trigger();
+    QWidget *const panel =
+        document.existingWindowControllerForWindowNibName("ToothChart")->window();
+    ASSERT_TRUE(waitUntil([panel] { return panel->isActiveWindow(); }));
+    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
+    ASSERT_TRUE(
+        waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
+    kelo::test::xdotool({"key", "ctrl+z"});
+    EXPECT_TRUE(waitUntil([&] { return bracketIsPlaced(document, "8"); }));
+    kelo::test::xdotool({"key", "F3"});
+    ASSERT_TRUE(waitUntil(
+        [&] { return document.existingWindowControllerForWindowNibName("Materials") != nullptr; }));
+    QWidget *const materials =
+        document.existingWindowControllerForWindowNibName("Materials")->window();
+    ASSERT_TRUE(waitUntil([&] { return materials->isActiveWindow(); }));
+    kelo::test::xdotool({"key", "Escape"});
+    EXPECT_TRUE(waitUntil([&] { return !materials->isVisible(); }));
+    EXPECT_TRUE(panel->isVisible());
+    panel->activateWindow();
+    ASSERT_TRUE(waitUntil([panel] { return panel->isActiveWindow(); }));
+    kelo::test::xdotool({"key", "ctrl+w"});
+    EXPECT_TRUE(waitUntil([&] { return !panel->isVisible(); }));
+    EXPECT_FALSE(document.isClosed());
+}
+
+TEST_F(TreatmentWindows, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
+{
+    TreatmentDocument &document = open();
+    OpenedTreatment &treatment = *document.treatment();
+    const auto &elastics = treatment.document()->elasticModels();
+    const auto label = [&](std::size_t index) {
+        const auto type = elastics[index]->elasticsConfigType();
+        return type ? type->typeLabel : std::string("none");
+    };
+    const auto nameIt = [&](std::size_t index, const QString &name) {
+        document.mainWindow()
+            ->view()
+            .delegate()
+            ->launchElasticsConfigAssociationSheetWithElasticModel_namingAction(elastics[index], 0);
+        auto *sheet = document.existingWindowControllerForWindowNibName("ElasticName");
+        sheet->window()->findChild<QLineEdit *>()->setText(name);
+        qobject_cast<QDialog *>(sheet->window())->accept();
+    };
+    const auto storedNames = [&] {
+        std::vector<std::string> names;
+        for (const auto &type : all->store().value()->namedElastics().value())
+            names.push_back(type.typeLabel);
+        return names;
+    };
+    using Names = std::vector<std::string>;
+    const std::string before = label(0);
+    const auto offered = treatment.document()->availableElasticsConfigTypes().size();
+
+    nameIt(2, " My box "); // has no name in the sample
+    nameIt(0, "Our Class II");
+    EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
+    QAction *const undo = action(document, "Undo Rename elastic 6 \u2013 30, Our Class II");
+    ASSERT_NE(undo, nullptr);
+    undo->trigger();
+    EXPECT_EQ(label(0), before);
+    EXPECT_EQ(storedNames(), (Names{before, "My box"}));
+    EXPECT_EQ(undo->text(), "&Undo Name elastic 13 \u2013 14 \u2013 19 \u2013 20, My box");
+    undo->trigger();
+    EXPECT_EQ(label(2), "none");
+    EXPECT_EQ(treatment.document()->availableElasticsConfigTypes().size(), offered);
+    EXPECT_EQ(storedNames(), Names{before});
+    QAction *const redo =
+        action(document, "Redo Name elastic 13 \u2013 14 \u2013 19 \u2013 20, My box");
+    ASSERT_NE(redo, nullptr);
+    redo->trigger();
+    redo->trigger();
+    EXPECT_EQ(label(0), "Our Class II");
+    EXPECT_EQ(label(2), "My box");
+    EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
+
+    const auto changes = treatment.changes().value();
+    ASSERT_GE(changes.size(), 6u);
+    const auto &last = changes.back();
+    EXPECT_EQ(last.what, "elastic renamed");
+    EXPECT_EQ(last.key, "6,30");
+    EXPECT_EQ(last.oldValue, QString::fromStdString(before));
+    EXPECT_EQ(last.newValue, "Our Class II");
+    const auto count = [&changes](const QString &what) {
+        return std::count_if(changes.begin(), changes.end(),
+                             [&what](const StoredChange &change) { return change.what == what; });
+    };
+    EXPECT_EQ(count("elastic renamed"), 3);
+    EXPECT_EQ(count("elastic named"), 3);
+    EXPECT_EQ(count("elastic placed"), 0);
+    EXPECT_EQ(count("elastic removed"), 0);
+}
+
+TEST_F(TreatmentWindows, aFurtherWindowStaysOnTheScreen)
+{
+    const QRect screen(0, 24, 1600, 976);
+    EXPECT_EQ(placeBeside({100, 100, 800, 600}, screen, 1), QPoint(132, 132));
+    EXPECT_EQ(placeBeside({100, 100, 800, 600}, screen, 2), QPoint(164, 164));
+    EXPECT_EQ(placeBeside({700, 300, 800, 600}, screen, 2), QPoint(764, 364));
+    EXPECT_EQ(placeBeside({700, 390, 800, 600}, screen, 1), QPoint(32, 56)) << "too low";
+    EXPECT_EQ(placeBeside({790, 100, 800, 600}, screen, 1), QPoint(32, 56)) << "too far right";
+    EXPECT_EQ(placeBeside({0, 24, 1600, 976}, screen, 1), QPoint(0, 24)) << "as large as it";
 }
 
 TEST_F(TreatmentWindows, anotherSolidViewWithoutAMainWindowIsRefusedInASentence)

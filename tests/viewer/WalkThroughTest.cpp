@@ -190,7 +190,7 @@ TEST_F(WalkThrough, aVisitFromOpeningToQuittingAndTheNextStartFindsEverything)
     using Sequences = std::vector<std::vector<std::string>>;
     takePatientIn();
     start();
-    ASSERT_EQ(window().windowTitle(), "Walk Through - Treatment viewer");
+    ASSERT_EQ(window().windowTitle(), "Walk Through (W-1) - Treatment viewer");
     keepPicture("1-opened");
 
     // Place a bracket in a colour, then the same on the neighbours by clicks alone.

@@ -70,6 +70,10 @@
             <numerusform>%n Gummizüge</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Elastic renamed</source>
+        <translation>Gummizug umbenannt</translation>
+    </message>
 </context>
 <context>
     <name>ChangeText</name>
@@ -300,6 +304,10 @@
     <message>
         <source>Rename &quot;%@&quot; Elastic...</source>
         <translation>Gummizug „%@“ umbenennen …</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
     </message>
 </context>
 <context>
@@ -742,6 +750,10 @@
         <source>N&amp;umber:</source>
         <translation>N&amp;ummer:</translation>
     </message>
+    <message>
+        <source>Another patient has this number already.</source>
+        <translation>Ein anderer Patient hat diese Nummer schon.</translation>
+    </message>
 </context>
 <context>
     <name>viewer::OpenTreatments</name>
@@ -1118,6 +1130,26 @@
 One patient&apos;s orthodontic treatment as an interactive scene.</source>
         <translation>Behandlungsansicht %1
 Die kieferorthopädische Behandlung eines Patienten als bewegliche Szene.</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Rename Elastic</source>
+        <translation>Gummizug umbenennen</translation>
+    </message>
+    <message>
+        <source>Name Elastic</source>
+        <translation>Gummizug benennen</translation>
+    </message>
+    <message>
+        <source>Rename elastic %1, %2</source>
+        <translation>Gummizug %1 umbenennen, %2</translation>
+    </message>
+    <message>
+        <source>Name elastic %1, %2</source>
+        <translation>Gummizug %1 benennen, %2</translation>
     </message>
 </context>
 </TS>

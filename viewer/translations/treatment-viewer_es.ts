@@ -70,6 +70,10 @@
             <numerusform>%n elásticos</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Elastic renamed</source>
+        <translation>Elástico renombrado</translation>
+    </message>
 </context>
 <context>
     <name>ChangeText</name>
@@ -300,6 +304,10 @@
     <message>
         <source>Rename &quot;%@&quot; Elastic...</source>
         <translation>Cambiar el nombre del elástico «%@»…</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Hoy</translation>
     </message>
 </context>
 <context>
@@ -742,6 +750,10 @@
         <source>N&amp;umber:</source>
         <translation>Nú&amp;mero:</translation>
     </message>
+    <message>
+        <source>Another patient has this number already.</source>
+        <translation>Otro paciente ya tiene este número.</translation>
+    </message>
 </context>
 <context>
     <name>viewer::OpenTreatments</name>
@@ -1118,6 +1130,26 @@
 One patient&apos;s orthodontic treatment as an interactive scene.</source>
         <translation>Visor de tratamientos %1
 El tratamiento de ortodoncia de un paciente como escena interactiva.</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Rename Elastic</source>
+        <translation>Cambiar el nombre del elástico</translation>
+    </message>
+    <message>
+        <source>Name Elastic</source>
+        <translation>Nombrar elástico</translation>
+    </message>
+    <message>
+        <source>Rename elastic %1, %2</source>
+        <translation>Cambiar el nombre del elástico %1, %2</translation>
+    </message>
+    <message>
+        <source>Name elastic %1, %2</source>
+        <translation>Nombrar el elástico %1, %2</translation>
     </message>
 </context>
 </TS>
