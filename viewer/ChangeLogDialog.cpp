@@ -1,6 +1,7 @@
 #include "viewer/ChangeLogDialog.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/DateText.h"
 #include "viewer/SearchableTable.h"
 
 #include <QCoreApplication>
@@ -58,7 +59,7 @@ QString toothNames(const std::string &keys, ToothNotation notation)
 QString dateText(const QString &isoDate)
 {
     const QDate date = QDate::fromString(isoDate, Qt::ISODate);
-    return date.isValid() ? QLocale().toString(date, QLocale::ShortFormat) : isoDate;
+    return date.isValid() ? shortDate(date) : isoDate;
 }
 
 QString colorText(const QString &typeID, const kelo::DXDocumentModel &document)
@@ -94,8 +95,8 @@ QStringList changeColumns(const StoredChange &change, const kelo::DXDocumentMode
     const QString key = QString::fromStdString(change.key);
     const auto title = titles().constFind(change.what);
     return {
-        QLocale().toString(when, QLocale::ShortFormat),
-        change.noteDate ? QLocale().toString(*change.noteDate, QLocale::ShortFormat) : QString(),
+        shortDateTime(when),
+        change.noteDate ? shortDate(*change.noteDate) : QString(),
         title == titles().constEnd() ? change.what : ChangeLog::tr(*title),
         key.isEmpty() ? QString()
                       : (isAboutNote ? dateText(key) : toothNames(change.key, notation)),

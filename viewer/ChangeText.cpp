@@ -87,7 +87,10 @@ private:
         const auto &types = document_.availableBracketColorTypes();
         const auto found = types.find(*typeID);
         if (found == types.end()) return QString::number(*typeID);
-        return QString::fromStdString(found->second->typeLabel).toLower();
+        // Inside of a sentence; names such as "TMA" stay as they are.
+        QString label = QString::fromStdString(found->second->typeLabel);
+        const bool isWord = label.size() < 2 || !label[1].isUpper();
+        return isWord ? label.left(1).toLower() + label.mid(1) : label;
     }
 
     /// The colour that all of them have now, or an empty text.

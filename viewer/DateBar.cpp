@@ -1,5 +1,7 @@
 #include "viewer/DateBar.h"
 
+#include "viewer/DateText.h"
+
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QPushButton>
@@ -36,8 +38,7 @@ void DateBar::setDates(const std::vector<QDate> &dates, const QDate &today)
         tabs_->removeTab(0);
     dates_ = dates;
     for (const QDate &date : dates_) {
-        const int tab = tabs_->addTab(
-            date == today ? tr("Today") : QLocale().toString(date, QLocale::ShortFormat));
+        const int tab = tabs_->addTab(date == today ? tr("Today") : shortDate(date));
         tabs_->setTabToolTip(tab, QLocale().toString(date, QLocale::LongFormat));
     }
     tabs_->setCurrentIndex(tabs_->count() - 1);
@@ -54,10 +55,8 @@ void DateBar::setCurrentDate(const QDate &date)
 void DateBar::setApproval(const std::optional<QDate> &approvedDate)
 {
     approval_->setChecked(approvedDate.has_value());
-    approval_->setText(
-        approvedDate
-            ? tr("Approved %1").arg(QLocale().toString(*approvedDate, QLocale::ShortFormat))
-            : tr("Approve"));
+    approval_->setText(approvedDate ? tr("Approved %1").arg(shortDate(*approvedDate))
+                                    : tr("Approve"));
     approval_->setToolTip(approvedDate ? tr("Take the approval back")
                                        : tr("Approve the treatment as it is shown"));
 }

@@ -1,5 +1,7 @@
 #include "viewer/NewPatientDialog.h"
 
+#include "viewer/DateText.h"
+
 #include <QCheckBox>
 #include <QDate>
 #include <QDateEdit>
@@ -32,7 +34,7 @@ NewPatientDialog::NewPatientDialog(QStringList identifiers, QWidget *parent)
     setWindowTitle(tr("New Patient"));
     birthDate_->setDate(QDate::currentDate().addYears(-usualAge));
     birthDate_->setMaximumDate(QDate::currentDate());
-    birthDate_->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
+    birthDate_->setDisplayFormat(shortDateFormat());
     birthDate_->setCalendarPopup(true);
     birthDate_->setEnabled(false);
     birthDate_->setAccessibleName(tr("Date of birth"));

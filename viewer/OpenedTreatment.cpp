@@ -168,6 +168,7 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     const TreatmentFile file = fileToOpen(commandLine);
     const TreatmentRecord &record = file.treatment;
     const QByteArray ownCatalogue = ownCatalogueIn(file);
+    isDayGiven_ = record.currentDate.has_value();
     openedDate_ = record.currentDate.value_or(QDate::currentDate());
     patientName_ = record.patient.name;
     patientIdentifier_ = record.patient.identifier;
@@ -200,6 +201,7 @@ bool OpenedTreatment::openStoredTreatment(std::optional<qint64> treatmentID)
                            std::to_string(*treatmentID));
     }
     treatmentID_ = found->treatment.treatmentID;
+    isDayGiven_ = found->treatment.currentDate.has_value();
     openedDate_ = found->treatment.currentDate.value_or(QDate::currentDate());
     patientName_ = found->patient.patient.name;
     patientIdentifier_ = found->patient.patient.identifier;
@@ -388,6 +390,24 @@ std::vector<QDate> OpenedTreatment::dates()
     }
     dates.push_back(openedDate_);
     return dates;
+}
+
+bool OpenedTreatment::todayIsOver() const
+{
+    return !isDayGiven_ && presentDay() > openedDate_;
+}
+
+QStringList OpenedTreatment::goOnToPresentDay(kelo::DXOpenGL &view)
+{
+    openedDate_ = presentDay();
+    view.finishOperations(); // still a part of the day before
+    view.setCurrentDate(openedDate_.startOfDay());
+    return showDate(view, openedDate_);
+}
+
+QDate OpenedTreatment::presentDay() const
+{
+    return QDateTime::fromMSecsSinceEpoch(store_->now()).date();
 }
 
 QStringList OpenedTreatment::showDate(kelo::DXOpenGL &view, const QDate &date)

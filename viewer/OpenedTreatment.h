@@ -66,6 +66,12 @@ public:
     /// @{
     /// The day that is worked on: its note may be changed, earlier ones are looked at.
     const QDate &today() const { return openedDate_; }
+    /// Whether midnight has passed since by the store's clock. Never of a treatment that says
+    /// itself which day it is.
+    bool todayIsOver() const;
+    /// Works on the present day's note from now on, which begins as the last one stands; sentences
+    /// as of showDate.
+    QStringList goOnToPresentDay(kelo::DXOpenGL &view);
     /// The dates that have notes, and today, in ascending order; later ones than today are left
     /// out. Returns only today where the store cannot tell.
     std::vector<QDate> dates();
@@ -129,6 +135,7 @@ private:
     /// Nothing for the first one; false when the store has none.
     bool openStoredTreatment(std::optional<qint64> treatmentID);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
+    QDate presentDay() const;
     StoreOutcome storeNaming(const Naming &naming);
     /// Makes the catalogue the document's, and gives its elastics their configurations anew.
     void offerCatalogue();
@@ -146,6 +153,7 @@ private:
     std::shared_ptr<TreatmentStore> store_;
     qint64 treatmentID_ = 0;
     QDate openedDate_;
+    bool isDayGiven_ = false; ///< by the treatment
     QString patientName_;
     QString patientIdentifier_;
     QString file_;

@@ -1,5 +1,6 @@
 #include "viewer/PatientsDialog.h"
 
+#include "viewer/DateText.h"
 #include "viewer/NewPatientDialog.h"
 #include "viewer/SearchableTable.h"
 
@@ -21,7 +22,7 @@ constexpr int sortRole = Qt::UserRole + 1;
 
 QString dateText(const std::optional<QDate> &date)
 {
-    return date ? QLocale().toString(*date, QLocale::ShortFormat) : QString();
+    return date ? shortDate(*date) : QString();
 }
 
 QStandardItem *dateItem(const std::optional<QDate> &date)

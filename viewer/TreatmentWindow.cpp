@@ -39,6 +39,17 @@ constexpr int distanceOfWindows = 32;
 /// A desktop without a window manager makes no window active.
 constexpr int longestActivationInMilliseconds = 300;
 
+/// Asks for a file to write; a name without an ending gets this one. Empty when the user cancels.
+QString pathForSaving(QWidget *over, const QString &title, const QString &kinds, const char *ending)
+{
+    QFileDialog dialog(over, title, QString(), kinds);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(QString::fromLatin1(ending));
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return dialog.selectedFiles().value(0);
+}
+
 } // namespace
 
 QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount)
@@ -152,6 +163,8 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
     case QEvent::WindowActivate:
         if (object != &window_) break;
         treatment_->bringCatalogueForward();
+        if (treatment_->todayIsOver())
+            QTimer::singleShot(0, this, &TreatmentWindow::goOnToPresentDay);
         QTimer::singleShot(0, this, &TreatmentWindow::runWhatWaits);
         break;
     case QEvent::MouseButtonPress:
@@ -285,16 +298,15 @@ bool TreatmentWindow::saveTreatment()
 
 void TreatmentWindow::exportTreatment()
 {
-    const QString path = QFileDialog::getSaveFileName(&window_, tr("Export Treatment"), QString(),
-                                                      tr("Treatments (*.json)"));
+    const QString path =
+        pathForSaving(&window_, tr("Export Treatment"), tr("Treatments (*.json)"), "json");
     const QString failure = path.isEmpty() ? QString() : treatment_->exportTo(path);
     if (!failure.isEmpty()) tell(failure);
 }
 
 void TreatmentWindow::savePicture()
 {
-    const QString path = QFileDialog::getSaveFileName(&window_, tr("Save Picture"), QString(),
-                                                      tr("Pictures (*.png)"));
+    const QString path = pathForSaving(&window_, tr("Save Picture"), tr("Pictures (*.png)"), "png");
     if (path.isEmpty()) return;
     const QString failure = writePicture(*view_, path);
     if (!failure.isEmpty()) tell(failure);
@@ -311,8 +323,8 @@ void TreatmentWindow::preview(const PrintRequest &request)
 
 void TreatmentWindow::savePage()
 {
-    const QString path = QFileDialog::getSaveFileName(&window_, tr("Save Page as PDF"), QString(),
-                                                      tr("Pages (*.pdf)"));
+    const QString path =
+        pathForSaving(&window_, tr("Save Page as PDF"), tr("Pages (*.pdf)"), "pdf");
     if (path.isEmpty()) return;
     const auto request = printRequestOf(*view_);
     if (!request) return; // the view has told why
@@ -339,6 +351,15 @@ void TreatmentWindow::showDate(const QDate &date)
     history_.noticeChanges();
     const QStringList sentences = treatment_->showDate(*view_, date);
     dates_->setCurrentDate(treatment_->session().date());
+    noteWasChosen();
+    if (!sentences.isEmpty()) tell(sentences.join(QLatin1Char('\n')));
+}
+
+void TreatmentWindow::goOnToPresentDay()
+{
+    history_.noticeChanges();
+    const QStringList sentences = treatment_->goOnToPresentDay(*view_);
+    dates_->setDates(treatment_->dates(), treatment_->today());
     noteWasChosen();
     if (!sentences.isEmpty()) tell(sentences.join(QLatin1Char('\n')));
 }
@@ -375,6 +396,9 @@ void TreatmentWindow::noteMayHaveClosed()
     history_.setOffersSteps(mayEdit_);
     dates_->setApproval(session.approvedDate());
     approved_->setChecked(session.approvedDate().has_value());
+    const std::vector<QDate> &dates = dates_->dates();
+    earlier_->setEnabled(!dates.empty() && session.date() != dates.front());
+    later_->setEnabled(!dates.empty() && session.date() != dates.back());
     if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
         static_cast<ToothChartPanel *>(chart)->setMayEdit(mayEdit_);
 }

@@ -105,6 +105,8 @@ private:
     void savePage();
     void showChanges();
     void showDate(const QDate &date);
+    /// A window that was left open overnight.
+    void goOnToPresentDay();
     /// To the note that many steps later, or earlier for a negative number.
     void stepDate(int steps);
     void approve(bool isApproved);
@@ -135,6 +137,8 @@ private:
     QToolBar *dateBar_; ///< around the dates
     DateBar *dates_;
     QAction *closeWindow_ = nullptr;
+    QAction *earlier_ = nullptr;
+    QAction *later_ = nullptr;
     QAction *approved_ = nullptr;
     bool mayEdit_ = false;
     std::function<void()> waiting_; ///< for the window to be active

@@ -101,10 +101,10 @@ void TreatmentWindow::makeEditMenu()
 void TreatmentWindow::makeTreatmentMenu()
 {
     QMenu *treatment = window_.menuBar()->addMenu(tr("&Treatment"));
-    treatment->addAction(tr("&Earlier Note"), this, [this] { stepDate(-1); })
-        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp));
-    treatment->addAction(tr("&Later Note"), this, [this] { stepDate(1); })
-        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+    earlier_ = treatment->addAction(tr("&Earlier Note"), this, [this] { stepDate(-1); });
+    earlier_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp));
+    later_ = treatment->addAction(tr("&Later Note"), this, [this] { stepDate(1); });
+    later_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown));
     treatment->addAction(tr("&Today's Note"), this, [this] { showDate(treatment_->today()); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
     treatment->addSeparator();

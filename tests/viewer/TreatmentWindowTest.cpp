@@ -1,122 +1,17 @@
 // Treatments in their windows, on a display.
 
-#include "viewer/TreatmentWindow.h"
-
-#include "tests/support/GLTest.h"
-#include "tests/support/WindowTest.h"
-#include "tests/viewer/PreferencesFixture.h"
+#include "tests/viewer/TreatmentWindowFixture.h"
 #include "viewer/DateBar.h"
-#include "viewer/InterfaceFiles.h"
-#include "viewer/OpenTreatments.h"
-#include "viewer/OpenedTreatment.h"
 #include "viewer/Preferences.h"
-#include "viewer/ToothChart.h"
 
 #include <QAbstractButton>
-#include <QAction>
-#include <QDialog>
-#include <QFile>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QMessageBox>
 #include <QTabBar>
-#include <QTimer>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
 
 using namespace viewer;
-using kelo::test::letPass;
-using kelo::test::waitUntil;
-
-class TreatmentWindows : public testing::Test
-{
-protected:
-    TreatmentWindows()
-    {
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Window);
-        addViewerInterfaceFiles();
-        commandLine.database = folder.filePath("treatments.sqlite");
-        commandLine.size = {400.0, 300.0};
-        commandLine.isSizeGiven = true;
-    }
-    ~TreatmentWindows() override
-    {
-        all.reset();
-        kelo::removeInterfaceFileFolders();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
-    }
-
-    TreatmentDocument &open()
-    {
-        all = std::make_unique<OpenTreatments>(commandLine);
-        TreatmentDocument &document = all->openFirst();
-        waitUntil([&] { return document.mainWindow()->view().isExposed(); });
-        return document;
-    }
-    static QMainWindow &windowOf(const TreatmentDocument &document)
-    {
-        return *qobject_cast<QMainWindow *>(document.windowControllers().front()->window());
-    }
-    static QAction *action(const TreatmentDocument &document, const QString &text)
-    {
-        for (QAction *one : windowOf(document).findChildren<QAction *>()) {
-            if (QString(one->text()).remove('&') == text) return one;
-        }
-        // Rows of the window's menus are children of what made them.
-        for (QAction *menu : windowOf(document).menuBar()->actions()) {
-            for (QAction *one : menu->menu()->actions()) {
-                if (QString(one->text()).remove('&') == text) return one;
-                if (!one->menu()) continue;
-                for (QAction *inner : one->menu()->actions()) {
-                    if (QString(inner->text()).remove('&') == text) return inner;
-                }
-            }
-        }
-        return nullptr;
-    }
-    static bool bracketIsPlaced(const TreatmentDocument &document, const char *key)
-    {
-        return document.treatment()->document()->bracketVisibilities().at(key);
-    }
-    /// A treatment file with one coloured bracket.
-    QString writeFile(const QString &name)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(R"({"format": "treatment", "version": 1,
-            "patient": {"name": "Other Patient", "id": "O-2"}, "currentDate": "2026-03-04",
-            "notes": [{"date": "2026-03-04", "bracketVisibilities": {"8": true},
-                       "bracketColorTypeIDs": {"8": 5}}]})");
-        return file.fileName();
-    }
-    /// Presses a button of the next message box, and remembers what the box said.
-    void answerNextBox(QMessageBox::StandardButton button)
-    {
-        QTimer::singleShot(0, &receiver, [this, button] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box) {
-                answerNextBox(button);
-                return;
-            }
-            said = box->text();
-            box->button(button)->click();
-        });
-    }
-    void waitForClosed()
-    {
-        EXPECT_TRUE(waitUntil([this] { return all->documents().empty(); }));
-    }
-
-    viewer::test::PreferencesOfTheTest settings;
-    QTemporaryDir folder;
-    CommandLine commandLine;
-    std::unique_ptr<OpenTreatments> all;
-    QObject receiver;
-    QString said;
-};
+using namespace viewer::test;
 
 TEST_F(TreatmentWindows, theMainWindowIsSolidViewWithMenusAndTheBarOfDates)
 {
@@ -189,19 +84,6 @@ TEST_F(TreatmentWindows, aTreatmentThatIsOpenIsNotOpenedTwice)
     all->openStored(all->documents()[0]->treatment()->treatmentID(), nullptr);
     EXPECT_EQ(all->documents().size(), 2u);
     EXPECT_EQ(Preferences::preferences().recentFiles(), QStringList(path));
-}
-
-TEST_F(TreatmentWindows, aTreatmentThatIsOpenedAgainComesToTheFrontWithoutItsClosedPanels)
-{
-    TreatmentDocument &document = open();
-    action(document, "Tooth Chart")->trigger();
-    action(document, "Close All Panels")->trigger();
-    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
-    windowOf(document).showMinimized();
-    all->openStored(document.treatment()->treatmentID(), nullptr);
-    EXPECT_TRUE(windowOf(document).isVisible());
-    EXPECT_FALSE(windowOf(document).isMinimized());
-    EXPECT_FALSE(panel->window()->isVisible());
 }
 
 TEST_F(TreatmentWindows, quittingClosesTheWindowsBehindOneThatAsks)
@@ -319,6 +201,39 @@ TEST_F(TreatmentWindows, unsavedChangesOfAFileAreAskedForAndCancelKeepsTheWindow
     EXPECT_FALSE(bracketIsPlaced(open(), "8"));
 }
 
+TEST_F(TreatmentWindows, aWindowThatWasLeftOpenOvernightGoesOnWithTheNewDaysNote)
+{
+    TreatmentDocument &document = open();
+    OpenedTreatment &treatment = *document.treatment();
+    const QDate yesterday = treatment.today();
+    treatment.document()->toggleVisibilityOfBracket("8");
+    EXPECT_FALSE(treatment.todayIsOver());
+    treatment.store()->setClock([yesterday] {
+        return yesterday.addDays(1).startOfDay().addSecs(8 * 3600).toMSecsSinceEpoch();
+    });
+    EXPECT_TRUE(treatment.todayIsOver());
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(&windowOf(document), &activation);
+    ASSERT_TRUE(waitUntil([&] { return treatment.today() == yesterday.addDays(1); }));
+    EXPECT_EQ(treatment.session().date(), yesterday.addDays(1));
+    EXPECT_TRUE(document.mainWindow()->view().displayedDateIsToday());
+    EXPECT_FALSE(bracketIsPlaced(document, "8")) << "it begins as the last note stands";
+    EXPECT_EQ(windowOf(document).findChild<DateBar *>()->dates(),
+              (std::vector<QDate>{yesterday, yesterday.addDays(1)}));
+    EXPECT_FALSE(treatment.todayIsOver());
+    // The change of the day before is in its note, not in the new one's.
+    EXPECT_EQ(treatment.changes().value().back().noteDate, yesterday);
+}
+
+TEST_F(TreatmentWindows, earlierAndLaterNotesCanBeGoneToWhereThereAreSome)
+{
+    commandLine.file = writeFile("other.json"); // one note, of its current date
+    commandLine.database.clear();
+    const TreatmentDocument &document = open();
+    EXPECT_FALSE(action(document, "Earlier Note")->isEnabled());
+    EXPECT_FALSE(action(document, "Later Note")->isEnabled());
+}
+
 TEST_F(TreatmentWindows, unsavedChangesAreAskedForOnce)
 {
     commandLine.file = writeFile("other.json");
@@ -372,158 +287,6 @@ TEST_F(TreatmentWindows, toothNumbersAppearInEveryWindowAtOnceInTheChosenNotatio
     EXPECT_TRUE(action(second, "Beside the Teeth")->isChecked());
     action(second, "Beside the Teeth")->trigger();
     EXPECT_TRUE(first.mainWindow()->view().toothLabels().empty());
-}
-
-TEST_F(TreatmentWindows, theToothChartChangesTheTreatmentAndOnlyLooksAtApprovedOnes)
-{
-    TreatmentDocument &document = open();
-    action(document, "Tooth Chart")->trigger();
-    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
-    ASSERT_NE(panel, nullptr);
-    auto *chart = panel->window()->findChild<ToothChart *>();
-    QToolButton *bracket = nullptr;
-    for (auto *button : chart->findChildren<QToolButton *>()) {
-        if (button->accessibleName() == "Bracket 8: no colour") bracket = button;
-    }
-    ASSERT_NE(bracket, nullptr);
-    EXPECT_TRUE(bracket->isChecked());
-    bracket->click();
-    EXPECT_FALSE(bracketIsPlaced(document, "8"));
-    EXPECT_EQ(bracket->accessibleName(), "Bracket 8: not placed");
-    action(document, "Approved")->trigger();
-    EXPECT_FALSE(bracket->isEnabled());
-    action(document, "Approved")->trigger();
-    EXPECT_TRUE(bracket->isEnabled());
-    // It closes with the other panels, and with its document.
-    action(document, "Materials")->trigger();
-    auto *materials = document.existingWindowControllerForWindowNibName("Materials");
-    EXPECT_TRUE(materials->window()->isVisible());
-    action(document, "Close All Panels")->trigger();
-    EXPECT_FALSE(panel->window()->isVisible());
-    EXPECT_FALSE(materials->window()->isVisible());
-    action(document, "Tooth Chart")->trigger();
-    EXPECT_EQ(document.existingWindowControllerForWindowNibName("ToothChart"), panel);
-    EXPECT_TRUE(document.mainWindow()->close());
-    EXPECT_FALSE(panel->window()->isVisible());
-    waitForClosed();
-}
-
-TEST_F(TreatmentWindows, aPanelsFrameStandsFivePointsBesideTheWindowsAndSixBelowItsTop)
-{
-    TreatmentDocument &document = open();
-    // The frame is told by the window manager.
-    ASSERT_TRUE(waitUntil([&] {
-        return windowOf(document).frameGeometry().top() != windowOf(document).geometry().top();
-    }));
-    windowOf(document).move(50, 80);
-    ASSERT_TRUE(waitUntil([&] { return windowOf(document).pos() == QPoint(50, 80); }));
-    for (int showing = 1; showing <= 2; ++showing) {
-        action(document, "Materials")->trigger();
-        QWidget *const panel =
-            document.existingWindowControllerForWindowNibName("Materials")->window();
-        ASSERT_TRUE(waitUntil([panel] { return panel->frameGeometry() != panel->geometry(); }));
-        letPass(0.2);
-        const QRect mother = windowOf(document).frameGeometry();
-        EXPECT_EQ(panel->frameGeometry().topLeft(), mother.topRight() + QPoint(6, 6))
-            << "showing " << showing;
-        panel->close();
-    }
-}
-
-TEST_F(TreatmentWindows, aPanelHasTheKeysOfTheWindowsMenusAndEscapeClosesIt)
-{
-    TreatmentDocument &document = open();
-    document.treatment()->document()->toggleVisibilityOfBracket("8");
-    action(document, "Tooth Chart")->trigger();
-    QWidget *const panel =
-        document.existingWindowControllerForWindowNibName("ToothChart")->window();
-    ASSERT_TRUE(waitUntil([panel] { return panel->isActiveWindow(); }));
-    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
-    ASSERT_TRUE(
-        waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
-    kelo::test::xdotool({"key", "ctrl+z"});
-    EXPECT_TRUE(waitUntil([&] { return bracketIsPlaced(document, "8"); }));
-    kelo::test::xdotool({"key", "F3"});
-    ASSERT_TRUE(waitUntil(
-        [&] { return document.existingWindowControllerForWindowNibName("Materials") != nullptr; }));
-    QWidget *const materials =
-        document.existingWindowControllerForWindowNibName("Materials")->window();
-    ASSERT_TRUE(waitUntil([&] { return materials->isActiveWindow(); }));
-    kelo::test::xdotool({"key", "Escape"});
-    EXPECT_TRUE(waitUntil([&] { return !materials->isVisible(); }));
-    EXPECT_TRUE(panel->isVisible());
-    panel->activateWindow();
-    ASSERT_TRUE(waitUntil([panel] { return panel->isActiveWindow(); }));
-    kelo::test::xdotool({"key", "ctrl+w"});
-    EXPECT_TRUE(waitUntil([&] { return !panel->isVisible(); }));
-    EXPECT_FALSE(document.isClosed());
-}
-
-TEST_F(TreatmentWindows, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
-{
-    TreatmentDocument &document = open();
-    OpenedTreatment &treatment = *document.treatment();
-    const auto &elastics = treatment.document()->elasticModels();
-    const auto label = [&](std::size_t index) {
-        const auto type = elastics[index]->elasticsConfigType();
-        return type ? type->typeLabel : std::string("none");
-    };
-    const auto nameIt = [&](std::size_t index, const QString &name) {
-        document.mainWindow()
-            ->view()
-            .delegate()
-            ->launchElasticsConfigAssociationSheetWithElasticModel_namingAction(elastics[index], 0);
-        auto *sheet = document.existingWindowControllerForWindowNibName("ElasticName");
-        sheet->window()->findChild<QLineEdit *>()->setText(name);
-        qobject_cast<QDialog *>(sheet->window())->accept();
-    };
-    const auto storedNames = [&] {
-        std::vector<std::string> names;
-        for (const auto &type : all->store().value()->namedElastics().value())
-            names.push_back(type.typeLabel);
-        return names;
-    };
-    using Names = std::vector<std::string>;
-    const std::string before = label(0);
-    const auto offered = treatment.document()->availableElasticsConfigTypes().size();
-
-    nameIt(2, " My box "); // has no name in the sample
-    nameIt(0, "Our Class II");
-    EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
-    QAction *const undo = action(document, "Undo Rename elastic 6 \u2013 30, Our Class II");
-    ASSERT_NE(undo, nullptr);
-    undo->trigger();
-    EXPECT_EQ(label(0), before);
-    EXPECT_EQ(storedNames(), (Names{before, "My box"}));
-    EXPECT_EQ(undo->text(), "&Undo Name elastic 13 \u2013 14 \u2013 19 \u2013 20, My box");
-    undo->trigger();
-    EXPECT_EQ(label(2), "none");
-    EXPECT_EQ(treatment.document()->availableElasticsConfigTypes().size(), offered);
-    EXPECT_EQ(storedNames(), Names{before});
-    QAction *const redo =
-        action(document, "Redo Name elastic 13 \u2013 14 \u2013 19 \u2013 20, My box");
-    ASSERT_NE(redo, nullptr);
-    redo->trigger();
-    redo->trigger();
-    EXPECT_EQ(label(0), "Our Class II");
-    EXPECT_EQ(label(2), "My box");
-    EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
-
-    const auto changes = treatment.changes().value();
-    ASSERT_GE(changes.size(), 6u);
-    const auto &last = changes.back();
-    EXPECT_EQ(last.what, "elastic renamed");
-    EXPECT_EQ(last.key, "6,30");
-    EXPECT_EQ(last.oldValue, QString::fromStdString(before));
-    EXPECT_EQ(last.newValue, "Our Class II");
-    const auto count = [&changes](const QString &what) {
-        return std::count_if(changes.begin(), changes.end(),
-                             [&what](const StoredChange &change) { return change.what == what; });
-    };
-    EXPECT_EQ(count("elastic renamed"), 3);
-    EXPECT_EQ(count("elastic named"), 3);
-    EXPECT_EQ(count("elastic placed"), 0);
-    EXPECT_EQ(count("elastic removed"), 0);
 }
 
 TEST_F(TreatmentWindows, aFurtherWindowStaysOnTheScreen)

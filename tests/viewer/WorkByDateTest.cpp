@@ -3,6 +3,7 @@
 #include "tests/viewer/ScriptFixture.h"
 #include "viewer/ChangeLogDialog.h"
 #include "viewer/DateBar.h"
+#include "viewer/DateText.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -26,6 +27,21 @@ const QByteArray twoNotes = R"({
     {"date": "2027-01-01", "bracketVisibilities": {}}
   ]
 })";
+
+TEST(DateTexts, haveFourDigitsOfTheYearInEveryLocale)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(shortDate(QDate(1911, 4, 2)), "02.04.1911");
+    EXPECT_EQ(shortDateTime(QDateTime(QDate(2026, 11, 21), QTime(9, 5))), "21.11.2026 09:05");
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    EXPECT_EQ(shortDate(QDate(2011, 4, 2)), "4/2/2011");
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+    EXPECT_EQ(shortDate(QDate(2011, 4, 2)), "2/4/2011");
+    QLocale::setDefault(QLocale::c());
+    EXPECT_EQ(shortDate(QDate(2011, 4, 2)), "2 Apr 2011");
+    QLocale::setDefault(before);
+}
 
 class WorkByDate : public testing::Test
 {

@@ -1,0 +1,26 @@
+#include "viewer/DateText.h"
+
+#include <QLocale>
+
+namespace viewer {
+
+QString shortDateFormat()
+{
+    QString format = QLocale().dateFormat(QLocale::ShortFormat);
+    if (!format.contains(QLatin1String("yyyy")))
+        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    return format;
+}
+
+QString shortDate(const QDate &date)
+{
+    return QLocale().toString(date, shortDateFormat());
+}
+
+QString shortDateTime(const QDateTime &moment)
+{
+    return shortDate(moment.date()) + QLatin1Char(' ') +
+           QLocale().toString(moment.time(), QLocale::ShortFormat);
+}
+
+} // namespace viewer
