@@ -298,7 +298,7 @@ void ViewInput::focusGained(Qt::KeyboardModifiers modifiers)
 {
     deliverPendingMove();
     if (!view_) return;
-    view_->becomeFirstResponder();
+    if (!std::exchange(hasFocus_, true)) view_->becomeFirstResponder();
     if (view_) noteModifiers(modifiers);
 }
 
@@ -308,7 +308,7 @@ void ViewInput::focusLost()
     deliverPendingMove();
     // Keys that are released elsewhere would stay held for ever.
     if (view_) noteModifiers(Qt::NoModifier);
-    if (view_) view_->resignFirstResponder();
+    if (std::exchange(hasFocus_, false) && view_) view_->resignFirstResponder();
 }
 
 void ViewInput::captureLost()

@@ -39,7 +39,7 @@ public:
     void keyReleased(const QKeyEvent &event);
     void pointerEntered(const QPointF &position, Qt::KeyboardModifiers modifiers);
     void pointerLeft();
-    /// The keyboard came, with these modifiers held, or went.
+    /// The keyboard came, with these modifiers held, or went. The view is told when that is news.
     void focusGained(Qt::KeyboardModifiers modifiers);
     void focusLost();
     /// Held buttons will not be released here.
@@ -88,6 +88,7 @@ private:
     std::uint32_t heldFlags_ = 0; ///< Shift, Control, Option, Command as the view knows them
     bool capsLock_ = false;
     bool isLent_ = false;
+    bool hasFocus_ = false;
 };
 
 } // namespace kelo

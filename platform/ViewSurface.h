@@ -24,12 +24,8 @@ public:
     virtual void repaintView() = 0;
     /// The cursor of a view without a native window.
     virtual void showCursor(const QCursor &cursor) = 0;
-    /// Whether the host is the widget that has the keyboard focus in its window.
-    virtual bool isFocusWidget() const = 0;
-    /// Whether another widget has it.
-    virtual bool anotherWidgetHasFocus() const = 0;
-    /// The keyboard focus goes to the next or previous widget; false when there is none.
-    virtual bool moveFocus(bool forward) = 0;
+    /// The native window was clicked: the host takes the keyboard, and passes it on.
+    virtual void takeKeyboard() = 0;
     /// Resizes the host so that the view gets this size.
     virtual void resizeForView(const Size &size) = 0;
     /// Where the input of a view without a native window comes in; null for others.

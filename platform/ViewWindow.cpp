@@ -10,17 +10,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPlatformSurfaceEvent>
-#include <QTimer>
 
 #include <string>
 
 namespace kelo {
 namespace {
-
-/// How often, and how many milliseconds apart, the keyboard is asked for: a quarter of a second in
-/// all, before anybody types.
-constexpr int keyboardAttempts = 6;
-constexpr int keyboardAttemptInterval = 50;
 
 QSurfaceFormat surfaceFormat(const PixelFormat &format)
 {
@@ -56,7 +50,6 @@ ViewWindow::ViewWindow(OpenGLView &view) : view_(&view), input_(view)
         // Another screen may have another scale.
         if (view_) view_->frameDidResize(view_->frame().size);
     });
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &ViewWindow::focusWindowDidChange);
 }
 
 void ViewWindow::detach()
@@ -158,19 +151,13 @@ void ViewWindow::hideEvent(QHideEvent *)
     if (view_) input_.pointerLeft();
 }
 
-bool ViewWindow::isWithin(const QWindow *ancestor) const
-{
-    return ancestor && ancestor->isAncestorOf(this);
-}
-
 void ViewWindow::focusInEvent(QFocusEvent *)
 {
-    keepsFocusForReturn_ = false;
-    hasClaimToFocus_ = true;
+    const Qt::KeyboardModifiers modifiers = QGuiApplication::queryKeyboardModifiers();
     if (std::exchange(focusIsPassing_, false))
-        input_.noteModifiers(QGuiApplication::queryKeyboardModifiers());
+        input_.noteModifiers(modifiers);
     else
-        input_.focusGained(QGuiApplication::queryKeyboardModifiers());
+        input_.focusGained(modifiers);
 }
 
 void ViewWindow::focusOutEvent(QFocusEvent *event)
@@ -180,62 +167,21 @@ void ViewWindow::focusOutEvent(QFocusEvent *event)
         focusIsPassing_ = true;
         return;
     }
-    // The window manager answers the press that activates a top-level window by giving the keyboard
-    // to that window, which takes nothing from a drag in here.
-    const bool leftForOther = !isWithin(QGuiApplication::focusWindow());
-    if (leftForOther) {
-        input_.captureLost();
-        keepsFocusForReturn_ = true;
-    } else if (input_.buttonIsHeld()) {
-        focusIsPassing_ = true;
-        return;
-    }
+    focusIsPassing_ = false;
+    input_.captureLost();
     input_.focusLost();
-}
-
-void ViewWindow::focusWindowDidChange(QWindow *focusWindow)
-{
-    // A window manager knows only top-level windows, and gives them the keyboard when they are
-    // clicked or activated, sometimes once more a little later. Unless another widget has taken the
-    // focus, it is still the view's.
-    if (!view_ || !isWithin(focusWindow) || !view_->acceptsFirstResponder()) return;
-    const ViewHost *host = view_->surface().host();
-    const bool stays = hasClaimToFocus_ && !(host && host->anotherWidgetHasFocus());
-    const bool returns = std::exchange(keepsFocusForReturn_, false);
-    const bool isCertain = input_.buttonIsHeld() || (host && host->isFocusWidget());
-    hasClaimToFocus_ = isCertain || stays || returns;
-    if (isCertain)
-        takeKeyboard(QGuiApplication::focusObject(), keyboardAttempts);
-    else if (hasClaimToFocus_)
-        // It may have been a click on another widget, which comes after the keyboard.
-        takeKeyboardLater(QGuiApplication::focusObject(), keyboardAttempts);
-}
-
-void ViewWindow::takeKeyboardLater(const QObject *focusObject, int attempts)
-{
-    QTimer::singleShot(keyboardAttemptInterval, this, [this, focusObject, attempts] {
-        const bool pressesElsewhere =
-            QGuiApplication::mouseButtons() != Qt::NoButton && !input_.buttonIsHeld();
-        if (QGuiApplication::focusObject() == focusObject && !pressesElsewhere)
-            takeKeyboard(focusObject, attempts);
-    });
-}
-
-void ViewWindow::takeKeyboard(const QObject *focusObject, int attempts)
-{
-    // An X server passes over a wish for the keyboard that seems older than the window manager's
-    // last word, and only later events tell Qt the newer time. So it is repeated for a moment, but
-    // not against a widget that has taken the focus meanwhile.
-    const QWindow *focusWindow = QGuiApplication::focusWindow();
-    if (!view_ || focusWindow == this || !isWithin(focusWindow)) return;
-    requestActivate();
-    if (attempts > 1) takeKeyboardLater(focusObject, attempts - 1);
 }
 
 void ViewWindow::mousePressEvent(QMouseEvent *event)
 {
     if (!view_) return;
-    if (view_->acceptsFirstResponder() && QGuiApplication::focusWindow() != this) requestActivate();
+    if (view_->acceptsFirstResponder()) {
+        ViewHost *host = view_->surface().host();
+        if (host && !view_->isInFullScreenMode())
+            host->takeKeyboard();
+        else if (QGuiApplication::focusWindow() != this)
+            requestActivate();
+    }
     input_.mousePressed(*event);
 }
 
@@ -264,14 +210,6 @@ void ViewWindow::wheelEvent(QWheelEvent *event)
 
 void ViewWindow::keyPressEvent(QKeyEvent *event)
 {
-    const bool back = event->key() == Qt::Key_Backtab;
-    const bool tab = back || event->key() == Qt::Key_Tab;
-    if (tab && view_ && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
-        ViewHost *host = view_->surface().host();
-        if (host && !view_->isInFullScreenMode() &&
-            host->moveFocus(!back && !(event->modifiers() & Qt::ShiftModifier)))
-            return;
-    }
     input_.keyPressed(*event);
 }
 

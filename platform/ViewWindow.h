@@ -7,8 +7,10 @@
 
 namespace kelo {
 
-/// The native window of a view: hands exposure, sizes and input to it. Lets go of the view with
-/// detach, which also ends the window as soon as no event of its own is being handled.
+/// The native window of a view: hands exposure, sizes and input to it. Inside of a widget it never
+/// has the display's keyboard focus, which window managers give to top-level windows only: the
+/// widget has Qt's focus and sends the events of focus and keys on to here. Lets go of the view
+/// with detach, which also ends the window as soon as no event of its own is being handled.
 class ViewWindow : public QWindow
 {
 public:
@@ -36,10 +38,6 @@ protected:
 private:
     bool handleEvent(QEvent *event);
     void draw();
-    bool isWithin(const QWindow *ancestor) const;
-    void focusWindowDidChange(QWindow *focusWindow);
-    void takeKeyboard(const QObject *focusObject, int attempts);
-    void takeKeyboardLater(const QObject *focusObject, int attempts);
     void nativeWindowWillGo();
 
     OpenGLView *view_;
@@ -47,9 +45,7 @@ private:
     int eventDepth_ = 0;
     bool wasExposed_ = false;
     bool cannotDraw_ = false;
-    bool keepsFocusForReturn_ = false; ///< the keyboard went to another top-level window
-    bool hasClaimToFocus_ = false;     ///< the last in its top-level window to have the keyboard
-    bool focusIsPassing_ = false;      ///< it is about to come back, to a press or from a menu
+    bool focusIsPassing_ = false; ///< it is about to come back from a menu
 };
 
 } // namespace kelo

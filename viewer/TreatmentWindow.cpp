@@ -36,9 +36,6 @@ namespace {
 /// Between the places of windows that open over each other, in points: a title bar stays in sight.
 constexpr int distanceOfWindows = 32;
 
-/// A desktop without a window manager makes no window active.
-constexpr int longestActivationInMilliseconds = 300;
-
 /// Asks for a file to write; a name without an ending gets this one. Empty when the user cancels.
 QString pathForSaving(QWidget *over, const QString &title, const QString &kinds, const char *ending)
 {
@@ -165,7 +162,6 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         treatment_->bringCatalogueForward();
         if (treatment_->todayIsOver())
             QTimer::singleShot(0, this, &TreatmentWindow::goOnToPresentDay);
-        QTimer::singleShot(0, this, &TreatmentWindow::runWhatWaits);
         break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -250,30 +246,18 @@ void TreatmentWindow::tell(const QString &sentence)
     box->open();
 }
 
-void TreatmentWindow::whenActiveAgain(std::function<void()> action)
-{
-    waiting_ = std::move(action);
-    QTimer::singleShot(window_.isActiveWindow() ? 0 : longestActivationInMilliseconds, this,
-                       &TreatmentWindow::runWhatWaits);
-}
-
-void TreatmentWindow::runWhatWaits()
-{
-    if (const auto action = std::exchange(waiting_, {})) action();
-}
-
 void TreatmentWindow::openFile()
 {
     const QString path = QFileDialog::getOpenFileName(&window_, tr("Open Treatment"), QString(),
                                                       tr("Treatments (*.json)"));
-    if (!path.isEmpty()) whenActiveAgain([this, path] { all_.openFile(path, &window_); });
+    if (!path.isEmpty()) all_.openFile(path, &window_);
 }
 
 void TreatmentWindow::importFile()
 {
     const QString path = QFileDialog::getOpenFileName(&window_, tr("Import Treatment"), QString(),
                                                       tr("Treatments (*.json)"));
-    if (!path.isEmpty()) whenActiveAgain([this, path] { all_.importFile(path, &window_); });
+    if (!path.isEmpty()) all_.importFile(path, &window_);
 }
 
 void TreatmentWindow::choosePatient()
@@ -284,9 +268,8 @@ void TreatmentWindow::choosePatient()
         return;
     }
     PatientsDialog dialog(*store.value(), &window_);
-    if (dialog.exec() != QDialog::Accepted || !dialog.treatment()) return;
-    whenActiveAgain(
-        [this, treatment = *dialog.treatment()] { all_.openStored(treatment, &window_); });
+    if (dialog.exec() == QDialog::Accepted && dialog.treatment())
+        all_.openStored(*dialog.treatment(), &window_);
 }
 
 bool TreatmentWindow::saveTreatment()

@@ -8,7 +8,6 @@
 #include <QDate>
 #include <QObject>
 
-#include <functional>
 #include <memory>
 
 class QAction;
@@ -72,10 +71,6 @@ private:
     void preferencesChanged();
     PageSettings pageSettings() const;
     void tell(const QString &sentence);
-    /// Acts once a dialog that has closed has given the keyboard back to the window. A window that
-    /// opened before would lose it again.
-    void whenActiveAgain(std::function<void()> action);
-    void runWhatWaits();
 
     /// @name Menus
     /// @{
@@ -141,7 +136,6 @@ private:
     QAction *later_ = nullptr;
     QAction *approved_ = nullptr;
     bool mayEdit_ = false;
-    std::function<void()> waiting_; ///< for the window to be active
 };
 
 } // namespace viewer

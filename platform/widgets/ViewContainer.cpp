@@ -61,13 +61,16 @@ void ViewContainer::giveUpWindow()
     window->hide();
     window->destroy();
     window->setParent(nullptr);
+    window->setFlag(Qt::WindowDoesNotAcceptFocus, false);
     delete inner_;
 }
 
 void ViewContainer::takeWindow()
 {
+    // The keyboard is this widget's. The display's focus in a window inside of another one would be
+    // a matter of who asks last, with the window manager, which knows nothing of it.
+    view_->window()->setFlag(Qt::WindowDoesNotAcceptFocus);
     inner_ = QWidget::createWindowContainer(view_->window(), this);
-    // The focus is this widget's: Qt's container hands a second setFocus on to the next widget.
     inner_->setFocusPolicy(Qt::NoFocus);
     inner_->setGeometry(rect());
     inner_->show();
@@ -92,31 +95,17 @@ void ViewContainer::showCursor(const QCursor &cursor)
     setCursor(cursor);
 }
 
-bool ViewContainer::isFocusWidget() const
+void ViewContainer::takeKeyboard()
 {
-    return hasFocus();
+    setFocus(Qt::MouseFocusReason);
+    if (!isActiveWindow()) window()->activateWindow();
 }
 
-bool ViewContainer::anotherWidgetHasFocus() const
+void ViewContainer::passOn(QEvent &event)
 {
-    const QWidget *widget = QApplication::focusWidget();
-    return widget && widget != this && widget != inner_ && widget != window();
-}
-
-bool ViewContainer::moveFocus(bool forward)
-{
-    const auto follows = [forward](const QWidget *widget) {
-        return forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-    };
-    for (QWidget *widget = follows(this); widget != this; widget = follows(widget)) {
-        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() &&
-                              widget->isVisible() && widget->window() == window();
-        if (!takesTab || widget == inner_ || widget == window()) continue;
-        window()->activateWindow();
-        widget->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-        return true;
-    }
-    return false;
+    // A view that fills the screen hears for itself. This may be the end of the view, and of this.
+    if (inner_ && view_ && !view_->isInFullScreenMode())
+        QCoreApplication::sendEvent(view_->window(), &event);
 }
 
 void ViewContainer::resizeForView(const Size &size)
@@ -189,26 +178,37 @@ void ViewContainer::wheelEvent(QWheelEvent *event)
 
 void ViewContainer::keyPressEvent(QKeyEvent *event)
 {
-    if (input_) input_->keyPressed(*event);
+    if (input_)
+        input_->keyPressed(*event);
+    else
+        passOn(*event);
 }
 
 void ViewContainer::keyReleaseEvent(QKeyEvent *event)
 {
-    if (input_) input_->keyReleased(*event);
+    if (input_)
+        input_->keyReleased(*event);
+    else
+        passOn(*event);
 }
 
 void ViewContainer::focusInEvent(QFocusEvent *event)
 {
     QWidget::focusInEvent(event);
-    if (inner_ && view_ && QGuiApplication::focusWindow() != view_->window())
-        view_->window()->requestActivate();
-    if (input_) input_->focusGained(QGuiApplication::keyboardModifiers());
+    if (input_)
+        input_->focusGained(QGuiApplication::keyboardModifiers());
+    else
+        passOn(*event);
 }
 
 void ViewContainer::focusOutEvent(QFocusEvent *event)
 {
     QWidget::focusOutEvent(event);
-    if (!input_ || event->reason() == Qt::PopupFocusReason) return;
+    if (!input_) {
+        passOn(*event);
+        return;
+    }
+    if (event->reason() == Qt::PopupFocusReason) return;
     input_->captureLost();
     input_->focusLost();
 }

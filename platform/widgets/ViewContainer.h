@@ -11,7 +11,7 @@
 namespace kelo {
 
 /// The widget that a host puts a view into. Holds the view's native window in an inner container
-/// that is made anew whenever the window comes (back); a view without a native window is painted,
+/// that is made anew whenever the window comes (back), and has the keyboard for it; a view without a native window is painted,
 /// and its input forwarded. Either may end first.
 class ViewContainer : public QWidget, private ViewHost
 {
@@ -44,11 +44,11 @@ private:
     void forgetView() override;
     void repaintView() override;
     void showCursor(const QCursor &cursor) override;
-    bool isFocusWidget() const override;
-    bool anotherWidgetHasFocus() const override;
-    bool moveFocus(bool forward) override;
+    void takeKeyboard() override;
     void resizeForView(const Size &size) override;
     ViewInput *input() const override { return input_.get(); }
+    /// Sends an event of focus or keys to the native window, if it is in here.
+    void passOn(QEvent &event);
 
     OpenGLView *view_;
     QPointer<QWidget> inner_;

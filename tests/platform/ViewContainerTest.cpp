@@ -176,15 +176,12 @@ TEST_F(ViewContainer, theTabKeyGoesThroughTheViewInBothDirections)
     after->show();
     before->setFocus();
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(before); }));
-    const auto viewHasKeyboard = [this] {
-        return QGuiApplication::focusWindow() == view->window();
-    };
     // The first window that is shown has given the keyboard to its first widget, the view.
     const int timesBefore = view->timesFirstResponder;
     EXPECT_EQ(view->timesResigned, timesBefore);
 
     ASSERT_TRUE(xdotool({"key", "Tab"}));
-    ASSERT_TRUE(waitUntil(viewHasKeyboard));
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     EXPECT_EQ(view->timesFirstResponder, timesBefore + 1);
     ASSERT_TRUE(xdotool({"key", "Tab"}));
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(after); }));
@@ -192,7 +189,7 @@ TEST_F(ViewContainer, theTabKeyGoesThroughTheViewInBothDirections)
     ASSERT_TRUE(xdotool({"key", "x"}));
     EXPECT_TRUE(waitUntil([&] { return after->text() == "x"; }));
     ASSERT_TRUE(xdotool({"key", "shift+Tab"}));
-    ASSERT_TRUE(waitUntil(viewHasKeyboard));
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     ASSERT_TRUE(xdotool({"key", "shift+Tab"}));
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(before); }));
     view->openGLContext().makeCurrentContext();
@@ -212,7 +209,7 @@ TEST_F(ViewContainer, aClickOnAnotherWidgetTakesTheKeyboardFromTheView)
     };
     ASSERT_TRUE(click(view->window()->mapToGlobal(QPoint(20, 20))));
     letPass(100); // the window manager's answer to the click
-    ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     ASSERT_TRUE(click(edit->mapToGlobal(QPoint(10, 5))));
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(edit); }));
     ASSERT_TRUE(xdotool({"key", "y"}));
@@ -226,7 +223,7 @@ TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
     showView();
     container->setFocus();
     letPass(100);
-    ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     QWidget other;
     other.resize(100, 100);
     other.show();
@@ -234,13 +231,86 @@ TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
     letPass(100); // the window manager gives a new window the keyboard of its own accord
     ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
     top->activateWindow();
-    EXPECT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }))
+    EXPECT_TRUE(waitUntil([this] { return viewHasKeyboard(); }))
         << "the keyboard is with "
         << (other.isActiveWindow()  ? "the other window"
             : top->isActiveWindow() ? "the top-level window"
                                     : "nobody");
     view->openGLContext().makeCurrentContext();
     EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, aWindowThatOpensRightAfterThisOneBecameActiveKeepsTheKeyboard)
+{
+    showView();
+    container->setFocus();
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
+    for (int round = 0; round < 10; ++round) {
+        // As when a dialog of this window closes, and what was chosen in it opens a window.
+        QWidget dialog(top.get(), Qt::Dialog);
+        dialog.resize(80, 60);
+        dialog.show();
+        ASSERT_TRUE(waitUntil([&] { return dialog.isActiveWindow(); }));
+        dialog.close();
+        QWidget other;
+        QLineEdit edit(&other);
+        other.resize(100, 100);
+        other.show();
+        edit.setFocus();
+        other.activateWindow();
+        ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); })) << "round " << round;
+        letPass(100);
+        ASSERT_TRUE(xdotool({"key", "z"}));
+        ASSERT_TRUE(waitUntil([&] { return edit.text() == "z"; })) << "round " << round;
+    }
+    view->openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theViewHearsOfTheKeyboardOnceInFullScreenAndBack)
+{
+    showView();
+    container->setFocus();
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
+    const auto hasIt = [this] { return view->timesFirstResponder == view->timesResigned + 1; };
+    ASSERT_TRUE(hasIt());
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(view->enterFullScreenMode());
+        ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
+        letPass(50);
+        EXPECT_TRUE(hasIt()) << "round " << round;
+        view->events.clear();
+        ASSERT_TRUE(xdotool({"key", "b"}));
+        EXPECT_TRUE(waitUntil([this] {
+            return !view->events.empty() && view->events.back().type == EventType::KeyUp;
+        })) << "round "
+            << round;
+        view->exitFullScreenModeWithOptions();
+        ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); })) << "round " << round;
+        letPass(50);
+        EXPECT_TRUE(hasIt()) << "round " << round;
+        view->events.clear();
+        ASSERT_TRUE(xdotool({"key", "c"}));
+        EXPECT_TRUE(waitUntil([this] {
+            return !view->events.empty() && view->events.back().type == EventType::KeyUp;
+        })) << "round "
+            << round;
+    }
+    view->openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ViewContainer, theViewMayEndAtAKeyThatIsPassedOn)
+{
+    showView();
+    container->setFocus();
+    ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
+    view->onEvent = [this](const Event &event) {
+        if (event.type == EventType::KeyDown) view.reset();
+    };
+    ASSERT_TRUE(xdotool({"key", "d"}));
+    EXPECT_TRUE(waitUntil([this] { return view == nullptr; }));
+    letPass(50);
 }
 
 } // namespace

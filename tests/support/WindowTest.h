@@ -81,6 +81,12 @@ protected:
         view->events.clear();
     }
 
+    /// Whether keys go to the view.
+    bool viewHasKeyboard() const
+    {
+        return container->hasFocus() && QGuiApplication::focusWindow() == top->windowHandle();
+    }
+
     /// Sends a mouse event to the view's window, with the position counted from the top left.
     void mouse(QEvent::Type type, const QPointF &position, Qt::MouseButton button,
                Qt::MouseButtons held, Qt::KeyboardModifiers modifiers = {},
