@@ -72,7 +72,7 @@ TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
 void OpenTreatments::openOrTell(const CommandLine &commandLine, QWidget *over)
 {
     if (TreatmentDocument *const before = openedBefore(commandLine)) {
-        before->mainWindow()->bringToFront();
+        before->windowControllers().front()->showWindow(); // not the panels that are closed
         return;
     }
     try {

@@ -137,7 +137,11 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
     bracket.menu()->clear();
     if (!document_) return;
     const auto choose = [this, key](std::optional<long> typeID) {
-        document_->bracket_setColorWithBracketColorTypeID(key, typeID);
+        // Whoever chooses a colour wants to see it.
+        if (typeID)
+            document_->bracket_makeVisibleAndSetColorWithBracketColorTypeID(key, typeID);
+        else
+            document_->bracket_setColorWithBracketColorTypeID(key, typeID);
         refresh();
     };
     bracket.menu()->addAction(tr("No colour"), this, [choose] { choose(std::nullopt); });

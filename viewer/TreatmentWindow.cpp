@@ -139,14 +139,6 @@ bool TreatmentWindow::close()
     return window_.close();
 }
 
-void TreatmentWindow::bringToFront()
-{
-    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
-    window_.show();
-    window_.raise();
-    window_.activateWindow();
-}
-
 bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
 {
     switch (event->type()) {

@@ -57,8 +57,6 @@ public:
     void tellAboutOpening();
     /// As its user would; false when the window stays.
     bool close();
-    /// In front of all others, with the keyboard, and not as an icon.
-    void bringToFront();
 
 private:
     bool eventFilter(QObject *object, QEvent *event) override;

@@ -50,6 +50,7 @@ void WindowController::showWindow(QObject *)
 {
     QWidget *const shown = window();
     if (!shown) return;
+    shown->setWindowState(shown->windowState() & ~Qt::WindowMinimized);
     shown->show();
     shown->raise();
     shown->activateWindow();

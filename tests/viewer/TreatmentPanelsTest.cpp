@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QToolButton>
 
 namespace {
@@ -48,6 +49,15 @@ TEST_F(TreatmentPanels, theToothChartChangesTheTreatmentAndOnlyLooksAtApprovedOn
     EXPECT_FALSE(bracket->isEnabled());
     action(document, "Approved")->trigger();
     EXPECT_TRUE(bracket->isEnabled());
+    emit bracket->menu()->aboutToShow();
+    QAction *lightBlue = nullptr;
+    for (QAction *color : bracket->menu()->actions()) {
+        if (color->text() == "Light blue") lightBlue = color;
+    }
+    ASSERT_NE(lightBlue, nullptr);
+    lightBlue->trigger();
+    EXPECT_TRUE(bracketIsPlaced(document, "8")) << "a colour is chosen to be seen";
+    EXPECT_EQ(bracket->accessibleName(), "Bracket 8: Light blue");
     // It closes with the other panels, and with its document.
     action(document, "Materials")->trigger();
     auto *materials = document.existingWindowControllerForWindowNibName("Materials");

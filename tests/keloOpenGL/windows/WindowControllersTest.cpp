@@ -126,6 +126,8 @@ TEST_F(Windows, askingTwiceForTheSameInterfaceFileShowsOneWindow)
         "Panel", controllerClass<OptionPanelController>());
     EXPECT_EQ(&first, &second);
     EXPECT_TRUE(first.window()->isVisible());
+    EXPECT_TRUE(kelo::test::waitUntil([&first] { return first.window()->isActiveWindow(); }))
+        << "the key window";
     EXPECT_EQ(document.windowControllers().size(), 1u);
     EXPECT_EQ(document.existingWindowControllerForWindowNibName("Panel"), &first);
     EXPECT_EQ(document.existingWindowControllerForWindowNibName("Other"), nullptr);
@@ -266,6 +268,50 @@ TEST_F(Windows, aClosedMainWindowNoLongerHearsNotificationsNorFollowsTheDocument
     EXPECT_EQ(view->documentModel(), document.model()) << "the last one stays";
     controller.setDocument(&document);
     EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(Windows, theBindingsEndBeforeTheWindowsClosingClosesTheDocument)
+{
+    SolidWindowController &controller = mainWindow();
+    const auto view = controller.view();
+    DXDocument another;
+    bool wasTold = false;
+    QObject::connect(&document, &Document::closed, [&] {
+        wasTold = true;
+        controller.setDocument(&another);
+        EXPECT_EQ(view->documentModel(), document.model());
+        controller.setDocument(&document);
+    });
+    controller.window()->close();
+    EXPECT_TRUE(wasTold);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(Windows, theQueuedFittingLeavesThatOfAnotherViewInTheQueue)
+{
+    std::vector<const void *> about;
+    const int observer = 0;
+    const int anotherView = 0;
+    NotificationCenter::defaultCenter().addObserver(
+        &observer, [&](const Notification &fitting) { about.push_back(fitting.object); },
+        "zoomToFitNotification");
+    NotificationQueue::defaultQueue().enqueueNotification({"zoomToFitNotification", &anotherView},
+                                                          PostingStyle::Soon);
+    const SolidWindowController &controller = mainWindow();
+    loop->advance(0.1);
+    EXPECT_EQ(about, (std::vector<const void *>{&anotherView, controller.view().get()}));
+    NotificationCenter::defaultCenter().removeObserver(&observer);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(Windows, aWindowThatWasMadeAnIconIsShownAgain)
+{
+    WindowController controller;
+    controller.setWindow(std::make_unique<QWidget>());
+    controller.showWindow();
+    controller.window()->showMinimized();
+    controller.showWindow();
+    EXPECT_FALSE(controller.window()->isMinimized());
 }
 
 TEST_F(Windows, anOpenMainWindowFollowsTheControllersDocument)
