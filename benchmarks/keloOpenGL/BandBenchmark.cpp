@@ -9,8 +9,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <array>
 #include <string>
@@ -114,13 +112,3 @@ BENCHMARK(bandComputation)->ArgName("bands")->Arg(1)->Arg(16)->Arg(64)->Arg(256)
 BENCHMARK(frameWithBands)->Apply(frames);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

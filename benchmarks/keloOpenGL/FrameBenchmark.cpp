@@ -10,8 +10,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -163,13 +161,3 @@ BENCHMARK(readMeshFiles)->Apply(loading);
 BENCHMARK(loadMeshFiles)->Apply(loading);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -1,11 +1,10 @@
 // A patient's file: what is read, and what is said about a file that is wrong.
 
+#include "tests/tools/ParameterFileTest.h"
 #include "tools/meshgen/PatientFile.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -24,37 +23,7 @@ std::string allTeeth(int missing = 0)
     return text;
 }
 
-class MeshgenPatientFile : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        path = std::filesystem::temp_directory_path() /
-               (std::string("patient-") +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".csv");
-    }
-    void TearDown() override { std::filesystem::remove(path); }
-
-    PatientParameters read(const std::string &text)
-    {
-        std::ofstream(path, std::ios::binary) << text;
-        return readPatient(path.string());
-    }
-    /// The message without the file's path.
-    std::string messageFor(const std::string &text)
-    {
-        try {
-            read(text);
-        } catch (const std::runtime_error &error) {
-            const std::string message = error.what();
-            EXPECT_TRUE(message.starts_with(path.string())) << message;
-            return message.substr(path.string().size());
-        }
-        return "nothing was thrown";
-    }
-
-    std::filesystem::path path;
-};
+using MeshgenPatientFile = test::ParameterFileTest<&readPatient>;
 
 TEST_F(MeshgenPatientFile, commentsBlankLinesAndBlanksRoundTheCellsDoNotCount)
 {

@@ -1,14 +1,12 @@
 // Reliefs: the file that they stand in, and the hollows that they leave in crowns.
 
+#include "tests/tools/ParameterFileTest.h"
 #include "tools/meshgen/PatientMeshes.h"
 #include "tools/meshgen/Relief.h"
 #include "tools/meshgen/ToothShape.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -18,37 +16,7 @@ namespace {
 
 const std::string heading = "tooth,x,y,z,dx,dy,dz\n";
 
-class MeshgenReliefFile : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        path = std::filesystem::temp_directory_path() /
-               (std::string("relief-") +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".csv");
-    }
-    void TearDown() override { std::filesystem::remove(path); }
-
-    std::vector<Relief> read(const std::string &text)
-    {
-        std::ofstream(path, std::ios::binary) << text;
-        return readReliefs(path.string());
-    }
-    /// The message without the file's path.
-    std::string messageFor(const std::string &text)
-    {
-        try {
-            read(text);
-        } catch (const std::runtime_error &error) {
-            const std::string message = error.what();
-            EXPECT_TRUE(message.starts_with(path.string())) << message;
-            return message.substr(path.string().size());
-        }
-        return "nothing was thrown";
-    }
-
-    std::filesystem::path path;
-};
+using MeshgenReliefFile = test::ParameterFileTest<&readReliefs>;
 
 TEST_F(MeshgenReliefFile, everyLineIsAReliefInTheOrderOfTheFile)
 {
