@@ -19,13 +19,16 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 
 #include <algorithm>
 #include <utility>
@@ -45,6 +48,18 @@ QString pathForSaving(QWidget *over, const QString &title, const QString &kinds,
     dialog.setDefaultSuffix(QString::fromLatin1(ending));
     if (dialog.exec() != QDialog::Accepted) return {};
     return dialog.selectedFiles().value(0);
+}
+
+/// Those among the rows, and in their submenus, that have a key.
+QList<QAction *> rowsWithKeys(QList<QAction *> rows)
+{
+    QList<QAction *> found;
+    while (!rows.isEmpty()) {
+        QAction *const row = rows.takeFirst();
+        if (row->menu()) rows << row->menu()->actions();
+        if (!row->shortcut().isEmpty()) found << row;
+    }
+    return found;
 }
 
 } // namespace
@@ -159,6 +174,10 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::KeyPress:
+        if (object == view_->window() && view_->isInFullScreenMode() &&
+            actOnKeyInFullScreen(*static_cast<QKeyEvent *>(event)))
+            return true;
+        [[fallthrough]];
     case QEvent::KeyRelease:
         QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
         break;
@@ -166,6 +185,21 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         break;
     }
     return QObject::eventFilter(object, event);
+}
+
+bool TreatmentWindow::actOnKeyInFullScreen(const QKeyEvent &key)
+{
+    const auto rows = rowsWithKeys(window_.menuBar()->actions());
+    const auto found = std::find_if(rows.begin(), rows.end(), [&key](const QAction *row) {
+        return row->shortcuts().contains(QKeySequence(key.keyCombination())) && row->isEnabled();
+    });
+    if (found == rows.end()) return false;
+    // Dialogs and panels would open behind the view.
+    const bool opensWindow = (*found)->text().endsWith(u'…') || inFrontOfWindow_.contains(*found);
+    if (opensWindow) view_->exitFullScreenModeWithOptions();
+    const QPointer<QAction> row = *found;
+    QTimer::singleShot(0, row, [row] { row->trigger(); }); // not inside of the view's own event
+    return true;
 }
 
 void TreatmentWindow::userDidSomething()
@@ -456,12 +490,9 @@ void TreatmentWindow::shareKeys(kelo::WindowController &panel)
 {
     QWidget *const window = panel.window();
     if (!window->actions().isEmpty()) return; // shown before
-    QList<QAction *> rows = window_.menuBar()->actions();
-    while (!rows.isEmpty()) {
-        QAction *const row = rows.takeFirst();
-        if (row->menu()) rows << row->menu()->actions();
+    for (QAction *row : rowsWithKeys(window_.menuBar()->actions())) {
         // The key that closes a window closes the panel here.
-        if (!row->shortcut().isEmpty() && row != closeWindow_) window->addAction(row);
+        if (row != closeWindow_) window->addAction(row);
     }
     auto *close = new QAction(window);
     close->setShortcuts({closeWindow_->shortcut(), QKeySequence(Qt::Key_Escape)});

@@ -6,11 +6,13 @@
 #include "viewer/UndoHistory.h"
 
 #include <QDate>
+#include <QList>
 #include <QObject>
 
 #include <memory>
 
 class QAction;
+class QKeyEvent;
 class QMainWindow;
 class QMenu;
 class QToolBar;
@@ -60,6 +62,8 @@ public:
 
 private:
     bool eventFilter(QObject *object, QEvent *event) override;
+    /// The keys of the menus, which only windows with menus have by themselves.
+    bool actOnKeyInFullScreen(const QKeyEvent &key);
     void userDidSomething();
     /// Stores what the document has not reported yet; where that fails the user is asked. False to
     /// go on working.
@@ -129,6 +133,7 @@ private:
     PageSettings page_; ///< as the program was started with them
     QToolBar *dateBar_; ///< around the dates
     DateBar *dates_;
+    QList<QAction *> inFrontOfWindow_; ///< what they show stands in front of the window
     QAction *closeWindow_ = nullptr;
     QAction *earlier_ = nullptr;
     QAction *later_ = nullptr;

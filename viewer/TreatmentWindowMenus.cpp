@@ -216,10 +216,11 @@ void TreatmentWindow::makeThemeRows(QMenu &menu)
 void TreatmentWindow::makePanelsMenu()
 {
     QMenu *panels = window_.menuBar()->addMenu(tr("&Panels"));
-    panels->addAction(tr("&Tooth Chart"), this, &TreatmentWindow::showToothChart)
-        ->setShortcut(QKeySequence(Qt::Key_F2));
-    panels->addAction(tr("&Materials"), this, &TreatmentWindow::showMaterials)
-        ->setShortcut(QKeySequence(Qt::Key_F3));
+    QAction *chart = panels->addAction(tr("&Tooth Chart"), this, &TreatmentWindow::showToothChart);
+    chart->setShortcut(QKeySequence(Qt::Key_F2));
+    QAction *materials = panels->addAction(tr("&Materials"), this, &TreatmentWindow::showMaterials);
+    materials->setShortcut(QKeySequence(Qt::Key_F3));
+    inFrontOfWindow_ = {chart, materials, closeWindow_};
     panels->addSeparator();
     panels->addAction(tr("&Close All Panels"), this, [] {
         kelo::NotificationCenter::defaultCenter().postNotification({closeAllOptionPanels});

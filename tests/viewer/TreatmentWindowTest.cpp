@@ -234,6 +234,37 @@ TEST_F(TreatmentWindows, earlierAndLaterNotesCanBeGoneToWhereThereAreSome)
     EXPECT_FALSE(action(document, "Later Note")->isEnabled());
 }
 
+TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    const auto isFull = [&view] { return view.isInFullScreenMode() && view.isExposed(); };
+    kelo::test::xdotool({"key", "F11"});
+    ASSERT_TRUE(waitUntil(isFull));
+    letPass(200);
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
+    ASSERT_TRUE(
+        waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
+    kelo::test::xdotool({"key", "ctrl+z"});
+    EXPECT_TRUE(waitUntil([&] { return bracketIsPlaced(document, "8"); }));
+    EXPECT_TRUE(view.isInFullScreenMode());
+    kelo::test::xdotool({"key", "F2"}); // a panel would stand behind the view
+    EXPECT_TRUE(waitUntil([&] {
+        const auto *chart = document.existingWindowControllerForWindowNibName("ToothChart");
+        return chart && !view.isInFullScreenMode();
+    }));
+    ASSERT_TRUE(waitUntil([] { return QApplication::activeWindow() != nullptr; }));
+    letPass(200); // the window or its panel, as the window manager likes
+    kelo::test::xdotool({"key", "F11"});
+    ASSERT_TRUE(waitUntil(isFull));
+    letPass(200);
+    kelo::test::xdotool({"key", "F11"});
+    EXPECT_TRUE(waitUntil([&view] { return !view.isInFullScreenMode(); }));
+    view.openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(TreatmentWindows, unsavedChangesAreAskedForOnce)
 {
     commandLine.file = writeFile("other.json");
