@@ -316,15 +316,15 @@ TEST_F(TreatmentSessionTest, twoReportsWhileTheDatabaseIsLockedAreStoredWithTheN
 
 TEST_F(TreatmentSessionTest, aKeptReportIsLoggedWithTheTimeOfTheChange)
 {
-    qint64 time = 100;
-    store->setClock([&time] { return time; });
+    const auto time = std::make_shared<qint64>(100); // the session asks when it ends, too
+    store->setClock([time] { return *time; });
     {
         const OtherConnection other(path);
         other.run(QStringLiteral("BEGIN IMMEDIATE"));
         document->toggleVisibilityOfTooth("5");
         other.run(QStringLiteral("ROLLBACK"));
     }
-    time = 200;
+    *time = 200;
     ASSERT_TRUE(session->storeKeptReports());
     EXPECT_EQ(store->changes(treatmentID).value().back().changedAt, 100);
 }
