@@ -23,14 +23,31 @@ void assertThatAllAreGiven(const DXDocumentModel::Models &models)
         assertThat(model != nullptr, "A dictionary of models holds no null");
 }
 
-void appendModel(DXDocumentModel::ModelList &list,
-                 const std::shared_ptr<DXGLightweightModel> &model, const std::string &listName,
-                 const std::string &modelName)
+void appendLoaded(DXDocumentModel::ModelList &list, std::shared_ptr<DXGLightweightModel> model)
 {
-    if (!model)
-        throw ModelNotLoaded("The " + listName + " need the " + modelName +
-                             ", which is not loaded");
-    list.push_back(model);
+    if (model) list.push_back(std::move(model));
+}
+
+/// The keys of one jaw; the button at an index belongs to the tooth at that index.
+struct JawKeys
+{
+    std::vector<std::string> teeth;
+    std::vector<std::string> buttons;
+};
+
+JawKeys upperKeys()
+{
+    return {TreatmentNote::upperToothNameKeys(), TreatmentNote::upperLingualButtonNameKeys()};
+}
+
+JawKeys lowerKeys()
+{
+    return {TreatmentNote::lowerToothNameKeys(), TreatmentNote::lowerLingualButtonNameKeys()};
+}
+
+[[noreturn]] void refuseList(const std::string &listName, const std::string &modelName)
+{
+    throw ModelNotLoaded("The " + listName + " need the " + modelName + ", which is not loaded");
 }
 
 } // namespace
@@ -129,7 +146,7 @@ void DXDocumentModel::setAvailableElasticsConfigTypes(ElasticsConfigTypes types)
     _availableElasticsConfigTypes = std::move(types);
 }
 
-DXDocumentModel::ModelList DXDocumentModel::models() const
+DXDocumentModel::ModelList DXDocumentModel::loadedModels() const
 {
     ModelList list;
     list.reserve(_toothModels.size() + _bracketModels.size() + _buttonModels.size() + 2);
@@ -137,8 +154,33 @@ DXDocumentModel::ModelList DXDocumentModel::models() const
         for (const auto &[key, model] : *dictionary)
             list.push_back(model);
     }
-    appendModel(list, _upperGumModel, "models", "upper gum");
-    appendModel(list, _lowerGumModel, "models", "lower gum");
+    appendLoaded(list, _upperGumModel);
+    appendLoaded(list, _lowerGumModel);
+    return list;
+}
+
+DXDocumentModel::ModelList DXDocumentModel::models() const
+{
+    if (!_upperGumModel) refuseList("models", "upper gum");
+    if (!_lowerGumModel) refuseList("models", "lower gum");
+    return loadedModels();
+}
+
+DXDocumentModel::ModelList
+DXDocumentModel::loadedModelsOfJaw(const std::shared_ptr<DXGLightweightModel> &gum,
+                                   const std::vector<std::string> &toothKeys,
+                                   const std::vector<std::string> &buttonKeys) const
+{
+    assertThat(toothKeys.size() == buttonKeys.size(),
+               "The lists of teeth and of lingual buttons are parallel");
+    ModelList list;
+    list.reserve(1 + 3 * toothKeys.size());
+    appendLoaded(list, gum);
+    for (std::size_t i = 0; i < toothKeys.size(); ++i) {
+        appendLoaded(list, modelUnderKey(_toothModels, toothKeys[i]));
+        appendLoaded(list, modelUnderKey(_bracketModels, toothKeys[i]));
+        appendLoaded(list, modelUnderKey(_buttonModels, buttonKeys[i]));
+    }
     return list;
 }
 
@@ -146,34 +188,44 @@ DXDocumentModel::ModelList DXDocumentModel::modelsOfJaw(
     const std::string &jaw, const std::shared_ptr<DXGLightweightModel> &gum,
     const std::vector<std::string> &toothKeys, const std::vector<std::string> &buttonKeys) const
 {
-    assertThat(toothKeys.size() == buttonKeys.size(),
-               "The lists of teeth and of lingual buttons are parallel");
+    ModelList list = loadedModelsOfJaw(gum, toothKeys, buttonKeys);
+    if (list.size() == 1 + 3 * toothKeys.size()) return list;
+    // Something is missing; which it is, is only looked for now.
     const std::string listName = jaw + " models";
-    ModelList list;
-    list.reserve(1 + 3 * toothKeys.size());
-    appendModel(list, gum, listName, jaw + " gum");
+    if (!gum) refuseList(listName, jaw + " gum");
+    const auto require = [&](const Models &models, const char *kind, const std::string &key) {
+        if (!modelUnderKey(models, key)) refuseList(listName, kind + (" \"" + key) + '"');
+    };
     for (std::size_t i = 0; i < toothKeys.size(); ++i) {
-        const std::string &tooth = toothKeys[i];
-        const std::string &button = buttonKeys[i];
-        appendModel(list, modelUnderKey(_toothModels, tooth), listName, "tooth \"" + tooth + "\"");
-        appendModel(list, modelUnderKey(_bracketModels, tooth), listName,
-                    "bracket \"" + tooth + "\"");
-        appendModel(list, modelUnderKey(_buttonModels, button), listName,
-                    "button \"" + button + "\"");
+        require(_toothModels, "tooth", toothKeys[i]);
+        require(_bracketModels, "bracket", toothKeys[i]);
+        require(_buttonModels, "button", buttonKeys[i]);
     }
     return list;
 }
 
 DXDocumentModel::ModelList DXDocumentModel::upperModels() const
 {
-    return modelsOfJaw("upper", _upperGumModel, TreatmentNote::upperToothNameKeys(),
-                       TreatmentNote::upperLingualButtonNameKeys());
+    const JawKeys keys = upperKeys();
+    return modelsOfJaw("upper", _upperGumModel, keys.teeth, keys.buttons);
 }
 
 DXDocumentModel::ModelList DXDocumentModel::lowerModels() const
 {
-    return modelsOfJaw("lower", _lowerGumModel, TreatmentNote::lowerToothNameKeys(),
-                       TreatmentNote::lowerLingualButtonNameKeys());
+    const JawKeys keys = lowerKeys();
+    return modelsOfJaw("lower", _lowerGumModel, keys.teeth, keys.buttons);
+}
+
+DXDocumentModel::ModelList DXDocumentModel::loadedUpperModels() const
+{
+    const JawKeys keys = upperKeys();
+    return loadedModelsOfJaw(_upperGumModel, keys.teeth, keys.buttons);
+}
+
+DXDocumentModel::ModelList DXDocumentModel::loadedLowerModels() const
+{
+    const JawKeys keys = lowerKeys();
+    return loadedModelsOfJaw(_lowerGumModel, keys.teeth, keys.buttons);
 }
 
 DXDocumentModel::Visibilities DXDocumentModel::toothVisibilities() const

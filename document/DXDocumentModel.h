@@ -138,6 +138,11 @@ public:
     /// loaded.
     ModelList upperModels() const;
     ModelList lowerModels() const;
+    /// The same three lists, in the same order, without what is not loaded; what a view draws and
+    /// fits. A tooth whose set is not loaded is like one that the patient does not have.
+    ModelList loadedModels() const;
+    ModelList loadedUpperModels() const;
+    ModelList loadedLowerModels() const;
     /// @}
 
     /// @name Visibilities
@@ -255,6 +260,9 @@ public:
     std::vector<std::string> checkSanity() const;
 
 private:
+    ModelList loadedModelsOfJaw(const std::shared_ptr<DXGLightweightModel> &gum,
+                                const std::vector<std::string> &toothKeys,
+                                const std::vector<std::string> &buttonKeys) const;
     ModelList modelsOfJaw(const std::string &jaw, const std::shared_ptr<DXGLightweightModel> &gum,
                           const std::vector<std::string> &toothKeys,
                           const std::vector<std::string> &buttonKeys) const;

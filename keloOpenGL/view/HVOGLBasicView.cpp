@@ -65,7 +65,6 @@ void HVOGLBasicView::setBufferSwappingEnabled(bool enabled)
 void HVOGLBasicView::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
 {
     documentModel_ = std::move(model);
-    incompleteDocumentReported_ = false;
     zoomToFit();
     setNeedsDisplay(true);
 }

@@ -261,7 +261,6 @@ protected:
 private:
     void setUpFirstCycle();
     void drawBackground();
-    void reportIncompleteDocument(const char *reason);
 
     std::shared_ptr<DXDocumentModel> documentModel_;
     std::shared_ptr<Timer> timer_;
@@ -273,7 +272,6 @@ private:
     PixelSize viewportSize_;
     std::shared_ptr<const Extents> modelExtents_;
     bool isFirstDrawRect_ = true;
-    bool incompleteDocumentReported_ = false;
 };
 
 } // namespace kelo

@@ -225,12 +225,10 @@ void HVOGLBasicView::drawContent()
     if (!makeCurrentContextIfNeeded()) return;
     glDisable(GL_BLEND);
     if (!documentModel_) return;
-    try {
-        drawModels(documentModel_->upperModels(), upperMouthTransform());
-        drawModels(documentModel_->lowerModels(), lowerMouthTransform());
-    } catch (const ModelNotLoaded &missing) {
-        reportIncompleteDocument(missing.what());
-    }
+    // What is not loaded is left out: one missing mesh must not hide both jaws. Who loads hears of
+    // it (DXDocumentModel's loading operations).
+    drawModels(documentModel_->loadedUpperModels(), upperMouthTransform());
+    drawModels(documentModel_->loadedLowerModels(), lowerMouthTransform());
 }
 
 void HVOGLBasicView::drawModels(const std::vector<std::shared_ptr<DXGLightweightModel>> &models,
@@ -248,14 +246,6 @@ void HVOGLBasicView::drawModels(const std::vector<std::shared_ptr<DXGLightweight
         }
     }
     glPopMatrix();
-}
-
-void HVOGLBasicView::reportIncompleteDocument(const char *reason)
-{
-    // Once a document, not once a frame: a host may show the view while it is still loading.
-    if (!incompleteDocumentReported_)
-        std::fprintf(stderr, "Error: Couldn't draw the document: %s\n", reason);
-    incompleteDocumentReported_ = true;
 }
 
 std::string HVOGLBasicView::errorReport(unsigned code)

@@ -143,12 +143,11 @@ void HVOGLBasicView::updateExtents()
     try {
         const auto united = std::make_shared<MutableExtents>();
         if (documentModel()) {
-            for (const auto &model : documentModel()->models())
+            for (const auto &model : documentModel()->loadedModels())
                 united->absorbExtents(model->extents());
         }
         setModelExtents(united->active() ? united : nullptr);
     } catch (const std::exception &) {
-        // A document whose models are not all loaded has no extents yet.
         setModelExtents(nullptr);
     }
 }

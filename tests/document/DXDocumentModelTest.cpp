@@ -227,6 +227,37 @@ TEST_F(DXDocumentModelTest, aListThatNamesAMissingModelIsRefusedByName)
     expectRefusal(all, "The models need the upper gum, which is not loaded");
 }
 
+TEST_F(DXDocumentModelTest, theLoadedListsLeaveOutWhatIsNotLoaded)
+{
+    EXPECT_EQ(document->loadedUpperModels(), document->upperModels());
+    EXPECT_EQ(document->loadedLowerModels(), document->lowerModels());
+    EXPECT_EQ(document->loadedModels(), document->models());
+
+    auto expected = document->upperModels();
+    auto teeth = document->toothModels();
+    auto brackets = document->bracketModels();
+    auto buttons = document->buttonModels();
+    teeth.erase("3");
+    brackets.erase("3");
+    buttons.erase("3l");
+    brackets.erase("8");
+    document->setToothModels(teeth);
+    document->setBracketModels(brackets);
+    document->setButtonModels(buttons);
+    document->setUpperGumModel(nullptr);
+    // In the upper list the gum is first, then three models a tooth, from "2" on.
+    expected.erase(expected.begin() + 1 + 3 * 6 + 1);
+    expected.erase(expected.begin() + 1 + 3, expected.begin() + 1 + 6);
+    expected.erase(expected.begin());
+    EXPECT_EQ(document->loadedUpperModels(), expected);
+    EXPECT_EQ(document->loadedUpperModels().size(), 43u - 5u);
+    EXPECT_EQ(document->loadedLowerModels().size(), 43u);
+    EXPECT_EQ(document->loadedModels().size(), 86u - 5u);
+    EXPECT_EQ(document->loadedModels().back(), document->lowerGumModel());
+    EXPECT_TRUE(DXDocumentModel().loadedModels().empty());
+    EXPECT_TRUE(DXDocumentModel().loadedUpperModels().empty());
+}
+
 TEST_F(DXDocumentModelTest, everyButtonGetsTheExtendedHitbox)
 {
     for (const auto &[key, model] : document->buttonModels())

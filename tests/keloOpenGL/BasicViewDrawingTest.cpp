@@ -337,18 +337,78 @@ TEST_F(BasicViewDrawing, theJawsAreDrawnUnderTheirTransforms)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(BasicViewDrawing, anIncompleteDocumentIsReportedOnceAndDrawsTheRestOfTheFrame)
+TEST_F(BasicViewDrawing, aMissingBracketIsLeftOutAndAllElseIsDrawn)
 {
     const auto document = boxDocument();
-    document->setToothModels({});
+    document->bracketModels().at("8")->setMaterial(
+        HVOGLMaterial::materialWithColor(Color{1.0, 0.0, 0.0, 1.0}));
     view->setDocumentModel(document);
-    const std::string said = test::standardErrorOf([&] {
-        view->display();
-        view->display();
-    });
-    EXPECT_EQ(said.rfind("Error: Couldn't draw the document: ", 0), 0u) << said;
-    EXPECT_EQ(said.find('\n'), said.size() - 1) << said;
+    const QImage whole = view->grabImage();
+    document->bracketModels().at("8")->setHiddenPrimary(true);
+    const QImage withoutIt = view->grabImage();
+    EXPECT_NE(withoutIt, whole);
+
+    const auto incomplete = boxDocument();
+    auto brackets = incomplete->bracketModels();
+    brackets.erase("8");
+    incomplete->setBracketModels(brackets);
+    view->setDocumentModel(incomplete);
+    QImage drawn;
+    EXPECT_EQ(test::standardErrorOf([&] { drawn = view->grabImage(); }), "");
+    EXPECT_EQ(drawn, withoutIt);
     EXPECT_EQ(view->hooks.back(), "extra");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(BasicViewDrawing, withoutTheUpperGumBothJawsAreDrawn)
+{
+    const auto document = boxDocument();
+    document->setUpperGumModel(std::make_shared<DXGLightweightModel>(nullptr, 0, nullptr, 0));
+    view->setDocumentModel(document);
+    const QImage withAnEmptyGum = view->grabImage();
+
+    document->setUpperGumModel(nullptr);
+    view->setDocumentModel(document);
+    EXPECT_EQ(view->grabImage(), withAnEmptyGum);
+    for (const auto &model : document->loadedLowerModels())
+        model->setHiddenPrimary(true);
+    EXPECT_NE(view->grabImage(), withAnEmptyGum) << "the lower jaw was in the picture";
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(BasicViewDrawing, aMissingSetIsPickedAroundLikeAMissingTooth)
+{
+    const auto document = boxDocument();
+    auto teeth = document->toothModels();
+    auto brackets = document->bracketModels();
+    auto buttons = document->buttonModels();
+    teeth.erase("8");
+    brackets.erase("8");
+    buttons.erase("8l");
+    document->setToothModels(teeth);
+    document->setBracketModels(brackets);
+    document->setButtonModels(buttons);
+    view->setDocumentModel(document);
+    view->display();
+    view->setPickMode(true);
+    const auto isPicked = [&](const DXGLightweightModel &model) {
+        glClearColor(0, 0, 0, 0);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glDisable(GL_LIGHTING);
+        view->updateModelView();
+        view->drawContent();
+        std::vector<GLubyte> pixels(std::size_t(width) * height * 3);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
+        for (std::size_t at = 0; at < pixels.size(); at += 3) {
+            if (pixels[at] * 65536u + pixels[at + 1] * 256u + pixels[at + 2] == model.uniqueID())
+                return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(isPicked(*brackets.at("9")));
+    EXPECT_TRUE(isPicked(*document->lowerGumModel()));
+    view->setPickMode(false);
     EXPECT_NO_GL_ERROR();
 }
 
