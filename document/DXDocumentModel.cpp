@@ -190,7 +190,7 @@ DXDocumentModel::ModelList DXDocumentModel::modelsOfJaw(
 {
     ModelList list = loadedModelsOfJaw(gum, toothKeys, buttonKeys);
     if (list.size() == 1 + 3 * toothKeys.size()) return list;
-    // Something is missing; which it is, is only looked for now.
+    // The texts of the refusal are only made here, not for every frame.
     const std::string listName = jaw + " models";
     if (!gum) refuseList(listName, jaw + " gum");
     const auto require = [&](const Models &models, const char *kind, const std::string &key) {
