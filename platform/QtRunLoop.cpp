@@ -10,9 +10,6 @@
 namespace kelo {
 namespace {
 
-// Less than this is the slewing of a time service, which timers may follow without harm.
-constexpr double smallestClockJump = 0.5;
-
 // The longest wait that is asked of Qt at once (an hour); the loop then looks again.
 constexpr double longestWait = 3600.0;
 
@@ -28,8 +25,7 @@ QtRunLoop::QtRunLoop()
     : QtRunLoop({secondsOf<std::chrono::system_clock>, secondsOf<std::chrono::steady_clock>})
 {}
 
-QtRunLoop::QtRunLoop(Clocks clocks)
-    : clocks_(std::move(clocks)), wallMinusSteady_(clocks_.wall() - clocks_.steady())
+QtRunLoop::QtRunLoop(Clocks clocks) : clocks_(std::move(clocks))
 {
     wakeUpTimer_.setSingleShot(true);
     wakeUpTimer_.setTimerType(Qt::PreciseTimer);
@@ -41,13 +37,9 @@ double QtRunLoop::currentTime() const
     return clocks_.wall();
 }
 
-void QtRunLoop::followClock()
+double QtRunLoop::steadyTime() const
 {
-    const double wallMinusSteady = clocks_.wall() - clocks_.steady();
-    const double jump = wallMinusSteady - wallMinusSteady_;
-    if (std::abs(jump) < smallestClockJump) return;
-    wallMinusSteady_ = wallMinusSteady;
-    shiftSchedule(jump);
+    return clocks_.steady();
 }
 
 void QtRunLoop::scheduleChanged()
@@ -60,15 +52,14 @@ void QtRunLoop::scheduleChanged()
         return;
     }
     // Rounded up: a timer must be due when the loop wakes up for it.
-    const double wait = std::clamp(next - currentTime(), 0.0, longestWait);
+    const double wait = std::clamp(next - steadyTime(), 0.0, longestWait);
     wakeUpTimer_.start(static_cast<int>(std::ceil(wait * 1000.0)));
 }
 
 void QtRunLoop::wakeUp()
 {
     const auto alive = life();
-    followClock();
-    fireDue(currentTime());
+    fireDue(steadyTime());
     if (!alive.expired()) scheduleChanged();
 }
 

@@ -28,18 +28,17 @@ public:
     QtRunLoop();
     explicit QtRunLoop(Clocks clocks);
 
-    /// The wall clock. When it is set, or jumps because the machine slept, by more than half a
-    /// second, the timers keep the time that they have still to wait.
+    /// The wall clock. When it is set, or jumps because the machine slept, the timers keep the time
+    /// that they have still to wait.
     double currentTime() const override;
+    double steadyTime() const override;
 
 protected:
     void scheduleChanged() override;
 
 private:
     void wakeUp();
-    void followClock();
     Clocks clocks_;
-    double wallMinusSteady_;
     QTimer wakeUpTimer_;
 };
 

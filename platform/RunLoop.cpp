@@ -112,7 +112,7 @@ void RunLoop::addTimer(const std::shared_ptr<Timer> &timer, RunLoopModes modes)
     if (!timer->loop_) {
         timer->loop_ = this;
         timer->order_ = nextOrder_++;
-        timer->fireTime_ = currentTime() + timer->interval_;
+        timer->fireTime_ = steadyTime() + timer->interval_;
         timers_.push_back(timer);
     }
     scheduleChanged();
@@ -221,12 +221,6 @@ bool RunLoop::runTasks(std::deque<Task> &tasks, std::uint64_t limit)
         if (run) run();
     }
     return anythingRan;
-}
-
-void RunLoop::shiftSchedule(double seconds)
-{
-    for (const auto &timer : timers_)
-        timer->fireTime_ += seconds;
 }
 
 void RunLoop::remove(const Timer &timer)

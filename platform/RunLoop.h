@@ -44,7 +44,7 @@ public:
     /// False once the timer was invalidated, or was one-shot and has begun to fire, or its run loop
     /// has ended.
     bool isValid() const { return valid_; }
-    /// The time at which it fires next, on the run loop's clock.
+    /// The time at which it fires next, on the run loop's steady clock.
     double fireTime() const { return fireTime_; }
     /// It will not fire again, and lets go of its callback. Harmless when called twice, or from
     /// inside the callback.
@@ -66,8 +66,9 @@ private:
     std::shared_ptr<const Callback> callback_;
 };
 
-/// Timers and the one clock that everything asks for "now". There is one main run loop: a
-/// QtRunLoop in an application, a VirtualRunLoop in tests, replays and headless runs.
+/// Timers and the clocks that everything asks: currentTime for "now", steadyTime for how long
+/// something takes. There is one main run loop: a QtRunLoop in an application, a VirtualRunLoop in
+/// tests, replays and headless runs.
 ///
 /// A callback may do anything: schedule, invalidate, let a nested event loop run, or replace and
 /// destroy the loop. A loop that ends invalidates its timers and drops its tasks.
@@ -85,8 +86,12 @@ public:
     /// Timers and tasks stay with the loop that they were given to.
     static std::unique_ptr<RunLoop> setMain(std::unique_ptr<RunLoop> loop);
 
-    /// Seconds of absolute time (since 1970 on a real clock; any origin on a virtual one).
+    /// Seconds of absolute time (since 1970 on a real clock; any origin on a virtual one). May jump
+    /// either way, as when the user sets the clock.
     virtual double currentTime() const = 0;
+    /// Seconds on a clock that only runs forwards and is never set; any origin. Timers and
+    /// animations go by it.
+    virtual double steadyTime() const = 0;
 
     /// Makes a timer and adds it in the default mode. A negative interval counts as 0, which means
     /// the next pass of the loop.
@@ -133,14 +138,13 @@ protected:
     double nextDueTime() const;
     /// The earliest due time that is later than `time`, of timers alone.
     double nextDueTimeAfter(double time) const;
-    /// Fires, in the order of due time and then of scheduling, what is due at `time` in the present
+    /// Fires, in the order of due time and then of scheduling, what is due at `time` (steady, as
+    /// all times here) in the present
     /// mode, and then runs the waiting tasks; what is scheduled meanwhile waits for the next call.
     /// A repeating timer goes on one interval after its due time; one that is more than an interval
     /// late leaves out the firings that it missed and keeps its phase.
     /// Returns whether anything ran.
     bool fireDue(double time);
-    /// Moves every due time by `seconds`, as after the clock was set.
-    void shiftSchedule(double seconds);
 
 private:
     friend class Timer;

@@ -6,6 +6,15 @@
 
 namespace kelo {
 
+void VirtualRunLoop::setTime(double time)
+{
+    const double change = time - currentTime();
+    if (change >= 0.0)
+        now_ += change;
+    else
+        setBack_ -= change;
+}
+
 void VirtualRunLoop::advance(double seconds)
 {
     assertThat(seconds >= 0.0, "time does not run backwards");

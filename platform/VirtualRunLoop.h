@@ -10,9 +10,11 @@ namespace kelo {
 class KELO_EXPORT VirtualRunLoop : public RunLoop
 {
 public:
+    /// Both clocks start at `startTime`.
     explicit VirtualRunLoop(double startTime = 0.0) : now_(startTime) {}
 
-    double currentTime() const override { return now_; }
+    double currentTime() const override { return now_ - setBack_; }
+    double steadyTime() const override { return now_; }
 
     /// How many passes are made at one instant, see advance.
     static constexpr int passesPerInstant = 1000;
@@ -31,12 +33,15 @@ public:
     /// A callback may advance the clock itself, or destroy the loop.
     void advance(double seconds);
 
-    /// Sets the clock without firing anything, as after a machine slept. What has become due
-    /// meanwhile fires in the next advance, repeating timers once.
-    void setTime(double time) { now_ = time; }
+    /// Sets the current time without firing anything. Forwards, time has passed, as on a machine
+    /// that was busy elsewhere: what has become due meanwhile fires in the next advance, repeating
+    /// timers once. Backwards, the user has set the clock: the steady time stays, and with it what
+    /// every timer has still to wait.
+    void setTime(double time);
 
 private:
-    double now_;
+    double now_;           ///< steady
+    double setBack_ = 0.0; ///< by how much the current time was set back, all in all
 };
 
 } // namespace kelo

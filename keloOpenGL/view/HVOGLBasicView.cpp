@@ -32,7 +32,7 @@ void HVOGLBasicView::awakeFromNib()
 {
     HVOGLMouseView::awakeFromNib();
     initializeStartTime();
-    time = RunLoop::main().currentTime();
+    noteAnimationTime();
     restoreDefaultOrientation();
     restoreDefaultColors();
 }
@@ -142,19 +142,31 @@ void HVOGLBasicView::stopAnimationTimer()
     timer_.reset();
 }
 
-void HVOGLBasicView::animationForTimer(Timer &)
+void HVOGLBasicView::noteAnimationTime()
 {
     time = RunLoop::main().currentTime();
+    animationTime_ = RunLoop::main().steadyTime();
+}
+
+double HVOGLBasicView::timeSinceAnimation() const
+{
+    // A main run loop that was replaced meanwhile counts from an origin of its own.
+    return std::max(RunLoop::main().steadyTime() - animationTime_, 0.0);
+}
+
+void HVOGLBasicView::animationForTimer(Timer &)
+{
+    noteAnimationTime();
 }
 
 void HVOGLBasicView::initializeStartTime()
 {
-    _startTime = RunLoop::main().currentTime();
+    _startTime = RunLoop::main().steadyTime();
 }
 
 double HVOGLBasicView::elapsedTime() const
 {
-    return RunLoop::main().currentTime() - _startTime;
+    return RunLoop::main().steadyTime() - _startTime;
 }
 
 Point HVOGLBasicView::convertPoint_fromView(const Point &point, const OpenGLView *view) const

@@ -56,7 +56,7 @@ public:
     const std::shared_ptr<DXDocumentModel> &documentModel() const { return documentModel_; }
     /// Shows a document model (or none) and zooms to fit it.
     virtual void setDocumentModel(std::shared_ptr<DXDocumentModel> model);
-    /// A mesh of the document changed: asks for a redraw.
+    /// The document changed: asks for a redraw.
     void modelChanged();
     /// @}
 
@@ -177,6 +177,7 @@ public:
     bool animationTimerIsRunning() const { return timer_ != nullptr; }
     virtual void animationForTimer(Timer &timer);
     void initializeStartTime();
+    /// Seconds since then, by a clock that is never set.
     double elapsedTime() const;
     virtual void updateObjectRotationForTimeDelta(double) {}
     /// @}
@@ -246,8 +247,13 @@ protected:
     void drawModels(const std::vector<std::shared_ptr<DXGLightweightModel>> &models,
                     const Matrix &jawTransform);
 
+    /// Notes that the animation has come to the present moment.
+    void noteAnimationTime();
+    /// Seconds since noteAnimationTime, by a clock that is never set: never negative.
+    double timeSinceAnimation() const;
+
     Rotation _lightRotation{};
-    double time = 0.0; ///< of the last animation tick
+    double time = 0.0; ///< absolute, of the last animation tick
     Size cameraSize;   ///< the view's size as last taken over
     Vector3 _worldCenter{};
     Vector3 _rotationCenter{};
@@ -268,7 +274,8 @@ private:
     std::optional<Color> ambientColor_;
     std::optional<Color> diffuseColor_;
     std::optional<Color> specularColor_;
-    double _startTime = 0.0;
+    double _startTime = 0.0;     ///< steady
+    double animationTime_ = 0.0; ///< steady, as `time` is absolute
     PixelSize viewportSize_;
     std::shared_ptr<const Extents> modelExtents_;
     bool isFirstDrawRect_ = true;

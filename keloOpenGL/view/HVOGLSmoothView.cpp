@@ -56,7 +56,7 @@ void HVOGLSmoothView::startAnimationTimerIfNeeded()
     if (animationTimerIsRunning()) return;
     // No tick has kept the time while no timer ran; without this the first step would count all of
     // that and land on the target at once.
-    time = RunLoop::main().currentTime();
+    noteAnimationTime();
     startAnimationTimer();
 }
 
@@ -189,7 +189,9 @@ void HVOGLSmoothView::updateMouthOpenAngleForTimeDelta(double seconds)
 
 double HVOGLSmoothView::timeDelta() const
 {
-    return (RunLoop::main().currentTime() - time) + _lastRenderingTime;
+    // Not from `time`: a clock that is set back would make the step negative and throw the jaws
+    // open, one that is set ahead would end the transition at once.
+    return timeSinceAnimation() + _lastRenderingTime;
 }
 
 void HVOGLSmoothView::animationForTimer(Timer &timer)

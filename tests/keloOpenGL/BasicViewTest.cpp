@@ -90,6 +90,9 @@ TEST_F(BasicView, elapsedTimeCountsFromTheStartTime)
     EXPECT_EQ(view->elapsedTime(), 2.5);
     view->initializeStartTime();
     EXPECT_EQ(view->elapsedTime(), 0.0);
+    loop->setTime(900.0);
+    loop->advance(1.0);
+    EXPECT_EQ(view->elapsedTime(), 1.0) << "the user has set the clock meanwhile";
 }
 
 TEST_F(BasicView, theAnimationTimerTicksEverySixtiethOfASecondUntilStopped)

@@ -1,5 +1,6 @@
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Assertion.h"
+#include "platform/QtRunLoop.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <cmath>
@@ -299,6 +300,49 @@ TEST_F(SmoothView, aLongPauseBetweenTicksFinishesARotationAndACentreInOneStep)
     loop->advance(tick);
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
     EXPECT_EQ(view->worldCenter().z, 3.0f);
+}
+
+TEST_F(SmoothView, aClockThatIsSetBackDuringATransitionChangesNothing)
+{
+    view->setTargetMouthOpenAngle(40.0f);
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    advanceTicks(10);
+    const float angle = view->mouthOpenAngle();
+    ASSERT_GT(angle, 0.0f);
+    loop->setTime(loop->currentTime() - 5.0);
+    float before = angle;
+    for (int i = 0; i < 60; ++i) {
+        advanceTicks(1);
+        EXPECT_GE(view->mouthOpenAngle(), before) << "never a step back";
+        EXPECT_LE(view->mouthOpenAngle(), 40.0f);
+        before = view->mouthOpenAngle();
+    }
+    EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
+    EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
+}
+
+TEST_F(SmoothView, aTransitionOfASystemWhoseClockIsSetTakesItsThreeQuartersOfASecond)
+{
+    double wall = 1.0e9;
+    double steady = 5.0;
+    RunLoop::setMain(std::make_unique<QtRunLoop>(
+        QtRunLoop::Clocks{[&] { return wall; }, [&] { return steady; }}));
+    view->setTargetMouthOpenAngle(40.0f);
+    const auto timer = std::make_shared<Timer>(1.0, true, [](Timer &) {});
+    const auto tickAfter = [&](double seconds) {
+        steady += seconds;
+        view->animationForTimer(*timer);
+        return view->mouthOpenAngle();
+    };
+    EXPECT_EQ(tickAfter(0.375), 20.0f) << "half of the time, and half of the way";
+    wall -= 5.0;
+    EXPECT_EQ(tickAfter(0.0), 20.0f);
+    wall += 3600.0;
+    EXPECT_EQ(tickAfter(0.0), 20.0f);
+    EXPECT_LT(tickAfter(0.37), 40.0f);
+    EXPECT_EQ(tickAfter(0.01), 40.0f);
+    view->stopAnimationTimer();
+    RunLoop::setMain(std::make_unique<VirtualRunLoop>()); // the clocks go with the test
 }
 
 TEST_F(SmoothView, threeTransitionsRunAtTheSameTime)

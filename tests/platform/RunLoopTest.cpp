@@ -88,6 +88,24 @@ TEST_F(RunLoopTest, aLateRepeatingTimerLeavesOutWhatItMissedAndKeepsItsPhase)
     EXPECT_EQ(times, (std::vector<double>{103.5, 104.0, 105.0}));
 }
 
+TEST_F(RunLoopTest, aClockThatIsSetBackLeavesTheSteadyOneAndWhatTimersHaveStillToWait)
+{
+    loop.scheduledTimer(1.0, false, note("fired"));
+    loop.advance(0.5);
+    loop.setTime(40.0);
+    EXPECT_EQ(loop.currentTime(), 40.0);
+    EXPECT_EQ(loop.steadyTime(), 100.5);
+    loop.advance(0.25);
+    EXPECT_TRUE(fired.empty());
+    EXPECT_EQ(loop.currentTime(), 40.25);
+    EXPECT_EQ(loop.steadyTime(), 100.75);
+    loop.advance(0.25);
+    EXPECT_EQ(fired.size(), 1u);
+    loop.setTime(50.0);
+    EXPECT_EQ(loop.currentTime(), 50.0);
+    EXPECT_EQ(loop.steadyTime(), 110.5) << "forwards, the time has passed";
+}
+
 TEST_F(RunLoopTest, aNegativeIntervalCountsAsZero)
 {
     const auto timer = loop.scheduledTimer(-5.0, false, note("fired"));
