@@ -71,6 +71,26 @@ bool comesFromTrackpad(const QWheelEvent &event)
 
 } // namespace
 
+std::optional<MouseButton> mouseButtonOf(EventType type)
+{
+    switch (type) {
+    case EventType::LeftMouseDown:
+    case EventType::LeftMouseDragged:
+    case EventType::LeftMouseUp:
+        return MouseButton::Left;
+    case EventType::RightMouseDown:
+    case EventType::RightMouseDragged:
+    case EventType::RightMouseUp:
+        return MouseButton::Right;
+    case EventType::OtherMouseDown:
+    case EventType::OtherMouseDragged:
+    case EventType::OtherMouseUp:
+        return MouseButton::Other;
+    default:
+        return std::nullopt;
+    }
+}
+
 std::uint32_t modifierFlagsFromQt(int qtKeyboardModifiers)
 {
     constexpr std::array<std::pair<int, std::uint32_t>, 5> bits{{

@@ -4,6 +4,7 @@
 #include "platform/Rect.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 class QKeyEvent;
@@ -30,6 +31,11 @@ enum class EventType {
     KeyDown,
     KeyUp,
 };
+
+enum class MouseButton { Left, Right, Other };
+
+/// The button that an event of this type is about; nullopt for those that are about none.
+KELO_EXPORT std::optional<MouseButton> mouseButtonOf(EventType type);
 
 /// Bits of Event::modifierFlags. The values are those that the views' masks are written in.
 namespace ModifierFlag {

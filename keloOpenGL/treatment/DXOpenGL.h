@@ -84,10 +84,10 @@ public:
     void setCurrentDate(const QDateTime &date) { _currentDate = date; }
     /// When the treatment was approved; an approved treatment is not edited.
     const QDateTime &approvedDate() const { return _approvedDate; }
-    void setApprovedDate(const QDateTime &date) { _approvedDate = date; }
-    /// The date that the label shows. Setting another one makes the label anew, "Today" in the user's language for the
-    /// current date, and chooses the mode: elastics for today's treatment while it is not approved,
-    /// otherwise rotate. Set the current and the approval date before.
+    void setApprovedDate(const QDateTime &date);
+    /// The date that the label shows. Setting another one makes the label anew, "Today" in the
+    /// user's language for the current date, and chooses the mode: elastics for today's treatment
+    /// while it is not approved, otherwise rotate. Set the current and the approval date before.
     const QDateTime &displayedDate() const { return _displayedDate; }
     void setDisplayedDate(const QDateTime &date);
     bool displayedDateIsToday() const { return _displayedDateIsToday; }
@@ -369,6 +369,8 @@ public:
     void rotateMouseDown(const Event &event) override;
     void rotateMouseDragged(const Event &event) override;
     void rotateMouseUp(const Event &event) override;
+    /// A rotate drag is the button's that began it: while it goes on, the events of another one
+    /// neither turn the jaws nor end it.
     void colorMouseDragged(const Event &event) override;
     void colorMouseUp(const Event &event) override;
     void elasticsMouseDragged(const Event &event) override;
@@ -445,6 +447,7 @@ private:
     void enterColorModeForControl();
     void escapePressed();
     void openMenuAtPointer(const Event &keyEvent);
+    bool belongsToAnotherButton(const Event &event) const;
     void snapMouthClosedTimerExpired();
     /// Whether the tools that change the treatment are there: today's, not yet approved.
     bool showsEditingTools() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
@@ -457,6 +460,7 @@ private:
     QDateTime _currentDate;
     QDateTime _approvedDate;
     QDateTime _displayedDate;
+    std::optional<MouseButton> rotatingButton_; ///< that the rotate drag began with
     bool _displayedDateIsToday = false;
     int printScale_ = 1;     ///< device pixels for each pixel of a print request
     bool _printMode = false; ///< while the scene is drawn for printing

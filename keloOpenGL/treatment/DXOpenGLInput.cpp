@@ -168,14 +168,25 @@ void DXOpenGL::mouseCaptureLost()
     HVOGLSmoothView::mouseCaptureLost();
 }
 
+// While both buttons are held, the drag is the one's that began it: the other's press, moves and
+// release neither turn the jaws nor end the drag.
+
+bool DXOpenGL::belongsToAnotherButton(const Event &event) const
+{
+    return _rotating && mouseButtonOf(event.type) != rotatingButton_;
+}
+
 void DXOpenGL::rotateMouseDown(const Event &event)
 {
+    if (belongsToAnotherButton(event)) return;
+    rotatingButton_ = mouseButtonOf(event.type);
     _dragOrigin = convertPoint_fromView(event.locationInWindow, nullptr);
     _rotating = true;
 }
 
 void DXOpenGL::rotateMouseDragged(const Event &event)
 {
+    if (belongsToAnotherButton(event)) return;
     const Point point = convertPoint_fromView(event.locationInWindow, nullptr);
     // Before the first drawing the camera has no size yet; a view without area cannot be dragged
     // in.
@@ -188,8 +199,9 @@ void DXOpenGL::rotateMouseDragged(const Event &event)
     _dragOrigin = point;
 }
 
-void DXOpenGL::rotateMouseUp(const Event &)
+void DXOpenGL::rotateMouseUp(const Event &event)
 {
+    if (belongsToAnotherButton(event)) return;
     snapMouthClosedIfNeeded();
     _rotating = false;
 }

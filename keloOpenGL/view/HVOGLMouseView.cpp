@@ -117,26 +117,27 @@ void HVOGLMouseView::flagsChanged(const Event &event)
     synchronizeCursorWithMouseMode(event);
 }
 
-HVOGLMouseView::Button HVOGLMouseView::routedButton() const
+MouseButton HVOGLMouseView::routedButton() const
 {
     const auto mode = static_cast<std::int32_t>(mouseMode_);
-    if (mode == static_cast<std::int32_t>(rightMouseMode())) return Button::Right;
-    if (mode == static_cast<std::int32_t>(otherMouseMode())) return Button::Other;
-    return Button::Left;
+    if (mode == static_cast<std::int32_t>(rightMouseMode())) return MouseButton::Right;
+    if (mode == static_cast<std::int32_t>(otherMouseMode())) return MouseButton::Other;
+    return MouseButton::Left;
 }
 
 void HVOGLMouseView::mouseDown(const Event &event)
 {
     if (!enabled_) return;
     mouseIsDown_ = true;
+    pressedButton_ = mouseButtonOf(event.type);
     switch (routedButton()) {
-    case Button::Right:
+    case MouseButton::Right:
         rightMouseDown(event);
         break;
-    case Button::Other:
+    case MouseButton::Other:
         otherMouseDown(event);
         break;
-    case Button::Left:
+    case MouseButton::Left:
         leftMouseDown(event);
         break;
     }
@@ -146,13 +147,13 @@ void HVOGLMouseView::mouseDragged(const Event &event)
 {
     if (!mouseIsDown_) return;
     switch (routedButton()) {
-    case Button::Right:
+    case MouseButton::Right:
         rightMouseDragged(event);
         break;
-    case Button::Other:
+    case MouseButton::Other:
         otherMouseDragged(event);
         break;
-    case Button::Left:
+    case MouseButton::Left:
         leftMouseDragged(event);
         break;
     }
@@ -162,13 +163,13 @@ void HVOGLMouseView::mouseUp(const Event &event)
 {
     if (!mouseIsDown_) return;
     switch (routedButton()) {
-    case Button::Right:
+    case MouseButton::Right:
         rightMouseUp(event);
         break;
-    case Button::Other:
+    case MouseButton::Other:
         otherMouseUp(event);
         break;
-    case Button::Left:
+    case MouseButton::Left:
         leftMouseUp(event);
         break;
     }
@@ -176,6 +177,8 @@ void HVOGLMouseView::mouseUp(const Event &event)
 
 void HVOGLMouseView::endPress(const Event &event)
 {
+    // By the event's button, not by the operation: a mode may route a press to another button's.
+    if (mouseIsDown_ && mouseButtonOf(event.type) != pressedButton_) return;
     mouseIsDown_ = false;
     flagsChanged(event);
 }

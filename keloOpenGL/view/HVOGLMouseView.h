@@ -4,6 +4,7 @@
 #include "platform/OpenGLView.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace kelo {
 
@@ -60,6 +61,7 @@ public:
     /// the release that follow.
     bool enabled() const { return enabled_; }
     void setEnabled(bool enabled) { enabled_ = enabled; }
+    /// From a press that came through mouseDown until the same button's release.
     bool mouseIsDown() const { return mouseIsDown_; }
 
     /// @name Events
@@ -72,6 +74,7 @@ public:
     virtual void leftMouseDown(const Event &event);
     virtual void leftMouseDragged(const Event &event);
     /// The three releases end the press and let modifier keys take effect that changed meanwhile.
+    /// The release of another button than the one that was pressed leaves the press going on.
     virtual void leftMouseUp(const Event &event);
     void rightMouseDown(const Event &event) override;
     void rightMouseDragged(const Event &event) override;
@@ -82,8 +85,7 @@ public:
     /// @}
 
 private:
-    enum class Button { Left, Right, Other };
-    Button routedButton() const;
+    MouseButton routedButton() const;
     void frameDidChange();
     void endPress(const Event &event);
 
@@ -92,6 +94,7 @@ private:
     long permanentMouseMode_ = 0;
     long mouseModeButton_ = 0;
     bool mouseIsDown_ = false;
+    std::optional<MouseButton> pressedButton_; ///< of the press that is going on
     int trackingRectTag_ = 0;
     bool enabled_ = true;
 };

@@ -103,6 +103,51 @@ TEST_F(DXOpenGLInput, aMouthLeftWithin22DegreesOfClosedSnapsShutInAQuarterOfASec
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLInput, anotherButtonsPressAndReleaseDoNotEndADrag)
+{
+    for (const long mode : {2L, 5L, 6L}) {
+        view = makeView<DXOpenGL>(Rect{{0, 0}, {400, 200}});
+        view->display();
+        view->setMouseMode(mode);
+        drag(2, 100, 2, 83);
+        ASSERT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f) << mode;
+        view->sendEvent(eventAt(EventType::RightMouseDown, 2, 83));
+        view->sendEvent(eventAt(EventType::RightMouseUp, 2, 83));
+        loop->advance(1.0);
+        EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f) << mode << ": it is still held open";
+        EXPECT_TRUE(view->isRotating());
+        EXPECT_TRUE(view->mouseIsDown());
+        view->sendEvent(eventAt(EventType::LeftMouseDragged, 12, 83));
+        EXPECT_NEAR(turn(), 9.0, 1e-3) << mode << ": the drag goes on";
+        release(12, 83);
+        loop->advance(1.0);
+        EXPECT_EQ(view->mouthOpenAngle(), 0.0f) << mode << ": let go of, it shuts";
+        EXPECT_FALSE(view->isRotating());
+        EXPECT_FALSE(view->mouseIsDown());
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLInput, aDragOfTheRightButtonIsNotTheLeftOnes)
+{
+    view->setMouseMode(6);
+    view->sendEvent(eventAt(EventType::RightMouseDown, 2, 100));
+    view->sendEvent(eventAt(EventType::LeftMouseDown, 50, 100));
+    view->sendEvent(eventAt(EventType::LeftMouseDragged, 90, 100));
+    EXPECT_NEAR(turn(), 0.0, 1e-3);
+    view->sendEvent(eventAt(EventType::RightMouseDragged, 2, 83));
+    EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f);
+    release(90, 100);
+    loop->advance(1.0);
+    EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f);
+    EXPECT_TRUE(view->isRotating());
+    view->sendEvent(eventAt(EventType::RightMouseUp, 2, 83));
+    loop->advance(1.0);
+    EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
+    EXPECT_FALSE(view->isRotating());
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLInput, aMouthLeftAt22DegreesOrMoreStaysOpen)
 {
     view->setMouthOpenAngle(22.0f);

@@ -165,6 +165,23 @@ TEST_F(MouseView, changingModifiersDuringADragHasNoEffectUntilTheReleaseWhichApp
     EXPECT_TRUE(view->mouseModeIsTemporary());
 }
 
+TEST_F(MouseView, anotherButtonsReleaseLeavesThePressGoingOn)
+{
+    view->mouseDown(eventAt(EventType::LeftMouseDown, 10, 10));
+    Event otherRelease = eventAt(EventType::RightMouseUp, 10, 10, ModifierFlag::Option);
+    view->rightMouseUp(otherRelease);
+    EXPECT_TRUE(view->mouseIsDown());
+    EXPECT_FALSE(view->mouseModeIsTemporary()) << "modes never change during a drag";
+    otherRelease.type = EventType::OtherMouseUp;
+    view->otherMouseUp(otherRelease);
+    EXPECT_TRUE(view->mouseIsDown());
+    view->calls.clear();
+    view->mouseDragged(eventAt(EventType::LeftMouseDragged, 20, 10));
+    view->mouseUp(eventAt(EventType::LeftMouseUp, 20, 10));
+    EXPECT_EQ(view->calls, (Calls{"leftDragged", "leftUp"}));
+    EXPECT_FALSE(view->mouseIsDown());
+}
+
 TEST_F(MouseView, twoTemporaryModesInARowKeepTheFirstSavedPermanentMode)
 {
     view->setMouseMode(2);

@@ -28,6 +28,23 @@ TEST(Event, eachModifierKeyHasItsOwnBit)
     EXPECT_EQ(modifierFlagsFromQt(Qt::KeypadModifier), 0x200000u);
 }
 
+TEST(Event, pressesDragsAndReleasesAreAboutTheirButtonAndAllElseIsAboutNone)
+{
+    for (const EventType type :
+         {EventType::LeftMouseDown, EventType::LeftMouseDragged, EventType::LeftMouseUp})
+        EXPECT_EQ(mouseButtonOf(type), MouseButton::Left);
+    for (const EventType type :
+         {EventType::RightMouseDown, EventType::RightMouseDragged, EventType::RightMouseUp})
+        EXPECT_EQ(mouseButtonOf(type), MouseButton::Right);
+    for (const EventType type :
+         {EventType::OtherMouseDown, EventType::OtherMouseDragged, EventType::OtherMouseUp})
+        EXPECT_EQ(mouseButtonOf(type), MouseButton::Other);
+    for (const EventType type :
+         {EventType::MouseMoved, EventType::MouseEntered, EventType::MouseExited,
+          EventType::ScrollWheel, EventType::FlagsChanged, EventType::KeyDown, EventType::KeyUp})
+        EXPECT_EQ(mouseButtonOf(type), std::nullopt);
+}
+
 TEST(Event, heldModifiersAddUp)
 {
     EXPECT_EQ(modifierFlagsFromQt(Qt::ShiftModifier | Qt::ControlModifier), 0x60000u);
