@@ -97,38 +97,44 @@ void DXGLightweightModel::postModelChangedNotification() const
     NotificationCenter::defaultCenter().postNotificationName(modelChangedNotification, this);
 }
 
-const DXGLightweightModel::Upload *DXGLightweightModel::currentUpload() const
+const DXGLightweightModel::Upload *
+DXGLightweightModel::uploadIn(const std::shared_ptr<OpenGLContext> &context) const
 {
-    const auto current = OpenGLContext::currentContext();
-    if (!current) return nullptr;
+    if (!context) return nullptr;
     for (const Upload &upload : uploads_) {
-        // A dead context locks to null and so never equals the current one, even at its address.
-        if (upload.context.lock() == current) return &upload;
+        // Compared by owner: a dead context has one of its own, even at the address of another.
+        if (!upload.context.owner_before(context) && !context.owner_before(upload.context))
+            return &upload;
     }
     return nullptr;
 }
 
 std::uint32_t DXGLightweightModel::vboID() const
 {
-    const Upload *upload = currentUpload();
+    const Upload *upload = uploadIn(OpenGLContext::currentContext());
     return upload ? upload->vboID : 0;
 }
 
 std::uint32_t DXGLightweightModel::vboIndexID() const
 {
-    const Upload *upload = currentUpload();
+    const Upload *upload = uploadIn(OpenGLContext::currentContext());
     return upload ? upload->vboIndexID : 0;
 }
 
 void DXGLightweightModel::prepareVBO()
 {
     const auto current = OpenGLContext::currentContext();
-    if (!current || currentUpload()) return;
+    if (current && !uploadIn(current)) upload(current);
+}
+
+const DXGLightweightModel::Upload &
+DXGLightweightModel::upload(const std::shared_ptr<OpenGLContext> &context)
+{
     // Names of contexts that are gone went with them.
     std::erase_if(uploads_, [](const Upload &upload) { return upload.context.expired(); });
 
     Upload upload;
-    upload.context = current;
+    upload.context = context;
     glGenBuffers(1, &upload.vboID);
     glGenBuffers(1, &upload.vboIndexID);
     glBindBuffer(GL_ARRAY_BUFFER, upload.vboID);
@@ -140,7 +146,7 @@ void DXGLightweightModel::prepareVBO()
                  GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    uploads_.push_back(std::move(upload));
+    return uploads_.emplace_back(std::move(upload));
 }
 
 bool DXGLightweightModel::mayDraw()
@@ -156,14 +162,12 @@ bool DXGLightweightModel::mayDraw()
     return false;
 }
 
-bool DXGLightweightModel::bindBuffers()
+void DXGLightweightModel::bindBuffers(const std::shared_ptr<OpenGLContext> &context)
 {
-    prepareVBO();
-    const Upload *upload = currentUpload();
-    if (!upload) return false;
-    glBindBuffer(GL_ARRAY_BUFFER, upload->vboID);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, upload->vboIndexID);
-    return true;
+    const Upload *known = uploadIn(context);
+    const Upload &bound = known ? *known : upload(context);
+    glBindBuffer(GL_ARRAY_BUFFER, bound.vboID);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, bound.vboIndexID);
 }
 
 void DXGLightweightModel::drawElements() const
@@ -174,7 +178,9 @@ void DXGLightweightModel::drawElements() const
 
 void DXGLightweightModel::draw()
 {
-    if (!mayDraw() || !bindBuffers()) return;
+    const auto context = OpenGLContext::currentContext();
+    if (!mayDraw() || !context) return;
+    bindBuffers(context);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));
@@ -189,7 +195,8 @@ void DXGLightweightModel::draw()
 
 void DXGLightweightModel::drawForColorSelection()
 {
-    if (!mayDraw() || !OpenGLContext::currentContext()) return;
+    const auto context = OpenGLContext::currentContext();
+    if (!mayDraw() || !context) return;
     const auto identifier = static_cast<std::uint32_t>(uniqueID_);
     glColor3ub(static_cast<GLubyte>(identifier >> 16 & 0x7F),
                static_cast<GLubyte>(identifier >> 8 & 0xFF),
@@ -198,7 +205,7 @@ void DXGLightweightModel::drawForColorSelection()
         drawExtendedHitbox();
         return;
     }
-    if (!bindBuffers()) return;
+    bindBuffers(context);
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));
     drawElements();

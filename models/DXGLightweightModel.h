@@ -107,9 +107,10 @@ private:
         std::uint32_t vboID = 0;
         std::uint32_t vboIndexID = 0;
     };
-    const Upload *currentUpload() const;
+    const Upload *uploadIn(const std::shared_ptr<OpenGLContext> &context) const;
+    const Upload &upload(const std::shared_ptr<OpenGLContext> &context);
     bool mayDraw();
-    bool bindBuffers();
+    void bindBuffers(const std::shared_ptr<OpenGLContext> &context);
     void drawElements() const;
     void drawExtendedHitbox() const;
 

@@ -201,6 +201,53 @@ TEST_F(DXGLightweightModelGL, theExtendedHitboxIsClosedAndFacesOutwardsOnAllSixS
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXGLightweightModelGL, everySideOfTheExtendedHitboxIsOneUnitFromTheExtents)
+{
+    // Different on every side: no side can stand for another.
+    const OBJVertex corners[3]{{{-2.0f, -1.0f, -4.0f}, {0, 0, 1}},
+                               {{1.0f, 3.0f, 2.0f}, {0, 0, 1}},
+                               {{1.0f, 3.0f, 2.0f}, {0, 0, 1}}};
+    const std::uint32_t indexes[3]{0, 1, 2};
+    DXGLightweightModel model(corners, 3, indexes, 3);
+    model.setExtendedHitbox(true);
+    // Turned so that the viewer looks straight at one side of x -3...2, y -2...4, z -5...3: how far
+    // that side is in front of the middle, and from where to where it reaches on the screen.
+    const struct
+    {
+        const char *name;
+        double angle, axisX, axisY;
+        double front, left, right, bottom, top;
+    } sides[]{{"z upper", 0, 1, 0, 3, -3, 2, -2, 4},   {"z lower", 180, 0, 1, 5, -2, 3, -2, 4},
+              {"x upper", -90, 0, 1, 2, -3, 5, -2, 4}, {"x lower", 90, 0, 1, 3, -5, 3, -2, 4},
+              {"y upper", 90, 1, 0, 4, -3, 2, -3, 5},  {"y lower", -90, 1, 0, 2, -3, 2, -5, 3}};
+    glEnable(GL_CULL_FACE);
+    glEnable(GL_DEPTH_TEST);
+    constexpr double near = 0.2; // less than a pixel, which is a quarter of a unit
+    for (const auto &side : sides) {
+        prepare();
+        glRotated(side.angle, side.axisX, side.axisY, 0.0);
+        model.drawForColorSelection();
+        for (const double x : {side.left + near, side.right - near}) {
+            for (const double y : {side.bottom + near, side.top - near}) {
+                EXPECT_EQ(pixelAt(x, y), pickColor(model)) << side.name << ' ' << x << ' ' << y;
+                float depth = -1.0f;
+                glReadPixels(static_cast<int>((x + 8.0) * 4.0), static_cast<int>((y + 8.0) * 4.0),
+                             1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+                EXPECT_NEAR(8.0 - 16.0 * depth, side.front, 1e-3) << side.name;
+            }
+        }
+        const double middleX = (side.left + side.right) / 2.0;
+        const double middleY = (side.bottom + side.top) / 2.0;
+        EXPECT_EQ(pixelAt(side.left - near, middleY), black) << side.name;
+        EXPECT_EQ(pixelAt(side.right + near, middleY), black) << side.name;
+        EXPECT_EQ(pixelAt(middleX, side.bottom - near), black) << side.name;
+        EXPECT_EQ(pixelAt(middleX, side.top + near), black) << side.name;
+    }
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXGLightweightModelGL, anIndexOutsideTheVerticesIsSaidOnceAndNothingIsDrawn)
 {
     std::vector<OBJVertex> vertices(3);
