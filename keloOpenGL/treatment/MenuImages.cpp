@@ -12,8 +12,14 @@
 #include <QRadialGradient>
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
+#include <compare>
+#include <cstdint>
 #include <functional>
+#include <map>
+#include <string>
 
 namespace kelo {
 namespace {
@@ -133,9 +139,8 @@ void drawCross(QPainter &painter, const QPainterPath &path)
     painter.strokePath(path, QPen(Qt::black, 0.75, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
 }
 
-MenuImagePointer drawnImage(double size, const std::function<void(QPainter &)> &draw)
+MenuImagePointer drawnImage(double size, int scale, const std::function<void(QPainter &)> &draw)
 {
-    const int scale = pixelsPerPoint();
     const int pixels = static_cast<int>(size) * scale;
     const auto image =
         std::make_shared<QImage>(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
@@ -150,12 +155,66 @@ MenuImagePointer drawnImage(double size, const std::function<void(QPainter &)> &
     return image;
 }
 
+enum class Motif { Swatch, DoubleSwatch, Plus, WidePlus, Cross, DoubleCross, Pencil };
+
+/// What makes an image the one that it is.
+struct ImageKey
+{
+    Motif motif;
+    std::array<std::uint64_t, 4> color{}; ///< of a swatch
+    std::string file{};                   ///< that the image was read from
+    int scale = pixelsPerPoint();
+    bool isOfNewerDesktop = VersionChecker::isMountainLionOrLater();
+    auto operator<=>(const ImageKey &) const = default;
+};
+
+/// The components' bits: unlike numbers they have an order whatever they are.
+std::array<std::uint64_t, 4> bitsOf(const Color &color)
+{
+    return {std::bit_cast<std::uint64_t>(color.red), std::bit_cast<std::uint64_t>(color.green),
+            std::bit_cast<std::uint64_t>(color.blue), std::bit_cast<std::uint64_t>(color.alpha)};
+}
+
+/// The image as it was made before, or as `make` makes it now: a menu is opened with every click,
+/// and its swatches took most of the time that this needed. Null is not kept.
+MenuImagePointer keptImage(const ImageKey &key,
+                           const std::function<MenuImagePointer(const ImageKey &)> &make)
+{
+    // Four times what the standard catalogue's colours and sizes need; a host that goes on
+    // inventing colours begins anew. 4 MB at two pixels a point.
+    constexpr std::size_t most = 400;
+    static std::map<ImageKey, MenuImagePointer> kept;
+    const auto found = kept.find(key);
+    if (found != kept.end()) return found->second;
+    MenuImagePointer image = make(key);
+    if (kept.size() >= most) kept.clear();
+    if (image) kept.emplace(key, image);
+    return image;
+}
+
+MenuImagePointer keptImage(const ImageKey &key, double size,
+                           const std::function<void(QPainter &)> &draw)
+{
+    return keptImage(key, [&](const ImageKey &) { return drawnImage(size, key.scale, draw); });
+}
+
 /// The older desktops' pair of plusses.
 void drawDoublePlus(QPainter &painter)
 {
     const QPainterPath back = plusPath().translated(0.0, doubleShift);
     drawPlus(painter, back, {-0.3333, 0.3333});
     drawPlus(painter, back.translated(doubleShift, -doubleShift), {-0.75, 0.75});
+}
+
+MenuImagePointer pencilFromFile(const ImageKey &key)
+{
+    const QImage picture(QString::fromStdString(key.file));
+    if (picture.isNull()) return nullptr;
+    const int pixels = static_cast<int>(singleSize) * key.scale;
+    const auto image = std::make_shared<QImage>(
+        picture.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    image->setDevicePixelRatio(key.scale);
+    return image;
 }
 
 } // namespace
@@ -190,52 +249,47 @@ void drawDoubleRemoveMenuItemImage(QPainter &painter)
 
 MenuImagePointer colorMenuItemImage(const Color &color)
 {
-    return drawnImage(singleSize, [&color](QPainter &painter) {
+    return keptImage({Motif::Swatch, bitsOf(color)}, singleSize, [&color](QPainter &painter) {
         drawColorMenuItemImageWithColor(painter, color);
     });
 }
 
 MenuImagePointer doubleColorMenuItemImage(const Color &color)
 {
-    return drawnImage(doubleSize, [&color](QPainter &painter) {
+    const ImageKey key{Motif::DoubleSwatch, bitsOf(color)};
+    return keptImage(key, doubleSize, [&color](QPainter &painter) {
         drawDoubleColorMenuItemImageWithColor(painter, color);
     });
 }
 
 MenuImagePointer addMenuItemImage()
 {
-    return drawnImage(singleSize, drawAddMenuItemImage);
+    return keptImage({Motif::Plus}, singleSize, drawAddMenuItemImage);
 }
 
 MenuImagePointer placeAllMenuItemImage()
 {
     // The newer desktops draw a single plus, on purpose.
-    return drawnImage(doubleSize, VersionChecker::isMountainLionOrLater() ? drawAddMenuItemImage
-                                                                          : drawDoublePlus);
+    return keptImage({Motif::WidePlus}, doubleSize,
+                     VersionChecker::isMountainLionOrLater() ? drawAddMenuItemImage
+                                                             : drawDoublePlus);
 }
 
 MenuImagePointer removeMenuItemImage()
 {
-    return drawnImage(singleSize, drawRemoveMenuItemImage);
+    return keptImage({Motif::Cross}, singleSize, drawRemoveMenuItemImage);
 }
 
 MenuImagePointer doubleRemoveMenuItemImage()
 {
-    return drawnImage(doubleSize, drawDoubleRemoveMenuItemImage);
+    return keptImage({Motif::DoubleCross}, doubleSize, drawDoubleRemoveMenuItemImage);
 }
 
 MenuImagePointer pencilMenuItemImage()
 {
     const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
     const auto path = bundle ? bundle->pathForResource_ofType("pencil_edit", "png") : std::nullopt;
-    const QImage picture(QString::fromStdString(path.value_or("")));
-    if (picture.isNull()) return nullptr;
-    const int scale = pixelsPerPoint();
-    const int pixels = static_cast<int>(singleSize) * scale;
-    const auto image = std::make_shared<QImage>(
-        picture.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    image->setDevicePixelRatio(scale);
-    return image;
+    return keptImage({.motif = Motif::Pencil, .file = path.value_or("")}, pencilFromFile);
 }
 
 } // namespace kelo

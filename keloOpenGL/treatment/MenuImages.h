@@ -12,6 +12,8 @@ namespace kelo {
 // The pictures of the menus' rows, drawn by code but for the pencil. Sizes are in points; an image
 // has as many pixels a point as the finest screen, rounded up, and at least two. A desktop before
 // Mountain Lion (VersionChecker) gets the same pictures but for placeAllMenuItemImage.
+//
+// An image is painted once for each colour and number of pixels and then shared. Main thread only.
 
 using MenuImagePointer = std::shared_ptr<const QImage>;
 

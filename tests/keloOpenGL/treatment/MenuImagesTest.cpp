@@ -368,6 +368,29 @@ TEST(MenuImages, aPencilThatIsNoPictureGivesNone)
     EXPECT_EQ(image, nullptr);
 }
 
+TEST(MenuImages, anImageIsPaintedOnceForEachColourAndKeptForTheNextMenu)
+{
+    const Color red{1.0, 0.0, 0.0, 1.0};
+    const Color paleRed{1.0, 0.0, 0.0, 0.5};
+    EXPECT_EQ(colorMenuItemImage(red), colorMenuItemImage(red)) << "one image, not an equal one";
+    EXPECT_EQ(doubleColorMenuItemImage(red), doubleColorMenuItemImage(red));
+    EXPECT_NE(*colorMenuItemImage(red), *colorMenuItemImage(paleRed));
+    EXPECT_NE(*colorMenuItemImage(red), *colorMenuItemImage(Color::blackColor()));
+    EXPECT_NE(colorMenuItemImage(red)->size(), doubleColorMenuItemImage(red)->size());
+    EXPECT_EQ(addMenuItemImage(), addMenuItemImage());
+    EXPECT_EQ(placeAllMenuItemImage(), placeAllMenuItemImage());
+    EXPECT_EQ(removeMenuItemImage(), removeMenuItemImage());
+    EXPECT_EQ(doubleRemoveMenuItemImage(), doubleRemoveMenuItemImage());
+    EXPECT_EQ(pencilMenuItemImage(), pencilMenuItemImage());
+
+    // A host that never stops inventing colours fills no memory: the first one is painted anew.
+    const std::weak_ptr<const QImage> first = colorMenuItemImage(red);
+    ASSERT_FALSE(first.expired());
+    for (int i = 0; i < 400; ++i)
+        colorMenuItemImage(Color{0.0, i / 400.0, 1.0, 1.0});
+    EXPECT_TRUE(first.expired());
+}
+
 TEST(MenuImages, thePaintersDrawInPointsFromTheBottomLeft)
 {
     QImage picture(24, 24, QImage::Format_ARGB32_Premultiplied);
