@@ -168,6 +168,20 @@ TEST_F(DXDocumentModelColors, threeTogglesWithin3SecondsAreOfferedOnce3SecondsAf
         << "the latest of each key";
 }
 
+TEST_F(DXDocumentModelColors, theOfferWaitsWhileAButtonIsHeldOrAMenuIsOpen)
+{
+    document->toggleVisibilityOfBracket("8");
+    delegate.calls.clear();
+    {
+        const RunLoop::ModeScope tracking(*clock, RunLoopMode::EventTracking);
+        clock->advance(10.0);
+        EXPECT_EQ(delegate.takeCalls(), Calls());
+        EXPECT_EQ(document->pendingBracketVisibilityUpdates(), (Visibilities{{"8", false}}));
+    }
+    clock->advance(0.0);
+    EXPECT_EQ(delegate.takeCalls(), Calls{"bracket updates"});
+}
+
 TEST_F(DXDocumentModelColors, takingUpdatesTwiceGivesThemAndThenNothing)
 {
     document->bracket_setColorWithBracketColorTypeID("8", 1);

@@ -421,6 +421,24 @@ TEST_F(DXOpenGLPicking, the257thElasticIsReadAsTheFirst)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLPicking, theElasticAtIndex300IsReadAsTheOneAt44)
+{
+    for (int i = 0; i < 300; ++i)
+        addElastic(*document, {"7", "8"});
+    addElastic(*document, {"9", "10"});
+    // Right of the middle there is the last one only: 300 is 256 + 44.
+    const std::optional<Point> point = firstPixelOf(view->fullPass(), 0x800000u + 44u, 400);
+    ASSERT_TRUE(point);
+    EXPECT_EQ(view->pickIdentifierAtPoint(*point), 0x800000u + 44u);
+    view->setMouseMode(HVOGLBasicView::elasticsMode);
+    Event press;
+    press.type = EventType::LeftMouseDown;
+    press.locationInWindow = {point->x, point->y + 1.0};
+    view->elasticsMouseDown(press);
+    EXPECT_EQ(view->currentEventElasticIndex(), 44u);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLPicking, aClickHitsWhatItPointsAtUnderSixBackingScales)
 {
     for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
