@@ -4,6 +4,7 @@
 #include "keloModel/TreatmentNote.h"
 #include "models/ToothModelLoader.h"
 #include "platform/Assertion.h"
+#include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
 
 namespace kelo {
@@ -28,23 +29,6 @@ void appendLoaded(DXDocumentModel::ModelList &list, std::shared_ptr<DXGLightweig
     if (model) list.push_back(std::move(model));
 }
 
-/// The keys of one jaw; the button at an index belongs to the tooth at that index.
-struct JawKeys
-{
-    std::vector<std::string> teeth;
-    std::vector<std::string> buttons;
-};
-
-JawKeys upperKeys()
-{
-    return {TreatmentNote::upperToothNameKeys(), TreatmentNote::upperLingualButtonNameKeys()};
-}
-
-JawKeys lowerKeys()
-{
-    return {TreatmentNote::lowerToothNameKeys(), TreatmentNote::lowerLingualButtonNameKeys()};
-}
-
 [[noreturn]] void refuseList(const std::string &listName, const std::string &modelName)
 {
     throw ModelNotLoaded("The " + listName + " need the " + modelName + ", which is not loaded");
@@ -52,11 +36,47 @@ JawKeys lowerKeys()
 
 } // namespace
 
-DXDocumentModel::DXDocumentModel() = default;
+/// The button at an index belongs to the tooth at that index.
+struct DXDocumentModel::JawKeys
+{
+    std::vector<std::string> teeth;
+    std::vector<std::string> buttons;
+};
+
+DXDocumentModel::DXDocumentModel()
+{
+    NotificationCenter::defaultCenter().addObserver(
+        this, [this](const Notification &mesh) { meshChanged(mesh.object); },
+        modelChangedNotification);
+}
 
 DXDocumentModel::~DXDocumentModel()
 {
+    NotificationCenter::defaultCenter().removeObserver(this);
     if (const auto timer = updateAccumulationTimer_.lock()) timer->invalidate();
+}
+
+void DXDocumentModel::postDocumentModelChangedNotification() const
+{
+    NotificationCenter::defaultCenter().postNotificationName(documentModelChangedNotification,
+                                                             this);
+}
+
+bool DXDocumentModel::owns(const void *mesh) const
+{
+    if (mesh == _upperGumModel.get() || mesh == _lowerGumModel.get()) return mesh != nullptr;
+    for (const Models *dictionary : {&_toothModels, &_bracketModels, &_buttonModels}) {
+        for (const auto &[key, model] : *dictionary) {
+            if (model.get() == mesh) return true;
+        }
+    }
+    return false;
+}
+
+void DXDocumentModel::meshChanged(const void *mesh)
+{
+    // Those that change in one of the operations here are announced with the whole change.
+    if (changeDepth_ == 0 && owns(mesh)) postDocumentModelChangedNotification();
 }
 
 void DXDocumentModel::loadUpperAndLowerGumModels()
@@ -104,29 +124,34 @@ void DXDocumentModel::loadButtonModelFiles(const Paths &files)
 void DXDocumentModel::setUpperGumModel(std::shared_ptr<DXGLightweightModel> model)
 {
     _upperGumModel = std::move(model);
+    forgetJawModels();
 }
 
 void DXDocumentModel::setLowerGumModel(std::shared_ptr<DXGLightweightModel> model)
 {
     _lowerGumModel = std::move(model);
+    forgetJawModels();
 }
 
 void DXDocumentModel::setToothModels(Models models)
 {
     assertThatAllAreGiven(models);
     _toothModels = std::move(models);
+    forgetJawModels();
 }
 
 void DXDocumentModel::setBracketModels(Models models)
 {
     assertThatAllAreGiven(models);
     _bracketModels = std::move(models);
+    forgetJawModels();
 }
 
 void DXDocumentModel::setButtonModels(Models models)
 {
     assertThatAllAreGiven(models);
     _buttonModels = std::move(models);
+    forgetJawModels();
     for (const auto &[key, model] : _buttonModels)
         model->setExtendedHitbox(true);
 }
@@ -166,66 +191,78 @@ DXDocumentModel::ModelList DXDocumentModel::models() const
     return loadedModels();
 }
 
-DXDocumentModel::ModelList
-DXDocumentModel::loadedModelsOfJaw(const std::shared_ptr<DXGLightweightModel> &gum,
-                                   const std::vector<std::string> &toothKeys,
-                                   const std::vector<std::string> &buttonKeys) const
+DXDocumentModel::JawKeys DXDocumentModel::keysOfJaw(Jaw jaw)
 {
-    assertThat(toothKeys.size() == buttonKeys.size(),
-               "The lists of teeth and of lingual buttons are parallel");
-    ModelList list;
-    list.reserve(1 + 3 * toothKeys.size());
-    appendLoaded(list, gum);
-    for (std::size_t i = 0; i < toothKeys.size(); ++i) {
-        appendLoaded(list, modelUnderKey(_toothModels, toothKeys[i]));
-        appendLoaded(list, modelUnderKey(_bracketModels, toothKeys[i]));
-        appendLoaded(list, modelUnderKey(_buttonModels, buttonKeys[i]));
-    }
-    return list;
+    if (jaw == Jaw::Upper)
+        return {TreatmentNote::upperToothNameKeys(), TreatmentNote::upperLingualButtonNameKeys()};
+    return {TreatmentNote::lowerToothNameKeys(), TreatmentNote::lowerLingualButtonNameKeys()};
 }
 
-DXDocumentModel::ModelList DXDocumentModel::modelsOfJaw(
-    const std::string &jaw, const std::shared_ptr<DXGLightweightModel> &gum,
-    const std::vector<std::string> &toothKeys, const std::vector<std::string> &buttonKeys) const
+void DXDocumentModel::forgetJawModels()
 {
-    ModelList list = loadedModelsOfJaw(gum, toothKeys, buttonKeys);
-    if (list.size() == 1 + 3 * toothKeys.size()) return list;
+    upperJaw_ = {};
+    lowerJaw_ = {};
+}
+
+const DXDocumentModel::JawModels &DXDocumentModel::loadedJaw(Jaw jaw) const
+{
+    JawModels &listed = jaw == Jaw::Upper ? upperJaw_ : lowerJaw_;
+    const auto noteKeys = TreatmentNote::keys();
+    if (listed.noteKeys == noteKeys) return listed;
+    const JawKeys keys = keysOfJaw(jaw);
+    assertThat(keys.teeth.size() == keys.buttons.size(),
+               "The lists of teeth and of lingual buttons are parallel");
+    ModelList list;
+    list.reserve(1 + 3 * keys.teeth.size());
+    appendLoaded(list, jaw == Jaw::Upper ? _upperGumModel : _lowerGumModel);
+    for (std::size_t i = 0; i < keys.teeth.size(); ++i) {
+        appendLoaded(list, modelUnderKey(_toothModels, keys.teeth[i]));
+        appendLoaded(list, modelUnderKey(_bracketModels, keys.teeth[i]));
+        appendLoaded(list, modelUnderKey(_buttonModels, keys.buttons[i]));
+    }
+    const bool isComplete = list.size() == 1 + 3 * keys.teeth.size();
+    listed = {noteKeys, std::move(list), isComplete};
+    return listed;
+}
+
+void DXDocumentModel::refuseIncompleteJaw(Jaw jaw) const
+{
     // The texts of the refusal are only made here, not for every frame.
-    const std::string listName = jaw + " models";
-    if (!gum) refuseList(listName, jaw + " gum");
+    const std::string jawName = jaw == Jaw::Upper ? "upper" : "lower";
+    const std::string listName = jawName + " models";
+    const JawKeys keys = keysOfJaw(jaw);
+    if (!(jaw == Jaw::Upper ? _upperGumModel : _lowerGumModel))
+        refuseList(listName, jawName + " gum");
     const auto require = [&](const Models &models, const char *kind, const std::string &key) {
         if (!modelUnderKey(models, key)) refuseList(listName, kind + (" \"" + key) + '"');
     };
-    for (std::size_t i = 0; i < toothKeys.size(); ++i) {
-        require(_toothModels, "tooth", toothKeys[i]);
-        require(_bracketModels, "bracket", toothKeys[i]);
-        require(_buttonModels, "button", buttonKeys[i]);
+    for (std::size_t i = 0; i < keys.teeth.size(); ++i) {
+        require(_toothModels, "tooth", keys.teeth[i]);
+        require(_bracketModels, "bracket", keys.teeth[i]);
+        require(_buttonModels, "button", keys.buttons[i]);
     }
-    return list;
 }
 
 DXDocumentModel::ModelList DXDocumentModel::upperModels() const
 {
-    const JawKeys keys = upperKeys();
-    return modelsOfJaw("upper", _upperGumModel, keys.teeth, keys.buttons);
+    if (!loadedJaw(Jaw::Upper).isComplete) refuseIncompleteJaw(Jaw::Upper);
+    return loadedUpperModels();
 }
 
 DXDocumentModel::ModelList DXDocumentModel::lowerModels() const
 {
-    const JawKeys keys = lowerKeys();
-    return modelsOfJaw("lower", _lowerGumModel, keys.teeth, keys.buttons);
+    if (!loadedJaw(Jaw::Lower).isComplete) refuseIncompleteJaw(Jaw::Lower);
+    return loadedLowerModels();
 }
 
 DXDocumentModel::ModelList DXDocumentModel::loadedUpperModels() const
 {
-    const JawKeys keys = upperKeys();
-    return loadedModelsOfJaw(_upperGumModel, keys.teeth, keys.buttons);
+    return loadedJaw(Jaw::Upper).models;
 }
 
 DXDocumentModel::ModelList DXDocumentModel::loadedLowerModels() const
 {
-    const JawKeys keys = lowerKeys();
-    return loadedModelsOfJaw(_lowerGumModel, keys.teeth, keys.buttons);
+    return loadedJaw(Jaw::Lower).models;
 }
 
 DXDocumentModel::Visibilities DXDocumentModel::toothVisibilities() const
@@ -246,26 +283,32 @@ DXDocumentModel::Visibilities DXDocumentModel::buttonVisibilities() const
 void DXDocumentModel::setToothVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    for (const auto &[key, visible] : visibilities) {
-        setHiddenPrimary(modelUnderKey(_toothModels, key), !visible);
-        setHiddenSecondary(modelUnderKey(_bracketModels, key), !visible);
-        setHiddenSecondary(modelUnderKey(_buttonModels, TreatmentNote::buttonNameForToothName(key)),
-                           !visible);
-    }
+    change([&] {
+        for (const auto &[key, visible] : visibilities) {
+            setHiddenPrimary(modelUnderKey(_toothModels, key), !visible);
+            setHiddenSecondary(modelUnderKey(_bracketModels, key), !visible);
+            setHiddenSecondary(
+                modelUnderKey(_buttonModels, TreatmentNote::buttonNameForToothName(key)), !visible);
+        }
+    });
 }
 
 void DXDocumentModel::setBracketVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    for (const auto &[key, visible] : visibilities)
-        setHiddenPrimary(modelUnderKey(_bracketModels, key), !visible);
+    change([&] {
+        for (const auto &[key, visible] : visibilities)
+            setHiddenPrimary(modelUnderKey(_bracketModels, key), !visible);
+    });
 }
 
 void DXDocumentModel::setButtonVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    for (const auto &[key, visible] : visibilities)
-        setHiddenPrimary(modelUnderKey(_buttonModels, key), !visible);
+    change([&] {
+        for (const auto &[key, visible] : visibilities)
+            setHiddenPrimary(modelUnderKey(_buttonModels, key), !visible);
+    });
 }
 
 // The toggles copy the key that they are given, because it may stand in something that the delegate
@@ -276,9 +319,12 @@ void DXDocumentModel::toggleVisibilityOfBracket(const std::string &givenKey)
     const auto keepAlive = weak_from_this().lock();
     const std::string key = givenKey;
     const auto bracket = modelUnderKey(_bracketModels, key);
-    setHiddenPrimary(bracket, !isHiddenPrimary(bracket));
-    const bool visible = !isHiddenPrimary(bracket);
-    accumulateUpdateForBracket_visibility(key, visible);
+    bool visible = true;
+    change([&] {
+        setHiddenPrimary(bracket, !isHiddenPrimary(bracket));
+        visible = !isHiddenPrimary(bracket);
+        accumulateUpdateForBracket_visibility(key, visible);
+    });
     tell(&DXDocumentModelDelegate::bracket_visibilityDidChange, key, visible);
     if (isHiddenPrimary(bracket)) refactorElasticModels(key);
 }
@@ -288,9 +334,12 @@ void DXDocumentModel::toggleVisibilityOfButton(const std::string &givenKey)
     const auto keepAlive = weak_from_this().lock();
     const std::string key = givenKey;
     const auto button = modelUnderKey(_buttonModels, key);
-    setHiddenPrimary(button, !isHiddenPrimary(button));
-    const bool visible = !isHiddenPrimary(button);
-    accumulateUpdateForButton_visibility(key, visible);
+    bool visible = true;
+    change([&] {
+        setHiddenPrimary(button, !isHiddenPrimary(button));
+        visible = !isHiddenPrimary(button);
+        accumulateUpdateForButton_visibility(key, visible);
+    });
     tell(&DXDocumentModelDelegate::button_visibilityDidChange, key, visible);
     if (isHiddenPrimary(button)) refactorElasticModels(key);
 }
@@ -301,10 +350,13 @@ void DXDocumentModel::toggleVisibilityOfTooth(const std::string &givenKey)
     const std::string key = givenKey;
     const std::string buttonKey = TreatmentNote::buttonNameForToothName(key);
     const auto tooth = modelUnderKey(_toothModels, key);
-    setHiddenPrimary(tooth, !isHiddenPrimary(tooth));
-    const bool hidden = isHiddenPrimary(tooth);
-    setHiddenSecondary(modelUnderKey(_bracketModels, key), hidden);
-    setHiddenSecondary(modelUnderKey(_buttonModels, buttonKey), hidden);
+    bool hidden = false;
+    change([&] {
+        setHiddenPrimary(tooth, !isHiddenPrimary(tooth));
+        hidden = isHiddenPrimary(tooth);
+        setHiddenSecondary(modelUnderKey(_bracketModels, key), hidden);
+        setHiddenSecondary(modelUnderKey(_buttonModels, buttonKey), hidden);
+    });
     tell(&DXDocumentModelDelegate::tooth_visibilityDidChange, key, !hidden);
     if (isHiddenPrimary(tooth)) {
         refactorElasticModels(key);

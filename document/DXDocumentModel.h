@@ -25,6 +25,10 @@ namespace kelo {
 
 class DXGLightweightModel;
 class Timer;
+class TreatmentNoteKeys;
+
+/// The name of the notification that a document posts, with itself as object, when it changed.
+inline constexpr char documentModelChangedNotification[] = "documentModelChangedNotification";
 
 /// The colour type of a bracket without colour; a colour that was taken away is reported as this.
 inline constexpr long noBracketColorTypeID = 4999;
@@ -50,6 +54,11 @@ struct ElasticModelDictionary
 ///
 /// Visibility lives in the meshes' hidden flags. A tooth is hidden by hiddenPrimary; a bracket or a
 /// button by hiddenPrimary when it is not placed, and by hiddenSecondary when its tooth is hidden.
+///
+/// Every operation that changes a visibility, a colour or an elastic, for the user or to restore
+/// saved state, posts documentModelChangedNotification through the default notification centre:
+/// once, when the change is made and before the delegate is told. So does a change of one of its
+/// meshes that somebody else makes. The setters of models and catalogues announce nothing.
 ///
 /// Hold it in a shared_ptr: then it stays alive for as long as one of its operations runs, whatever
 /// the delegate lets go of. Timers are the main run loop's. Main thread only.
@@ -222,9 +231,14 @@ public:
     const Visibilities &pendingButtonVisibilityUpdates() const { return buttonVisibilityUpdates_; }
     /// @}
 
+    /// Tells whoever observes this document that it changed, the views that show it among them.
+    /// The operations do so themselves.
+    void postDocumentModelChangedNotification() const;
+
     /// @name Elastics
     /// @{
-    /// The placed elastics in placing order: the list itself, not a copy.
+    /// The placed elastics in placing order: the list itself, not a copy. Nobody notices a change
+    /// that is made to it, or to an elastic in it, until postDocumentModelChangedNotification.
     ElasticModels &elasticModels() { return _elasticModels; }
     const ElasticModels &elasticModels() const { return _elasticModels; }
     /// Replaces the list: elastics as they are, dictionaries made into elastics, anything else
@@ -260,12 +274,45 @@ public:
     std::vector<std::string> checkSanity() const;
 
 private:
-    ModelList loadedModelsOfJaw(const std::shared_ptr<DXGLightweightModel> &gum,
-                                const std::vector<std::string> &toothKeys,
-                                const std::vector<std::string> &buttonKeys) const;
-    ModelList modelsOfJaw(const std::string &jaw, const std::shared_ptr<DXGLightweightModel> &gum,
-                          const std::vector<std::string> &toothKeys,
-                          const std::vector<std::string> &buttonKeys) const;
+    enum class Jaw { Upper, Lower };
+    /// What is loaded of a jaw, as it was listed last: views ask for it with every frame and pick.
+    struct JawModels
+    {
+        std::shared_ptr<const TreatmentNoteKeys> noteKeys; ///< null while nothing is listed
+        ModelList models;
+        bool isComplete = false;
+    };
+    struct JawKeys;
+    static JawKeys keysOfJaw(Jaw jaw);
+    const JawModels &loadedJaw(Jaw jaw) const;
+    void refuseIncompleteJaw(Jaw jaw) const;
+    void forgetJawModels();
+    bool owns(const void *mesh) const;
+    void meshChanged(const void *mesh);
+
+    class ChangeScope
+    {
+    public:
+        explicit ChangeScope(int &depth) : depth_(depth) { ++depth_; }
+        ~ChangeScope() { --depth_; }
+        ChangeScope(const ChangeScope &) = delete;
+        ChangeScope &operator=(const ChangeScope &) = delete;
+
+    private:
+        int &depth_;
+    };
+    /// What every change of the document goes through: makes it, then announces it. Of changes
+    /// within a change the outermost is announced, when all of it is made.
+    template<class Action>
+    void change(Action &&action)
+    {
+        {
+            const ChangeScope scope(changeDepth_);
+            action();
+        }
+        if (changeDepth_ == 0) postDocumentModelChangedNotification();
+    }
+
     void setElasticModelElements(const std::vector<ElasticModelElement> &elements);
     void restartUpdateAccumulationTimer();
     bool isHiddenUnderKey(const std::string &key) const;
@@ -292,6 +339,9 @@ private:
     ElasticsConfigTypes _availableElasticsConfigTypes;
     ColorTypeIDs _bracketColorTypeIDs;
     ElasticModels _elasticModels;
+    mutable JawModels upperJaw_;
+    mutable JawModels lowerJaw_;
+    int changeDepth_ = 0;
     // The fields below share their names with operations, hence the underscore behind.
     std::weak_ptr<Timer> updateAccumulationTimer_; ///< the run loop holds it
     double updateAccumulationTime_ = 3.0;

@@ -42,19 +42,21 @@ void paint(const std::shared_ptr<DXGLightweightModel> &bracket, const std::optio
 void DXDocumentModel::setBracketColorTypeIDs(const OptionalColorTypeIDs &typeIDs)
 {
     const auto keepAlive = weak_from_this().lock();
-    _bracketColorTypeIDs.clear();
-    for (const auto &[key, typeID] : typeIDs) {
-        std::optional<Color> color = Color::whiteColor();
-        if (typeID) {
-            color = colorOfType(_availableBracketColorTypes, *typeID);
-            if (!color) {
-                sayNotAvailable(_availableBracketColorTypes, *typeID, key);
-                continue;
+    change([&] {
+        _bracketColorTypeIDs.clear();
+        for (const auto &[key, typeID] : typeIDs) {
+            std::optional<Color> color = Color::whiteColor();
+            if (typeID) {
+                color = colorOfType(_availableBracketColorTypes, *typeID);
+                if (!color) {
+                    sayNotAvailable(_availableBracketColorTypes, *typeID, key);
+                    continue;
+                }
+                _bracketColorTypeIDs.insert_or_assign(key, *typeID);
             }
-            _bracketColorTypeIDs.insert_or_assign(key, *typeID);
+            paint(modelUnderKey(_bracketModels, key), color);
         }
-        paint(modelUnderKey(_bracketModels, key), color);
-    }
+    });
 }
 
 void DXDocumentModel::bracket_setColorWithBracketColorTypeID(const std::string &givenKey,
@@ -65,14 +67,16 @@ void DXDocumentModel::bracket_setColorWithBracketColorTypeID(const std::string &
     const std::string key = givenKey;
     const std::optional<long> typeID = givenTypeID;
     const auto bracket = modelUnderKey(_bracketModels, key);
-    if (typeID) {
-        _bracketColorTypeIDs.insert_or_assign(key, *typeID);
-        paint(bracket, colorOfType(_availableBracketColorTypes, *typeID));
-    } else {
-        _bracketColorTypeIDs.erase(key);
-        paint(bracket, Color::whiteColor());
-    }
-    accumulateUpdateForBracket_withBracketColorTypeID(key, typeID);
+    change([&] {
+        if (typeID) {
+            _bracketColorTypeIDs.insert_or_assign(key, *typeID);
+            paint(bracket, colorOfType(_availableBracketColorTypes, *typeID));
+        } else {
+            _bracketColorTypeIDs.erase(key);
+            paint(bracket, Color::whiteColor());
+        }
+        accumulateUpdateForBracket_withBracketColorTypeID(key, typeID);
+    });
 }
 
 void DXDocumentModel::bracket_makeVisibleAndSetColorWithBracketColorTypeID(

@@ -12,7 +12,8 @@ void DXDocumentModel::setElasticModels(const ElasticModels &elastics)
     ElasticModels kept;
     std::copy_if(elastics.begin(), elastics.end(), std::back_inserter(kept),
                  [](const std::shared_ptr<ElasticModel> &elastic) { return elastic != nullptr; });
-    _elasticModels = std::move(kept);
+    const auto keepAlive = weak_from_this().lock();
+    change([&] { _elasticModels = std::move(kept); });
 }
 
 void DXDocumentModel::setElasticModelElements(const std::vector<ElasticModelElement> &elements)
@@ -28,7 +29,8 @@ void DXDocumentModel::setElasticModelElements(const std::vector<ElasticModelElem
                     dictionary->bracketSequence.value_or(std::vector<std::string>())));
         }
     }
-    _elasticModels = std::move(elastics);
+    const auto keepAlive = weak_from_this().lock();
+    change([&] { _elasticModels = std::move(elastics); });
 }
 
 bool DXDocumentModel::isPlaced(const std::shared_ptr<ElasticModel> &elastic) const
@@ -43,7 +45,7 @@ void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &giv
     // A reference of its own, here and below: the one given may stand in the list that changes.
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!elastic) return;
-    _elasticModels.push_back(elastic);
+    change([&] { _elasticModels.push_back(elastic); });
     tell(&DXDocumentModelDelegate::elasticModelPlaced, elastic);
 }
 
@@ -52,7 +54,7 @@ void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &gi
     const auto keepAlive = weak_from_this().lock();
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
-    std::erase(_elasticModels, elastic);
+    change([&] { std::erase(_elasticModels, elastic); });
     tell(&DXDocumentModelDelegate::elasticModelRemoved, elastic);
 }
 
@@ -63,7 +65,7 @@ void DXDocumentModel::elasticModel_setElasticsSizeType(
     const auto keepAlive = weak_from_this().lock();
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
-    elastic->setElasticsSizeType(sizeType);
+    change([&] { elastic->setElasticsSizeType(sizeType); });
     tell(&DXDocumentModelDelegate::elasticModelColorDidChange, elastic);
 }
 
@@ -109,10 +111,10 @@ void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
         else
             std::erase(after, elastic);
     }
+    if (!changed) return;
     setElasticModels(after);
-    if (changed)
-        tell(&DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
-             std::vector<std::string>{key});
+    tell(&DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
+         std::vector<std::string>{key});
 }
 
 } // namespace kelo

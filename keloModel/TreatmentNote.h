@@ -10,7 +10,8 @@ namespace kelo {
 
 /// Which teeth, brackets and lingual buttons a treatment note knows, and how they pair. A host with
 /// a chart of its own derives from this and hands it to TreatmentNote::setKeys; what it does not
-/// override is the standard chart of 28 teeth, universal numbers without the wisdom teeth.
+/// override is the standard chart of 28 teeth, universal numbers without the wisdom teeth. What an
+/// object of it answers never changes: documents keep the lists that they made of the answers.
 class KELO_EXPORT TreatmentNoteKeys
 {
 public:

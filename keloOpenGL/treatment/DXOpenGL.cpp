@@ -3,6 +3,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
+#include "document/DXDocumentModel.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
@@ -42,8 +43,6 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
     _lightRotation = {20.0f, 1.0f, 1.0f, 1.0f};
     if (makeCurrentContextIfNeeded()) loadTextures();
     elasticConfigNamingAction = 0;
-    NotificationCenter::defaultCenter().addObserver(
-        this, [this](const Notification &) { modelChanged(); }, "modelChangedNotification");
 }
 
 DXOpenGL::~DXOpenGL()
@@ -62,6 +61,20 @@ DXOpenGL::~DXOpenGL()
     for (const std::uint32_t name :
          {toolButtonVBOID, toolButtonVBOIndexID, elasticsVBOID, elasticsVBOIndexID})
         openGLContext().deleteBuffer(name);
+}
+
+void DXOpenGL::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
+{
+    // The document hears its meshes and tells of them too. Another document's changes are none of
+    // this view's.
+    NotificationCenter &center = NotificationCenter::defaultCenter();
+    if (documentModel())
+        center.removeObserver(this, documentModelChangedNotification, documentModel().get());
+    if (model)
+        center.addObserver(
+            this, [this](const Notification &) { modelChanged(); },
+            documentModelChangedNotification, model.get());
+    HVOGLSmoothView::setDocumentModel(std::move(model));
 }
 
 void DXOpenGL::contextWasLost()
@@ -145,6 +158,12 @@ void DXOpenGL::repeatActionTimerExpired()
     repeatActionTimer.reset();
     lastBracketColorTypeID_.reset();
     restorePermanentMouseMode();
+}
+
+void DXOpenGL::setApprovedDate(const QDateTime &date)
+{
+    _approvedDate = date;
+    setNeedsDisplay(true); // the tools that change the treatment come or go
 }
 
 void DXOpenGL::setDisplayedDate(const QDateTime &date)

@@ -72,6 +72,9 @@ public:
     explicit DXOpenGL(const Rect &frame);
     ~DXOpenGL() override;
 
+    /// Redraws from then on whenever the document announces a change.
+    void setDocumentModel(std::shared_ptr<DXDocumentModel> model) override;
+
     /// Not owned: who destroys a delegate that is set takes it away first. Null for none.
     DXOpenGLDelegate *delegate() const { return delegate_; }
     void setDelegate(DXOpenGLDelegate *delegate) { delegate_ = delegate; }
@@ -366,11 +369,11 @@ public:
     void leftMouseUp(const Event &event) override;
     void rightMouseUp(const Event &event) override;
     void mouseCaptureLost() override;
+    /// A rotate drag is the button's that began it: while it goes on, the events of another one
+    /// neither turn the jaws nor end it.
     void rotateMouseDown(const Event &event) override;
     void rotateMouseDragged(const Event &event) override;
     void rotateMouseUp(const Event &event) override;
-    /// A rotate drag is the button's that began it: while it goes on, the events of another one
-    /// neither turn the jaws nor end it.
     void colorMouseDragged(const Event &event) override;
     void colorMouseUp(const Event &event) override;
     void elasticsMouseDragged(const Event &event) override;
@@ -444,10 +447,10 @@ private:
     Point toolPointForPoint(const Point &pointInView) const;
     /// Where the pointer is in the overlay's coordinates: the middle is (0, 0), the top edge y = 1.
     Point toolPointForEvent(const Event &event) const;
+    bool belongsToAnotherButton(const Event &event) const;
     void enterColorModeForControl();
     void escapePressed();
     void openMenuAtPointer(const Event &keyEvent);
-    bool belongsToAnotherButton(const Event &event) const;
     void snapMouthClosedTimerExpired();
     /// Whether the tools that change the treatment are there: today's, not yet approved.
     bool showsEditingTools() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
@@ -457,10 +460,10 @@ private:
     DXOpenGLDelegate *delegate_ = nullptr;
     Point _dragOrigin;
     bool _rotating = false;
+    std::optional<MouseButton> rotatingButton_; ///< that the rotate drag began with
     QDateTime _currentDate;
     QDateTime _approvedDate;
     QDateTime _displayedDate;
-    std::optional<MouseButton> rotatingButton_; ///< that the rotate drag began with
     bool _displayedDateIsToday = false;
     int printScale_ = 1;     ///< device pixels for each pixel of a print request
     bool _printMode = false; ///< while the scene is drawn for printing

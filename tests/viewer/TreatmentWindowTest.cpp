@@ -1,5 +1,6 @@
 // Treatments in their windows, on a display.
 
+#include "tests/support/Compositor.h"
 #include "tests/viewer/TreatmentWindowFixture.h"
 #include "viewer/DateBar.h"
 #include "viewer/Preferences.h"
@@ -300,6 +301,48 @@ TEST_F(TreatmentWindows, everyChangeCanBeUndoneAndRedoneByTheMenu)
     ASSERT_NE(redo, nullptr);
     redo->trigger();
     EXPECT_FALSE(bracketIsPlaced(document, "8"));
+}
+
+TEST_F(TreatmentWindows, whatAMenuUndoesAndRedoesIsSeenUnderACompositor)
+{
+    const kelo::test::Compositor compositor;
+    ASSERT_TRUE(compositor.isRunning());
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    const auto &model = document.treatment()->document();
+    const auto isUpToDate = [&view] {
+        return kelo::test::screenshotOf(*view.window()).convertToFormat(QImage::Format_RGB32) ==
+               view.grabImage().convertToFormat(QImage::Format_RGB32);
+    };
+    ASSERT_TRUE(waitUntil([&] { return windowOf(document).isActiveWindow() && isUpToDate(); }));
+    const QImage without = view.grabImage();
+    model->placeElasticModel(std::make_shared<kelo::ElasticModel>(
+        nullptr, model->availableElasticsSizeTypes().begin()->second,
+        std::vector<std::string>{"6", "27"}));
+    EXPECT_TRUE(waitUntil(isUpToDate)) << "placed";
+    const QImage with = view.grabImage();
+    ASSERT_NE(with, without);
+    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
+    QMenu *edit = action(document, "Edit")->menu();
+    ASSERT_TRUE(waitUntil([&] { return edit->actions().at(0)->text().contains("Place elastic"); }));
+
+    // The menu lies over the view: what is below it is not told when it has gone.
+    const auto chooseRow = [&](const char *mnemonic) {
+        kelo::test::xdotool({"key", "alt+e"});
+        ASSERT_TRUE(waitUntil([&] { return edit->isVisible(); }));
+        kelo::test::xdotool({"key", mnemonic});
+        ASSERT_TRUE(waitUntil([&] { return !edit->isVisible(); }));
+    };
+    const std::size_t count = model->elasticModels().size();
+    chooseRow("u");
+    EXPECT_TRUE(waitUntil([&] { return model->elasticModels().size() == count - 1; }));
+    EXPECT_TRUE(waitUntil(isUpToDate)) << "undone";
+    EXPECT_EQ(view.grabImage(), without);
+    chooseRow("r");
+    EXPECT_TRUE(waitUntil([&] { return model->elasticModels().size() == count; }));
+    EXPECT_TRUE(waitUntil(isUpToDate)) << "redone";
+    EXPECT_EQ(view.grabImage(), with);
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(TreatmentWindows, toothNumbersAppearInEveryWindowAtOnceInTheChosenNotation)

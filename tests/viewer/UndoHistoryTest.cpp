@@ -91,6 +91,35 @@ TEST_F(UndoHistoryTest, elasticsAreNamedByTheTeethThatTheyRunOver)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(UndoHistoryTest, goingBackAndForthAsksForARedraw)
+{
+    const auto expectRedraws = [this] {
+        history.noticeChanges();
+        view->setNeedsDisplay(false);
+        history.stack().undo();
+        EXPECT_TRUE(view->needsDisplay());
+        view->setNeedsDisplay(false);
+        history.stack().redo();
+        EXPECT_TRUE(view->needsDisplay());
+    };
+    const auto size = document().availableElasticsSizeTypes().begin()->second;
+    document().placeElasticModel(
+        std::make_shared<kelo::ElasticModel>(nullptr, size, std::vector<std::string>{"6", "27"}));
+    expectRedraws();
+    document().elasticModel_setElasticsSizeType(
+        document().elasticModels().front(),
+        document().availableElasticsSizeTypes().rbegin()->second);
+    expectRedraws();
+    document().removeElasticModel(document().elasticModels().front());
+    expectRedraws();
+    document().toggleVisibilityOfBracket("8");
+    expectRedraws();
+    document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Red"));
+    expectRedraws();
+    view->makeCurrentContextIfNeeded();
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(UndoHistoryTest, aBracketThatBringsItsToothBackIsOneStep)
 {
     document().toggleVisibilityOfBracket("8");

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QThread>
+
+namespace kelo::test {
+
+/// A compositor on the test's display for as long as this lives: a window that was covered, by a
+/// menu for example, gets no event then when it is uncovered, and shows the picture that it had.
+class Compositor
+{
+public:
+    Compositor()
+    {
+        process_.start(QStringLiteral("picom"),
+                       {QStringLiteral("--config"), QStringLiteral("/dev/null"),
+                        QStringLiteral("--backend"), QStringLiteral("xrender")});
+        // The program itself tells whether one is running.
+        for (int i = 0; i < 100 && !isRunning_; ++i) {
+            QThread::msleep(50);
+            QProcess question;
+            question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
+            question.waitForFinished();
+            isRunning_ = process_.state() == QProcess::Running &&
+                         question.readAllStandardOutput().contains("Another compositor");
+        }
+    }
+    ~Compositor()
+    {
+        process_.terminate();
+        process_.waitForFinished();
+    }
+    Compositor(const Compositor &) = delete;
+    Compositor &operator=(const Compositor &) = delete;
+
+    bool isRunning() const { return isRunning_; }
+
+private:
+    QProcess process_;
+    bool isRunning_ = false;
+};
+
+} // namespace kelo::test
