@@ -173,7 +173,8 @@ void DXOpenGL::mouseCaptureLost()
 
 bool DXOpenGL::belongsToAnotherButton(const Event &event) const
 {
-    return _rotating && mouseButtonOf(event.type) != rotatingButton_;
+    const auto button = mouseButtonOf(event.type);
+    return _rotating && button && rotatingButton_ && button != rotatingButton_;
 }
 
 void DXOpenGL::rotateMouseDown(const Event &event)

@@ -178,7 +178,8 @@ void HVOGLMouseView::mouseUp(const Event &event)
 void HVOGLMouseView::endPress(const Event &event)
 {
     // By the event's button, not by the operation: a mode may route a press to another button's.
-    if (mouseIsDown_ && mouseButtonOf(event.type) != pressedButton_) return;
+    const auto released = mouseButtonOf(event.type);
+    if (mouseIsDown_ && released && pressedButton_ && released != pressedButton_) return;
     mouseIsDown_ = false;
     flagsChanged(event);
 }
