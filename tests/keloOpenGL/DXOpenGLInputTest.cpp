@@ -376,21 +376,27 @@ TEST_F(DXOpenGLInput, otherKeysAndEmptyCharactersChangeNothing)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLInput, aChangedMeshAsksForARedraw)
+TEST_F(DXOpenGLInput, aChangedMeshOfItsDocumentAsksForARedraw)
 {
-    const auto mesh = test::boxModel({0, 0, 0}, {1, 1, 1});
+    const auto document = test::boxDocument();
+    view->setDocumentModel(document);
     view->setNeedsDisplay(false);
-    mesh->setHiddenPrimary(true);
+    document->toothModels().at("8")->setHiddenPrimary(true);
     EXPECT_TRUE(view->needsDisplay());
+    view->setNeedsDisplay(false);
+    test::boxModel({0, 0, 0}, {1, 1, 1})->setHiddenPrimary(true);
+    EXPECT_FALSE(view->needsDisplay()) << "a mesh that it does not show";
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLInput, aDestroyedViewNeitherHearsOfMeshesNorOfItsTimers)
 {
+    const auto document = test::boxDocument();
+    view->setDocumentModel(document);
     view->sendEvent(scroll(0.0, -5.0));
     const std::weak_ptr<DXOpenGL> gone = view;
     view.reset();
     EXPECT_TRUE(gone.expired());
-    test::boxModel({0, 0, 0}, {1, 1, 1})->setHiddenPrimary(true);
+    document->toothModels().at("8")->setHiddenPrimary(true);
     loop->advance(2.0);
 }
