@@ -108,31 +108,37 @@ void DXOpenGL::reloadLostTextures()
 void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
 {
     dateStringTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setBracketToolTexture(std::shared_ptr<SimpleTexture> texture)
 {
     bracketToolTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setBracketToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
 {
     bracketToolSelectedTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setElasticsToolTexture(std::shared_ptr<SimpleTexture> texture)
 {
     elasticsToolTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setElasticsToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
 {
     elasticsToolSelectedTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture)
 {
     printButtonTexture_ = std::move(texture);
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::setRepeatActionTimerInterval(double seconds)

@@ -107,4 +107,17 @@ TEST_F(DocumentChanges, theApprovalBringsAndTakesTheToolsAndAsksForARedraw)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DocumentChanges, aPictureOfTheOverlayThatIsSetAsksForARedraw)
+{
+    const auto picture = view->printButtonTexture();
+    EXPECT_EQ(redrawnBy([&] { view->setBracketToolTexture(picture); }), "1");
+    EXPECT_EQ(redrawnBy([&] { view->setBracketToolSelectedTexture(picture); }), "1");
+    EXPECT_EQ(redrawnBy([&] { view->setElasticsToolTexture(picture); }), "1");
+    EXPECT_EQ(redrawnBy([&] { view->setElasticsToolSelectedTexture(picture); }), "1");
+    EXPECT_EQ(redrawnBy([&] { view->setPrintButtonTexture(picture); }), "1");
+    EXPECT_EQ(redrawnBy([&] { view->setDateStringTexture(nullptr); }), "1");
+    view->makeCurrentContextIfNeeded();
+    EXPECT_NO_GL_ERROR();
+}
+
 } // namespace
