@@ -164,13 +164,17 @@ public:
 
     /// @name Cursor and tracking
     /// @{
+    /// Whether cursors can be made: not without a QGuiApplication, where making one ends the
+    /// program. A view without one has no cursor and no cursor rectangles.
+    static bool cursorsAreAvailable();
     /// Shows this cursor until the pointer goes into another cursor rectangle.
     void setCursor(const QCursor &cursor);
-    /// The cursor that is shown now.
+    /// The cursor that is shown now. Only where cursors are available.
     QCursor cursor() const;
     /// Throws the cursor rectangles away and asks resetCursorRects for new ones; the one that the
     /// pointer is in takes effect at once.
     void invalidateCursorRects();
+    /// Called only where cursors are available.
     virtual void resetCursorRects();
     /// Adds a rectangle (view coordinates) with a cursor of its own; of several the first that
     /// holds the pointer counts, outside all of them the arrow is shown.

@@ -52,7 +52,7 @@ void HVOGLMouseView::restorePermanentMouseMode()
 {
     if (mouseModeIsTemporary_) setMouseMode(permanentMouseMode_);
     mouseModeIsTemporary_ = false;
-    setCursor(cursorForMouseMode(mouseMode_));
+    showModesCursor();
 }
 
 void HVOGLMouseView::mouseModeAction()
@@ -79,7 +79,12 @@ QCursor HVOGLMouseView::cursorForMouseMode(long) const
 void HVOGLMouseView::synchronizeCursorWithMouseMode(const Event &event)
 {
     if (bounds().contains(convertPoint_fromView(event.locationInWindow, nullptr)))
-        setCursor(cursorForMouseMode(mouseMode_));
+        showModesCursor();
+}
+
+void HVOGLMouseView::showModesCursor()
+{
+    if (cursorsAreAvailable()) setCursor(cursorForMouseMode(mouseMode_));
 }
 
 void HVOGLMouseView::setUpTrackingRect()

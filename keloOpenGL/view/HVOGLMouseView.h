@@ -45,6 +45,7 @@ public:
     /// @}
 
     /// @name Cursor
+    /// Asked for and shown only where cursors are available.
     /// @{
     virtual QCursor defaultCursor() const;
     /// Hook: the cursor of a mode; the default cursor for every one.
@@ -91,6 +92,7 @@ private:
     bool mouseModeIsTemporary_ = false;
     long permanentMouseMode_ = 0;
     long mouseModeButton_ = 0;
+    void showModesCursor();
     bool mouseIsDown_ = false;
     int trackingRectTag_ = 0;
     bool enabled_ = true;
