@@ -170,9 +170,6 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         if (treatment_->todayIsOver())
             QTimer::singleShot(0, this, &TreatmentWindow::goOnToPresentDay);
         break;
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
     case QEvent::KeyPress:
         if (object == view_->window() && view_->isInFullScreenMode() &&
             actOnKeyInFullScreen(*static_cast<QKeyEvent *>(event)))
@@ -180,6 +177,9 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         [[fallthrough]];
     case QEvent::KeyRelease:
         QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
         break;
     default:
         break;
