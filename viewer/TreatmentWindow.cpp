@@ -105,6 +105,7 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     connect(dates_, &DateBar::approvalChosen, this, &TreatmentWindow::approve);
     connect(&Preferences::preferences(), &Preferences::changed, this,
             &TreatmentWindow::preferencesChanged);
+    view_->setAnimationTimerStopsAtRest(true); // the window is open all day, mostly at rest
     delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
     delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
@@ -176,10 +177,10 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
             return true;
         [[fallthrough]];
     case QEvent::KeyRelease:
-        QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
+        QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
         break;
     default:
         break;
