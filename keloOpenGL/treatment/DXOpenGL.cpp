@@ -43,12 +43,13 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
     if (makeCurrentContextIfNeeded()) loadTextures();
     elasticConfigNamingAction = 0;
     NotificationCenter::defaultCenter().addObserver(
-        this, [this](const Notification &) { modelChanged(); }, "modelChangedNotification");
+        ownObserver(), [this](const Notification &) { modelChanged(); },
+        "modelChangedNotification");
 }
 
 DXOpenGL::~DXOpenGL()
 {
-    NotificationCenter::defaultCenter().removeObserver(this);
+    NotificationCenter::defaultCenter().removeObserver(ownObserver());
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();

@@ -20,6 +20,7 @@ HVOGLMouseView::HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat
 HVOGLMouseView::~HVOGLMouseView()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
+    NotificationCenter::defaultCenter().removeObserver(ownObserver());
     if (trackingRectTag_ != 0) removeTrackingRect(trackingRectTag_);
 }
 
@@ -27,8 +28,8 @@ void HVOGLMouseView::awakeFromNib()
 {
     OpenGLView::awakeFromNib();
     NotificationCenter::defaultCenter().addObserver(
-        this, [this](const Notification &) { frameDidChange(); }, "viewFrameDidChangeNotification",
-        static_cast<OpenGLView *>(this));
+        ownObserver(), [this](const Notification &) { frameDidChange(); },
+        "viewFrameDidChangeNotification", static_cast<OpenGLView *>(this));
     postsFrameChangedNotifications = true;
     setUpTrackingRect();
     invalidateCursorRects();

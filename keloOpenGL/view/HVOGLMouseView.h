@@ -82,20 +82,27 @@ public:
     void otherMouseUp(const Event &event) override;
     /// @}
 
+protected:
+    /// The observer of what the view hears for itself as long as it lives. Whoever observes in the
+    /// view's name, for as long as a window shows it for example, does so with the view's address,
+    /// and may remove all of that with NotificationCenter::removeObserver.
+    const void *ownObserver() const { return &ownObserver_; }
+
 private:
     enum class Button { Left, Right, Other };
     Button routedButton() const;
     void frameDidChange();
+    void showModesCursor();
     void endPress(const Event &event);
 
     long mouseMode_ = 0;
     bool mouseModeIsTemporary_ = false;
     long permanentMouseMode_ = 0;
     long mouseModeButton_ = 0;
-    void showModesCursor();
     bool mouseIsDown_ = false;
     int trackingRectTag_ = 0;
     bool enabled_ = true;
+    char ownObserver_ = 0; ///< only its address is used
 };
 
 } // namespace kelo
