@@ -176,10 +176,12 @@ void HVOGLMaterial::primeOpenGL() const
 void HVOGLMaterial::saveDefaults(const void *) const
 {
     UserDefaults &defaults = UserDefaults::standardUserDefaults();
-    for (const std::string &key : colorNames())
-        UserDefaults_setColor_forKey(defaults, std::get<OptionalColor>(valueForKey(key)),
-                                     defaultsPrefix + key);
-    defaults.setFloat_forKey(static_cast<float>(_shininess), defaultsPrefix + shininessKey);
+    defaults.performBatch([&] {
+        for (const std::string &key : colorNames())
+            UserDefaults_setColor_forKey(defaults, std::get<OptionalColor>(valueForKey(key)),
+                                         defaultsPrefix + key);
+        defaults.setFloat_forKey(static_cast<float>(_shininess), defaultsPrefix + shininessKey);
+    });
 }
 
 void HVOGLMaterial::restoreDefaults(const void *)

@@ -106,6 +106,7 @@ public:
     /// Colours stand under "Model " followed by their key, the shininess, as a single float, under
     /// "Model shininess", in the standard user defaults. The sender is ignored.
     /// @{
+    /// One batch, and so one write to the disk.
     void saveDefaults(const void *sender = nullptr) const;
     /// Colours that are not stored stay as they are. A shininess that is not stored, or stored as
     /// 0, becomes 32.

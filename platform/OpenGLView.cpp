@@ -8,8 +8,10 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QScreen>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kelo {
@@ -55,7 +57,9 @@ private:
 
 OpenGLView::OpenGLView(const Rect &frame, const PixelFormat &pixelFormat)
     : frame_(frame), pixelFormat_(pixelFormat), d(std::make_unique<Private>())
-{}
+{
+    d->knownDeviceSize = deviceSize();
+}
 
 OpenGLView::~OpenGLView()
 {
@@ -90,13 +94,11 @@ SurfaceKind OpenGLView::surfaceKind()
     return withoutDisplay ? SurfaceKind::Surfaceless : SurfaceKind::Window;
 }
 
-ViewSurface &OpenGLView::surface() const
+ViewSurface &OpenGLView::surface()
 {
-    if (!d->surface) {
-        auto &self = const_cast<OpenGLView &>(*this);
-        d->surface = surfaceKind() == SurfaceKind::Window ? makeWindowSurface(self)
-                                                          : makeSurfacelessSurface(self);
-    }
+    if (!d->surface)
+        d->surface = surfaceKind() == SurfaceKind::Window ? makeWindowSurface(*this)
+                                                          : makeSurfacelessSurface(*this);
     return *d->surface;
 }
 
@@ -111,14 +113,10 @@ void OpenGLView::frameDidResize(const Size &size)
 {
     const bool newSize = size != frame_.size;
     frame_.size = size;
-    if (d->surface) {
-        if (newSize) d->surface->viewDidResize();
-        const PixelSize pixels = d->surface->deviceSize();
-        const bool newPixels = std::exchange(d->knownDeviceSize, pixels) != pixels;
-        if (!newSize && !newPixels) return;
-    } else if (!newSize) {
-        return;
-    }
+    if (newSize && d->surface) d->surface->viewDidResize();
+    const PixelSize pixels = deviceSize();
+    const bool newPixels = std::exchange(d->knownDeviceSize, pixels) != pixels;
+    if (!newSize && !newPixels) return;
     const std::weak_ptr<int> life = d->lifeToken;
     reshape();
     if (newSize && postsFrameChangedNotifications && !life.expired())
@@ -146,7 +144,10 @@ Point OpenGLView::flippedWindowPoint(const Point &point) const
 
 double OpenGLView::backingScaleFactor() const
 {
-    return surface().scaleFactor();
+    if (d->surface) return d->surface->scaleFactor();
+    if (surfaceKind() == SurfaceKind::Surfaceless) return surfacelessScale_;
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->devicePixelRatio() : 1.0;
 }
 
 void OpenGLView::setSurfacelessScaleFactor(double scale)
@@ -159,8 +160,7 @@ void OpenGLView::setSurfacelessScaleFactor(double scale)
 
 Size OpenGLView::convertSizeToBacking(const Size &size) const
 {
-    const PixelSize pixels =
-        size == frame_.size ? surface().deviceSize() : surface().pixelSize(size);
+    const PixelSize pixels = size == frame_.size ? deviceSize() : pixelSize(size);
     return {static_cast<double>(pixels.width), static_cast<double>(pixels.height)};
 }
 
@@ -170,9 +170,16 @@ Point OpenGLView::convertPointToBacking(const Point &point) const
     return {point.x * scale, point.y * scale};
 }
 
+PixelSize OpenGLView::pixelSize(const Size &size) const
+{
+    const double scale = backingScaleFactor();
+    return {static_cast<int>(std::lround(size.width * scale)),
+            static_cast<int>(std::lround(size.height * scale))};
+}
+
 PixelSize OpenGLView::deviceSize() const
 {
-    return surface().deviceSize();
+    return d->surface ? d->surface->deviceSize() : pixelSize(frame_.size);
 }
 
 OpenGLContext &OpenGLView::openGLContext()
@@ -217,7 +224,8 @@ void OpenGLView::displayIfNeeded()
 
 bool OpenGLView::isExposed() const
 {
-    return surface().isExposed();
+    if (d->surface) return d->surface->isExposed();
+    return surfaceKind() == SurfaceKind::Surfaceless;
 }
 
 void OpenGLView::drawRect(const Rect &) {}
@@ -276,9 +284,14 @@ QWidget *OpenGLView::createContainer(QWidget *parent)
     return makeViewContainer(*this, surface(), parent);
 }
 
-QWindow *OpenGLView::window() const
+QWindow *OpenGLView::window()
 {
     return surface().window();
+}
+
+QWindow *OpenGLView::window() const
+{
+    return d->surface ? d->surface->window() : nullptr;
 }
 
 } // namespace kelo

@@ -19,7 +19,9 @@ namespace kelo {
 
 class ViewSurface;
 
-/// Where views draw. Chosen when a view first needs its context.
+/// Where views draw. A view takes its surface when it first needs one: for its context
+/// (openGLContext, display, grabImage), its window (window, createContainer, enterFullScreenMode)
+/// or an event loop inside an event (lendInput). What only asks about the view makes none.
 enum class SurfaceKind {
     Automatic,  ///< Surfaceless without a graphical application or display, else Window
     Window,     ///< a native window with a context of its own
@@ -52,7 +54,7 @@ public:
 
     /// @name Where views draw
     /// @{
-    static void setSurfaceKind(SurfaceKind kind); ///< for views whose context is not made yet
+    static void setSurfaceKind(SurfaceKind kind); ///< for views that have no surface yet
     static SurfaceKind surfaceKind();             ///< never Automatic: what a view would get now
     /// @}
 
@@ -72,7 +74,7 @@ public:
     /// back. The lowest row of device pixels, not of points, has the location 1.
     Point flippedWindowPoint(const Point &point) const;
     /// Device pixels per point of the screen that the view is on, or the scale set for surfaceless
-    /// drawing.
+    /// drawing. Before a view has its window, the main screen's, on which the window will open.
     double backingScaleFactor() const;
     /// The scale of a view without display (default 1); calls reshape. A window's scale is its
     /// screen's and stays.
@@ -103,7 +105,8 @@ public:
     void display();
     /// Draws now if a redraw was asked for.
     void displayIfNeeded();
-    /// Whether drawing would be seen: an exposed window, or a surface without display.
+    /// Whether drawing would be seen: an exposed window, or a surface without display. False for a
+    /// view whose window is still to be made.
     bool isExposed() const;
     /// The drawing itself, for subclasses. The context is not made current before.
     virtual void drawRect(const Rect &dirtyRect);
@@ -164,13 +167,17 @@ public:
 
     /// @name Cursor and tracking
     /// @{
+    /// Whether cursors can be made: not without a QGuiApplication, where making one ends the
+    /// program. A view without one has no cursor and no cursor rectangles.
+    static bool cursorsAreAvailable();
     /// Shows this cursor until the pointer goes into another cursor rectangle.
     void setCursor(const QCursor &cursor);
-    /// The cursor that is shown now.
+    /// The cursor that is shown now. Only where cursors are available.
     QCursor cursor() const;
     /// Throws the cursor rectangles away and asks resetCursorRects for new ones; the one that the
     /// pointer is in takes effect at once.
     void invalidateCursorRects();
+    /// Called only where cursors are available.
     virtual void resetCursorRects();
     /// Adds a rectangle (view coordinates) with a cursor of its own; of several the first that
     /// holds the pointer counts, outside all of them the arrow is shown.
@@ -210,7 +217,10 @@ public:
     /// The widget of a view without a display paints what grabImage gives, so that it works on the
     /// offscreen platform too. Needs a QApplication.
     QWidget *createContainer(QWidget *parent = nullptr);
-    /// The native window of the view, or null without a display. Owned by the view.
+    /// The native window of the view, made on first use, or null without a display. Owned by the
+    /// view.
+    QWindow *window();
+    /// The same, but makes none: null for a view whose window is still to be made.
     QWindow *window() const;
     /// @}
 
@@ -231,7 +241,9 @@ private:
     friend class ViewWindow;
     friend class ViewContainer;
     struct Private;
-    ViewSurface &surface() const;
+    ViewSurface &surface(); ///< made on first use
+    /// Pixels of a size in points, rounded once.
+    PixelSize pixelSize(const Size &size) const;
     /// Notes a new size in points, or a new number of pixels for the same size.
     void frameDidResize(const Size &size);
     void dispatch(const Event &event);

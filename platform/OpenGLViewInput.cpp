@@ -228,6 +228,11 @@ void OpenGLView::removeTrackingRect(int tag)
                   [tag](const Private::TrackingRect &tracking) { return tracking.tag == tag; });
 }
 
+bool OpenGLView::cursorsAreAvailable()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr;
+}
+
 void OpenGLView::setCursor(const QCursor &cursor)
 {
     d->cursor = cursor;
@@ -242,6 +247,7 @@ QCursor OpenGLView::cursor() const
 void OpenGLView::invalidateCursorRects()
 {
     d->cursorRects.clear();
+    if (!cursorsAreAvailable()) return;
     resetCursorRects();
     updateCursor(true);
 }
@@ -255,7 +261,7 @@ void OpenGLView::addCursorRect(const Rect &rect, const QCursor &cursor)
 
 void OpenGLView::updateCursor(bool evenIfInTheSameRect)
 {
-    if (!d->pointerInWindow) {
+    if (!d->pointerInWindow || !cursorsAreAvailable()) {
         d->cursorRectOfPointer.reset();
         return;
     }

@@ -9,7 +9,6 @@
 #include <EGL/eglext.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -224,15 +223,9 @@ double SurfacelessSurface::scaleFactor() const
     return view().surfacelessScale_;
 }
 
-PixelSize SurfacelessSurface::pixelSize(const Size &size) const
-{
-    return {static_cast<int>(std::lround(size.width * scaleFactor())),
-            static_cast<int>(std::lround(size.height * scaleFactor()))};
-}
-
 PixelSize SurfacelessSurface::deviceSize() const
 {
-    return pixelSize(view().frame().size);
+    return scaledViewSize();
 }
 
 void SurfacelessSurface::viewDidResize()

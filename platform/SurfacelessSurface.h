@@ -11,7 +11,6 @@ public:
     using ViewSurface::ViewSurface;
 
     double scaleFactor() const override;
-    PixelSize pixelSize(const Size &size) const override;
     PixelSize deviceSize() const override;
     bool isExposed() const override { return true; }
     Size possibleSize(const Size &size) const override { return size; }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -117,7 +118,16 @@ public:
     void removeObjectForKey(const std::string &key) override
     {
         settings_.remove(settingsKey(key));
-        settings_.sync();
+        write();
+    }
+    void performBatch(const std::function<void()> &changes) override
+    {
+        ++batchDepth_;
+        const auto end = qScopeGuard([this] {
+            --batchDepth_;
+            write();
+        });
+        changes();
     }
 
     std::optional<Bytes> dataForKey(const std::string &key) const override
@@ -142,11 +152,17 @@ private:
     void store(const std::string &key, const QVariant &value)
     {
         settings_.setValue(settingsKey(key), value);
+        write();
+    }
+
+    void write()
+    {
         // The store is never destroyed, and a program may end without its event loop running.
-        settings_.sync();
+        if (batchDepth_ == 0) settings_.sync();
     }
 
     QSettings settings_;
+    int batchDepth_ = 0;
 };
 
 std::unique_ptr<UserDefaults> &standardSlot()
@@ -159,6 +175,11 @@ std::unique_ptr<UserDefaults> &standardSlot()
 } // namespace
 
 UserDefaults::~UserDefaults() = default;
+
+void UserDefaults::performBatch(const std::function<void()> &changes)
+{
+    changes();
+}
 
 UserDefaults &UserDefaults::standardUserDefaults()
 {

@@ -3,6 +3,7 @@
 #include "keloOpenGL/Export.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,7 +13,8 @@ namespace kelo {
 
 /// Small settings of the user, by key. The standard store is the desktop's settings of the running
 /// application (its organisation and name; "keloOpenGL" for what the application does not say);
-/// what is set is on disk when the call returns. Tests replace it by a store in memory.
+/// what is set is on disk when the call returns, or when the batch of calls does. Tests replace it
+/// by a store in memory.
 ///
 /// A key holds one value, bytes or text or a number; setting one of another kind replaces it.
 /// Any text, the empty one included, is a key. A number can be read as text (the shortest decimal
@@ -39,6 +41,13 @@ public:
     virtual void setFloat_forKey(float value, const std::string &key) = 0;
     virtual void setString_forKey(const std::string &value, const std::string &key) = 0;
     virtual void removeObjectForKey(const std::string &key) = 0;
+
+    /// Runs `changes`, which sets and removes any number of values, and writes them all at once:
+    /// every write replaces the whole file and waits for the disk. Inside, the new values can be
+    /// read already. When `changes` throws, what it has set until then is written. A batch inside
+    /// of another is part of that one. The base, for stores that write nothing, only runs
+    /// `changes`.
+    virtual void performBatch(const std::function<void()> &changes);
 
     /// Nothing when no bytes are stored under the key.
     virtual std::optional<Bytes> dataForKey(const std::string &key) const = 0;

@@ -25,6 +25,11 @@ void ViewSurface::destroyContext()
     context_.reset();
 }
 
+PixelSize ViewSurface::scaledViewSize() const
+{
+    return view_.pixelSize(view_.frame().size);
+}
+
 void ViewSurface::setHost(ViewHost *host)
 {
     if (host_ && host_ != host) host_->forgetView();

@@ -52,8 +52,6 @@ public:
     virtual void releaseContext() {}
 
     virtual double scaleFactor() const = 0;
-    /// Pixels of a size in points, rounded once, the way in which the surface rounds its own size.
-    virtual PixelSize pixelSize(const Size &size) const = 0;
     /// The number of pixels that there are really.
     virtual PixelSize deviceSize() const = 0;
     virtual bool isExposed() const = 0;
@@ -82,6 +80,8 @@ public:
 protected:
     virtual std::shared_ptr<OpenGLContext> makeContext() = 0;
     OpenGLView &view() const { return view_; }
+    /// Pixels of the view's size in points.
+    PixelSize scaledViewSize() const;
 
 private:
     OpenGLView &view_;

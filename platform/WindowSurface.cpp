@@ -120,12 +120,6 @@ double WindowSurface::scaleFactor() const
     return window_ ? window_->devicePixelRatio() : 1.0;
 }
 
-PixelSize WindowSurface::pixelSize(const Size &size) const
-{
-    return {static_cast<int>(std::lround(size.width * scaleFactor())),
-            static_cast<int>(std::lround(size.height * scaleFactor()))};
-}
-
 PixelSize WindowSurface::deviceSize() const
 {
     // Qt makes the native window of an embedded view from its size in points. A top-level window
@@ -136,7 +130,7 @@ PixelSize WindowSurface::deviceSize() const
     if (window && window->handle() && !window->parent() && scale != std::floor(scale)) {
         if (const auto native = nativeSizeOfWindow(*window)) return *native;
     }
-    return pixelSize(view().frame().size);
+    return scaledViewSize();
 }
 
 bool WindowSurface::isExposed() const

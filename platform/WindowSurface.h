@@ -19,7 +19,6 @@ public:
     ~WindowSurface() override;
 
     double scaleFactor() const override;
-    PixelSize pixelSize(const Size &size) const override;
     PixelSize deviceSize() const override;
     bool isExposed() const override;
     Size possibleSize(const Size &size) const override;

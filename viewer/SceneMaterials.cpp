@@ -47,6 +47,10 @@ public:
     {
         store_.removeObjectForKey(prefix_ + key);
     }
+    void performBatch(const std::function<void()> &changes) override
+    {
+        store_.performBatch(changes);
+    }
     std::optional<Bytes> dataForKey(const std::string &key) const override
     {
         return store_.dataForKey(prefix_ + key);

@@ -105,6 +105,7 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     connect(dates_, &DateBar::approvalChosen, this, &TreatmentWindow::approve);
     connect(&Preferences::preferences(), &Preferences::changed, this,
             &TreatmentWindow::preferencesChanged);
+    view_->setAnimationTimerStopsAtRest(true); // the window is open all day, mostly at rest
     delegate_.toggleFullScreenMode = [this](kelo::DXOpenGL &) { toggleFullScreen(); };
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
     delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
@@ -170,15 +171,15 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         if (treatment_->todayIsOver())
             QTimer::singleShot(0, this, &TreatmentWindow::goOnToPresentDay);
         break;
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
     case QEvent::KeyPress:
         if (object == view_->window() && view_->isInFullScreenMode() &&
             actOnKeyInFullScreen(*static_cast<QKeyEvent *>(event)))
             return true;
         [[fallthrough]];
     case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
         QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
         break;
     default:

@@ -47,7 +47,7 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
 
 DXOpenGL::~DXOpenGL()
 {
-    NotificationCenter::defaultCenter().removeObserver(this);
+    NotificationCenter::defaultCenter().removeObserver(ownObserver());
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
@@ -69,10 +69,10 @@ void DXOpenGL::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
     // this view's.
     NotificationCenter &center = NotificationCenter::defaultCenter();
     if (documentModel())
-        center.removeObserver(this, documentModelChangedNotification, documentModel().get());
+        center.removeObserver(ownObserver(), documentModelChangedNotification, documentModel().get());
     if (model)
         center.addObserver(
-            this, [this](const Notification &) { modelChanged(); },
+            ownObserver(), [this](const Notification &) { modelChanged(); },
             documentModelChangedNotification, model.get());
     HVOGLSmoothView::setDocumentModel(std::move(model));
 }

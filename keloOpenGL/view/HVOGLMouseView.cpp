@@ -20,6 +20,7 @@ HVOGLMouseView::HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat
 HVOGLMouseView::~HVOGLMouseView()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
+    NotificationCenter::defaultCenter().removeObserver(ownObserver());
     if (trackingRectTag_ != 0) removeTrackingRect(trackingRectTag_);
 }
 
@@ -27,8 +28,8 @@ void HVOGLMouseView::awakeFromNib()
 {
     OpenGLView::awakeFromNib();
     NotificationCenter::defaultCenter().addObserver(
-        this, [this](const Notification &) { frameDidChange(); }, "viewFrameDidChangeNotification",
-        static_cast<OpenGLView *>(this));
+        ownObserver(), [this](const Notification &) { frameDidChange(); },
+        "viewFrameDidChangeNotification", static_cast<OpenGLView *>(this));
     postsFrameChangedNotifications = true;
     setUpTrackingRect();
     invalidateCursorRects();
@@ -52,7 +53,7 @@ void HVOGLMouseView::restorePermanentMouseMode()
 {
     if (mouseModeIsTemporary_) setMouseMode(permanentMouseMode_);
     mouseModeIsTemporary_ = false;
-    setCursor(cursorForMouseMode(mouseMode_));
+    showModesCursor();
 }
 
 void HVOGLMouseView::mouseModeAction()
@@ -79,7 +80,12 @@ QCursor HVOGLMouseView::cursorForMouseMode(long) const
 void HVOGLMouseView::synchronizeCursorWithMouseMode(const Event &event)
 {
     if (bounds().contains(convertPoint_fromView(event.locationInWindow, nullptr)))
-        setCursor(cursorForMouseMode(mouseMode_));
+        showModesCursor();
+}
+
+void HVOGLMouseView::showModesCursor()
+{
+    if (cursorsAreAvailable()) setCursor(cursorForMouseMode(mouseMode_));
 }
 
 void HVOGLMouseView::setUpTrackingRect()

@@ -46,6 +46,7 @@ public:
     /// @}
 
     /// @name Cursor
+    /// Asked for and shown only where cursors are available.
     /// @{
     virtual QCursor defaultCursor() const;
     /// Hook: the cursor of a mode; the default cursor for every one.
@@ -84,9 +85,16 @@ public:
     void otherMouseUp(const Event &event) override;
     /// @}
 
+protected:
+    /// The observer of what the view hears for itself as long as it lives. Whoever observes in the
+    /// view's name, for as long as a window shows it for example, does so with the view's address,
+    /// and may remove all of that with NotificationCenter::removeObserver.
+    const void *ownObserver() const { return &ownObserver_; }
+
 private:
     MouseButton routedButton() const;
     void frameDidChange();
+    void showModesCursor();
     void endPress(const Event &event);
 
     long mouseMode_ = 0;
@@ -97,6 +105,7 @@ private:
     std::optional<MouseButton> pressedButton_; ///< of the press that is going on
     int trackingRectTag_ = 0;
     bool enabled_ = true;
+    char ownObserver_ = 0; ///< only its address is used
 };
 
 } // namespace kelo

@@ -201,6 +201,12 @@ void HVOGLSmoothView::animationForTimer(Timer &timer)
     updateWorldCenterForTimeDelta(timeDelta());
     updateMouthOpenAngleForTimeDelta(timeDelta());
     HVOGLBasicView::animationForTimer(timer);
+    if (animationTimerStopsAtRest_ && isAtRest()) stopAnimationTimer();
+}
+
+bool HVOGLSmoothView::isAtRest() const
+{
+    return !_animatingWorldRotation && !_animatingWorldCenter && !_animatingMouthOpenAngle;
 }
 
 void HVOGLSmoothView::setHomeOrientation(std::optional<std::string> name)

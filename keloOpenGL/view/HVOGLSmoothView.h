@@ -12,8 +12,11 @@ namespace kelo {
 /// any of which may run at the same time. Each starts and ends with zero speed (smoothstep), lands
 /// exactly on its target, and starts over from the value reached when a new target is requested.
 ///
-/// Rotation follows the single-axis path from start to target. Zoom is not animated. The animation
-/// timer starts with the first transition and runs until the view goes.
+/// Rotation follows the single-axis path from start to target. Zoom is not animated.
+///
+/// The animation timer starts with the first transition and runs until the view goes, at rest too:
+/// subclasses that extend animationForTimer count on its ticks. A host that wants none at rest, 60
+/// of which a second keep the processor awake, says so with setAnimationTimerStopsAtRest.
 class KELO_EXPORT HVOGLSmoothView : public HVOGLBasicView
 {
 public:
@@ -38,6 +41,12 @@ public:
     void setTargetMouthOpenAngle(float angleInDegrees);
     void setTargetMouthOpenAngle_duration(float angleInDegrees, double seconds);
 
+    /// Whether the animation timer stops with the tick that ends the last transition, until the
+    /// next one starts it again; false at first. Transitions are the same either way: each step is
+    /// the time since the tick before, the first one after a rest the time since the request.
+    bool animationTimerStopsAtRest() const { return animationTimerStopsAtRest_; }
+    void setAnimationTimerStopsAtRest(bool stops) { animationTimerStopsAtRest_ = stops; }
+
     void animationForTimer(Timer &timer) override;
     void updateWorldRotationForTimeDelta(double seconds);
     void updateWorldCenterForTimeDelta(double seconds);
@@ -54,6 +63,7 @@ public:
 private:
     void startAnimationTimerIfNeeded();
     double timeDelta() const;
+    bool isAtRest() const;
 
     bool _animatingWorldRotation = false;
     Quaternion _initialWorldQuaternion{0.0f, 0.0f, 0.0f, 1.0f};
@@ -74,6 +84,8 @@ private:
     float _initialMouthOpenAngle = 0.0f;
     float _targetMouthOpenAngle = 0.0f;
     double _mouthOpenAnimationDuration = 0.0;
+
+    bool animationTimerStopsAtRest_ = false;
 };
 
 } // namespace kelo

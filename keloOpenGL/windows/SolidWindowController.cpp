@@ -69,6 +69,7 @@ void SolidWindowController::forgetView()
     if (const auto shown = view()) {
         NotificationQueue::defaultQueue().dequeueNotificationsMatching(
             {zoomToFitNotification, shown.get()}, Coalescing::OnName | Coalescing::OnSender);
+        // What is observed in the view's name; what the view hears for itself it goes on hearing.
         NotificationCenter::defaultCenter().removeObserver(shown.get());
     }
     documentModel_.reset();

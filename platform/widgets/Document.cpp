@@ -23,8 +23,9 @@ WindowController &Document::addWindowController(std::unique_ptr<WindowController
 void Document::showWindows()
 {
     if (controllers_.empty()) makeWindowControllers();
-    for (const auto &controller : controllers_)
-        controller->showWindow();
+    // By index: whoever handles a window's appearing may add windows.
+    for (std::size_t i = 0; i < controllers_.size(); ++i)
+        controllers_[i]->showWindow();
 }
 
 bool Document::respondsToSelector(const std::string &selector) const
@@ -39,13 +40,28 @@ bool Document::validateMenuItem(MenuItem &item) const
     return respondsToSelector(item.actionName);
 }
 
-void Document::close()
+bool Document::close()
 {
-    if (isClosed_) return;
+    if (!closeWindowsExcept(nullptr)) return false;
+    if (isClosed_) return true; // before, or by a window whose closing closes the document
     isClosed_ = true;
-    for (const auto &controller : controllers_)
-        controller->close();
     emit closed();
+    return true;
+}
+
+bool Document::closeOtherWindows(const WindowController &remaining)
+{
+    return closeWindowsExcept(&remaining);
+}
+
+bool Document::closeWindowsExcept(const WindowController *remaining)
+{
+    // By index: whoever handles a window's closing may add windows.
+    for (std::size_t i = 0; !isClosed_ && i < controllers_.size(); ++i) {
+        WindowController *const controller = controllers_[i].get();
+        if (controller != remaining && !controller->close()) return false;
+    }
+    return true;
 }
 
 } // namespace kelo

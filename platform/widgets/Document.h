@@ -46,8 +46,13 @@ public:
     /// Whether a row of the host's menus that acts on the document can be chosen.
     virtual bool validateMenuItem(MenuItem &item) const;
 
-    /// Closes every window, and tells the host, once.
-    void close();
+    /// Closes every window, also those that are added meanwhile, and tells the host, once. False
+    /// where a window refuses: the windows after it, and the document, stay open. True for a
+    /// document that is closed.
+    bool close();
+    /// Closes every window but this one, as far as close() does; the document stays open. What a
+    /// window whose closing closes the document asks for before it agrees to close.
+    bool closeOtherWindows(const WindowController &remaining);
     bool isClosed() const { return isClosed_; }
 
 signals:
@@ -55,6 +60,8 @@ signals:
     void closed();
 
 private:
+    bool closeWindowsExcept(const WindowController *remaining);
+
     std::vector<std::unique_ptr<WindowController>> controllers_;
     bool isClosed_ = false;
 };

@@ -50,15 +50,20 @@ void WindowController::showWindow(QObject *)
 {
     QWidget *const shown = window();
     if (!shown) return;
+    hasClosed_ = false;
     shown->setWindowState(shown->windowState() & ~Qt::WindowMinimized);
     shown->show();
     shown->raise();
     shown->activateWindow();
 }
 
-void WindowController::close()
+bool WindowController::close()
 {
-    if (window_) window_->close();
+    if (!window_ || closing_ == Closing::Agreed) return true;
+    if (closing_ == Closing::Asked) return false;
+    if (hasClosed_ && !window_->isVisible()) return true;
+    // A window that is hidden already keeps nothing open.
+    return window_->close() || !window_->isVisible();
 }
 
 void WindowController::windowWillClose(QWidget *)
@@ -70,14 +75,25 @@ bool WindowController::eventFilter(QObject *object, QEvent *event)
 {
     if (object != window_.get() || event->type() != QEvent::Close)
         return QObject::eventFilter(object, event);
-    // The window is asked first: it may refuse, and then stays as it is.
+    if (closing_ != Closing::No) { // asked again by what its closing set off
+        event->setAccepted(closing_ == Closing::Agreed);
+        return true;
+    }
     const QPointer<WindowController> self(this);
-    window_->removeEventFilter(this);
+    closing_ = Closing::Asked;
+    // The window is asked first: it may refuse, and then stays as it is. Past the filters, which
+    // stay where they are: one that is installed anew comes before the host's and hides the event
+    // from them.
     event->accept();
     object->event(event);
-    if (!self) return true;
-    window_->installEventFilter(this);
-    if (event->isAccepted()) windowWillClose(window_.get());
+    if (self && event->isAccepted() && shouldCloseDocument_ && document_)
+        event->setAccepted(document_->closeOtherWindows(*this));
+    if (self && event->isAccepted()) {
+        closing_ = Closing::Agreed;
+        hasClosed_ = true;
+        windowWillClose(window_.get());
+    }
+    if (self) closing_ = Closing::No;
     return true;
 }
 

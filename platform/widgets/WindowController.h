@@ -32,7 +32,9 @@ public:
     /// The window, loaded now if it was not yet; null without a file. Throws InterfaceFileProblem.
     QWidget *window();
     bool isWindowLoaded() const { return window_ != nullptr; }
-    /// A window that was made in code, in place of a file's. awakeFromNib is called.
+    /// A window that was made in code, in place of a file's. awakeFromNib is called. Event filters
+    /// that are installed on the window from now on hear of its closing, each time it is asked for,
+    /// before the controller does; the controller takes the event out of the hands of earlier ones.
     void setWindow(std::unique_ptr<QWidget> window);
 
     /// Not owned; null for a controller of no document. The property of the same name is this one.
@@ -46,12 +48,15 @@ public:
     /// Shows the window and brings it to the front as the key window.
     virtual void showWindow(QObject *sender = nullptr);
     /// Closes the window as its user would; windowWillClose follows unless the window refuses.
-    void close();
+    /// False where it refuses and stays on the screen, and while it is being asked already; true
+    /// for one that is closed or about to be, and for a window that was never loaded.
+    bool close();
 
     /// Called once, when the window is there.
     virtual void awakeFromNib() {}
     /// The window of `window` has agreed to close and is about to vanish. The base closes the
-    /// document, if it should.
+    /// document, if it should; the document's other windows have closed by then: one that refuses
+    /// keeps this one open too.
     virtual void windowWillClose(QWidget *window);
 
 signals:
@@ -67,6 +72,13 @@ private:
     std::unique_ptr<QWidget> window_;
     Document *document_ = nullptr;
     bool shouldCloseDocument_ = false;
+    enum class Closing {
+        No,
+        Asked, ///< the window may still refuse
+        Agreed ///< it is about to vanish
+    };
+    Closing closing_ = Closing::No;
+    bool hasClosed_ = false; ///< since it was shown by showWindow
 };
 
 } // namespace kelo

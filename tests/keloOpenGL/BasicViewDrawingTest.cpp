@@ -116,6 +116,83 @@ TEST_F(BasicViewDrawing, withDrawRectDisabledNothingIsDrawnAndTheFirstDrawRectIs
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(BasicViewDrawing, withDrawRectDisabledTheBuffersKeepWhatTheyHold)
+{
+    view->display();
+    glClearDepth(0.25);
+    glClearColor(1.0f, 0.0f, 0.0f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClearDepth(1.0);
+    glViewport(1, 2, 3, 4);
+    HVOGLBasicView::setDrawRectEnabled(false);
+    view->display();
+    GLfloat depth = 0.0f;
+    GLubyte pixel[3] = {};
+    glReadPixels(5, 5, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+    glReadPixels(5, 5, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel);
+    EXPECT_NEAR(depth, 0.25f, 1e-6f); // 24 bits
+    EXPECT_EQ((std::array{pixel[0], pixel[1], pixel[2]}), (std::array<GLubyte, 3>{255, 0, 0}));
+    EXPECT_EQ(viewport(), (std::array<GLint, 4>{1, 2, 3, 4}));
+    EXPECT_NO_GL_ERROR();
+}
+
+/// Counts how often the drawing is finished, which is how a surface without display is flushed.
+class CountedFinishes
+{
+public:
+    CountedFinishes() : kept_(epoxy_glFinish)
+    {
+        count = 0;
+        original = kept_;
+        epoxy_glFinish = [] {
+            ++count;
+            original();
+        };
+    }
+    ~CountedFinishes() { epoxy_glFinish = kept_; }
+    CountedFinishes(const CountedFinishes &) = delete;
+    CountedFinishes &operator=(const CountedFinishes &) = delete;
+
+    static inline int count = 0;
+
+private:
+    static inline PFNGLFINISHPROC original = nullptr;
+    PFNGLFINISHPROC kept_;
+};
+
+TEST_F(BasicViewDrawing, theBufferIsFlushedOnceACycleUnlessSwappingIsDisabled)
+{
+    view->display();
+    glFinish(); // epoxy looks an entry point up at its first call
+    const CountedFinishes finishes;
+    view->display();
+    EXPECT_EQ(finishes.count, 1);
+    HVOGLBasicView::setBufferSwappingEnabled(false);
+    view->hooks.clear();
+    view->display();
+    EXPECT_EQ(finishes.count, 1);
+    EXPECT_EQ(view->hooks.back(), "extra") << "the cycle itself runs";
+    HVOGLBasicView::setBufferSwappingEnabled(true);
+    view->display();
+    EXPECT_EQ(finishes.count, 2);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(BasicViewDrawing, theContentIsDrawnWithoutBlending)
+{
+    view->display();
+    glEnable(GL_BLEND);
+    view->drawContent();
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    // Without a document too.
+    ASSERT_EQ(view->documentModel(), nullptr);
+    view->setDocumentModel(boxDocument());
+    glEnable(GL_BLEND);
+    view->drawContent();
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(BasicViewDrawing, aViewDrawnBeforeAnyResizeResizesInsideTheCycle)
 {
     view->display();

@@ -1,8 +1,11 @@
+#include "platform/gl.h"
+
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "platform/Assertion.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/support/CapturedOutput.h"
 
+#include <utility>
 #include <vector>
 
 using namespace kelo;
@@ -167,5 +170,48 @@ TEST_F(BasicView, aPendingErrorIsPrintedAndReturned)
     EXPECT_EQ(code, 1280u);
     EXPECT_EQ(test::standardOutputOf([&] { code = view->reportError(); }), "");
     EXPECT_EQ(code, 0u);
+    EXPECT_NO_GL_ERROR();
+}
+
+/// Errors in place of the context's own, of which a driver may keep one only.
+class PendingErrors
+{
+public:
+    explicit PendingErrors(std::vector<GLenum> errors) : kept_(epoxy_glGetError)
+    {
+        pending = std::move(errors);
+        epoxy_glGetError = [] {
+            if (pending.empty()) return static_cast<GLenum>(GL_NO_ERROR);
+            const GLenum first = pending.front();
+            pending.erase(pending.begin());
+            return first;
+        };
+    }
+    ~PendingErrors() { epoxy_glGetError = kept_; }
+    PendingErrors(const PendingErrors &) = delete;
+    PendingErrors &operator=(const PendingErrors &) = delete;
+
+    static inline std::vector<GLenum> pending;
+
+private:
+    PFNGLGETERRORPROC kept_;
+};
+
+TEST_F(BasicView, onlyOneErrorIsReadAtATime)
+{
+    ASSERT_TRUE(view->makeCurrentContextIfNeeded());
+    EXPECT_NO_GL_ERROR(); // epoxy looks an entry point up at its first call
+    {
+        const PendingErrors errors({1280, 1282, 1281});
+        unsigned code = 0;
+        EXPECT_EQ(test::standardOutputOf([&] { code = view->reportError(); }),
+                  "OpenGL error: 1280 - GL_INVALID_ENUM\n");
+        EXPECT_EQ(code, 1280u);
+        EXPECT_EQ(errors.pending, (std::vector<GLenum>{1282, 1281}));
+        // One a cycle.
+        EXPECT_EQ(test::standardOutputOf([&] { view->display(); }),
+                  "OpenGL error: 1282 - GL_INVALID_OPERATION\n");
+        EXPECT_EQ(errors.pending, (std::vector<GLenum>{1281}));
+    }
     EXPECT_NO_GL_ERROR();
 }

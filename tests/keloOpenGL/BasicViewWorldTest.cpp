@@ -174,9 +174,15 @@ TEST_F(BasicViewWorld, aNewDocumentIsCentredAndFramedAtOnce)
 TEST_F(BasicViewWorld, aScaleFactorOfExactlyOneSkipsTheShrinking)
 {
     view->scaleFactor = 1.0;
-    view->radius = 7.0;
+    view->offset = 1000.0f;
+    view->radius = 100.1;
+    // Shrinking by 1 would round: half of 1100.1 - 899.9 is no longer 100.1.
+    ASSERT_NE(1000.0 - (1100.1 - 899.9) * 0.5, 1000.0 - 100.1);
     view->zoomToFit();
-    expectLimits(view->zoomBox(), -7, 7, -7, 7);
+    EXPECT_EQ(view->zoomBox().xMin, 1000.0 - 100.1);
+    EXPECT_EQ(view->zoomBox().xMax, 1000.0 + 100.1);
+    EXPECT_EQ(view->zoomBox().yMin, -100.1);
+    EXPECT_EQ(view->zoomBox().yMax, 100.1);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -39,12 +39,21 @@ public:
         lastBits = bits;
         return modeForBits;
     }
+    QCursor cursorForMouseMode(long mode) const override
+    {
+        return mode == crossMode ? QCursor(Qt::CrossCursor)
+                                 : HVOGLMouseView::cursorForMouseMode(mode);
+    }
+    void mouseEntered(const Event &) override { note("entered"); }
+    void mouseExited(const Event &) override { note("exited"); }
+    void mouseMoved(const Event &) override { note("moved"); }
 
     void note(const std::string &call) { calls.push_back(call); }
     Calls calls;
     long rightMode = -1;
     long otherMode = -1;
     long modeForBits = 9;
+    long crossMode = -1;
     mutable std::uint32_t lastBits = 0;
 };
 
@@ -150,6 +159,18 @@ TEST_F(MouseView, pressesThatComeStraightToTheRightOperationDoNotPassTheEnabledC
     EXPECT_EQ(view->calls, (Calls{"rightDown"}));
 }
 
+TEST_F(MouseView, neitherDoThoseToTheOtherOperationNorThoseThatThePlatformDelivers)
+{
+    view->setEnabled(false);
+    view->otherMouseDown(down);
+    EXPECT_EQ(view->calls, (Calls{"otherDown"}));
+    view->calls.clear();
+    for (const EventType type : {EventType::OtherMouseDown, EventType::OtherMouseUp,
+                                 EventType::RightMouseDown, EventType::RightMouseUp})
+        view->sendEvent(eventAt(type, 10, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered", "otherDown", "otherUp", "rightDown", "rightUp"}));
+}
+
 TEST_F(MouseView, changingModifiersDuringADragHasNoEffectUntilTheReleaseWhichAppliesThem)
 {
     view->setMouseMode(2);
@@ -199,6 +220,51 @@ TEST_F(MouseView, restoringWithoutATemporaryModeKeepsTheMode)
     view->setMouseMode(5);
     view->restorePermanentMouseMode();
     EXPECT_EQ(view->mouseMode(), 5);
+}
+
+TEST_F(MouseView, restoringShowsTheCursorOfThePresentMode)
+{
+    view->crossMode = 5;
+    view->setMouseMode(5);
+    view->setCursor(QCursor(Qt::WaitCursor));
+    view->restorePermanentMouseMode();
+    EXPECT_EQ(view->cursor().shape(), Qt::CrossCursor) << "no mode was temporary";
+    view->setTemporaryMouseMode(2);
+    view->setCursor(QCursor(Qt::WaitCursor));
+    view->restorePermanentMouseMode();
+    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->cursor().shape(), Qt::CrossCursor);
+}
+
+TEST_F(MouseView, thePointersComingAndGoingIsTracked)
+{
+    view->sendEvent(eventAt(EventType::MouseMoved, 10, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered"}));
+    view->sendEvent(eventAt(EventType::MouseMoved, 199, 98));
+    EXPECT_EQ(view->calls, (Calls{"entered"})) << "the whole view is one rectangle";
+    view->sendEvent(eventAt(EventType::MouseMoved, 230, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered", "exited"}));
+}
+
+TEST_F(MouseView, theTrackedRectangleAndMouseMovesFollowTheFrame)
+{
+    EXPECT_TRUE(view->postsFrameChangedNotifications);
+    EXPECT_FALSE(view->acceptsMouseMovedEvents);
+    view->setFrameSize({400, 100});
+    EXPECT_TRUE(view->acceptsMouseMovedEvents);
+    view->sendEvent(eventAt(EventType::MouseMoved, 350, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered", "moved"}));
+    view->sendEvent(eventAt(EventType::MouseMoved, 450, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered", "moved", "exited", "moved"}));
+}
+
+TEST_F(MouseView, aViewInANewWindowTracksThePointerAnew)
+{
+    view->sendEvent(eventAt(EventType::MouseMoved, 10, 10));
+    view->calls.clear();
+    view->viewDidMoveToWindow();
+    view->sendEvent(eventAt(EventType::MouseMoved, 11, 10));
+    EXPECT_EQ(view->calls, (Calls{"entered"})) << "nobody knows where the pointer is there";
 }
 
 TEST_F(MouseView, shiftControlAndCommandNeverAskForATemporaryMode)

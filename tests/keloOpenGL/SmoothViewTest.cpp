@@ -4,6 +4,7 @@
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 using namespace kelo;
@@ -65,6 +66,99 @@ TEST_F(SmoothView, theMouthOpensAlongTheSmoothstepCurveAndLandsOnItsTarget)
     EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
     EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
     EXPECT_TRUE(view->animationTimerIsRunning());
+}
+
+TEST_F(SmoothView, everyStepOfEveryTransitionAsksForARedraw)
+{
+    struct Row
+    {
+        const char *name;
+        std::function<void()> start;
+        std::function<bool()> isRunning;
+    };
+    const Row rows[] = {
+        {"rotation", [&] { view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0); },
+         [&] { return view->isAnimatingWorldRotation(); }},
+        {"centre",
+         [&] {
+             view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+         },
+         [&] { return view->isAnimatingWorldCenter(); }},
+        {"mouth", [&] { view->setTargetMouthOpenAngle(30.0f); },
+         [&] { return view->isAnimatingMouthOpenAngle(); }},
+    };
+    for (const Row &row : rows) {
+        row.start();
+        int steps = 0;
+        while (row.isRunning()) {
+            view->setNeedsDisplay(false);
+            advanceTicks(1);
+            ASSERT_TRUE(view->needsDisplay()) << row.name << ", step " << steps;
+            ++steps;
+        }
+        EXPECT_GE(steps, 45) << row.name;
+        view->setNeedsDisplay(false);
+        advanceTicks(1);
+        EXPECT_FALSE(view->needsDisplay()) << row.name << " is over";
+    }
+}
+
+TEST_F(SmoothView, theRenderingTimeCountsForEveryStep)
+{
+    view->setLastRenderingTime(0.05);
+    view->setTargetMouthOpenAngle(40.0f);
+    view->setTargetWorldCenterData(packed(Vector3{10.0f, 0.0f, 0.0f}));
+    view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
+    advanceTicks(3);
+    // Three ticks and three times the rendering time: 0.2 of 0.75 seconds.
+    const double p = (3 * tick + 3 * 0.05) / 0.75;
+    const double weight = 3 * p * p - 2 * p * p * p;
+    EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * weight, 1e-3);
+    EXPECT_NEAR(view->worldCenter().x, 10.0 * weight, 1e-4);
+    advanceTicks(9);
+    EXPECT_FALSE(view->isAnimatingWorldRotation());
+}
+
+TEST_F(SmoothView, theTimerKeepsTickingAtRestUntilTheViewGoes)
+{
+    view->setTargetMouthOpenAngle(40.0f);
+    loop->advance(60.0);
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    EXPECT_TRUE(view->animationTimerIsRunning());
+    EXPECT_FALSE(view->animationTimerStopsAtRest());
+}
+
+TEST_F(SmoothView, aHostCanHaveTheTimerStopAtRest)
+{
+    view->setAnimationTimerStopsAtRest(true);
+    view->setTargetMouthOpenAngle_duration(40.0f, 0.25);
+    view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
+    advanceTicks(20);
+    EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
+    EXPECT_TRUE(view->animationTimerIsRunning()) << "the centre still moves";
+    advanceTicks(26);
+    EXPECT_EQ(view->worldCenter().z, 3.0f);
+    EXPECT_FALSE(view->animationTimerIsRunning());
+}
+
+TEST_F(SmoothView, aTransitionFromRestTakesTheSameStepsWithAndWithoutTicksAtRest)
+{
+    for (const bool stops : {false, true}) {
+        view = makeView<SlowView>();
+        counted = 0;
+        view->setAnimationTimerStopsAtRest(stops);
+        view->setTargetMouthOpenAngle(10.0f);
+        advanceTicks(600);
+        ASSERT_EQ(view->animationTimerIsRunning(), !stops);
+        view->setTargetMouthOpenAngle(40.0f);
+        EXPECT_TRUE(view->animationTimerIsRunning());
+        advanceTicks(1);
+        EXPECT_NEAR(view->mouthOpenAngle(), 10.0 + 30.0 * eased(1, 0.75), 1e-3) << stops;
+        advanceTicks(19);
+        EXPECT_NEAR(view->mouthOpenAngle(), 10.0 + 30.0 * eased(20, 0.75), 1e-3) << stops;
+        advanceTicks(26);
+        EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
+    }
 }
 
 TEST_F(SmoothView, aMouthTransitionTakesTheDurationThatIsGiven)

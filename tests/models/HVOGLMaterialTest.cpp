@@ -1,10 +1,16 @@
 #include "models/HVOGLMaterial.h"
 
 #include "models/UserDefaultsColor.h"
+#include "tests/support/FileWrites.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
+
 #include <stdexcept>
+#include <utility>
 
 namespace kelo {
 namespace {
@@ -260,6 +266,19 @@ TEST_F(HVOGLMaterialDefaults, colorsAndShininessAreStoredUnderTheirKeys)
     EXPECT_EQ(UserDefaults_colorForKey(defaults(), "Model backEmissionColor"),
               material.backEmissionColor());
     EXPECT_EQ(defaults().floatForKey("Model shininess"), 7.5f);
+}
+
+TEST_F(HVOGLMaterialDefaults, savingThemIsOneWriteToTheDisk)
+{
+    const QTemporaryDir folder;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+    ASSERT_TRUE(QDir(folder.path()).mkpath("keloOpenGL"));
+    auto before = UserDefaults::setStandardUserDefaults(nullptr);
+    test::FileWrites writes(folder.filePath("keloOpenGL").toStdString());
+    materialOfTenDifferentParameters().saveDefaults();
+    EXPECT_EQ(writes.countOf("keloOpenGL.conf"), 1);
+    EXPECT_EQ(defaults().floatForKey("Model shininess"), 7.5f);
+    UserDefaults::setStandardUserDefaults(std::move(before));
 }
 
 TEST_F(HVOGLMaterialDefaults, whatWasSavedIsRestored)

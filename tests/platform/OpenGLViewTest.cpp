@@ -28,6 +28,58 @@ TEST_F(OpenGLViewWithoutDisplay, theAutomaticSurfaceOfTheOffscreenPlatformIsSurf
     OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
 }
 
+TEST_F(OpenGLViewWithoutDisplay, askingAboutAViewMakesNoSurface)
+{
+    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    DrawingView made(Rect{{0, 0}, {200, 100}});
+    const OpenGLView &asked = made;
+    EXPECT_EQ(asked.backingScaleFactor(), 1.0) << "the offscreen platform's screen";
+    EXPECT_EQ(asked.deviceSize(), (PixelSize{200, 100}));
+    EXPECT_EQ(asked.convertSizeToBacking({3, 4}), (Size{3, 4}));
+    EXPECT_EQ(asked.convertPointToBacking({3, 4}), (Point{3, 4}));
+    EXPECT_EQ(asked.flippedWindowPoint({0, 100}), (Point{0, 0}));
+    EXPECT_FALSE(asked.isExposed());
+    EXPECT_FALSE(asked.isInFullScreenMode());
+    EXPECT_FALSE(asked.hasOpenGLContext());
+    EXPECT_EQ(asked.window(), nullptr);
+    made.setFrameSize({300, 100});
+    made.setSurfacelessScaleFactor(2.0);
+    made.setNeedsDisplay(true);
+    made.display();
+    EXPECT_EQ(made.frames, 0) << "a window that is not there shows nothing";
+    EXPECT_TRUE(QGuiApplication::allWindows().isEmpty());
+
+    // So the kind can still be chosen.
+    OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless);
+    EXPECT_TRUE(asked.isExposed());
+    EXPECT_EQ(asked.deviceSize(), (PixelSize{600, 200}));
+    EXPECT_EQ(made.window(), nullptr);
+    EXPECT_EQ(made.grabImage().size(), QSize(600, 200));
+    EXPECT_TRUE(QGuiApplication::allWindows().isEmpty());
+    OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(OpenGLViewWithoutDisplay, aViewKeepsTheSurfaceThatItHas)
+{
+    view->openGLContext();
+    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    EXPECT_TRUE(view->isExposed());
+    EXPECT_EQ(view->window(), nullptr);
+    EXPECT_EQ(view->grabImage().size(), QSize(200, 100));
+    OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(OpenGLViewWithoutDisplay, aNewScaleCallsReshapeBeforeThereIsASurfaceToo)
+{
+    view->setSurfacelessScaleFactor(1.5);
+    EXPECT_EQ(view->reshapes, 1);
+    view->setSurfacelessScaleFactor(1.5);
+    EXPECT_EQ(view->reshapes, 1);
+    EXPECT_EQ(view->deviceSize(), (PixelSize{300, 150}));
+}
+
 TEST_F(OpenGLViewWithoutDisplay, theBoundsStartAtTheOriginWithTheFramesSize)
 {
     EXPECT_EQ(view->bounds(), (Rect{{0, 0}, {200, 100}}));

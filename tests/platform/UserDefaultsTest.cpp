@@ -1,8 +1,11 @@
 #include "platform/UserDefaults.h"
 
+#include "tests/support/FileWrites.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -10,6 +13,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 using namespace kelo;
@@ -128,6 +132,34 @@ TEST_P(UserDefaultsTest, aRemovedKeyIsGoneAndNoOther)
     EXPECT_EQ(store().stringForKey("a/b"), "2");
 }
 
+TEST_P(UserDefaultsTest, whatABatchSetsCanBeReadInsideAndAfterwards)
+{
+    store().setString_forKey("old", "removed");
+    store().performBatch([this] {
+        store().setString_forKey("1", "a");
+        store().setFloat_forKey(2.5f, "b");
+        store().removeObjectForKey("removed");
+        EXPECT_EQ(store().stringForKey("a"), "1");
+        EXPECT_FALSE(store().stringForKey("removed"));
+    });
+    UserDefaults &again = reopened();
+    EXPECT_EQ(again.stringForKey("a"), "1");
+    EXPECT_EQ(again.floatForKey("b"), 2.5f);
+    EXPECT_FALSE(again.stringForKey("removed"));
+}
+
+TEST_P(UserDefaultsTest, aBatchThatThrowsKeepsWhatItHasSetUntilThen)
+{
+    EXPECT_THROW(store().performBatch([this] {
+        store().setString_forKey("1", "a");
+        throw std::runtime_error("in the middle");
+    }),
+                 std::runtime_error);
+    EXPECT_EQ(reopened().stringForKey("a"), "1");
+    store().setString_forKey("2", "a");
+    EXPECT_EQ(reopened().stringForKey("a"), "2") << "the batch is over";
+}
+
 TEST_P(UserDefaultsTest, aValueOfAnotherKindReplacesTheOneBefore)
 {
     store().setData_forKey({1, 2}, "key");
@@ -161,6 +193,35 @@ TEST(UserDefaults, theSettingsAreThoseOfTheRunningApplication)
     const QSettings settings(QSettings::NativeFormat, QSettings::UserScope,
                              QStringLiteral("Practice"), QStringLiteral("Chairside"));
     EXPECT_EQ(settings.value(QStringLiteral("key")).toString(), QStringLiteral("value"));
+    UserDefaults::setStandardUserDefaults(std::move(previous));
+    QCoreApplication::setOrganizationName(organization);
+    QCoreApplication::setApplicationName(application);
+}
+
+TEST(UserDefaults, aBatchIsOneWriteAndASettingOutsideOfOneIsOneEach)
+{
+    const QTemporaryDir folder;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+    const QString organization = QCoreApplication::organizationName();
+    const QString application = QCoreApplication::applicationName();
+    QCoreApplication::setOrganizationName(QStringLiteral("Practice"));
+    QCoreApplication::setApplicationName(QStringLiteral("Chairside"));
+    ASSERT_TRUE(QDir(folder.path()).mkpath("Practice"));
+    auto previous = UserDefaults::setStandardUserDefaults(nullptr);
+    UserDefaults &store = UserDefaults::standardUserDefaults();
+    test::FileWrites writes(folder.filePath("Practice").toStdString());
+    store.setString_forKey("1", "a");
+    store.setString_forKey("2", "a");
+    EXPECT_EQ(writes.countOf("Chairside.conf"), 2);
+    store.performBatch([&] {
+        for (int i = 0; i < 10; ++i)
+            store.setFloat_forKey(static_cast<float>(i), "key " + std::to_string(i));
+        store.performBatch([&] { store.removeObjectForKey("a"); });
+        EXPECT_EQ(writes.countOf("Chairside.conf"), 0);
+    });
+    EXPECT_EQ(writes.countOf("Chairside.conf"), 1);
+    store.setString_forKey("3", "a");
+    EXPECT_EQ(writes.countOf("Chairside.conf"), 1);
     UserDefaults::setStandardUserDefaults(std::move(previous));
     QCoreApplication::setOrganizationName(organization);
     QCoreApplication::setApplicationName(application);

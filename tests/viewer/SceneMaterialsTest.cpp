@@ -1,6 +1,11 @@
 #include "viewer/SceneMaterials.h"
 
+#include "tests/support/FileWrites.h"
 #include "tests/viewer/ScriptFixture.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -100,6 +105,23 @@ TEST_F(SceneMaterialsOfTheSample, defaultsAreKeptForEachPart)
     EXPECT_EQ(next.material(MaterialPart::Teeth).shininess(), 7.0);
     EXPECT_EQ(next.material(MaterialPart::Gums).color(), Color(0.75, 0.375, 0.5, 1.0));
     EXPECT_EQ(ofTooth("3").color(), ivory);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(SceneMaterialsOfTheSample, savingAPartsDefaultsIsOneWriteToTheDisk)
+{
+    const QTemporaryDir folder;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+    const QString organization = QCoreApplication::organizationName();
+    QCoreApplication::setOrganizationName(QStringLiteral("Practice"));
+    ASSERT_TRUE(QDir(folder.path()).mkpath("Practice"));
+    auto inMemory = kelo::UserDefaults::setStandardUserDefaults(nullptr);
+    kelo::test::FileWrites writes(folder.filePath("Practice").toStdString());
+    materials.saveDefaults(MaterialPart::Teeth);
+    EXPECT_EQ(writes.countOf(QCoreApplication::applicationName().toStdString() + ".conf"), 1);
+    EXPECT_TRUE(materials.hasDefaults(MaterialPart::Teeth));
+    kelo::UserDefaults::setStandardUserDefaults(std::move(inMemory));
+    QCoreApplication::setOrganizationName(organization);
     EXPECT_NO_GL_ERROR();
 }
 

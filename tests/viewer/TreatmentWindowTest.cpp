@@ -235,6 +235,58 @@ TEST_F(TreatmentWindows, earlierAndLaterNotesCanBeGoneToWhereThereAreSome)
     EXPECT_FALSE(action(document, "Later Note")->isEnabled());
 }
 
+TEST_F(TreatmentWindows, aClickInFullScreenIsNoKeyOfTheMenus)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    document.treatment()->document()->toggleVisibilityOfBracket("8");
+    view.enterFullScreenMode();
+    ASSERT_TRUE(waitUntil([&view] { return view.isInFullScreenMode() && view.isExposed(); }));
+    QWindow *const window = view.window();
+    const auto send = [window](QEvent::Type type, Qt::MouseButtons held) {
+        // In the corner, where there is only background.
+        QMouseEvent event(type, QPointF(2, 2), window->mapToGlobal(QPointF(2, 2)), Qt::LeftButton,
+                          held, Qt::ControlModifier);
+        QCoreApplication::sendEvent(window, &event);
+    };
+    view.setMouseMode(kelo::DXOpenGL::rotateMode);
+    send(QEvent::MouseButtonPress, Qt::LeftButton);
+    EXPECT_TRUE(view.mouseIsDown());
+    send(QEvent::MouseButtonRelease, Qt::NoButton);
+    EXPECT_FALSE(view.mouseIsDown());
+    send(QEvent::MouseButtonDblClick, Qt::LeftButton); // comes beside a second press
+    // Steps are noticed after what the user does.
+    ASSERT_TRUE(
+        waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
+
+    // Whatever a press holds where a key press has its key, it is not looked at: here the key that
+    // would take the step back.
+    for (const QEvent::Type type :
+         {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}) {
+        QKeyEvent press(type, Qt::Key_Z, Qt::ControlModifier);
+        QObject &filter = *document.mainWindow();
+        EXPECT_FALSE(filter.eventFilter(window, &press));
+    }
+    letPass(100);
+    EXPECT_FALSE(bracketIsPlaced(document, "8"));
+    EXPECT_TRUE(view.isInFullScreenMode());
+    view.exitFullScreenModeWithOptions();
+    ASSERT_TRUE(waitUntil([&view] { return view.isExposed(); }));
+    view.openGLContext().makeCurrentContext();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(TreatmentWindows, aWindowWhereNothingMovesHasNoAnimationTicks)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    view.setTargetMouthOpenAngle_duration(20.0f, 0.05);
+    EXPECT_TRUE(view.animationTimerIsRunning());
+    EXPECT_TRUE(waitUntil([&view] { return !view.animationTimerIsRunning(); }));
+    EXPECT_EQ(view.mouthOpenAngle(), 20.0f);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
 {
     TreatmentDocument &document = open();

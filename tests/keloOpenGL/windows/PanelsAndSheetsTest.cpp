@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
@@ -90,6 +91,53 @@ TEST_F(OptionPanels, aPanelHasTheMotherWindowsTitleAndStandsBesideIt)
     const QRect frame = mother.frameGeometry();
     EXPECT_EQ(panel->window()->pos().x(), frame.x() + frame.width() + 5);
     EXPECT_EQ(panel->window()->pos().y(), frame.y() + 6);
+}
+
+TEST_F(OptionPanels, aPanelThatWouldLeaveTheScreenIsMovedIntoIt)
+{
+    // The mother window is in the lower right corner, so the panel has room neither beside it nor
+    // below its top.
+    const QRect screenRect = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint corner = screenRect.bottomRight() + QPoint(1, 1);
+    mother.setGeometry(QRect(corner - QPoint(260, 200), QSize(200, 150)));
+    OptionPanelController panel("Panel");
+    panel.setMotherWindow(&mother);
+    panel.window()->resize(300, 400);
+    ASSERT_GT(mother.frameGeometry().right() + 5 + 300, screenRect.right());
+    ASSERT_GT(mother.frameGeometry().top() + 6 + 400, screenRect.bottom());
+    panel.showWindow();
+    // Nobody knows the new panel's frame; it is taken to be the mother window's.
+    const QRect outer = mother.frameGeometry();
+    const QRect inner = mother.geometry();
+    EXPECT_EQ(panel.window()->geometry().right() + (outer.right() - inner.right()),
+              screenRect.right());
+    EXPECT_EQ(panel.window()->geometry().bottom() + (outer.bottom() - inner.bottom()),
+              screenRect.bottom());
+}
+
+TEST_F(OptionPanels, aPanelIsMovedOnlyInTheDirectionInWhichItHasNoRoom)
+{
+    const QRect screenRect = QGuiApplication::primaryScreen()->availableGeometry();
+    mother.setGeometry(QRect(screenRect.right() - 259, screenRect.top() + 60, 200, 150));
+    const auto panel = [this] {
+        auto made = std::make_unique<OptionPanelController>("Panel");
+        made->setMotherWindow(&mother);
+        made->window()->resize(300, 400);
+        made->showWindow();
+        return made;
+    };
+    const QPoint margin = mother.geometry().topLeft() - mother.frameGeometry().topLeft();
+    const int rightMargin = mother.frameGeometry().right() - mother.geometry().right();
+    const auto atTheRight = panel();
+    EXPECT_EQ(atTheRight->window()->geometry().right() + rightMargin, screenRect.right());
+    EXPECT_EQ(atTheRight->window()->geometry().top() - margin.y(),
+              mother.frameGeometry().top() + 6);
+    mother.setGeometry(QRect(screenRect.left() + 40, screenRect.bottom() - 199, 200, 150));
+    const int bottomMargin = mother.frameGeometry().bottom() - mother.geometry().bottom();
+    const auto atTheBottom = panel();
+    EXPECT_EQ(atTheBottom->window()->geometry().left() - margin.x(),
+              mother.frameGeometry().right() + 1 + 5);
+    EXPECT_EQ(atTheBottom->window()->geometry().bottom() + bottomMargin, screenRect.bottom());
 }
 
 TEST_F(OptionPanels, postingCloseAllClosesEveryPanelShownSince)
