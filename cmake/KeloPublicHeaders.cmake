@@ -46,6 +46,7 @@ set(KELO_PUBLIC_HEADERS
     models/Color.h
     models/DXGLightweightModel.h
     models/HVOGLMaterial.h
+    models/MeshFailure.h
     models/NameKey.h
     models/OBJReader.h
     models/ToothModelLoader.h

@@ -43,6 +43,7 @@
 #include "models/Color.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
+#include "models/MeshFailure.h"
 #include "models/NameKey.h"
 #include "models/OBJReader.h"
 #include "models/ToothModelLoader.h"

@@ -145,6 +145,8 @@ void DXGLightweightModel::prepareVBO()
 
 bool DXGLightweightModel::mayDraw()
 {
+    // ToothModelLoader refuses such a file with its line; this is for arrays that a host made
+    // itself, of which nothing is known but the number of the mesh.
     if (indexes_.empty() || largestIndex_ < vertices_.size()) return true;
     if (!saidOutOfRange_) {
         saidOutOfRange_ = true;
@@ -189,16 +191,16 @@ void DXGLightweightModel::draw()
 
 void DXGLightweightModel::drawForColorSelection()
 {
-    if (!mayDraw() || !OpenGLContext::currentContext()) return;
+    if (!OpenGLContext::currentContext()) return;
     const auto identifier = static_cast<std::uint32_t>(uniqueID_);
     glColor3ub(static_cast<GLubyte>(identifier >> 16 & 0x7F),
                static_cast<GLubyte>(identifier >> 8 & 0xFF),
                static_cast<GLubyte>(identifier & 0xFF));
     if (extendedHitbox_) {
-        drawExtendedHitbox();
+        drawExtendedHitbox(); // needs no indexes
         return;
     }
-    if (!bindBuffers()) return;
+    if (!mayDraw() || !bindBuffers()) return;
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));
     drawElements();
