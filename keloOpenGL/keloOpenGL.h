@@ -33,7 +33,6 @@
 #include "keloModel/Catalogue.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
-#include "keloModel/JSONProblems.h"
 #include "keloModel/QKModel.h"
 #include "keloModel/QKType.h"
 #include "keloModel/QKTypeManager.h"
@@ -53,7 +52,9 @@
 #include "document/DXDocumentModelDelegate.h"
 #include "document/ElasticModel.h"
 
+#include "keloOpenGL/treatment/ActionType.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/treatment/ToothLabels.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"

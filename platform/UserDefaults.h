@@ -40,11 +40,11 @@ public:
     virtual void setString_forKey(const std::string &value, const std::string &key) = 0;
     virtual void removeObjectForKey(const std::string &key) = 0;
 
-    /// Nothing when no bytes are stored under the key.
+    /// `nullopt` when no bytes are stored under the key.
     virtual std::optional<Bytes> dataForKey(const std::string &key) const = 0;
     /// 0 when nothing, or no number, is stored under the key.
     virtual float floatForKey(const std::string &key) const = 0;
-    /// Nothing when no text is stored under the key.
+    /// `nullopt` when no text is stored under the key.
     virtual std::optional<std::string> stringForKey(const std::string &key) const = 0;
 
 protected:
