@@ -12,18 +12,15 @@ set(KELO_PUBLIC_HEADERS
     keloModel/Catalogue.h
     keloModel/ElasticsConfigType.h
     keloModel/ElasticsSizeType.h
-    keloModel/JSONProblems.h
     keloModel/QKModel.h
     keloModel/QKType.h
     keloModel/QKTypeManager.h
     keloModel/TreatmentNote.h
     keloOpenGL/Export.h
     keloOpenGL/keloOpenGL.h
+    keloOpenGL/treatment/ActionType.h
     keloOpenGL/treatment/DXOpenGL.h
     keloOpenGL/treatment/DXOpenGLDelegate.h
-    keloOpenGL/treatment/PickBox.h
-    keloOpenGL/treatment/PickTarget.h
-    keloOpenGL/treatment/RepeatAction.h
     keloOpenGL/treatment/RubberBand.h
     keloOpenGL/treatment/RubberBandTables.h
     keloOpenGL/treatment/ScenePart.h
@@ -46,6 +43,7 @@ set(KELO_PUBLIC_HEADERS
     models/Color.h
     models/DXGLightweightModel.h
     models/HVOGLMaterial.h
+    models/MeshFailure.h
     models/NameKey.h
     models/OBJReader.h
     models/ToothModelLoader.h

@@ -79,46 +79,57 @@ void DXDocumentModel::meshChanged(const void *mesh)
     if (changeDepth_ == 0 && owns(mesh)) postDocumentModelChangedNotification();
 }
 
-void DXDocumentModel::loadUpperAndLowerGumModels()
+MeshFailures DXDocumentModel::loadUpperAndLowerGumModels()
 {
-    setUpperGumModel(ToothModelLoader::standardUpperGumsModel());
-    setLowerGumModel(ToothModelLoader::standardLowerGumsModel());
+    MeshFailures failures;
+    setUpperGumModel(ToothModelLoader::standardUpperGumsModel(&failures));
+    setLowerGumModel(ToothModelLoader::standardLowerGumsModel(&failures));
+    return failures;
 }
 
-void DXDocumentModel::loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys)
+MeshFailures
+DXDocumentModel::loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys)
 {
-    loadToothModelFiles(ToothModelLoader::toothModelFilesForToothNameKeys(keys));
+    return loadToothModelFiles(ToothModelLoader::toothModelFilesForToothNameKeys(keys));
 }
 
-void DXDocumentModel::loadToothModelFiles(const Paths &files)
+MeshFailures DXDocumentModel::loadToothModelFiles(const Paths &files)
 {
     const auto keepAlive = weak_from_this().lock();
     const auto progress = loadingProgress;
-    setToothModels(ToothModelLoader::toothModelsFromFiles(files, progress));
+    MeshFailures failures;
+    setToothModels(ToothModelLoader::toothModelsFromFiles(files, progress, &failures));
+    return failures;
 }
 
-void DXDocumentModel::loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys)
+MeshFailures
+DXDocumentModel::loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys)
 {
-    loadBracketModelFiles(ToothModelLoader::bracketModelFilesForToothNameKeys(keys));
+    return loadBracketModelFiles(ToothModelLoader::bracketModelFilesForToothNameKeys(keys));
 }
 
-void DXDocumentModel::loadBracketModelFiles(const Paths &files)
-{
-    const auto keepAlive = weak_from_this().lock();
-    const auto progress = loadingProgress;
-    setBracketModels(ToothModelLoader::bracketModelsFromFiles(files, progress));
-}
-
-void DXDocumentModel::loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys)
-{
-    loadButtonModelFiles(ToothModelLoader::buttonModelFilesForButtonNameKeys(keys));
-}
-
-void DXDocumentModel::loadButtonModelFiles(const Paths &files)
+MeshFailures DXDocumentModel::loadBracketModelFiles(const Paths &files)
 {
     const auto keepAlive = weak_from_this().lock();
     const auto progress = loadingProgress;
-    setButtonModels(ToothModelLoader::buttonModelsFromFiles(files, progress));
+    MeshFailures failures;
+    setBracketModels(ToothModelLoader::bracketModelsFromFiles(files, progress, &failures));
+    return failures;
+}
+
+MeshFailures
+DXDocumentModel::loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys)
+{
+    return loadButtonModelFiles(ToothModelLoader::buttonModelFilesForButtonNameKeys(keys));
+}
+
+MeshFailures DXDocumentModel::loadButtonModelFiles(const Paths &files)
+{
+    const auto keepAlive = weak_from_this().lock();
+    const auto progress = loadingProgress;
+    MeshFailures failures;
+    setButtonModels(ToothModelLoader::buttonModelsFromFiles(files, progress, &failures));
+    return failures;
 }
 
 void DXDocumentModel::setUpperGumModel(std::shared_ptr<DXGLightweightModel> model)

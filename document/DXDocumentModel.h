@@ -6,6 +6,7 @@
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/Export.h"
+#include "models/MeshFailure.h"
 #include "models/NameKey.h"
 
 #include <concepts>
@@ -30,7 +31,7 @@ class TreatmentNoteKeys;
 /// The name of the notification that a document posts, with itself as object, when it changed.
 inline constexpr char documentModelChangedNotification[] = "documentModelChangedNotification";
 
-/// The colour type of a bracket without colour; a colour that was taken away is reported as this.
+/// The colour type of a bracket without colour; a colour that was removed is reported as this.
 inline constexpr long noBracketColorTypeID = 4999;
 
 /// Thrown by the lists of models when one that they name is not loaded; the text says which.
@@ -70,7 +71,7 @@ public:
     using Paths = NameKeyDictionary<std::string>;
     using Visibilities = NameKeyDictionary<bool>;
     using ColorTypeIDs = NameKeyDictionary<long>;
-    /// With nothing in the place of a colour that a bracket does not have.
+    /// With `nullopt` for a bracket that has no colour.
     using OptionalColorTypeIDs = NameKeyDictionary<std::optional<long>>;
     using BracketColorTypes = std::map<long, std::shared_ptr<BracketColorType>>;
     using ElasticsSizeTypes = std::map<long, std::shared_ptr<ElasticsSizeType>>;
@@ -87,22 +88,23 @@ public:
     DXDocumentModel(const DXDocumentModel &) = delete;
     DXDocumentModel &operator=(const DXDocumentModel &) = delete;
 
-    /// Not owned: who destroys a delegate that is set takes it away first. Null for none.
+    /// Not owned. Reset it before destroying the delegate. Null for none.
     DXDocumentModelDelegate *delegate() const { return delegate_; }
     void setDelegate(DXDocumentModelDelegate *delegate) { delegate_ = delegate; }
 
     /// @name Loading, called by the host
-    /// See ToothModelLoader for the files, their messages and errors.
+    /// See ToothModelLoader for the files, their messages and errors. Each returns what could not
+    /// be loaded, and why; the rest is loaded, and drawn.
     /// @{
-    void loadUpperAndLowerGumModels();
-    void loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys);
-    void loadToothModelFiles(const Paths &files);
+    MeshFailures loadUpperAndLowerGumModels();
+    MeshFailures loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    MeshFailures loadToothModelFiles(const Paths &files);
     /// Brackets exist for the keys "2" to "15" and "18" to "31" only: elastics know where the hooks
     /// of these are.
-    void loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys);
-    void loadBracketModelFiles(const Paths &files);
-    void loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys);
-    void loadButtonModelFiles(const Paths &files);
+    MeshFailures loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys);
+    MeshFailures loadBracketModelFiles(const Paths &files);
+    MeshFailures loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys);
+    MeshFailures loadButtonModelFiles(const Paths &files);
     /// Told while teeth, brackets or buttons are loaded, after every file: how many of the running
     /// call are done and how many it has. Not told when empty.
     std::function<void(std::size_t doneCount, std::size_t fileCount)> loadingProgress;
@@ -183,13 +185,20 @@ public:
     /// one s more than its setter's.)
     const ColorTypeIDs &bracketColorsTypeIDs() const { return _bracketColorTypeIDs; }
     /// Replaces all colours, to restore saved state: paints each bracket of the dictionary in its
-    /// type's colour, or white where there is nothing. A type that is not available, or has no
+    /// type's colour, or white where there is `nullopt`. A type that is not available, or has no
     /// colour, is said on standard error and leaves its bracket as it was, without an entry:
     ///     Error: Specified color "ID" for bracket KEY is not in the list of available colors (IDs)
     /// No update is accumulated, and the delegate hears nothing.
     void setBracketColorTypeIDs(const OptionalColorTypeIDs &typeIDs);
+    /// The same from what bracketColorsTypeIDs gave. (A template, so that a braced list always
+    /// means the dictionary above.)
+    template<std::same_as<ColorTypeIDs> TypeIDs>
+    void setBracketColorTypeIDs(const TypeIDs &typeIDs)
+    {
+        setBracketColorTypeIDs(OptionalColorTypeIDs(typeIDs.begin(), typeIDs.end()));
+    }
     /// Changes one colour as the user does: stores it, paints the bracket, accumulates an update.
-    /// Nothing takes the colour away: the bracket is white and the update says 4999. A type that is
+    /// `nullopt` removes the colour: the bracket is white and the update says 4999. A type that is
     /// not available is stored unchanged and painted as a material of no colour.
     void bracket_setColorWithBracketColorTypeID(const std::string &key,
                                                 const std::optional<long> &typeID);
@@ -205,7 +214,7 @@ public:
     /// Seconds; 3 at first. Counts from the next change on.
     double updateAccumulationTime() const { return updateAccumulationTime_; }
     void setUpdateAccumulationTime(double seconds) { updateAccumulationTime_ = seconds; }
-    /// Nothing is recorded as 4999.
+    /// `nullopt` is recorded as 4999.
     void accumulateUpdateForBracket_withBracketColorTypeID(const std::string &key,
                                                            const std::optional<long> &typeID);
     void accumulateUpdateForBracket_visibility(const std::string &key, bool visible);
@@ -253,9 +262,9 @@ public:
     }
     /// Appends the elastic, also when it is placed already. Null is ignored.
     void placeElasticModel(const std::shared_ptr<ElasticModel> &elastic);
-    /// Removes every occurrence; nothing when it is not placed.
+    /// Removes every occurrence; does nothing when it is not placed.
     void removeElasticModel(const std::shared_ptr<ElasticModel> &elastic);
-    /// Nothing when the elastic is not placed.
+    /// Does nothing when the elastic is not placed.
     void elasticModel_setElasticsSizeType(const std::shared_ptr<ElasticModel> &elastic,
                                           const std::shared_ptr<ElasticsSizeType> &sizeType);
     /// The first placed elastic with this identifier, or null.

@@ -101,8 +101,10 @@ void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
         for (const std::string &member : elastic->bracketSequence()) {
             if (member == key) continue;
             members.push_back(member);
-            // A bracket and the button on the same tooth count once.
-            if (const int tooth = integerValueOfNameKey(member); tooth >= 0) teeth.insert(tooth);
+            // A bracket and the button on the same tooth count once, wherever the button's letter
+            // stands in a chart of the host's own.
+            const int tooth = integerValueOfNameKey(toothKeyOfNameKey(member));
+            if (tooth >= 0) teeth.insert(tooth);
         }
         if (members.size() == elastic->bracketSequence().size()) continue;
         changed = true;

@@ -45,9 +45,10 @@ struct CatalogueReading
 /// Reads a catalogue's JSON text: an object with the lists "bracketColorTypes",
 /// "elasticsSizeTypes" and "elasticsConfigTypes". In every list the identifiers ("typeID", integers
 /// above 0) are different; "typeLabel" is a text that is not empty; "displayOrder" an integer;
-/// colours are four numbers from 0 to 1; a configuration's "elasticsSizeTypeID" is one of the sizes
-/// (0 or left out: none), its "bracketSequence" keys of teeth and buttons joined by commas, at
-/// least two, or empty. Unknown members are problems too, since they are misspelt ones.
+/// colours are four numbers from 0 to 1, or null for none; a configuration's "elasticsSizeTypeID"
+/// is one of the sizes (0 or left out: none), its "bracketSequence" keys of teeth and buttons
+/// joined by commas, at least two, or empty. Unknown members are problems too, since they are
+/// misspelt ones.
 ///
 /// A list that is left out is taken from `defaults`; without defaults it is a problem.
 KELO_EXPORT CatalogueReading catalogueFromJSON(const QByteArray &text,

@@ -62,7 +62,7 @@ public:
         type.displayOrder = optionalWholeNumber("displayOrder").value_or(0);
         if (const QJsonValue name = object_["name"]; name.isString())
             type.name = name.toString().toStdString();
-        else if (!name.isUndefined())
+        else if (!name.isUndefined() && !name.isNull())
             problem("name", "must be a text");
     }
 
@@ -78,9 +78,11 @@ public:
         return static_cast<long>(value.toDouble());
     }
 
+    /// Null is a record without colour; a colour that is left out was forgotten.
     std::optional<std::array<double, 4>> color(const char *member)
     {
         known_ << member;
+        if (object_[QLatin1String(member)].isNull()) return std::nullopt;
         const QJsonArray components = object_[QLatin1String(member)].toArray();
         std::array<double, 4> color{};
         bool good = components.size() == 4;
@@ -207,10 +209,11 @@ QJsonObject commonMembers(const QKType &type)
     return object;
 }
 
-QJsonArray colorMember(const std::optional<std::array<double, 4>> &color)
+QJsonValue colorMember(const std::optional<std::array<double, 4>> &color)
 {
+    if (!color) return QJsonValue::Null;
     QJsonArray components;
-    for (const double component : color.value_or(std::array{1.0, 1.0, 1.0, 1.0}))
+    for (const double component : *color)
         components.append(component);
     return components;
 }

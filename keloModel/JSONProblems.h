@@ -1,7 +1,5 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -16,9 +14,11 @@
 
 namespace kelo {
 
+/// Not installed: shared by the readers of this tree, the viewer's of treatment files among them.
+///
 /// Collects what is wrong with a JSON text, each problem with its place in front, as in
 /// "notes[2].date: must be a date, as in 2026-11-20".
-class KELO_EXPORT JSONProblems
+class JSONProblems
 {
 public:
     void add(const std::string &place, const std::string &reason)

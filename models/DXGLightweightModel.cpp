@@ -151,6 +151,8 @@ DXGLightweightModel::upload(const std::shared_ptr<OpenGLContext> &context)
 
 bool DXGLightweightModel::mayDraw()
 {
+    // ToothModelLoader refuses such a file with its line; this is for arrays that a host made
+    // itself, of which nothing is known but the number of the mesh.
     if (indexes_.empty() || largestIndex_ < vertices_.size()) return true;
     if (!saidOutOfRange_) {
         saidOutOfRange_ = true;
@@ -196,15 +198,16 @@ void DXGLightweightModel::draw()
 void DXGLightweightModel::drawForColorSelection()
 {
     const auto context = OpenGLContext::currentContext();
-    if (!mayDraw() || !context) return;
+    if (!context) return;
     const auto identifier = static_cast<std::uint32_t>(uniqueID_);
     glColor3ub(static_cast<GLubyte>(identifier >> 16 & 0x7F),
                static_cast<GLubyte>(identifier >> 8 & 0xFF),
                static_cast<GLubyte>(identifier & 0xFF));
     if (extendedHitbox_) {
-        drawExtendedHitbox();
+        drawExtendedHitbox(); // needs no indexes
         return;
     }
+    if (!mayDraw()) return;
     bindBuffers(context);
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(OBJVertex), bufferOffset(0));

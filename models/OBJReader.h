@@ -59,7 +59,9 @@ static_assert(sizeof(OBJVertex) == 24);
 /// relative: the index is the number - 1 modulo 2^32, which may lie outside the vertex array (the
 /// array itself is only touched for vertices already read). And every mesh file must end with a
 /// line break: a face on a last line without one never ends, the reader keeps reporting a malformed
-/// number and does not return. `meshcheck` finds both before anything is loaded.
+/// number and does not return. Nor is there a limit to the size of a file or the number of
+/// messages, and a message repeats what the file has, control characters included. ToothModelLoader
+/// refuses such files; `meshcheck` finds them before anything is loaded.
 ///
 /// Keeps no state between calls; may run on several threads at once.
 KELO_EXPORT bool loadOBJFile(const char *path, OBJVertex **vertices, std::uint32_t *vertexCount,

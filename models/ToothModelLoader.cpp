@@ -2,7 +2,8 @@
 
 #include "models/BundleKey.h"
 #include "models/DXGLightweightModel.h"
-#include "models/OBJReader.h"
+#include "models/OBJReaderFile.h"
+#include "models/OBJReaderText.h"
 #include "platform/Assertion.h"
 #include "platform/ResourceBundle.h"
 
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <exception>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -22,7 +24,17 @@ const char meshType[] = "obj";
 
 void sayNotLoaded(const std::string &path)
 {
-    std::fprintf(stderr, "Error: Couldn't load \"%s\" as a model file\n", path.c_str());
+    std::fprintf(stderr, "Error: Couldn't load \"%s\" as a model file\n",
+                 shownText(path, longestShownPath).c_str());
+}
+
+/// Says that a mesh could not be loaded and appends it to `failures`. A file that is not there
+/// needs no line of its own for the reason.
+void addFailure(MeshFailure failure, bool saysReason, MeshFailures *failures)
+{
+    if (saysReason) std::fprintf(stderr, "%s\n", failure.sentence().c_str());
+    sayNotLoaded(failure.file);
+    if (failures) failures->push_back(std::move(failure));
 }
 
 /// The path of a mesh in the library's bundle, or nothing.
@@ -64,16 +76,30 @@ struct MeshArrays
     std::uint32_t indexCount = 0;
 };
 
-std::optional<MeshArrays> readMesh(const std::string &path)
+/// What became of one file: its arrays, or why it was refused.
+struct MeshReading
+{
+    std::optional<MeshArrays> arrays;
+    MeshFileRefusal refusal;
+};
+
+MeshReading readMesh(const std::string &path)
 {
     MeshArrays arrays;
     OBJVertex *vertices = nullptr;
     std::uint32_t *indexes = nullptr;
-    if (!loadOBJFile(path.c_str(), &vertices, &arrays.vertexCount, &indexes, &arrays.indexCount))
-        return std::nullopt;
+    if (auto refusal = readMeshFile(path, MeshFileLimits(), &vertices, &arrays.vertexCount,
+                                    &indexes, &arrays.indexCount))
+        return {std::nullopt, std::move(*refusal)};
     arrays.vertices.reset(vertices);
     arrays.indexes.reset(indexes);
-    return arrays;
+    return {std::move(arrays), {}};
+}
+
+MeshFailure failureOf(const std::string &key, const std::string &path,
+                      const MeshFileRefusal &refusal)
+{
+    return {key, path, refusal.line, refusal.reason};
 }
 
 std::shared_ptr<DXGLightweightModel> modelFromArrays(const MeshArrays &arrays)
@@ -99,7 +125,7 @@ public:
         if (index >= paths_.size()) return false;
         Result &result = results_[index];
         try {
-            result.arrays = readMesh(*paths_[index]);
+            result.reading = readMesh(*paths_[index]);
         } catch (...) {
             result.error = std::current_exception();
         }
@@ -112,11 +138,11 @@ public:
         return results_[index].isRead.load(std::memory_order_acquire);
     }
 
-    /// The arrays of a file that is read, once; nothing when it could not be loaded.
-    std::optional<MeshArrays> takeArrays(std::size_t index)
+    /// What became of a file that is read, once.
+    MeshReading takeReading(std::size_t index)
     {
         if (results_[index].error) std::rethrow_exception(results_[index].error);
-        return std::exchange(results_[index].arrays, std::nullopt);
+        return std::exchange(results_[index].reading, {});
     }
 
     /// No further file is begun.
@@ -125,7 +151,7 @@ public:
 private:
     struct Result
     {
-        std::optional<MeshArrays> arrays;
+        MeshReading reading;
         std::exception_ptr error;
         std::atomic<bool> isRead{false};
     };
@@ -139,16 +165,21 @@ private:
 class SecondReader
 {
 public:
-    explicit SecondReader(MeshFiles &files)
-        : files_(files), thread_([&files] {
-              while (files.readNext()) {
-              }
-          })
-    {}
+    explicit SecondReader(MeshFiles &files) : files_(files)
+    {
+        try {
+            thread_ = std::thread([&files] {
+                while (files.readNext()) {
+                }
+            });
+        } catch (const std::system_error &) {
+            // A machine that has no thread to give: the first one reads all files by itself.
+        }
+    }
     ~SecondReader()
     {
         files_.stop();
-        thread_.join();
+        if (thread_.joinable()) thread_.join();
     }
     SecondReader(const SecondReader &) = delete;
     SecondReader &operator=(const SecondReader &) = delete;
@@ -158,14 +189,20 @@ private:
     std::thread thread_;
 };
 
-std::shared_ptr<DXGLightweightModel> gumsModel(const std::string &resource)
+std::shared_ptr<DXGLightweightModel> gumsModel(const std::string &resource, const std::string &key,
+                                               MeshFailures *failures)
 {
     const std::optional<std::string> path = pathForMesh(resource);
-    auto model = path ? ToothModelLoader::modelFromFile(*path) : nullptr;
-    if (!model) {
-        sayNotLoaded(path.value_or(resource + "." + meshType));
+    if (!path) {
+        addFailure({key, resource + "." + meshType, 0, "the resource is missing"}, false, failures);
         return nullptr;
     }
+    const MeshReading reading = readMesh(*path);
+    if (!reading.arrays) {
+        addFailure(failureOf(key, *path, reading.refusal), reading.refusal.wasOpened, failures);
+        return nullptr;
+    }
+    auto model = modelFromArrays(*reading.arrays);
     model->setMaterial(ToothModelLoader::gumModelMaterial());
     return model;
 }
@@ -196,14 +233,19 @@ ToothModelLoader::buttonModelFilesForButtonNameKeys(const std::vector<std::strin
     return paths;
 }
 
-std::shared_ptr<DXGLightweightModel> ToothModelLoader::modelFromFile(const std::string &path)
+std::shared_ptr<DXGLightweightModel> ToothModelLoader::modelFromFile(const std::string &path,
+                                                                     MeshFailures *failures)
 {
-    const auto arrays = readMesh(path);
-    return arrays ? modelFromArrays(*arrays) : nullptr;
+    const MeshReading reading = readMesh(path);
+    if (reading.arrays) return modelFromArrays(*reading.arrays);
+    if (failures) failures->push_back(failureOf({}, path, reading.refusal));
+    return nullptr;
 }
 
-ToothModelLoader::Models ToothModelLoader::modelsFromFiles_withMaterial(
-    const Paths &files, const std::shared_ptr<HVOGLMaterial> &material, const Progress &progress)
+ToothModelLoader::Models
+ToothModelLoader::modelsFromFiles_withMaterial(const Paths &files,
+                                               const std::shared_ptr<HVOGLMaterial> &material,
+                                               const Progress &progress, MeshFailures *failures)
 {
     Models models;
     MeshFiles meshFiles(files);
@@ -213,12 +255,14 @@ ToothModelLoader::Models ToothModelLoader::modelsFromFiles_withMaterial(
     const auto takeRead = [&] {
         for (; file != files.end() && meshFiles.isRead(doneCount); ++file) {
             const auto &[key, path] = *file;
-            if (const auto arrays = meshFiles.takeArrays(doneCount)) {
-                auto model = modelFromArrays(*arrays);
+            const MeshReading reading = meshFiles.takeReading(doneCount);
+            if (reading.arrays) {
+                auto model = modelFromArrays(*reading.arrays);
                 model->setMaterial(material);
                 models.insert_or_assign(key, std::move(model));
             } else {
-                sayNotLoaded(path);
+                addFailure(failureOf(key, path, reading.refusal), reading.refusal.wasOpened,
+                           failures);
             }
             ++doneCount;
             if (progress) progress(doneCount, files.size());
@@ -237,31 +281,36 @@ ToothModelLoader::Models ToothModelLoader::modelsFromFiles_withMaterial(
 }
 
 ToothModelLoader::Models ToothModelLoader::toothModelsFromFiles(const Paths &files,
-                                                                const Progress &progress)
+                                                                const Progress &progress,
+                                                                MeshFailures *failures)
 {
-    return modelsFromFiles_withMaterial(files, toothModelMaterial(), progress);
+    return modelsFromFiles_withMaterial(files, toothModelMaterial(), progress, failures);
 }
 
 ToothModelLoader::Models ToothModelLoader::bracketModelsFromFiles(const Paths &files,
-                                                                  const Progress &progress)
+                                                                  const Progress &progress,
+                                                                  MeshFailures *failures)
 {
-    return modelsFromFiles_withMaterial(files, bracketModelMaterial(), progress);
+    return modelsFromFiles_withMaterial(files, bracketModelMaterial(), progress, failures);
 }
 
 ToothModelLoader::Models ToothModelLoader::buttonModelsFromFiles(const Paths &files,
-                                                                 const Progress &progress)
+                                                                 const Progress &progress,
+                                                                 MeshFailures *failures)
 {
-    return modelsFromFiles_withMaterial(files, buttonModelMaterial(), progress);
+    return modelsFromFiles_withMaterial(files, buttonModelMaterial(), progress, failures);
 }
 
-std::shared_ptr<DXGLightweightModel> ToothModelLoader::standardUpperGumsModel()
+std::shared_ptr<DXGLightweightModel>
+ToothModelLoader::standardUpperGumsModel(MeshFailures *failures)
 {
-    return gumsModel("_upper_gums");
+    return gumsModel("_upper_gums", "upper gums", failures);
 }
 
-std::shared_ptr<DXGLightweightModel> ToothModelLoader::standardLowerGumsModel()
+std::shared_ptr<DXGLightweightModel>
+ToothModelLoader::standardLowerGumsModel(MeshFailures *failures)
 {
-    return gumsModel("_lower_gums");
+    return gumsModel("_lower_gums", "lower gums", failures);
 }
 
 std::shared_ptr<HVOGLMaterial> ToothModelLoader::gumModelMaterial()

@@ -2,11 +2,13 @@
 
 #include "keloOpenGL/Export.h"
 #include "models/HVOGLMaterial.h"
+#include "models/MeshFailure.h"
 #include "models/NameKey.h"
 
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -45,25 +47,38 @@ public:
     /// @}
 
     /// @name Meshes from files
-    /// A file that cannot be loaded is left out, with one line on standard error:
+    /// A file that cannot be loaded is left out, with a line on standard error:
     ///     Error: Couldn't load "PATH" as a model file
-    /// All meshes of one call share one material. Files are read on two threads; identifiers,
-    /// progress and these lines come in the order of the keys all the same. (What the reader itself
-    /// says about a malformed line names its file and comes while that file is read, so that the
-    /// lines of two bad files may be mixed.)
+    /// and is appended to `failures`, where a caller gives one, with the reason. Only regular files
+    /// within the limits of docs/limits.md are read; one whose faces name vertices that it does not
+    /// have, or whose last line is a face without a line break, is refused. Where a file was opened
+    /// and refused, a line with the failure's sentence precedes the line above.
+    ///
+    /// All meshes of one call share one material. Files are read on two threads, or on one where a
+    /// second cannot be had; identifiers, progress and these lines come in the order of the keys
+    /// all the same. (What the reader itself says about a malformed line names its file and comes
+    /// while that file is read, so that the lines of two bad files may be mixed.)
     /// @{
-    /// A new mesh with a default material, or null (and no message).
-    static std::shared_ptr<DXGLightweightModel> modelFromFile(const std::string &path);
+    /// A new mesh with a default material; null, without a message, for a file that cannot be
+    /// loaded.
+    static std::shared_ptr<DXGLightweightModel> modelFromFile(const std::string &path,
+                                                              MeshFailures *failures = nullptr);
     static Models modelsFromFiles_withMaterial(const Paths &files,
                                                const std::shared_ptr<HVOGLMaterial> &material,
-                                               const Progress &progress = {});
-    static Models toothModelsFromFiles(const Paths &files, const Progress &progress = {});
-    static Models bracketModelsFromFiles(const Paths &files, const Progress &progress = {});
-    static Models buttonModelsFromFiles(const Paths &files, const Progress &progress = {});
+                                               const Progress &progress = {},
+                                               MeshFailures *failures = nullptr);
+    static Models toothModelsFromFiles(const Paths &files, const Progress &progress = {},
+                                       MeshFailures *failures = nullptr);
+    static Models bracketModelsFromFiles(const Paths &files, const Progress &progress = {},
+                                         MeshFailures *failures = nullptr);
+    static Models buttonModelsFromFiles(const Paths &files, const Progress &progress = {},
+                                        MeshFailures *failures = nullptr);
     /// The gums, "_upper_gums" and "_lower_gums" of type "obj"; null, with the line above, when the
     /// file is missing (the line then names it without a folder) or cannot be loaded.
-    static std::shared_ptr<DXGLightweightModel> standardUpperGumsModel();
-    static std::shared_ptr<DXGLightweightModel> standardLowerGumsModel();
+    static std::shared_ptr<DXGLightweightModel>
+    standardUpperGumsModel(MeshFailures *failures = nullptr);
+    static std::shared_ptr<DXGLightweightModel>
+    standardLowerGumsModel(MeshFailures *failures = nullptr);
     /// @}
 
     /// @name Standard materials, a new one at every call

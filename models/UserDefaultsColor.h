@@ -9,7 +9,7 @@
 
 namespace kelo {
 
-/// Stores a colour as bytes under the key. Nothing takes what stood under the key away.
+/// Stores a colour as bytes under the key. `nullopt` removes what is stored there.
 ///
 /// The bytes: the four letters RGBA, then red, green, blue and alpha as little-endian IEEE doubles,
 /// 36 bytes in all.

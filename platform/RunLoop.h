@@ -101,6 +101,10 @@ public:
     /// adds the modes and leaves the schedule as it is. An invalid timer is not added. A timer that
     /// waits on another loop is an AssertionFailure.
     void addTimer(const std::shared_ptr<Timer> &timer, RunLoopModes modes);
+    void addTimer(const std::shared_ptr<Timer> &timer, RunLoopMode mode)
+    {
+        addTimer(timer, static_cast<RunLoopModes>(mode));
+    }
 
     /// Runs `task` on the next pass of the loop, in any mode.
     void performSoon(std::function<void()> task);

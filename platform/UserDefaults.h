@@ -49,11 +49,11 @@ public:
     /// `changes`.
     virtual void performBatch(const std::function<void()> &changes);
 
-    /// Nothing when no bytes are stored under the key.
+    /// `nullopt` when no bytes are stored under the key.
     virtual std::optional<Bytes> dataForKey(const std::string &key) const = 0;
     /// 0 when nothing, or no number, is stored under the key.
     virtual float floatForKey(const std::string &key) const = 0;
-    /// Nothing when no text is stored under the key.
+    /// `nullopt` when no text is stored under the key.
     virtual std::optional<std::string> stringForKey(const std::string &key) const = 0;
 
 protected:

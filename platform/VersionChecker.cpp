@@ -1,23 +1,25 @@
 #include "platform/VersionChecker.h"
 
+#include "platform/SystemGeneration.h"
+
 namespace kelo {
 namespace {
 
-VersionChecker::Generation generation = VersionChecker::Generation::MountainLion;
+SystemGeneration generation = SystemGeneration::MountainLion;
 
 } // namespace
 
 bool VersionChecker::isLionOrLater()
 {
-    return generation != Generation::BeforeLion;
+    return generation != SystemGeneration::BeforeLion;
 }
 
 bool VersionChecker::isMountainLionOrLater()
 {
-    return generation == Generation::MountainLion;
+    return generation == SystemGeneration::MountainLion;
 }
 
-void VersionChecker::setGeneration(Generation newGeneration)
+void setSystemGeneration(SystemGeneration newGeneration)
 {
     generation = newGeneration;
 }

@@ -137,7 +137,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     openTreatmentInStore(commandLine);
     takeOwnCatalogue();
     takeNamedElastics();
-    loadMeshes(*document_, commandLine.meshes, progress);
+    sentences_ << loadMeshes(*document_, commandLine.meshes, progress);
     setCatalogue(*document_, catalogue_);
     bringCatalogueForward();
     session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);

@@ -45,7 +45,7 @@ class OpenedTreatment
 public:
     /// Loads it into a document, a new one for null. A store that is given is the database in place
     /// of the command line's. Throws BadTreatment for a bad FILE and for a treatment that the
-    /// database does not have, and what loadMeshes throws.
+    /// database does not have. Meshes that cannot be loaded are among sentences().
     explicit OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress = {},
                              std::shared_ptr<kelo::DXDocumentModel> document = nullptr,
                              std::shared_ptr<TreatmentStore> store = nullptr);
@@ -132,7 +132,7 @@ public:
     /// @}
 
 private:
-    /// Nothing for the first one; false when the store has none.
+    /// The first one for `nullopt`; false when the store has none.
     bool openStoredTreatment(std::optional<qint64> treatmentID);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
     QDate presentDay() const;

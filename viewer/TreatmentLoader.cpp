@@ -1,8 +1,10 @@
 #include "viewer/TreatmentLoader.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/MeshFolder.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <string>
 #include <vector>
@@ -24,34 +26,59 @@ struct MeshPaths
     kelo::ToothModelLoader::Paths buttons;
 };
 
+/// Looks the keys up one by one, so that one missing resource does not cost the others.
+template<class FilesForKeys>
+kelo::ToothModelLoader::Paths pathsOfKeys(const std::vector<std::string> &keys,
+                                          FilesForKeys &&filesForKeys, QStringList &failures)
+{
+    kelo::ToothModelLoader::Paths paths;
+    for (const std::string &key : keys) {
+        try {
+            paths.merge(filesForKeys({key}));
+        } catch (const kelo::MissingResource &missing) {
+            failures << QString::fromStdString(missing.what());
+        }
+    }
+    return paths;
+}
+
 MeshPaths pathsInResources(const std::vector<std::string> &toothKeys,
-                           const std::vector<std::string> &buttonKeys)
+                           const std::vector<std::string> &buttonKeys, QStringList &failures)
 {
     using Loader = kelo::ToothModelLoader;
-    return {Loader::toothModelFilesForToothNameKeys(toothKeys),
-            Loader::bracketModelFilesForToothNameKeys(toothKeys),
-            Loader::buttonModelFilesForButtonNameKeys(buttonKeys)};
+    return {pathsOfKeys(toothKeys, Loader::toothModelFilesForToothNameKeys, failures),
+            pathsOfKeys(toothKeys, Loader::bracketModelFilesForToothNameKeys, failures),
+            pathsOfKeys(buttonKeys, Loader::buttonModelFilesForButtonNameKeys, failures)};
 }
 
 MeshPaths pathsInFolder(const QDir &folder, const std::vector<std::string> &toothKeys,
                         const std::vector<std::string> &buttonKeys)
 {
     const auto path = [&folder](const std::string &name) {
-        return folder.filePath(QString::fromStdString(name)).toStdString();
+        return QFile::encodeName(folder.filePath(QString::fromStdString(name))).toStdString();
+    };
+    const QStringList missing = missingTeeth(folder.path());
+    const auto isMissing = [&missing](const std::string &toothKey) {
+        return missing.contains(QString::fromStdString(toothKey));
     };
     MeshPaths paths;
     for (const std::string &key : toothKeys) {
+        if (isMissing(key)) continue;
         paths.teeth[key] = path("_tooth_" + key + ".obj");
         paths.brackets[key] = path("bracket_" + key + ".obj");
     }
-    for (const std::string &key : buttonKeys)
-        paths.buttons[key] = path("button_" + key.substr(0, key.size() - 1) + ".obj");
+    for (const std::string &key : buttonKeys) {
+        const std::string tooth = key.substr(0, key.size() - 1);
+        if (!isMissing(tooth)) paths.buttons[key] = path("button_" + tooth + ".obj");
+    }
     return paths;
 }
 
-std::shared_ptr<kelo::DXGLightweightModel> gumInFolder(const QDir &folder, const QString &name)
+std::shared_ptr<kelo::DXGLightweightModel> gumInFolder(const QDir &folder, const QString &name,
+                                                       kelo::MeshFailures &failures)
 {
-    auto gum = kelo::ToothModelLoader::modelFromFile(folder.filePath(name).toStdString());
+    auto gum = kelo::ToothModelLoader::modelFromFile(
+        QFile::encodeName(folder.filePath(name)).toStdString(), &failures);
     if (gum) gum->setMaterial(kelo::ToothModelLoader::gumModelMaterial());
     return gum;
 }
@@ -84,8 +111,8 @@ private:
 
 } // namespace
 
-void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
-                const LoadingProgress &progress)
+QStringList loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
+                       const LoadingProgress &progress)
 {
     using kelo::ToothModelLoader;
     using kelo::TreatmentNote;
@@ -95,23 +122,30 @@ void loadMeshes(kelo::DXDocumentModel &document, const QString &meshFolder,
     append(buttonKeys, TreatmentNote::lowerLingualButtonNameKeys());
 
     const QDir folder(meshFolder);
-    const MeshPaths paths = meshFolder.isEmpty() ? pathsInResources(toothKeys, buttonKeys)
-                                                 : pathsInFolder(folder, toothKeys, buttonKeys);
+    QStringList sentences;
+    kelo::MeshFailures failures;
+    const MeshPaths paths = meshFolder.isEmpty()
+                                ? pathsInResources(toothKeys, buttonKeys, sentences)
+                                : pathsInFolder(folder, toothKeys, buttonKeys);
     SummedProgress summed(progress,
                           paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
-    document.setToothModels(
-        ToothModelLoader::toothModelsFromFiles(paths.teeth, summed.next(paths.teeth.size())));
+    document.setToothModels(ToothModelLoader::toothModelsFromFiles(
+        paths.teeth, summed.next(paths.teeth.size()), &failures));
     document.setBracketModels(ToothModelLoader::bracketModelsFromFiles(
-        paths.brackets, summed.next(paths.brackets.size())));
-    document.setButtonModels(
-        ToothModelLoader::buttonModelsFromFiles(paths.buttons, summed.next(paths.buttons.size())));
+        paths.brackets, summed.next(paths.brackets.size()), &failures));
+    document.setButtonModels(ToothModelLoader::buttonModelsFromFiles(
+        paths.buttons, summed.next(paths.buttons.size()), &failures));
     if (meshFolder.isEmpty()) {
-        document.loadUpperAndLowerGumModels();
+        const kelo::MeshFailures gums = document.loadUpperAndLowerGumModels();
+        failures.insert(failures.end(), gums.begin(), gums.end());
     } else {
-        document.setUpperGumModel(gumInFolder(folder, QStringLiteral("_upper_gums.obj")));
-        document.setLowerGumModel(gumInFolder(folder, QStringLiteral("_lower_gums.obj")));
+        document.setUpperGumModel(gumInFolder(folder, QStringLiteral("_upper_gums.obj"), failures));
+        document.setLowerGumModel(gumInFolder(folder, QStringLiteral("_lower_gums.obj"), failures));
     }
     summed.report(paths.teeth.size() + paths.brackets.size() + paths.buttons.size() + 2);
+    for (const kelo::MeshFailure &failure : failures)
+        sentences << QString::fromStdString(failure.sentence());
+    return sentences;
 }
 
 std::shared_ptr<kelo::DXDocumentModel> samplePatientDocument()

@@ -116,7 +116,7 @@ public:
     StoreResult<QByteArray> catalogue(qint64 treatmentID);
     /// Stores it as the treatment's own in place of the one before.
     StoreOutcome setCatalogue(qint64 treatmentID, const QByteArray &catalogue);
-    /// Of the treatment as a whole; nothing takes the approval back.
+    /// Of the treatment as a whole; `nullopt` removes the approval.
     StoreOutcome setApprovedDate(qint64 treatmentID, const std::optional<QDate> &approvedDate);
     /// @}
 

@@ -4,6 +4,8 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/treatment/PickTarget.h"
+#include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
@@ -34,7 +36,8 @@ std::shared_ptr<SimpleTexture> textureOfBundle(const std::string &name)
 int elasticConfigNamingAction = 0;
 double gMsgPresistance = 10.0;
 
-DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
+DXOpenGL::DXOpenGL(const Rect &frame)
+    : HVOGLSmoothView(frame), pickTarget_(std::make_unique<PickTarget>())
 {
     const Color white = Color::whiteColor();
     setAmbientColor(white);

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "keloOpenGL/Export.h"
+#include "keloOpenGL/treatment/ActionType.h"
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
-#include "keloOpenGL/treatment/PickBox.h"
-#include "keloOpenGL/treatment/PickTarget.h"
-#include "keloOpenGL/treatment/RepeatAction.h"
-#include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/treatment/ToothLabels.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
@@ -25,10 +22,13 @@
 namespace kelo {
 
 class HVOGLMaterial;
+class PickBox;
+class PickTarget;
 class SimpleTexture;
 class StringTexture;
 class TreatmentMenus;
 struct MenuContext;
+struct RubberBandNode;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
@@ -38,7 +38,7 @@ extern KELO_EXPORT int elasticConfigNamingAction;
 extern KELO_EXPORT double gMsgPresistance;
 
 /// The index of no elastic.
-inline constexpr std::uint64_t notFound = 0x7FFFFFFFFFFFFFFF;
+inline constexpr std::uint64_t noElasticIndex = 0x7FFFFFFFFFFFFFFF;
 
 /// The treatment view: shows the document's jaws and elastics with a date label and tool buttons
 /// over them, and lets the clinician turn the jaws, open the mouth, place, remove, colour and mark
@@ -75,7 +75,7 @@ public:
     /// Redraws from then on whenever the document announces a change.
     void setDocumentModel(std::shared_ptr<DXDocumentModel> model) override;
 
-    /// Not owned: who destroys a delegate that is set takes it away first. Null for none.
+    /// Not owned. Reset it before destroying the delegate. Null for none.
     DXOpenGLDelegate *delegate() const { return delegate_; }
     void setDelegate(DXOpenGLDelegate *delegate) { delegate_ = delegate; }
 
@@ -148,7 +148,9 @@ public:
     /// What lies under the pointer of the current event.
     const Name &currentEventToothName() const { return currentEventToothName_; }
     void setCurrentEventToothName(const Name &name) { currentEventToothName_ = name; }
-    /// The elastic under the pointer, as its place in the document's list, or notFound.
+    /// The elastic that the last click in the elastics mode was about, as its place in the
+    /// document's list; noElasticIndex when it was about a bracket or button. 0, like all state of
+    /// a new view, until then, whether or not there are elastics.
     std::uint64_t currentEventElasticIndex() const { return currentEventElasticIndex_; }
     /// Whether the press that is going on began on nothing, so that its drag turns the jaws.
     bool isRotating() const { return _rotating; }
@@ -271,7 +273,7 @@ public:
     void placeAllBracketsSelected(MenuItem &sender); ///< those that are not placed
     void markAllBracketsSelected(MenuItem &sender);  ///< hidden ones too, which stay hidden
     void removeAllBracketsSelected(MenuItem &sender);
-    void clearAllBracketsSelected(MenuItem &sender); ///< takes all colours away
+    void clearAllBracketsSelected(MenuItem &sender); ///< removes all colours
     /// @}
 
     /// @name Stringing an elastic
@@ -387,8 +389,8 @@ public:
 
 protected:
     void contextWasLost() override;
-    /// What the context can do, and whether the bound framebuffer is complete; for tests of
-    /// computers that cannot print.
+    /// What the context can do, and whether the bound framebuffer is complete. A subclass that
+    /// answers otherwise is refused a print as a computer that cannot is.
     virtual std::string openGLExtensions() const;
     virtual unsigned framebufferStatus() const;
     /// Whether a pick may draw where nobody sees it; otherwise it draws into the view's own buffer
@@ -496,8 +498,8 @@ private:
     std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures_; ///< by text
     std::bitset<scenePartCount> hiddenParts_;
     std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
-    PickTarget pickTarget_;
-    std::optional<PickBox> pickBox_;        ///< there while a pixel is being picked
+    std::unique_ptr<PickTarget> pickTarget_;
+    const PickBox *pickBox_ = nullptr;      ///< there while a pixel is being picked
     std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room
     // Buffer names of the view's context, 0 until first use.
     std::uint32_t toolButtonVBOID = 0;

@@ -114,7 +114,7 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
         return;
     }
     if (!bracketSequence_) {
-        currentEventElasticIndex_ = notFound;
+        currentEventElasticIndex_ = noElasticIndex;
         displayElasticMenuForEvent(event);
         return;
     }

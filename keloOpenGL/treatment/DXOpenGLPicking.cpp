@@ -5,6 +5,8 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/treatment/PickBox.h"
+#include "keloOpenGL/treatment/PickTarget.h"
 #include "models/DXGLightweightModel.h"
 #include "platform/VersionChecker.h"
 
@@ -71,23 +73,23 @@ public:
 class PickState
 {
 public:
-    PickState(bool &flag, std::optional<PickBox> &current, const std::optional<PickBox> &box)
+    PickState(bool &flag, const PickBox *&current, const std::optional<PickBox> &box)
         : flag_(flag), current_(current)
     {
         flag_ = true;
-        current_ = box;
+        current_ = box ? &*box : nullptr;
     }
     ~PickState()
     {
         flag_ = false;
-        current_.reset();
+        current_ = nullptr;
     }
     PickState(const PickState &) = delete;
     PickState &operator=(const PickState &) = delete;
 
 private:
     bool &flag_;
-    std::optional<PickBox> &current_;
+    const PickBox *&current_;
 };
 
 PickBox pickBoxOfCurrentMatrices(int column, int row)
@@ -171,7 +173,7 @@ std::uint32_t DXOpenGL::pickIdentifierAtPoint(const Point &backingPoint)
     {
         const DrawingState before;
         std::optional<PickTarget::Binding> target;
-        if (canPickOffScreen()) target.emplace(pickTarget_, size);
+        if (canPickOffScreen()) target.emplace(*pickTarget_, size);
         isOffScreen = target && target->isBound();
         drawColorPickPass(PickPixel{column, row});
         readPixel(column, row, pixel);
@@ -192,7 +194,7 @@ std::vector<std::uint32_t> DXOpenGL::pickIdentifiers()
     {
         const DrawingState before;
         std::optional<PickTarget::Binding> target;
-        if (canPickOffScreen()) target.emplace(pickTarget_, size);
+        if (canPickOffScreen()) target.emplace(*pickTarget_, size);
         isOffScreen = target && target->isBound();
         drawColorPickPass(std::nullopt);
         glPixelStorei(GL_PACK_ALIGNMENT, 1);

@@ -59,6 +59,19 @@ TEST_F(DXDocumentModelColors, restoringReplacesAllEntries)
     EXPECT_EQ(document->bracketColorsTypeIDs(), (Colors{{"10", 1}}));
 }
 
+TEST_F(DXDocumentModelColors, theColorsThatADocumentGivesCanBeRestored)
+{
+    document->setBracketColorTypeIDs({{"8", 1}, {"9", 2}});
+    const Colors saved = document->bracketColorsTypeIDs();
+    document->setBracketColorTypeIDs({{"10", 1}});
+    document->setBracketColorTypeIDs(saved);
+    EXPECT_EQ(document->bracketColorsTypeIDs(), (Colors{{"8", 1}, {"9", 2}}));
+    EXPECT_EQ(colorOf("9"), green);
+    // The document's own, which it replaces meanwhile.
+    document->setBracketColorTypeIDs(document->bracketColorsTypeIDs());
+    EXPECT_EQ(document->bracketColorsTypeIDs(), saved);
+}
+
 TEST_F(DXDocumentModelColors, aRestoredColorThatIsNotAvailableIsSaidAndLeavesItsBracket)
 {
     document->setBracketColorTypeIDs({{"8", 1}});

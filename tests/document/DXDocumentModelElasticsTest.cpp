@@ -64,6 +64,19 @@ TEST_F(DXDocumentModelElastics, elasticsThatDoNotRunThroughTheHiddenMemberStayIn
     EXPECT_EQ(fourth->bracketSequence(), (Keys{"14l", "19"})) << "a button is not its bracket";
 }
 
+TEST_F(DXDocumentModelElastics, aButtonIsItsTeethsWhereverItsLetterStands)
+{
+    // Keys of a host that puts the letter first: teeth 9 and 8 remain.
+    const auto elastic = place({"8", "l9", "l8"});
+    document->toggleVisibilityOfBracket("8");
+    EXPECT_EQ(document->elasticModels(), DXDocumentModel::ElasticModels{elastic});
+    EXPECT_EQ(elastic->bracketSequence(), (Keys{"l9", "l8"}));
+    const auto oneTooth = place({"9", "l10", "10"});
+    document->toggleVisibilityOfBracket("9");
+    EXPECT_EQ(document->elasticModels(), DXDocumentModel::ElasticModels{elastic})
+        << "only tooth 10 remained";
+}
+
 TEST_F(DXDocumentModelElastics, refactoringAroundWhatIsNotHiddenDoesNothing)
 {
     const auto elastic = place({"8", "9", "10"});

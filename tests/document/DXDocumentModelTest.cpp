@@ -3,8 +3,10 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ResourceBundle.h"
 #include "tests/document/DocumentFixture.h"
+#include "tests/models/OBJReaderMesh.h"
 #include "tests/support/CapturedOutput.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -14,6 +16,7 @@ namespace {
 using test::emptyModel;
 using test::emptyModels;
 using test::Keys;
+using test::TemporaryFile;
 using Calls = std::vector<std::string>;
 
 class DXDocumentModelTest : public test::DocumentFixture
@@ -323,6 +326,29 @@ protected:
 private:
     std::filesystem::path folder_;
 };
+
+TEST_F(DXDocumentModelLoading, loadingReturnsWhatCouldNotBeLoadedAndLoadsTheRest)
+{
+    const TemporaryFile good("v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    const TemporaryFile bad("v 0 0 0\nf 1 1 2\n");
+    const DXDocumentModel::Paths teeth{{"8", good.path}, {"9", bad.path}};
+    const DXDocumentModel::Paths buttons{{"8l", good.path}, {"9l", bad.path}};
+    const char *reason = "vertex number 2 is out of range: the mesh has 1 vertex";
+    MeshFailures ofTeeth, ofBrackets, ofButtons, ofGums;
+    const std::string messages = test::standardErrorOf([&] {
+        ofTeeth = document->loadToothModelFiles(teeth);
+        ofBrackets = document->loadBracketModelFiles(teeth);
+        ofButtons = document->loadButtonModelFiles(buttons);
+        ofGums = document->loadUpperAndLowerGumModels();
+    });
+    EXPECT_EQ(ofTeeth, (MeshFailures{{"9", bad.path, 2, reason}}));
+    EXPECT_EQ(ofBrackets, (MeshFailures{{"9", bad.path, 2, reason}}));
+    EXPECT_EQ(ofButtons, (MeshFailures{{"9l", bad.path, 2, reason}}));
+    EXPECT_EQ(ofGums,
+              (MeshFailures{{"lower gums", "_lower_gums.obj", 0, "the resource is missing"}}));
+    EXPECT_EQ(document->loadedModels().size(), 4u);
+    EXPECT_EQ(std::count(messages.begin(), messages.end(), '\n'), 3 * 2 + 1) << messages;
+}
 
 TEST_F(DXDocumentModelLoading, theMeshesOfTheGivenKeysReplaceWhatWasThere)
 {

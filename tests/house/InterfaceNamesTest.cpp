@@ -58,6 +58,23 @@ bool isDeclaredIn(const std::string &name, const std::string &header)
     return std::regex_search(codeOf(header), std::regex("\\b" + name + "\\s*[(;]"));
 }
 
+/// Whether a host can call what is declared under the name: a declaration that is not private.
+bool isOpenIn(const std::string &name, const std::string &header)
+{
+    static const std::regex type("(class|struct)\\b[^;]*");
+    static const std::regex access("\\s*(public|protected|private):.*");
+    const std::regex declaration("\\b" + name + "\\s*[(;]");
+    bool isPrivate = false;
+    for (const std::string &line : linesOf(codeOf(header))) {
+        std::smatch match;
+        if (std::regex_match(line, match, type)) isPrivate = match[1] == "class";
+        if (std::regex_match(line, match, access)) isPrivate = match[1] == "private";
+        if (startsWith(line, "};")) isPrivate = false;
+        if (!isPrivate && std::regex_search(line, declaration)) return true;
+    }
+    return false;
+}
+
 /// The parts joined by underscores; parts without a word drop out.
 std::string nameByRule(const std::string &selector)
 {
@@ -84,6 +101,24 @@ TEST(InterfaceNames, everyNameIsDeclaredInTheHeaderAboveIt)
     for (const Row &row : pageRows())
         EXPECT_TRUE(isDeclaredIn(row.name, contentOfSourceFile(row.header)))
             << row.name << " is not in " << row.header;
+}
+
+TEST(InterfaceNames, noNameIsPrivate)
+{
+    for (const Row &row : pageRows())
+        EXPECT_TRUE(isOpenIn(row.name, contentOfSourceFile(row.header)))
+            << row.name << " is private in " << row.header;
+}
+
+TEST(InterfaceNames, aPrivateNameIsNotOpen)
+{
+    const std::string header = "class KELO_EXPORT View : public Base\n{\n    void early();\n"
+                               "public:\n    void open();\nprivate:\n    void hidden(int);\n};\n"
+                               "void free();\n";
+    EXPECT_TRUE(isOpenIn("open", header));
+    EXPECT_TRUE(isOpenIn("free", header));
+    EXPECT_FALSE(isOpenIn("early", header));
+    EXPECT_FALSE(isOpenIn("hidden", header));
 }
 
 TEST(InterfaceNames, everyNameFollowsTheRule)

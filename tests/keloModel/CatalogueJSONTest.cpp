@@ -79,8 +79,7 @@ TEST(CatalogueJSON, everyProblemIsNamedWithItsPlaceAndNothingIsTaken)
         {"broken text", "{\n\n  \"bracketColorTypes\": [,]\n}", "line 3: illegal value"},
         {"a record that is none", text("7", size, config),
          "bracketColorTypes[0]: must be an object"},
-        {"no identifier",
-         text(R"({"typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
+        {"no identifier", text(R"({"typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
          "bracketColorTypes[0].typeID: the identifier is missing"},
         {"an identifier of the wrong type",
          text(R"({"typeID": "4", "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
@@ -96,8 +95,8 @@ TEST(CatalogueJSON, everyProblemIsNamedWithItsPlaceAndNothingIsTaken)
         {"an empty label",
          text(R"({"typeID": 4, "typeLabel": " ", "bracketColor": [0, 0, 0, 1]})", size, config),
          "bracketColorTypes[0].typeLabel: must be a text that is not empty"},
-        {"a colour of three", text(R"({"typeID": 4, "typeLabel": "x", "bracketColor": [0, 0, 0]})",
-                                   size, config),
+        {"a colour of three",
+         text(R"({"typeID": 4, "typeLabel": "x", "bracketColor": [0, 0, 0]})", size, config),
          "bracketColorTypes[0].bracketColor: must be four numbers from 0 to 1: red, green, blue, "
          "alpha"},
         {"a colour beyond 1",
@@ -148,8 +147,8 @@ TEST(CatalogueJSON, aListThatIsLeftOutIsTheDefaultOne)
 {
     const auto defaults = catalogueFromJSON(text(color, size, config)).catalogue;
     ASSERT_TRUE(defaults);
-    const CatalogueReading reading = catalogueFromJSON(
-        QByteArray(R"({"bracketColorTypes": []})"), &*defaults);
+    const CatalogueReading reading =
+        catalogueFromJSON(QByteArray(R"({"bracketColorTypes": []})"), &*defaults);
     ASSERT_TRUE(reading.catalogue);
     EXPECT_TRUE(reading.catalogue->bracketColorTypes.empty());
     EXPECT_TRUE(reading.catalogue->elasticsSizeType(3));
@@ -168,6 +167,35 @@ TEST(CatalogueJSON, whatIsWrittenReadsBackAsTheSame)
     for (std::size_t i = 0; i < first->elasticsSizeTypes.size(); ++i)
         EXPECT_EQ(second->elasticsSizeTypes[i]->elasticsColor,
                   first->elasticsSizeTypes[i]->elasticsColor);
+}
+
+TEST(CatalogueJSON, aRecordWithoutColourIsWrittenAndReadAsOne)
+{
+    Catalogue catalogue;
+    catalogue.bracketColorTypes.push_back(std::make_shared<BracketColorType>());
+    catalogue.bracketColorTypes[0]->typeID = 4;
+    catalogue.bracketColorTypes[0]->typeLabel = "Clear";
+    catalogue.elasticsSizeTypes.push_back(std::make_shared<ElasticsSizeType>());
+    catalogue.elasticsSizeTypes[0]->typeID = 3;
+    catalogue.elasticsSizeTypes[0]->typeLabel = "Any";
+    const CatalogueReading reading = catalogueFromJSON(catalogueAsJSON(catalogue));
+    ASSERT_TRUE(reading.catalogue) << reading.problems.front();
+    EXPECT_EQ(reading.catalogue->bracketColorType(4)->bracketColor, std::nullopt);
+    EXPECT_EQ(reading.catalogue->elasticsSizeType(3)->elasticsColor, std::nullopt);
+    EXPECT_EQ(catalogueAsJSON(*reading.catalogue), catalogueAsJSON(catalogue));
+}
+
+TEST(CatalogueJSON, nullIsTakenForEveryMemberThatMayBeLeftOut)
+{
+    const CatalogueReading reading = catalogueFromJSON(
+        text(color, size, R"({"typeID": 1, "typeLabel": "Free", "displayOrder": null, "name": null,
+                              "elasticsSizeTypeID": null, "bracketSequence": null})"));
+    ASSERT_TRUE(reading.catalogue) << reading.problems.front();
+    const auto free = reading.catalogue->elasticsConfigType(1);
+    EXPECT_EQ(free->displayOrder, 0);
+    EXPECT_EQ(free->name, "");
+    EXPECT_EQ(free->elasticsSizeTypeID, 0);
+    EXPECT_EQ(free->bracketSequence, "");
 }
 
 TEST(CatalogueJSON, theDefaultCatalogueOffers29ColoursAnd6SizesIn4Forces)
@@ -192,8 +220,7 @@ TEST(CatalogueJSON, noTwoDefaultSizesAreDrawnInTheSameColour)
     ASSERT_TRUE(catalogue);
     for (const auto &first : catalogue->elasticsSizeTypes) {
         for (const auto &second : catalogue->elasticsSizeTypes) {
-            if (first == second)
-                continue;
+            if (first == second) continue;
             double squared = 0.0;
             for (std::size_t i = 0; i < 3; ++i) {
                 const double difference = (*first->elasticsColor)[i] - (*second->elasticsColor)[i];

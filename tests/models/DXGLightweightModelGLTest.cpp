@@ -262,12 +262,24 @@ TEST_F(DXGLightweightModelGL, anIndexOutsideTheVerticesIsSaidOnceAndNothingIsDra
     EXPECT_EQ(test::standardErrorOf([&] {
                   model.draw();
                   model.drawForColorSelection();
-                  model.setExtendedHitbox(true);
-                  model.drawForColorSelection();
               }),
               "");
     EXPECT_EQ(pixelAt(0.0, 0.0), black);
     EXPECT_EQ(model.vboID(), 0u);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXGLightweightModelGL, anExtendedHitboxNeedsNoIndexes)
+{
+    std::vector<OBJVertex> vertices(3);
+    vertices[0] = {{-4.0f, -4.0f, 0.0f}, {0, 0, 1}};
+    vertices[1] = {{4.0f, -4.0f, 0.0f}, {0, 0, 1}};
+    vertices[2] = {{0.0f, 4.0f, 0.0f}, {0, 0, 1}};
+    const std::uint32_t outside = 3;
+    DXGLightweightModel model(vertices.data(), vertices.size(), &outside, 1);
+    model.setExtendedHitbox(true);
+    EXPECT_EQ(test::standardErrorOf([&] { model.drawForColorSelection(); }), "");
+    EXPECT_EQ(pixelAt(0.0, 0.0), pickColor(model));
     EXPECT_NO_GL_ERROR();
 }
 

@@ -151,7 +151,7 @@ TEST(OBJReaderFailure, countsBeyondTheirRangeAreAMessageAndFalse)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         const TemporaryFile file(c.text);
-        const Call call(file.path, {.maximumCount = 8});
+        const Call call(file.path, {.maximumVertexCount = 8, .maximumIndexCount = 8});
         EXPECT_EQ(call.read, c.fits);
         EXPECT_EQ(call.untouched(), !c.fits);
         EXPECT_EQ(call.messages,

@@ -5,6 +5,7 @@
 #include "platform/Assertion.h"
 #include "platform/ResourceBundle.h"
 #include "tests/support/CapturedOutput.h"
+#include "tests/support/WithoutPrivileges.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,10 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
+#include <thread>
+
+#include <pthread.h>
 
 namespace kelo {
 namespace {
@@ -192,6 +197,112 @@ TEST_F(ToothModelLoaderTest, anExceptionFromTheProgressStopsTheLoading)
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(ToothModelLoaderTest, whatCouldNotBeLoadedIsReturnedWithItsReason)
+{
+    fs::create_directory(folder / "folder.obj");
+    const ToothModelLoader::Paths files{
+        {"2", write("two.obj", oneTriangle)},
+        {"3", path("missing.obj")},
+        {"4", path("folder.obj")},
+        {"5", write("five.obj", oneTriangle + "\nf 1 2 4\n")},
+        {"6", write("six.obj", oneTriangle + "f 1 2 3")},
+    };
+    const auto notLoaded = [&](const char *name) {
+        return "Error: Couldn't load \"" + path(name) + "\" as a model file\n";
+    };
+    ToothModelLoader::Models models;
+    MeshFailures failures;
+    EXPECT_EQ(standardErrorOf(
+                  [&] { models = ToothModelLoader::toothModelsFromFiles(files, {}, &failures); }),
+              notLoaded("missing.obj") + notLoaded("folder.obj") + path("five.obj") +
+                  ":6: vertex number 4 is out of range: the mesh has 3 vertices (5)\n" +
+                  notLoaded("five.obj") + path("six.obj") +
+                  ":5: no line break at the end of the file: the face never ends (6)\n" +
+                  notLoaded("six.obj"));
+    EXPECT_EQ(models.size(), 1u);
+    EXPECT_EQ(
+        failures,
+        (MeshFailures{
+            {"3", path("missing.obj"), 0, "cannot be read: No such file or directory"},
+            {"4", path("folder.obj"), 0, "cannot be read: not a regular file"},
+            {"5", path("five.obj"), 6, "vertex number 4 is out of range: the mesh has 3 vertices"},
+            {"6", path("six.obj"), 5,
+             "no line break at the end of the file: the face never ends"}}));
+}
+
+TEST_F(ToothModelLoaderTest, aFileLoadedWithoutAKeyFailsWithoutAMessage)
+{
+    MeshFailures failures;
+    const std::string file = write("mesh.obj", oneTriangle + "f 1 2 0\n");
+    std::shared_ptr<DXGLightweightModel> model;
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::modelFromFile(file, &failures); }),
+              "");
+    EXPECT_EQ(model, nullptr);
+    EXPECT_EQ(
+        failures,
+        (MeshFailures{{"", file, 5, "vertex number 0 is out of range: the mesh has 3 vertices"}}));
+    EXPECT_EQ(failures.at(0).sentence(),
+              file + ":5: vertex number 0 is out of range: the mesh has 3 vertices");
+}
+
+TEST_F(ToothModelLoaderTest, aFileThatMayNotBeReadIsReturnedWithItsReason)
+{
+    const std::string file = write("mesh.obj", oneTriangle);
+    fs::permissions(file, fs::perms::none);
+    fs::permissions(folder, fs::perms::all);
+    const std::string told = test::resultWithoutPrivileges([&] {
+        MeshFailures failures;
+        std::string messages = standardErrorOf([&] {
+            (void)ToothModelLoader::bracketModelsFromFiles({{"8", file}}, {}, &failures);
+        });
+        return messages + (failures.empty() ? "" : failures[0].sentence());
+    });
+    EXPECT_EQ(told, "Error: Couldn't load \"" + file + "\" as a model file\n" + file +
+                        ": cannot be read: Permission denied (8)");
+}
+
+TEST_F(ToothModelLoaderTest, namesWithControlCharactersAreEscapedInMessages)
+{
+    const std::string file = path("mesh\x1b[2J.obj");
+    EXPECT_EQ(standardErrorOf([&] {
+                  ToothModelLoader::toothModelsFromFiles({{"8", file}});
+              }),
+              "Error: Couldn't load \"" + path("mesh\\x1b[2J.obj") + "\" as a model file\n");
+}
+
+/// No thread can be started while one of these lives: none has room for a stack of that size.
+class NoFurtherThreads
+{
+public:
+    NoFurtherThreads()
+    {
+        pthread_getattr_default_np(&_before);
+        pthread_attr_t huge = _before;
+        pthread_attr_setstacksize(&huge, std::size_t(1) << 47);
+        pthread_setattr_default_np(&huge);
+    }
+    ~NoFurtherThreads() { pthread_setattr_default_np(&_before); }
+    NoFurtherThreads(const NoFurtherThreads &) = delete;
+    NoFurtherThreads &operator=(const NoFurtherThreads &) = delete;
+
+private:
+    pthread_attr_t _before{};
+};
+
+TEST_F(ToothModelLoaderTest, withoutASecondThreadAllFilesAreReadByTheFirst)
+{
+    ToothModelLoader::Paths files;
+    for (int key = 2; key <= 15; ++key)
+        files[std::to_string(key)] = write(std::to_string(key), oneTriangle);
+    const NoFurtherThreads none;
+    EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+    std::size_t done = 0;
+    const auto models = ToothModelLoader::toothModelsFromFiles(
+        files, [&](std::size_t doneCount, std::size_t) { done = doneCount; });
+    EXPECT_EQ(models.size(), 14u);
+    EXPECT_EQ(done, 14u);
+}
+
 TEST_F(ToothModelLoaderTest, noFilesGiveNoModels)
 {
     EXPECT_TRUE(ToothModelLoader::toothModelsFromFiles({}).empty());
@@ -229,9 +340,22 @@ TEST_F(ToothModelLoaderTest, missingGumsGiveNoModelAndOneErrorLine)
     EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardUpperGumsModel(); }),
               "Error: Couldn't load \"_upper_gums.obj\" as a model file\n");
     EXPECT_EQ(model, nullptr);
-    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardLowerGumsModel(); }),
+    MeshFailures failures;
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardLowerGumsModel(&failures); }),
               "Error: Couldn't load \"_lower_gums.obj\" as a model file\n");
     EXPECT_EQ(model, nullptr);
+    EXPECT_EQ(failures,
+              (MeshFailures{{"lower gums", "_lower_gums.obj", 0, "the resource is missing"}}));
+
+    write("_upper_gums.obj", oneTriangle + "f 1 2 7\n");
+    failures.clear();
+    EXPECT_EQ(standardErrorOf([&] { model = ToothModelLoader::standardUpperGumsModel(&failures); }),
+              path("_upper_gums.obj") +
+                  ":5: vertex number 7 is out of range: the mesh has 3 vertices (upper gums)\n"
+                  "Error: Couldn't load \"" +
+                  path("_upper_gums.obj") + "\" as a model file\n");
+    EXPECT_EQ(model, nullptr);
+    EXPECT_EQ(failures.size(), 1u);
 }
 
 void expectNear(const std::optional<Color> &color, const Color &expected)

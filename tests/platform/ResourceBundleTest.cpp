@@ -1,5 +1,7 @@
 #include "platform/ResourceBundle.h"
 
+#include "tests/support/WithoutPrivileges.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -54,6 +56,24 @@ TEST_F(ResourceBundleTest, aFolderOfTheRightNameWithAnotherIdentifierDoesNotCoun
 {
     write(folder / "sample" / "bundle-identifier", "another\n");
     EXPECT_EQ(ResourceBundle::bundleWithIdentifier("sample"), nullptr);
+}
+
+TEST_F(ResourceBundleTest, aResourceThatExistsAndMayNotBeReadIsNotFound)
+{
+    write(folder / "bundle-identifier", "sample\n");
+    write(folder / "open.txt", "text");
+    write(folder / "closed.txt", "text");
+    fs::permissions(folder, fs::perms::all);
+    fs::permissions(folder / "closed.txt", fs::perms::none);
+    const auto found = [this](const char *name) {
+        return kelo::test::resultWithoutPrivileges([&] {
+            const auto bundle = ResourceBundle::bundleWithIdentifier("sample");
+            return bundle ? bundle->pathForResource_ofType(name, "txt").value_or("not found")
+                          : std::string("no bundle");
+        });
+    };
+    EXPECT_EQ(found("open"), (folder / "open.txt").string());
+    EXPECT_EQ(found("closed"), "not found");
 }
 
 TEST_F(ResourceBundleTest, aFolderWithoutAnIdentifierFileDoesNotCount)

@@ -281,7 +281,7 @@ TEST_F(RunLoopTest, addingATimerOnceMoreAddsTheModesAndKeepsTheSchedule)
 {
     const auto timer = loop.scheduledTimer(1.0, false, noteTime());
     loop.advance(0.5);
-    loop.addTimer(timer, static_cast<RunLoopModes>(RunLoopMode::EventTracking));
+    loop.addTimer(timer, RunLoopMode::EventTracking);
     const RunLoop::ModeScope tracking(loop, RunLoopMode::EventTracking);
     loop.advance(2.0);
     EXPECT_EQ(times, (std::vector<double>{101.0}));

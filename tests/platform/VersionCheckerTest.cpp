@@ -1,5 +1,6 @@
 #include "platform/VersionChecker.h"
 #include "platform/Assertion.h"
+#include "platform/SystemGeneration.h"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +14,13 @@ TEST(VersionChecker, everySystemIsOfTheNewestGenerationUntilATestSaysOtherwise)
 
 TEST(VersionChecker, theOlderGenerationsAnswerAsTheyWere)
 {
-    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    setSystemGeneration(SystemGeneration::Lion);
     EXPECT_TRUE(VersionChecker::isLionOrLater());
     EXPECT_FALSE(VersionChecker::isMountainLionOrLater());
-    VersionChecker::setGeneration(VersionChecker::Generation::BeforeLion);
+    setSystemGeneration(SystemGeneration::BeforeLion);
     EXPECT_FALSE(VersionChecker::isLionOrLater());
     EXPECT_FALSE(VersionChecker::isMountainLionOrLater());
-    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    setSystemGeneration(SystemGeneration::MountainLion);
     EXPECT_TRUE(VersionChecker::isMountainLionOrLater());
 }
 

@@ -2,6 +2,7 @@
 
 #include "tools/meshcheck/CommandLine.h"
 #include "tools/meshcheck/MeshCheck.h"
+#include "tools/meshcheck/MeshSurface.h"
 
 #include "tests/models/OBJReaderMesh.h"
 
@@ -31,6 +32,22 @@ std::vector<std::string> problemsIn(const std::string &text, Strictness strictne
     for (const MeshProblem &problem : checkMeshText(text, "tooth.obj", strictness))
         lines.push_back(std::to_string(problem.line) + ": " + problem.reason);
     return lines;
+}
+
+TEST(MeshcheckStrict, tooManyFacesOverOneAnotherEndTheSearch)
+{
+    // A tetrahedron, whose four faces lie over one another along the x axis: six pairs.
+    MeshShape shape;
+    shape.positions = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    shape.corners = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
+    shape.normalOf.assign(12, 0);
+    shape.faces = {{0, 5}, {3, 6}, {6, 7}, {9, 8}};
+    EXPECT_TRUE(surfaceProblems(shape, 6).listed.empty());
+    const auto problems = surfaceProblems(shape, 5).listed;
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_EQ(problems[0].line, 0u);
+    EXPECT_EQ(problems[0].reason,
+              "too many faces lie over one another: not all crossings were looked for");
 }
 
 TEST(MeshcheckStrict, everyKindOfProblemIsToldWithItsLineAndReason)

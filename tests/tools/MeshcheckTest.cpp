@@ -1,6 +1,7 @@
 #include "tools/meshcheck/MeshCheck.h"
 
 #include "tests/models/OBJReaderMesh.h"
+#include "tests/support/WithoutPrivileges.h"
 #include "tools/meshcheck/CommandLine.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace kelo {
 namespace {
@@ -90,7 +92,7 @@ TEST(Meshcheck, everyKindOfProblemIsToldWithItsLineAndReason)
         {"a decimal comma", tetrahedron + "v 1,5 2 3\n", {"9: malformed number \"1,5\""}},
         {"unprintable characters are shown as question marks",
          tetrahedron + "v \x01\xff 2 3\n",
-         {"9: malformed number \"\?\?\""}},
+         {"9: malformed number \"\\x01\\xff\""}},
         {"a long token is shortened",
          tetrahedron + "v " + std::string(50, 'x') + " 2 3\n",
          {"9: malformed number \"" + std::string(40, 'x') + "...\""}},
@@ -257,6 +259,72 @@ TEST(Meshcheck, filesThatCannotBeReadAreProblems)
               (std::vector<MeshProblem>{{"/dev/zero", 0, "cannot be read: not a regular file"}}));
 }
 
+TEST(Meshcheck, aFileThatExistsAndMayNotBeReadIsAProblem)
+{
+    const TemporaryFile file(tetrahedron);
+    ASSERT_EQ(::chmod(file.path.c_str(), 0), 0);
+    EXPECT_EQ(test::resultWithoutPrivileges([&] {
+                  const auto problems = checkMeshFile(file.path);
+                  return problems.size() == 1 ? sentenceOf(problems[0]) : std::string("no problem");
+              }),
+              file.path + ": cannot be read: Permission denied");
+}
+
+TEST(Meshcheck, aMeshBeyondTheLimitsIsAProblemOfTheWholeFile)
+{
+    const MeshFileLimits limits{.byteCount = 120, .vertexCount = 4, .triangleCount = 4};
+    struct Case
+    {
+        const char *name;
+        std::string text;
+        std::vector<std::string> expected;
+    };
+    const Case cases[] = {
+        {"at the limits", tetrahedron, {}},
+        {"a vertex more", tetrahedron + "v 1 1 1\nnonsense\nv x\n", {"more than 4 vertices"}},
+        {"copies of a vertex",
+         positions + "vn 0 0 1\nvn 0 1 0\nf 1//1 3//1 2//1\nf 1//2 2//1 4//1\n",
+         {"more than 4 vertices"}},
+        {"normals", "vn 0 0 1\nvn 0 0 1\nvn 0 0 1\nvn 0 0 1\nvn 0 0 1\n", {"more than 4 normals"}},
+        {"triangles", tetrahedron + "f 1 2 3\n", {"more than 4 triangles"}},
+        {"triangles of one face", positions + "f 1 2 3 4 1 2 3\n", {"more than 4 triangles"}},
+        {"bytes",
+         tetrahedron + "# " + std::string(60, 'x') + "\n",
+         {"the file has 127 bytes; a mesh may have 120"}}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const TemporaryFile file(c.text);
+        std::vector<std::string> reasons;
+        for (const MeshProblem &problem :
+             checkMeshFile(file.path, Strictness::usual, nullptr, limits)) {
+            EXPECT_EQ(problem.line, 0u);
+            reasons.push_back(problem.reason);
+        }
+        EXPECT_EQ(reasons, c.expected);
+    }
+}
+
+TEST(Meshcheck, aFileOfFourGigabytesIsAProblemAndNotRead)
+{
+    const TemporaryFile file(tetrahedron);
+    ASSERT_EQ(::truncate(file.path.c_str(), 4'294'967'296), 0);
+    EXPECT_EQ(checkMeshFile(file.path),
+              (std::vector<MeshProblem>{
+                  {file.path, 0, "the file has 4294967296 bytes; a mesh may have 268435456"}}));
+}
+
+TEST(Meshcheck, ofManyProblemsAHundredAreListedAndTheOthersCounted)
+{
+    std::string text;
+    for (int i = 0; i < 1'000'000; ++i)
+        text += "vp\n";
+    std::size_t unlistedCount = 0;
+    const auto problems = checkMeshText(text, "x.obj", Strictness::usual, &unlistedCount);
+    ASSERT_EQ(problems.size(), 100u);
+    EXPECT_EQ(problems.back().line, 100u);
+    EXPECT_EQ(unlistedCount, 999'901u) << "one of them: the mesh is empty";
+}
+
 TEST(Meshcheck, aFolderStandsForItsMeshFilesAndThoseBelow)
 {
     const TemporaryFolder folder;
@@ -289,6 +357,43 @@ TEST(Meshcheck, aFolderWithoutMeshesIsAProblem)
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out,
               folder.path.string() + ":0: no mesh files in this folder\nfiles: 0, problems: 1\n");
+}
+
+TEST(Meshcheck, allFilesTogetherListAHundredProblems)
+{
+    const TemporaryFolder folder;
+    std::string text = tetrahedron;
+    for (int i = 0; i < 60; ++i)
+        text += "vp\n";
+    const std::string first = folder.add("a.obj", text);
+    const std::string second = folder.add("b.obj", text);
+    folder.add("c.obj", text);
+    const Outcome outcome = meshcheck({folder.path});
+    std::string expected;
+    for (int line = 9; line < 69; ++line)
+        expected += first + ":" + std::to_string(line) + ": unknown sequence \"vp\"\n";
+    for (int line = 9; line < 49; ++line)
+        expected += second + ":" + std::to_string(line) + ": unknown sequence \"vp\"\n";
+    EXPECT_EQ(outcome.out, expected + "and 80 more\nfiles: 3, problems: 180\n");
+    const nlohmann::json report = nlohmann::json::parse(meshcheck({"--json", folder.path}).out);
+    EXPECT_EQ(report.at("problems").size(), 100u);
+    EXPECT_EQ(report.at("more"), 80);
+}
+
+TEST(Meshcheck, controlCharactersNeverReachTheTerminal)
+{
+    const TemporaryFolder folder;
+    const std::string name = "\x1b[31m\xC2\x9B.obj";
+    const std::string file = folder.add(name, "v \x1b]0;title\x07 2 3\n");
+    for (const std::vector<std::string> &arguments :
+         {std::vector<std::string>{file}, {"--json", file}, {"--\x1b[2J"}}) {
+        const Outcome outcome = meshcheck(arguments);
+        for (const char c : outcome.out + outcome.error)
+            EXPECT_TRUE(c == '\n' || (c >= ' ' && c <= '~')) << int(c);
+    }
+    EXPECT_NE(meshcheck({file}).out.find("\\x1b[31m\\xc2\\x9b.obj:1: malformed number"),
+              std::string::npos)
+        << meshcheck({file}).out;
 }
 
 TEST(Meshcheck, theJSONReportHoldsFileLineAndReason)

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 void copyMeshes(const QString &folder)
@@ -51,6 +53,80 @@ TEST(MeshFolder, aMissingFolderAndAMissingFileAreNamed)
     ASSERT_TRUE(QFile::remove(gum));
     EXPECT_EQ(viewer::meshFolderProblems(folder.path()),
               QStringList{gum + ": the file is missing"});
+}
+
+TEST(MeshFolder, aMissingSetIsAMissingToothAndAPartOfOneAProblem)
+{
+    const QTemporaryDir folder;
+    copyMeshes(folder.path());
+    for (const char *name : {"_tooth_5.obj", "bracket_5.obj", "button_5.obj"})
+        ASSERT_TRUE(QFile::remove(folder.filePath(name)));
+    EXPECT_EQ(viewer::missingTeeth(folder.path()), QStringList{"5"});
+    EXPECT_EQ(viewer::meshFolderProblems(folder.path()), QStringList());
+    const QString bracket = folder.filePath("bracket_6.obj");
+    ASSERT_TRUE(QFile::remove(bracket));
+    EXPECT_EQ(viewer::missingTeeth(folder.path()), QStringList{"5"});
+    EXPECT_EQ(viewer::meshFolderProblems(folder.path()),
+              QStringList{bracket + ": the file is missing"});
+}
+
+TEST(MeshFolder, aFolderWithoutMeshesIsNoPatientWithoutTeeth)
+{
+    const QTemporaryDir folder;
+    EXPECT_EQ(viewer::meshFolderProblems(folder.path()),
+              (QStringList{folder.path() + ": there is no tooth, bracket or button in this folder",
+                           folder.filePath("_upper_gums.obj") + ": the file is missing",
+                           folder.filePath("_lower_gums.obj") + ": the file is missing"}));
+}
+
+TEST(MeshFolder, filesThatAreNoMeshesAreRefusedAtOnce)
+{
+    const QTemporaryDir folder;
+    copyMeshes(folder.path());
+    const QString pipe = folder.filePath("_tooth_8.obj");
+    const QString device = folder.filePath("_tooth_9.obj");
+    const QString large = folder.filePath("bracket_8.obj");
+    for (const QString &name : {pipe, device, large})
+        ASSERT_TRUE(QFile::remove(name));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link("/dev/zero", device));
+    QFile file(large);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(300'000'000));
+    EXPECT_EQ(viewer::meshFolderProblems(folder.path()),
+              (QStringList{pipe + ": cannot be read: not a regular file",
+                           large + ": the file has 300000000 bytes; a mesh may have 268435456",
+                           device + ": cannot be read: not a regular file"}));
+}
+
+TEST(MeshFolder, aFolderOfMoreBytesThanTheLimitIsNotRead)
+{
+    const QTemporaryDir folder;
+    copyMeshes(folder.path());
+    const QStringList problems = viewer::meshFolderProblems(folder.path(), 1'000'000);
+    ASSERT_EQ(problems.size(), 1);
+    EXPECT_TRUE(problems.first().startsWith(folder.path() + ": the meshes have "));
+    EXPECT_TRUE(problems.first().endsWith(" bytes together; a folder's may have 1000000"));
+    EXPECT_EQ(viewer::mostMeshFolderBytes, 1'073'741'824);
+}
+
+TEST(MeshFolder, ofManyProblemsAHundredAreToldAndTheOthersCounted)
+{
+    const QTemporaryDir folder;
+    copyMeshes(folder.path());
+    appendTo(folder.filePath("_tooth_2.obj"), QByteArray("vp\n").repeated(1000));
+    appendTo(folder.filePath("_tooth_8.obj"), QByteArray("vp\n").repeated(1000));
+    const QStringList problems = viewer::meshFolderProblems(folder.path());
+    ASSERT_EQ(problems.size(), 101);
+    EXPECT_TRUE(problems.at(99).startsWith(folder.filePath("_tooth_2.obj:")));
+    EXPECT_EQ(problems.last(), "and 1900 more");
+}
+
+TEST(MeshFolder, controlCharactersOfNamesAreEscaped)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("\x1b[31m");
+    EXPECT_EQ(viewer::meshFolderProblems(path),
+              QStringList{folder.filePath("\\x1b[31m") + ": there is no such folder"});
 }
 
 TEST(MeshFolder, aBadFileIsNamedWithItsLineAndTheReason)

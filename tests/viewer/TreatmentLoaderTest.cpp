@@ -58,3 +58,44 @@ TEST(TreatmentLoader, meshesOfAnotherFolderAreTakenFromThere)
     EXPECT_EQ(document.toothModels().at("8")->extents().description(),
               document.toothModels().at("9")->extents().description());
 }
+
+TEST(TreatmentLoader, aToothWithoutFilesIsMissingAndABadFileIsReturned)
+{
+    const QTemporaryDir folder;
+    const QDir bundle(QStringLiteral(KELO_BUNDLE_FOLDER));
+    for (const QString &name : bundle.entryList({"*.obj"}))
+        ASSERT_TRUE(QFile::copy(bundle.filePath(name), folder.filePath(name)));
+    for (const char *name :
+         {"_tooth_5.obj", "bracket_5.obj", "button_5.obj", "button_9.obj", "_upper_gums.obj"})
+        ASSERT_TRUE(QFile::remove(folder.filePath(name)));
+    QFile bad(folder.filePath("button_9.obj"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write("v 0 0 0\nf 1 1 2\n");
+    bad.close();
+    kelo::DXDocumentModel document;
+    EXPECT_EQ(viewer::loadMeshes(document, folder.path()),
+              (QStringList{folder.filePath("button_9.obj") +
+                               ":2: vertex number 2 is out of range: the mesh has 1 vertex (9l)",
+                           folder.filePath("_upper_gums.obj") +
+                               ": cannot be read: No such file or directory"}));
+    EXPECT_FALSE(document.toothModels().contains("5"));
+    EXPECT_FALSE(document.buttonModels().contains("5l"));
+    EXPECT_EQ(document.loadedModels().size(), 86u - 5u);
+}
+
+TEST(TreatmentLoader, aMissingResourceCostsNoOther)
+{
+    const QTemporaryDir folder;
+    const QDir bundle(QStringLiteral(KELO_BUNDLE_FOLDER));
+    for (const QString &name : bundle.entryList({"*.obj", "bundle-identifier"}))
+        ASSERT_TRUE(QFile::copy(bundle.filePath(name), folder.filePath(name)));
+    ASSERT_TRUE(QFile::remove(folder.filePath("bracket_8.obj")));
+    kelo::ResourceBundle::setSearchFolder(folder.path().toStdString());
+    kelo::DXDocumentModel document;
+    const QStringList failures = viewer::loadMeshes(document, QString());
+    kelo::ResourceBundle::setSearchFolder("");
+    EXPECT_EQ(failures,
+              QStringList{"There is no resource \"bracket_8.obj\" for the key \"8\" in the bundle "
+                          "\"keloOpenGL\""});
+    EXPECT_EQ(document.loadedModels().size(), 85u);
+}

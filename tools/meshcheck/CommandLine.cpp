@@ -1,5 +1,6 @@
 #include "tools/meshcheck/CommandLine.h"
 
+#include "models/OBJReaderText.h"
 #include "tools/meshcheck/MeshCheck.h"
 
 #include <nlohmann/json.hpp>
@@ -16,9 +17,11 @@ constexpr const char *help =
     "Tells what is wrong with OBJ mesh files: one line `file:line: reason` a problem.\n"
     "A folder stands for all files below it whose names end with .obj.\n"
     "Lines are counted as in an editor; line 0 is the file as a whole.\n"
+    "At most 100 problems are listed; `and N more` counts the others.\n"
     "\n"
     "  --json   one JSON object instead: {\"files\": N, \"problems\": [{\"file\", \"line\", "
-    "\"reason\"}]}\n"
+    "\"reason\"}]},\n"
+    "           and \"more\": N where not all problems are listed\n"
     "  --strict moreover faces without area, faces that cross or fold onto others of their "
     "surface,\n"
     "           and normals more than 60 degrees off their face\n"
@@ -37,7 +40,17 @@ struct Request
 struct Report
 {
     std::size_t fileCount = 0;
-    std::vector<MeshProblem> problems;
+    std::vector<MeshProblem> problems; ///< the first mostListedProblems of all files
+    std::size_t unlistedCount = 0;
+
+    std::size_t problemCount() const { return problems.size() + unlistedCount; }
+    void add(MeshProblem problem)
+    {
+        if (problems.size() < mostListedProblems)
+            problems.push_back(std::move(problem));
+        else
+            ++unlistedCount;
+    }
 };
 
 Report reportOf(const std::vector<std::string> &paths, Strictness strictness)
@@ -45,11 +58,13 @@ Report reportOf(const std::vector<std::string> &paths, Strictness strictness)
     Report report;
     for (const std::string &path : paths) {
         const std::vector<std::string> files = meshFilesAt(path);
-        if (files.empty()) report.problems.push_back({path, 0, "no mesh files in this folder"});
+        if (files.empty()) report.add({path, 0, "no mesh files in this folder"});
         for (const std::string &file : files) {
             ++report.fileCount;
-            for (MeshProblem &problem : checkMeshFile(file, strictness))
-                report.problems.push_back(std::move(problem));
+            std::size_t unlistedCount = 0;
+            for (MeshProblem &problem : checkMeshFile(file, strictness, &unlistedCount))
+                report.add(std::move(problem));
+            report.unlistedCount += unlistedCount;
         }
     }
     return report;
@@ -58,8 +73,10 @@ Report reportOf(const std::vector<std::string> &paths, Strictness strictness)
 void writeText(const Report &report, std::ostream &out)
 {
     for (const MeshProblem &problem : report.problems)
-        out << problem.file << ':' << problem.line << ": " << problem.reason << '\n';
-    out << "files: " << report.fileCount << ", problems: " << report.problems.size() << '\n';
+        out << shownText(problem.file, longestShownPath) << ':' << problem.line << ": "
+            << problem.reason << '\n';
+    if (report.unlistedCount != 0) out << "and " << report.unlistedCount << " more\n";
+    out << "files: " << report.fileCount << ", problems: " << report.problemCount() << '\n';
 }
 
 void writeJSON(const Report &report, std::ostream &out)
@@ -68,9 +85,11 @@ void writeJSON(const Report &report, std::ostream &out)
     for (const MeshProblem &problem : report.problems)
         problems.push_back(
             {{"file", problem.file}, {"line", problem.line}, {"reason", problem.reason}});
-    const nlohmann::ordered_json object = {{"files", report.fileCount}, {"problems", problems}};
-    // File names are bytes; those that are no UTF-8 are shown with the replacement character.
-    out << object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    nlohmann::ordered_json object = {{"files", report.fileCount}, {"problems", problems}};
+    if (report.unlistedCount != 0) object["more"] = report.unlistedCount;
+    // File names are bytes; those that are no UTF-8 are shown with the replacement character. All
+    // of it is ASCII: of the other characters some control a terminal.
+    out << object.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 } // namespace
@@ -92,7 +111,8 @@ int runMeshcheck(const std::vector<std::string> &arguments, std::ostream &out, s
             out << usage << help;
             return 0;
         } else {
-            error << "meshcheck: unknown option " << argument << '\n' << usage;
+            error << "meshcheck: unknown option " << shownText(argument, longestShownPath) << '\n'
+                  << usage;
             return 1;
         }
     }

@@ -1,6 +1,7 @@
 #include "tools/meshcheck/MeshCheck.h"
 
 #include "models/OBJReaderNumbers.h"
+#include "models/OBJReaderText.h"
 #include "tools/meshcheck/MeshShape.h"
 #include "tools/meshcheck/MeshSurface.h"
 
@@ -22,11 +23,7 @@ namespace {
 /// The token in quotation marks, shortened and without characters that would tear the report.
 std::string inQuotes(std::string_view token)
 {
-    constexpr std::size_t longest = 40;
-    std::string text = "\"";
-    for (const char c : token.substr(0, longest))
-        text += std::isprint(static_cast<unsigned char>(c)) ? c : '?';
-    return text + (token.size() > longest ? "...\"" : "\"");
+    return '"' + shownText(token, longestShownToken) + '"';
 }
 
 /// The lines of one text, as the reader understands them.
@@ -34,28 +31,55 @@ class TextCheck
 {
 public:
     /// `text` ends with a line break that is not in the file, so that every token ends.
-    TextCheck(std::string text, const std::string &file, Strictness strictness)
-        : _file(file), _strictness(strictness), _text(std::move(text))
+    TextCheck(std::string text, const std::string &file, Strictness strictness,
+              const MeshFileLimits &limits)
+        : _file(file), _strictness(strictness), _limits(limits), _text(std::move(text))
     {
         char *const end = _text.data() + _text.size() - 1;
         _endsWithinLine = end != _text.data() && !obj::isLineEnd(end[-1]);
         char *p = _text.data();
-        for (; p < end; ++_line) {
+        for (; p < end && !_isTooLarge; ++_line) {
             char *lineEnd = std::find_if(p, end, obj::isLineEnd);
             checkLine(obj::skippedBlanks(p), lineEnd == end && _endsWithinLine);
             p = lineEnd + (lineEnd + 1 < end && lineEnd[0] == '\r' && lineEnd[1] == '\n' ? 2 : 1);
         }
-        checkWhole();
+        if (!_isTooLarge) checkWhole();
     }
 
     std::vector<MeshProblem> problems;
+    std::size_t unlistedCount = 0;
 
 private:
     void report(std::size_t line, std::string reason)
     {
-        problems.push_back({_file, line, std::move(reason)});
+        if (problems.size() < mostListedProblems)
+            problems.push_back({_file, line, std::move(reason)});
+        else
+            ++unlistedCount;
     }
     void report(std::string reason) { report(_line, std::move(reason)); }
+
+    /// As the reader, which makes no difference between the vertices of the file and its copies.
+    void checkCounts()
+    {
+        if (_shape.positions.size() + _copyCount > _limits.vertexCount)
+            tooLarge(tooManyVerticesReason(_limits));
+        else if (_shape.normals.size() > _limits.vertexCount)
+            tooLarge(tooManyNormalsReason(_limits));
+        else if (_triangleCount > _limits.triangleCount)
+            tooLarge(tooManyTrianglesReason(_limits));
+    }
+    void tooLarge(std::string reason)
+    {
+        report(0, std::move(reason));
+        _isTooLarge = true;
+    }
+    void reportAll(ShapeProblems found)
+    {
+        for (ShapeProblem &problem : found.listed)
+            report(problem.line, std::move(problem.reason));
+        unlistedCount += found.unlistedCount;
+    }
 
     void checkLine(char *p, bool isCut)
     {
@@ -72,6 +96,7 @@ private:
             if (checkNumbers(p, numbers)) addPosition(numbers);
         } else if (*p == 'n') {
             if (checkNumbers(p + 1, numbers)) _shape.normals.push_back(numbers);
+            checkCounts();
         } else if (*p != 't') {
             report("unknown sequence " +
                    (obj::isLineEnd(*p) ? inQuotes("v") : inQuotes(std::string{'v', *p})));
@@ -100,6 +125,7 @@ private:
     void addPosition(const std::array<float, 3> &position)
     {
         _shape.positions.push_back(position);
+        checkCounts();
         if (_copyCount != 0 && !_renumberingReported) {
             _renumberingReported = true;
             report(
@@ -119,6 +145,8 @@ private:
                 ++p;
             checkCorner({token, std::size_t(p - token)});
             ++vertexCount;
+            // One line may be the whole file.
+            if (vertexCount > 2 && _triangleCount + vertexCount - 2 > _limits.triangleCount) break;
         }
         if (vertexCount < 3)
             report("face of " + std::to_string(vertexCount) +
@@ -126,6 +154,8 @@ private:
         else
             _shape.faces.push_back({firstCorner, _line});
         ++_faceCount;
+        _triangleCount += vertexCount < 3 ? 0 : vertexCount - 2;
+        checkCounts();
     }
 
     /// `vertex`, `vertex/texture`, `vertex//normal` or `vertex/texture/normal`
@@ -190,11 +220,9 @@ private:
         if (std::all_of(problems.begin(), problems.end(), [](const MeshProblem &problem) {
                 return problem.reason.starts_with("no line break");
             }))
-            for (ShapeProblem &problem : shapeProblems(_shape))
-                report(problem.line, std::move(problem.reason));
+            reportAll(shapeProblems(_shape));
         if (_strictness == Strictness::strict && problems.empty())
-            for (ShapeProblem &problem : surfaceProblems(_shape))
-                report(problem.line, std::move(problem.reason));
+            reportAll(surfaceProblems(_shape));
         std::stable_sort(
             problems.begin(), problems.end(),
             [](const MeshProblem &a, const MeshProblem &b) { return a.line < b.line; });
@@ -202,32 +230,54 @@ private:
 
     const std::string &_file;
     Strictness _strictness;
+    MeshFileLimits _limits;
     std::string _text;
     bool _endsWithinLine = false;
     std::size_t _line = 1;
     obj::CLocale _locale;
     MeshShape _shape;
     std::vector<std::int64_t> _slots; ///< per position the normal that it has in the reader
-    std::size_t _faceCount = 0, _copyCount = 0;
+    std::size_t _faceCount = 0, _triangleCount = 0, _copyCount = 0;
+    bool _isTooLarge = false;
     bool _renumberingReported = false;
 };
 
 } // namespace
 
+namespace {
+
+/// `text` ends with a line break that is not the file's.
+std::vector<MeshProblem> checkTerminatedText(std::string text, const std::string &file,
+                                             Strictness strictness, std::size_t *unlistedCount,
+                                             const MeshFileLimits &limits)
+{
+    TextCheck check(std::move(text), file, strictness, limits);
+    if (unlistedCount) *unlistedCount = check.unlistedCount;
+    return std::move(check.problems);
+}
+
+} // namespace
+
 std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file,
-                                       Strictness strictness)
+                                       Strictness strictness, std::size_t *unlistedCount,
+                                       const MeshFileLimits &limits)
 {
     std::string terminated;
     terminated.reserve(text.size() + 1);
     terminated.append(text).push_back('\n');
-    return TextCheck(std::move(terminated), file, strictness).problems;
+    return checkTerminatedText(std::move(terminated), file, strictness, unlistedCount, limits);
 }
 
-std::vector<MeshProblem> checkMeshFile(const std::string &path, Strictness strictness)
+std::vector<MeshProblem> checkMeshFile(const std::string &path, Strictness strictness,
+                                       std::size_t *unlistedCount, const MeshFileLimits &limits)
 {
     namespace fs = std::filesystem;
-    const auto unreadable = [&path](const std::string &why) {
-        return std::vector<MeshProblem>{{path, 0, "cannot be read: " + why}};
+    if (unlistedCount) *unlistedCount = 0;
+    const auto refused = [&path](const std::string &why) {
+        return std::vector<MeshProblem>{{path, 0, why}};
+    };
+    const auto unreadable = [&refused](const std::string &why) {
+        return refused("cannot be read: " + why);
     };
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
@@ -236,16 +286,25 @@ std::vector<MeshProblem> checkMeshFile(const std::string &path, Strictness stric
     try {
         std::ifstream stream(path, std::ios::binary);
         if (!stream) return unreadable(std::strerror(errno));
-        std::string text(static_cast<std::size_t>(fs::file_size(path)), '\0');
-        stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-        if (stream.gcount() != static_cast<std::streamsize>(text.size()))
+        const std::uintmax_t size = fs::file_size(path);
+        if (size > limits.byteCount) return refused(tooManyBytesReason(size, limits));
+        std::string text(static_cast<std::size_t>(size) + 1, '\n');
+        stream.read(text.data(), static_cast<std::streamsize>(size));
+        if (stream.gcount() != static_cast<std::streamsize>(size))
             return unreadable("it became shorter");
-        return checkMeshText(text, path, strictness);
+        return checkTerminatedText(std::move(text), path, strictness, unlistedCount, limits);
     } catch (const std::bad_alloc &) {
         return unreadable("not enough memory");
     } catch (const std::exception &failure) {
         return unreadable(failure.what());
     }
+}
+
+std::string sentenceOf(const MeshProblem &problem)
+{
+    std::string text = shownText(problem.file, longestShownPath);
+    if (problem.line != 0) text += ':' + std::to_string(problem.line);
+    return text + ": " + problem.reason;
 }
 
 std::vector<std::string> meshFilesAt(const std::string &path)

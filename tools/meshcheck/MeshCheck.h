@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/OBJReaderFile.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -28,8 +30,16 @@ enum class Strictness {
     strict ///< moreover that a picture of it shows nothing that its surface does not have
 };
 
+/// The most problems that a check, or a check of many files, lists. Nobody reads more, and a file
+/// that is none of ours would give one a line.
+inline constexpr std::size_t mostListedProblems = 100;
+
 /// Checks OBJ text; `file` is only copied into the problems. The problems are in the order of
-/// lines.
+/// lines, at most mostListedProblems of them; `unlistedCount`, where it is given, becomes the
+/// number of the others. Tokens of the text are shown without control characters, and shortened.
+///
+/// **Size**: no more vertices, normals and triangles than docs/limits.md has; what is behind is not
+/// looked at.
 ///
 /// **Text**: numbers that are malformed or not finite, `v` sequences that the reader does not know,
 /// vertex and normal numbers that are zero, negative or beyond what was read so far, faces of fewer
@@ -48,14 +58,22 @@ enum class Strictness {
 /// hang together by edges are one surface; a mesh may consist of several that run into each other.
 ///
 /// Returns for every text, in time proportional to n log n of its size; the search for crossings
-/// takes the longer the more faces lie over the same x coordinate.
+/// takes the longer the more faces lie over the same x coordinate, up to a limit.
 std::vector<MeshProblem> checkMeshText(std::string_view text, const std::string &file,
-                                       Strictness strictness = Strictness::usual);
+                                       Strictness strictness = Strictness::usual,
+                                       std::size_t *unlistedCount = nullptr,
+                                       const MeshFileLimits &limits = {});
 
-/// Checks the file at `path`. What cannot be read is a problem like others; only regular files are
-/// read, so a pipe is not waited for.
+/// Checks the file at `path`. What cannot be read is a problem like others; only regular files of
+/// no more bytes than docs/limits.md has are read, so a pipe is not waited for.
 std::vector<MeshProblem> checkMeshFile(const std::string &path,
-                                       Strictness strictness = Strictness::usual);
+                                       Strictness strictness = Strictness::usual,
+                                       std::size_t *unlistedCount = nullptr,
+                                       const MeshFileLimits &limits = {});
+
+/// `file:line: reason`, or `file: reason` where it concerns the whole file, with control characters
+/// escaped.
+std::string sentenceOf(const MeshProblem &problem);
 
 /// The OBJ files at `path`: the file itself, whatever its name, or those in the folder and its
 /// folders whose name ends with `.obj` (in any case), sorted. Empty for a folder without any.

@@ -66,12 +66,12 @@ public:
         checkWinding();
     }
 
-    std::vector<ShapeProblem> problems;
+    ShapeProblems problems;
 
 private:
     void report(std::size_t face, std::string reason)
     {
-        problems.push_back({_shape.faces[face].line, std::move(reason)});
+        problems.add(_shape.faces[face].line, std::move(reason));
     }
 
     std::size_t endOfFace(std::size_t face) const
@@ -250,7 +250,7 @@ std::vector<std::uint32_t> weldedPositions(const MeshShape &shape)
     return welded;
 }
 
-std::vector<ShapeProblem> shapeProblems(const MeshShape &shape)
+ShapeProblems shapeProblems(const MeshShape &shape)
 {
     return ShapeCheck(shape).problems;
 }

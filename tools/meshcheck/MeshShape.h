@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelo {
@@ -31,11 +32,31 @@ struct ShapeProblem
     std::string reason;
 };
 
+/// The problems of a shape; of very many the first that were found, so that a mesh that is wrong
+/// everywhere takes no memory for a list that nobody reads.
+class ShapeProblems
+{
+public:
+    void add(std::size_t line, std::string reason)
+    {
+        if (listed.size() < maximum)
+            listed.push_back({line, std::move(reason)});
+        else
+            ++unlistedCount;
+    }
+
+    std::vector<ShapeProblem> listed;
+    std::size_t unlistedCount = 0;
+
+private:
+    static constexpr std::size_t maximum = 10'000;
+};
+
 /// For every position the first one at exactly the same place, which stands for all of them.
 std::vector<std::uint32_t> weldedPositions(const MeshShape &shape);
 
 /// What is wrong with the shape, see `checkMeshText`. All positions are finite and all corners in
 /// range.
-std::vector<ShapeProblem> shapeProblems(const MeshShape &shape);
+ShapeProblems shapeProblems(const MeshShape &shape);
 
 } // namespace kelo

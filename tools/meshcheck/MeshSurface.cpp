@@ -90,8 +90,8 @@ bool hasEdgeThrough(const Triangle &a, const Triangle &b)
 class SurfaceCheck
 {
 public:
-    explicit SurfaceCheck(const MeshShape &meshShape)
-        : _shape(meshShape), _welded(weldedPositions(meshShape))
+    SurfaceCheck(const MeshShape &meshShape, std::size_t mostComparedPairs)
+        : _shape(meshShape), _mostPairs(mostComparedPairs), _welded(weldedPositions(meshShape))
     {
         collect();
         checkArea();
@@ -99,16 +99,16 @@ public:
         joinSurfaces();
         checkCrossings();
         std::stable_sort(
-            problems.begin(), problems.end(),
+            problems.listed.begin(), problems.listed.end(),
             [](const ShapeProblem &a, const ShapeProblem &b) { return a.line < b.line; });
     }
 
-    std::vector<ShapeProblem> problems;
+    ShapeProblems problems;
 
 private:
     void report(const Triangle &triangle, std::string reason)
     {
-        problems.push_back({_shape.faces[triangle.face].line, std::move(reason)});
+        problems.add(_shape.faces[triangle.face].line, std::move(reason));
     }
 
     Point pointAt(std::size_t corner) const
@@ -235,11 +235,18 @@ private:
             return _triangles[a].low[0] < _triangles[b].low[0];
         });
         std::vector<std::size_t> crossed(_shape.faces.size(), SIZE_MAX);
+        std::size_t pairCount = 0;
         for (std::size_t i = 0; i < order.size(); ++i) {
             const Triangle &a = _triangles[order[i]];
             for (std::size_t j = i + 1; j < order.size(); ++j) {
                 const Triangle &b = _triangles[order[j]];
                 if (b.low[0] > a.high[0]) break;
+                if (++pairCount > _mostPairs) {
+                    problems.add(0, "too many faces lie over one another: not all crossings were "
+                                    "looked for");
+                    i = order.size();
+                    break;
+                }
                 if (a.surface != b.surface || a.face == b.face || isApart(a, b, 1) ||
                     isApart(a, b, 2))
                     continue;
@@ -250,9 +257,9 @@ private:
         }
         for (std::size_t face = 0; face < crossed.size(); ++face)
             if (crossed[face] != SIZE_MAX)
-                problems.push_back({_shape.faces[face].line,
-                                    "the face crosses the face on line " +
-                                        std::to_string(_shape.faces[crossed[face]].line)});
+                problems.add(_shape.faces[face].line,
+                             "the face crosses the face on line " +
+                                 std::to_string(_shape.faces[crossed[face]].line));
     }
 
     static bool isApart(const Triangle &a, const Triangle &b, std::size_t axis)
@@ -261,6 +268,7 @@ private:
     }
 
     const MeshShape &_shape;
+    std::size_t _mostPairs;
     std::vector<std::uint32_t> _welded;
     std::vector<Triangle> _triangles;
     std::vector<std::array<std::size_t, 3>> _cornersOf; ///< in `corners`, of every triangle
@@ -268,9 +276,9 @@ private:
 
 } // namespace
 
-std::vector<ShapeProblem> surfaceProblems(const MeshShape &shape)
+ShapeProblems surfaceProblems(const MeshShape &shape, std::size_t mostComparedPairs)
 {
-    return SurfaceCheck(shape).problems;
+    return SurfaceCheck(shape, mostComparedPairs).problems;
 }
 
 } // namespace kelo

@@ -3,6 +3,7 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
+#include "platform/SystemGeneration.h"
 #include "platform/VersionChecker.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/keloOpenGL/treatment/PickFixture.h"
@@ -27,10 +28,7 @@ class DXOpenGLPicking : public kelo::test::ViewFixture
 {
 protected:
     DXOpenGLPicking() { view->setDocumentModel(document); }
-    ~DXOpenGLPicking() override
-    {
-        VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
-    }
+    ~DXOpenGLPicking() override { setSystemGeneration(SystemGeneration::MountainLion); }
 
     /// Where a point of the world is in the view (in points), seen from the front as at the start
     /// or from behind: x runs to the right or to the left, z always up.
@@ -472,7 +470,7 @@ TEST_F(DXOpenGLPicking, withoutTheBestResolutionPointsStayAsTheyAre)
     EXPECT_NEAR(view->backingPointForEvent(event).y, point.y, 1e-9);
     EXPECT_EQ(nameAt(view->backingPointForEvent(event), false), "8");
     view->setWantsBestResolutionOpenGLSurface(true);
-    VersionChecker::setGeneration(VersionChecker::Generation::BeforeLion);
+    setSystemGeneration(SystemGeneration::BeforeLion);
     EXPECT_NEAR(view->backingPointForEvent(event).x, point.x, 1e-9);
     EXPECT_NEAR(view->backingPointForEvent(event).y, point.y, 1e-9);
     EXPECT_EQ(nameAt(view->backingPointForEvent(event), false), "8");

@@ -90,7 +90,7 @@ TEST_F(DXOpenGLState, messagesPersistForTenSecondsUntilAHostSaysOtherwise)
 
 TEST_F(DXOpenGLState, theNotFoundIndexIsTheLargestSignedNumber)
 {
-    EXPECT_EQ(notFound, static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
+    EXPECT_EQ(noElasticIndex, static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
 }
 
 TEST_F(DXOpenGLState, aNewViewHasThePicturesOfItsFiveTools)

@@ -113,7 +113,7 @@ TEST_F(ElasticActions, withNoElasticUnderThePointerNoneIsNamed)
     placeElastic({"11", "22"});
     hearOfNaming();
     clickBracket("8");
-    ASSERT_EQ(view->currentEventElasticIndex(), notFound);
+    ASSERT_EQ(view->currentEventElasticIndex(), noElasticIndex);
     view->isFullScreen = true;
     takeLog();
     name();

@@ -4,6 +4,7 @@
 
 #include "models/BundleKey.h"
 #include "platform/ResourceBundle.h"
+#include "platform/SystemGeneration.h"
 #include "platform/VersionChecker.h"
 
 #include <QColor>
@@ -172,9 +173,9 @@ TEST(MenuImages, placingAllHasASinglePlusOnNewerDesktops)
 
 TEST(MenuImages, placingAllHasTwoPlussesOnOlderDesktops)
 {
-    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    setSystemGeneration(SystemGeneration::Lion);
     const auto image = placeAllMenuItemImage();
-    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    setSystemGeneration(SystemGeneration::MountainLion);
     EXPECT_EQ(pointsOf(image), QSizeF(29, 29));
     // The first moved up by 5, the second to the right by 5.
     EXPECT_EQ(at(*image, 2.0, 17.0).alpha(), 255);
@@ -194,13 +195,13 @@ TEST(MenuImages, theOtherImagesAreTheSameOnOlderDesktops)
     const QImage plus = *addMenuItemImage();
     const QImage cross = *removeMenuItemImage();
     const QImage crosses = *doubleRemoveMenuItemImage();
-    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    setSystemGeneration(SystemGeneration::Lion);
     EXPECT_EQ(*colorMenuItemImage(color), swatch);
     EXPECT_EQ(*doubleColorMenuItemImage(color), swatches);
     EXPECT_EQ(*addMenuItemImage(), plus);
     EXPECT_EQ(*removeMenuItemImage(), cross);
     EXPECT_EQ(*doubleRemoveMenuItemImage(), crosses);
-    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    setSystemGeneration(SystemGeneration::MountainLion);
 }
 
 /// Draws into so many points with so many pixels each, the y axis up as the drawing expects it.
@@ -266,9 +267,9 @@ TEST(MenuImages, theFirstOfTwoCrossesStandsFivePointsUpAndTheSecondFiveAside)
 
 TEST(MenuImages, theTwoPlussesOfOlderDesktopsAreLitFromTwoPlaces)
 {
-    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    setSystemGeneration(SystemGeneration::Lion);
     const auto image = placeAllMenuItemImage();
-    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    setSystemGeneration(SystemGeneration::MountainLion);
     const auto expectBetweenTheFirstTwoColors = [&image](double x, double y, double p) {
         ASSERT_LT(p, 0.5);
         const double part = p / 0.5;
@@ -342,9 +343,9 @@ TEST(MenuImages, thePencilFillsItsImage)
 TEST(MenuImages, thePencilIsTheSameOnOlderDesktops)
 {
     const QImage pencil = *pencilMenuItemImage();
-    VersionChecker::setGeneration(VersionChecker::Generation::Lion);
+    setSystemGeneration(SystemGeneration::Lion);
     const auto older = pencilMenuItemImage();
-    VersionChecker::setGeneration(VersionChecker::Generation::MountainLion);
+    setSystemGeneration(SystemGeneration::MountainLion);
     ASSERT_NE(older, nullptr);
     EXPECT_EQ(*older, pencil);
 }

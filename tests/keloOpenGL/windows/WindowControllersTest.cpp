@@ -6,8 +6,10 @@
 #include "platform/NotificationQueue.h"
 #include "tests/keloOpenGL/windows/WindowsFixture.h"
 #include "tests/support/LogGuard.h"
+#include "tests/support/WithoutPrivileges.h"
 
 #include <QCloseEvent>
+#include <QFile>
 #include <QWidget>
 
 namespace {
@@ -160,6 +162,25 @@ TEST_F(Windows, anInterfaceFileThatCannotBeReadIsNamedWithTheReason)
         EXPECT_TRUE(text.starts_with(folder.filePath("Broken.ui").toStdString() + ": ")) << text;
         EXPECT_GT(text.size(), folder.filePath("Broken.ui").size() + 10u) << text;
     }
+}
+
+TEST_F(Windows, anInterfaceFileThatMayNotBeReadIsNamedWithTheReason)
+{
+    write("Closed", interfaceFile("Own"));
+    const QString path = folder.filePath("Closed.ui");
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOther | QFile::ExeOther |
+                                                         QFile::ReadOwner | QFile::WriteOwner |
+                                                         QFile::ExeOwner));
+    ASSERT_TRUE(QFile::setPermissions(path, {}));
+    const std::string told = kelo::test::resultWithoutPrivileges([] {
+        try {
+            loadInterfaceFile("Closed");
+        } catch (const InterfaceFileProblem &problem) {
+            return std::string(problem.what());
+        }
+        return std::string("nothing was thrown");
+    });
+    EXPECT_EQ(told, path.toStdString() + ": could not be read: Permission denied");
 }
 
 // The main window
