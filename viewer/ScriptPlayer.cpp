@@ -32,8 +32,11 @@ std::optional<std::uint32_t> uniqueID(const kelo::DXDocumentModel::Models &model
 
 std::shared_ptr<kelo::MenuItem> itemTitled(const kelo::Menu &menu, const QString &title)
 {
-    for (const auto &item : menu.items()) {
-        if (!item->separator && item->title == title.toStdString()) return item;
+    const std::string wanted = title.toStdString();
+    for (const auto text : {&kelo::MenuItem::title, &kelo::MenuItem::shownTitle}) {
+        for (const auto &item : menu.items()) {
+            if (!item->separator && (*item).*text == wanted) return item;
+        }
     }
     return nullptr;
 }
