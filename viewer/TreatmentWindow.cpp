@@ -421,18 +421,26 @@ void TreatmentWindow::askForName(const std::shared_ptr<kelo::ElasticModel> &elas
     naming.setMainWindow(&window_);
     naming.ask(
         {own ? tr("Rename Elastic") : tr("Name Elastic"),
-         tr("Name of the elastic %1:").arg(teethOf(*elastic)),
+         tr("Name of the elastic %1:")
+             .arg(toothNames(elastic->bracketSequence(), pageSettings().notation)),
          own ? QString::fromStdString(own->typeLabel) : QString(),
          [this, own](const QString &name) { return treatment_->nameProblem(name, own.get()); },
          [this, elastic](const QString &name) { nameElastic(elastic, name); }});
 }
 
-QString TreatmentWindow::teethOf(const kelo::ElasticModel &elastic) const
+bool TreatmentWindow::mayPlaceAgain(const kelo::ElasticsConfigType &configuration)
 {
-    QStringList teeth;
-    for (const std::string &key : elastic.bracketSequence())
-        teeth << toothName(key, pageSettings().notation);
-    return teeth.join(QStringLiteral(" \u2013 "));
+    // The question would open behind the view.
+    if (view_->isInFullScreenMode()) view_->exitFullScreenModeWithOptions();
+    std::vector<std::string> members;
+    for (const QString &key : QString::fromStdString(configuration.bracketSequence).split(u','))
+        members.push_back(key.toStdString());
+    return QMessageBox::question(
+               &window_, tr("Place Named Elastic"),
+               tr("An elastic runs over %1 already. Place %2 on top of it as a second one?")
+                   .arg(toothNames(members, pageSettings().notation),
+                        QString::fromStdString(configuration.typeLabel)),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic,
@@ -451,9 +459,14 @@ void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &ela
         all_.elasticWasNamed(*treatment_);
     };
     apply(naming);
-    const QString text = naming.before ? tr("Rename elastic %1, %2") : tr("Name elastic %1, %2");
+    const QString teeth = toothNames(elastic->bracketSequence(), pageSettings().notation);
+    const QString text = naming.before
+                             ? tr("Rename elastic %1, from %2 to %3")
+                                   .arg(teeth, QString::fromStdString(naming.before->typeLabel),
+                                        name.trimmed())
+                             : tr("Name elastic %1, %2").arg(teeth, name.trimmed());
     history_.addStep(
-        text.arg(teethOf(*elastic), name.trimmed()),
+        text,
         [=] {
             apply({naming.after, naming.before});
         },

@@ -112,8 +112,6 @@ private:
     void noteMayHaveClosed();
     void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
     void nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
-    /// The teeth that it runs over, as their names.
-    QString teethOf(const kelo::ElasticModel &elastic) const;
     void showMaterials();
     void showToothChart();
     /// Gives a panel the keys of the window's menus, and keys to close it by.

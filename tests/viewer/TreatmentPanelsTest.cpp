@@ -154,7 +154,8 @@ TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
     nameIt(2, " My box "); // has no name in the sample
     nameIt(0, "Our Class II");
     EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
-    QAction *const undo = action(document, "Undo Rename elastic 6 \u2013 30, Our Class II");
+    QAction *const undo =
+        action(document, "Undo Rename elastic 6 \u2013 30, from Class II right to Our Class II");
     ASSERT_NE(undo, nullptr);
     undo->trigger();
     EXPECT_EQ(label(0), before);
