@@ -2,6 +2,7 @@
 
 #include "viewer/PickPoints.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ZoomToFit.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -30,6 +31,8 @@ std::optional<std::uint32_t> uniqueID(const kelo::DXDocumentModel::Models &model
     return found->second->uniqueID();
 }
 
+/// The row with this title or, where none has it, the one that shows it. In this order a script
+/// means the same rows in every language.
 std::shared_ptr<kelo::MenuItem> itemTitled(const kelo::Menu &menu, const QString &title)
 {
     const std::string wanted = title.toStdString();
@@ -326,7 +329,7 @@ QString ScriptPlayer::run(const RotationCommand &command)
 QString ScriptPlayer::run(const ZoomCommand &command)
 {
     if (!command.box) {
-        view_.zoomToFit();
+        zoomToFit(view_);
         return {};
     }
     const auto &[left, right, bottom, top] = *command.box;

@@ -14,6 +14,7 @@
 #include "viewer/Preferences.h"
 #include "viewer/PrintRequest.h"
 #include "viewer/ToothChartPanel.h"
+#include "viewer/ZoomToFit.h"
 
 #include <QAction>
 #include <QApplication>
@@ -38,6 +39,9 @@ namespace {
 
 /// Between the places of windows that open over each other, in points: a title bar stays in sight.
 constexpr int distanceOfWindows = 32;
+
+/// What the frames of the usual desktops have at most beside a window and below it, in points.
+constexpr int widestBorder = 8;
 
 /// Asks for a file to write; a name without an ending gets this one. Empty when the user cancels.
 QString pathForSaving(QWidget *over, const QString &title, const QString &kinds, const char *ending)
@@ -74,6 +78,11 @@ QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount)
         if (usable.contains(QRect(place, size))) return place;
     }
     return usable.topLeft();
+}
+
+QSize sizeWithinFrame(const QSize &screen)
+{
+    return screen - QSize(2 * widestBorder, distanceOfWindows + widestBorder);
 }
 
 TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
@@ -117,6 +126,10 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     makeMenus();
     dates_->setDates(treatment_->dates(), treatment_->today());
     noteWasChosen();
+    // After the window's own observer, which was there first: the view's fit suits wide windows.
+    kelo::NotificationCenter::defaultCenter().addObserver(
+        this, [this](const kelo::Notification &) { zoomToFit(*view_); }, "zoomToFitNotification",
+        view_.get());
     preferencesChanged();
 }
 
@@ -125,13 +138,25 @@ TreatmentWindow::~TreatmentWindow()
     treatment_->session().failureHandler = {};
     view_->setDelegate(nullptr);
 }
+    kelo::NotificationCenter::defaultCenter().removeObserver(this);
 
 void TreatmentWindow::resizeView(const kelo::Size &size)
 {
     // The menu bar's height is only known once it is laid out.
-    window_.resize(static_cast<int>(size.width), static_cast<int>(size.height) +
-                                                     window_.menuBar()->sizeHint().height() +
-                                                     dateBar_->sizeHint().height());
+    return {static_cast<int>(size.width), static_cast<int>(size.height) +
+                                              window_.menuBar()->sizeHint().height() +
+                                              dateBar_->sizeHint().height()};
+}
+
+void TreatmentWindow::resizeView(const kelo::Size &size)
+{
+    window_.resize(sizeForView(size));
+}
+
+void TreatmentWindow::resizeViewWithinScreen(const kelo::Size &size)
+{
+    window_.resize(
+        sizeForView(size).boundedTo(sizeWithinFrame(window_.screen()->availableGeometry().size())));
 }
 
 bool TreatmentWindow::restorePlace(int openWindowCount)

@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QList>
 #include <QObject>
+#include <QSize>
 
 #include <memory>
 
@@ -35,6 +36,10 @@ struct PrintRequest;
 QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount);
 
 /// What the viewer makes of a treatment's main window: its menus, the bar of dates below the view,
+/// How large a window may be on a screen whose usable part is this large: its frame, which is not
+/// known before the window is shown, needs room too.
+QSize sizeWithinFrame(const QSize &screen);
+
 /// undo, option panels and sheets, and the questions before it closes.
 class TreatmentWindow : public QObject
 {
@@ -53,6 +58,8 @@ public:
     /// Makes the window as large as it must be for a view of this size, in points.
     void resizeView(const kelo::Size &size);
     /// Where the user left the last window; a second window a little further down. False when no
+    /// The same, but no larger than the screen has room for.
+    void resizeViewWithinScreen(const kelo::Size &size);
     /// window was left yet.
     bool restorePlace(int openWindowCount);
     /// What the user should know about the opening of the treatment.
@@ -65,6 +72,7 @@ private:
     /// The keys of the menus, which only windows with menus have by themselves.
     bool actOnKeyInFullScreen(const QKeyEvent &key);
     void userDidSomething();
+    QSize sizeForView(const kelo::Size &size) const;
     /// Stores what the document has not reported yet; where that fails the user is asked. False to
     /// go on working.
     bool mayClose();
