@@ -55,6 +55,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/treatment/ToothLabels.h"
+#include "keloOpenGL/treatment/ToothNaming.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"

@@ -118,29 +118,32 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
     delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
         [this](const std::shared_ptr<kelo::ElasticModel> &elastic, int) { askForName(elastic); };
+    delegate_.mayPlaceAgain = [this](const std::shared_ptr<kelo::ElasticsConfigType> &type) {
+        return mayPlaceAgain(*type);
+    };
     treatment_->callLog().logCallsOf(delegate_);
     view_->setDelegate(&delegate_);
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     treatment_->showIn(*view_);
     materials_.restoreAllSaved();
-    makeMenus();
-    dates_->setDates(treatment_->dates(), treatment_->today());
-    noteWasChosen();
     // After the window's own observer, which was there first: the view's fit suits wide windows.
     kelo::NotificationCenter::defaultCenter().addObserver(
         this, [this](const kelo::Notification &) { zoomToFit(*view_); }, "zoomToFitNotification",
         view_.get());
+    makeMenus();
+    dates_->setDates(treatment_->dates(), treatment_->today());
+    noteWasChosen();
     preferencesChanged();
 }
 
 TreatmentWindow::~TreatmentWindow()
 {
+    kelo::NotificationCenter::defaultCenter().removeObserver(this);
     treatment_->session().failureHandler = {};
     view_->setDelegate(nullptr);
 }
-    kelo::NotificationCenter::defaultCenter().removeObserver(this);
 
-void TreatmentWindow::resizeView(const kelo::Size &size)
+QSize TreatmentWindow::sizeForView(const kelo::Size &size) const
 {
     // The menu bar's height is only known once it is laid out.
     return {static_cast<int>(size.width), static_cast<int>(size.height) +
@@ -277,6 +280,9 @@ void TreatmentWindow::preferencesChanged()
             labels[key] = toothName(key, notation).toStdString();
     }
     view_->setToothLabels(labels);
+    kelo::ToothNaming::setNaming([](const std::string &key) {
+        return toothName(key, Preferences::preferences().notation()).toStdString();
+    });
     if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
         static_cast<ToothChartPanel *>(chart)->setNotation(notation);
 }
