@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QToolButton>
 
@@ -18,8 +19,7 @@ constexpr int iconSize = 18;
 
 enum class Shape { Square, Round };
 
-/// A bracket or a button in its colour; an outline where there is none.
-QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QColor &outline)
+QPixmap pictureOf(Shape shape, const std::optional<QColor> &fill, const QColor &outline)
 {
     QPixmap picture(iconSize, iconSize);
     picture.fill(Qt::transparent);
@@ -35,10 +35,16 @@ QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QColor &outli
         if (fill)
             painter.drawLine(QPointF(2.5, iconSize / 2.0), QPointF(iconSize - 2.5, iconSize / 2.0));
     }
-    QIcon icon(picture);
-    // Its own picture for the disabled state: the one that Qt would make is grey, and the colours
-    // of an approved note are what one looks at it for.
-    icon.addPixmap(picture, QIcon::Disabled);
+    return picture;
+}
+
+/// A bracket or a button in its colour; an outline where there is none. Disabled it keeps its
+/// colour, for which one looks at a closed note; Qt would make it grey.
+QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QPalette &palette)
+{
+    QIcon icon(pictureOf(shape, fill, palette.color(QPalette::Active, QPalette::Text)));
+    icon.addPixmap(pictureOf(shape, fill, palette.color(QPalette::Disabled, QPalette::Text)),
+                   QIcon::Disabled);
     return icon;
 }
 
@@ -155,7 +161,7 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
     std::sort(types.begin(), types.end(),
               [](const auto &a, const auto &b) { return a->displayOrder < b->displayOrder; });
     for (const auto &type : types)
-        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette().text().color()),
+        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette()),
                                   QString::fromStdString(type->typeLabel), this,
                                   [choose, type] { choose(type->typeID); });
 }
@@ -199,8 +205,7 @@ void ToothChart::showBracket(const std::string &key, QToolButton &bracket, bool 
     const QColor fill = hasColor ? colorOf(*type->second) : QColor(Qt::white);
     bracket.setChecked(placed);
     bracket.setEnabled(mayEdit_ && toothIsThere);
-    bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt,
-                           palette().text().color()));
+    bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt, palette()));
     const QString what = !toothIsThere ? tr("the tooth is missing")
                          : !placed     ? tr("not placed")
                          : hasColor    ? QString::fromStdString(type->second->typeLabel)
@@ -216,8 +221,8 @@ void ToothChart::showButton(const std::string &key, QToolButton &button, bool to
                                              kelo::TreatmentNote::buttonNameForToothName(key));
     button.setChecked(placed);
     button.setEnabled(mayEdit_ && toothIsThere);
-    button.setIcon(iconOf(Shape::Round, placed ? std::optional(QColor(Qt::white)) : std::nullopt,
-                          palette().text().color()));
+    button.setIcon(
+        iconOf(Shape::Round, placed ? std::optional(QColor(Qt::white)) : std::nullopt, palette()));
     button.setToolTip(!toothIsThere ? tr("Lingual button %1: the tooth is missing").arg(name)
                       : placed      ? tr("Lingual button %1").arg(name)
                                     : tr("Lingual button %1: not placed").arg(name));
