@@ -57,6 +57,7 @@
 #include "keloOpenGL/treatment/RubberBand.h"
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/treatment/ToothLabels.h"
+#include "keloOpenGL/treatment/ToothNaming.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"

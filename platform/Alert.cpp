@@ -26,16 +26,10 @@ bool canShowABox()
     return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
 }
 
-void writeLine(const Alert &alert)
+std::string onOneLine(std::string text)
 {
-    std::string line = alert.messageText;
-    if (!line.empty() && !alert.informativeText.empty()) {
-        const bool isSentence = std::string(".!?:").find(line.back()) != std::string::npos;
-        line += isSentence ? " " : ": ";
-    }
-    line += alert.informativeText;
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    std::fprintf(stderr, "%s\n", line.c_str());
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text + '\n';
 }
 
 } // namespace
@@ -49,12 +43,23 @@ void AlertPresenter::runModal(const Alert &alert)
     else if (canShowABox())
         runModalAlertBox(alert);
     else
-        writeLine(alert);
+        std::fputs(linesOf(alert).c_str(), stderr);
 }
 
 AlertPresenter::Presenter AlertPresenter::setPresenter(Presenter presenter)
 {
     return std::exchange(presenterSlot(), std::move(presenter));
+}
+
+std::string AlertPresenter::linesOf(const Alert &alert)
+{
+    std::string line = alert.messageText;
+    if (!line.empty() && !alert.informativeText.empty()) {
+        const bool isSentence = std::string(".!?:").find(line.back()) != std::string::npos;
+        line += isSentence ? " " : ": ";
+    }
+    line = onOneLine(line + alert.informativeText);
+    return alert.detailText.empty() ? line : line + onOneLine(alert.detailText);
 }
 
 } // namespace kelo

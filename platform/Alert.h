@@ -13,13 +13,12 @@ struct Alert
     std::string messageText;     ///< the headline
     std::string informativeText; ///< what to do about it; may be empty
     std::string buttonTitle = "OK";
+    std::string detailText = {}; ///< what it is about, below the rest; may be empty
 };
 
 /// Shows alerts. The default presenter shows a modal box of the desktop. In a program without a
 /// QApplication, or whose platform shows nothing ("offscreen", "minimal"), nobody could answer it:
-/// there it writes one line to standard error, the headline and after a blank the rest (after ": "
-/// when the headline does not end as a sentence). Tests and scripts put their own. Main thread
-/// only.
+/// there it writes linesOf() to standard error. Tests and scripts put their own. Main thread only.
 class KELO_EXPORT AlertPresenter
 {
 public:
@@ -31,6 +30,10 @@ public:
     /// Replaces the presenter and returns the one before it (empty for the default); an empty
     /// function brings back the default.
     static Presenter setPresenter(Presenter presenter);
+    /// The alert for a terminal, each line with its end: one of the headline and after a blank the
+    /// rest (after ": " when the headline does not end as a sentence), and one of the details if
+    /// there are any.
+    static std::string linesOf(const Alert &alert);
 };
 
 /// The default presenter of graphical applications (platform/widgets): a box in front of the active

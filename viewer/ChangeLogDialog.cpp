@@ -10,10 +10,13 @@
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QLocale>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <tuple>
 
 namespace viewer {
 namespace {
@@ -48,12 +51,12 @@ const QHash<QString, const char *> &titles()
 }
 
 /// "6,30" as the names of teeth.
-QString toothNames(const std::string &keys, ToothNotation notation)
+QString namesOfKeys(const std::string &keys, ToothNotation notation)
 {
-    QStringList names;
+    std::vector<std::string> members;
     for (const QString &key : QString::fromStdString(keys).split(QLatin1Char(',')))
-        names << toothName(key.toStdString(), notation);
-    return names.join(QStringLiteral(" \u2013 "));
+        members.push_back(key.toStdString());
+    return toothNames(members, notation);
 }
 
 QString dateText(const QString &isoDate)
@@ -70,19 +73,79 @@ QString colorText(const QString &typeID, const kelo::DXDocumentModel &document)
     return found == types.end() ? typeID : QString::fromStdString(found->second->typeLabel);
 }
 
+/// One elastic of the list that the log has as JSON: its teeth, its size, its name.
+QString elasticText(const QJsonObject &elastic, const kelo::DXDocumentModel &document,
+                    ToothNotation notation)
+{
+    std::vector<std::string> members;
+    for (const QJsonValue &member : elastic.value(QLatin1String("bracketSequence")).toArray())
+        members.push_back(member.toString().toStdString());
+    QStringList texts{toothNames(members, notation)};
+    const QJsonValue size = elastic.value(QLatin1String("elasticsSizeTypeID"));
+    if (size.isDouble()) {
+        const auto &types = document.availableElasticsSizeTypes();
+        const auto known = types.find(static_cast<long>(size.toInteger()));
+        texts << (known == types.end() ? QString::number(size.toInteger())
+                                       : QString::fromStdString(known->second->typeLabel));
+    }
+    const QJsonValue config = elastic.value(QLatin1String("elasticsConfigTypeID"));
+    for (const auto &type : document.availableElasticsConfigTypes()) {
+        if (config.isDouble() && type->typeID == config.toInteger())
+            texts << QString::fromStdString(type->typeLabel);
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+/// Those elastics of one list that the other does not have. Lists as the log has them: all that
+/// were placed before a change, or after it.
+QString elasticsOnlyIn(const std::optional<QString> &list, const std::optional<QString> &other,
+                       const kelo::DXDocumentModel &document, ToothNotation notation)
+{
+    const auto elasticsOf = [](const std::optional<QString> &text) {
+        return QJsonDocument::fromJson(text.value_or(QString()).toUtf8()).array();
+    };
+    QHash<QJsonValue, int> inBoth;
+    for (const QJsonValue &elastic : elasticsOf(other))
+        ++inBoth[elastic];
+    QStringList texts;
+    for (const QJsonValue &elastic : elasticsOf(list)) {
+        if (inBoth[elastic]-- <= 0) texts << elasticText(elastic.toObject(), document, notation);
+    }
+    return texts.join(QStringLiteral("; "));
+}
+
+/// What a value that no note has had stands for.
+QString leftOutText(const StoredChange &change)
+{
+    if (change.what == QStringLiteral("tooth visibility")) return ChangeLog::tr("shown");
+    if (change.what.endsWith(QStringLiteral("visibility"))) return ChangeLog::tr("hidden");
+    if (change.what == QStringLiteral("bracket color")) return ChangeLog::tr("none");
+    if (change.what.endsWith(QStringLiteral("approval"))) return ChangeLog::tr("not approved");
+    return {};
+}
+
 QString valueText(const StoredChange &change, const std::optional<QString> &value,
                   const kelo::DXDocumentModel &document)
 {
-    if (!value) return {};
+    if (!value) return leftOutText(change);
     if (*value == QStringLiteral("visible")) return ChangeLog::tr("shown");
     if (*value == QStringLiteral("hidden")) return ChangeLog::tr("hidden");
     if (change.what == QStringLiteral("bracket color")) return colorText(*value, document);
     if (change.what == QStringLiteral("elastic renamed")) return *value;
-    if (change.what.startsWith(QStringLiteral("elastic")))
-        return ChangeLog::tr(
-            "%n elastics", nullptr,
-            static_cast<int>(QJsonDocument::fromJson(value->toUtf8()).array().size()));
     return dateText(*value);
+}
+
+/// Before and after.
+QStringList valueTexts(const StoredChange &change, const kelo::DXDocumentModel &document,
+                       ToothNotation notation)
+{
+    const auto &[before, after] = std::tie(change.oldValue, change.newValue);
+    const bool isAboutElastics = change.what.startsWith(QStringLiteral("elastic")) &&
+                                 change.what != QStringLiteral("elastic renamed");
+    if (isAboutElastics)
+        return {elasticsOnlyIn(before, after, document, notation),
+                elasticsOnlyIn(after, before, document, notation)};
+    return {valueText(change, before, document), valueText(change, after, document)};
 }
 
 } // namespace
@@ -94,14 +157,15 @@ QStringList changeColumns(const StoredChange &change, const kelo::DXDocumentMode
     const bool isAboutNote = change.what == QStringLiteral("note started");
     const QString key = QString::fromStdString(change.key);
     const auto title = titles().constFind(change.what);
+    const QStringList values = valueTexts(change, document, notation);
     return {
         shortDateTime(when),
         change.noteDate ? shortDate(*change.noteDate) : QString(),
         title == titles().constEnd() ? change.what : ChangeLog::tr(*title),
         key.isEmpty() ? QString()
-                      : (isAboutNote ? dateText(key) : toothNames(change.key, notation)),
-        valueText(change, change.oldValue, document),
-        valueText(change, change.newValue, document),
+                      : (isAboutNote ? dateText(key) : namesOfKeys(change.key, notation)),
+        values[0],
+        values[1],
     };
 }
 

@@ -14,8 +14,9 @@ class DXDocumentModel;
 
 namespace viewer {
 
-/// The columns of one change as people read it: when, of which note, what, where, before, after.
-/// `document` names colours and sizes.
+/// The columns of one change as people read it: when, of which note, what, where, before, after. Of
+/// elastics those that a change took away or altered stand before it, and what became of them, or
+/// came new, after it. `document` names colours, sizes and configurations.
 QStringList changeColumns(const StoredChange &change, const kelo::DXDocumentModel &document,
                           ToothNotation notation);
 

@@ -11,6 +11,11 @@ namespace {
 
 using Document = kelo::DXDocumentModel;
 using Keys = std::vector<std::string>;
+using Elastics = std::vector<ElasticState>;
+
+/// As many names as a row of the menu has room for; more are only counted.
+constexpr std::size_t mostNamedKeys = 6;
+constexpr std::size_t mostNamedElastics = 3;
 
 /// The texts' context for translators.
 struct ChangeText
@@ -93,30 +98,44 @@ private:
         return isWord ? label.left(1).toLower() + label.mid(1) : label;
     }
 
-    /// The colour that all of them have now, or an empty text.
-    QString commonColor(const Keys &keys) const
+    /// The colour that all of them have in a state, or an empty text.
+    QString commonColor(const DocumentState &state, const Keys &keys) const
     {
-        const auto first = colorUnder(after_.bracketColors, keys.front());
+        const auto first = colorUnder(state.bracketColors, keys.front());
         const bool isCommon = std::all_of(keys.begin(), keys.end(), [&](const std::string &key) {
-            return colorUnder(after_.bracketColors, key) == first;
+            return colorUnder(state.bracketColors, key) == first;
         });
         return isCommon ? colorName(first) : QString();
     }
 
-    QString withColor(const QString &text, const Keys &keys) const
+    /// The text and what something was and is; either may be unknown.
+    static QString fromTo(const QString &text, const QString &before, const QString &after)
     {
-        const QString color = commonColor(keys);
-        return color.isEmpty() ? text : ChangeText::tr("%1, %2").arg(text, color);
+        if (before.isEmpty() && after.isEmpty()) return text;
+        if (before.isEmpty() || after.isEmpty())
+            return ChangeText::tr("%1, %2").arg(text, before + after);
+        return ChangeText::tr("%1, from %2 to %3").arg(text, before, after);
+    }
+
+    /// The text that counts these keys, with their names if there is room for them.
+    QString withNames(const QString &text, const Keys &keys) const
+    {
+        if (keys.size() > mostNamedKeys) return text;
+        QStringList names;
+        for (const std::string &key : keys)
+            names << name(kelo::toothKeyOfNameKey(key));
+        return ChangeText::tr("%1 (%2)").arg(text, names.join(QStringLiteral(", ")));
     }
 
     QString teeth(bool place) const
     {
         const Keys keys = keysBecome(before_.teeth, after_.teeth, place);
         if (keys.empty()) return {};
-        if (keys.size() > 1)
-            return (
-                place ? ChangeText::tr("Place %n teeth", nullptr, static_cast<int>(keys.size()))
-                      : ChangeText::tr("Remove %n teeth", nullptr, static_cast<int>(keys.size())));
+        const int count = static_cast<int>(keys.size());
+        if (count > 1)
+            return withNames(place ? ChangeText::tr("Place %n teeth", nullptr, count)
+                                   : ChangeText::tr("Remove %n teeth", nullptr, count),
+                             keys);
         return (place ? ChangeText::tr("Place tooth %1") : ChangeText::tr("Remove tooth %1"))
             .arg(name(keys[0]));
     }
@@ -127,11 +146,12 @@ private:
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (!place)
-            return count > 1 ? ChangeText::tr("Remove %n brackets", nullptr, count)
+            return count > 1 ? withNames(ChangeText::tr("Remove %n brackets", nullptr, count), keys)
                              : ChangeText::tr("Remove bracket from %1").arg(name(keys[0]));
-        return withColor(count > 1 ? ChangeText::tr("Place %n brackets", nullptr, count)
-                                   : ChangeText::tr("Place bracket on %1").arg(name(keys[0])),
-                         keys);
+        return fromTo(count > 1
+                          ? withNames(ChangeText::tr("Place %n brackets", nullptr, count), keys)
+                          : ChangeText::tr("Place bracket on %1").arg(name(keys[0])),
+                      {}, commonColor(after_, keys));
     }
 
     QString buttons(bool place) const
@@ -140,8 +160,9 @@ private:
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (count > 1)
-            return place ? ChangeText::tr("Place %n buttons", nullptr, count)
-                         : ChangeText::tr("Remove %n buttons", nullptr, count);
+            return withNames(place ? ChangeText::tr("Place %n buttons", nullptr, count)
+                                   : ChangeText::tr("Remove %n buttons", nullptr, count),
+                             keys);
         return (place ? ChangeText::tr("Place button on %1")
                       : ChangeText::tr("Remove button from %1"))
             .arg(toothOfButton(keys[0]));
@@ -155,27 +176,57 @@ private:
         const bool areCleared = std::none_of(keys.begin(), keys.end(), [&](const std::string &key) {
             return colorUnder(after_.bracketColors, key).has_value();
         });
-        if (areCleared)
-            return count > 1 ? ChangeText::tr("Clear %n brackets", nullptr, count)
-                             : ChangeText::tr("Clear bracket on %1").arg(name(keys[0]));
-        return withColor(count > 1 ? ChangeText::tr("Colour %n brackets", nullptr, count)
-                                   : ChangeText::tr("Colour bracket on %1").arg(name(keys[0])),
-                         keys);
+        const QString one = areCleared ? ChangeText::tr("Clear bracket on %1")
+                                       : ChangeText::tr("Colour bracket on %1");
+        const QString text =
+            count == 1
+                ? one.arg(name(keys[0]))
+                : withNames(areCleared ? ChangeText::tr("Clear %n brackets", nullptr, count)
+                                       : ChangeText::tr("Colour %n brackets", nullptr, count),
+                            keys);
+        return fromTo(text, commonColor(before_, keys), commonColor(after_, keys));
     }
 
     QString elasticName(const ElasticState &elastic) const
     {
+        return toothNames(elastic.bracketSequence, notation_);
+    }
+
+    static QString sizeName(const ElasticState &elastic)
+    {
+        return elastic.sizeType ? QString::fromStdString(elastic.sizeType->typeLabel) : QString();
+    }
+
+    static QString configName(const ElasticState &elastic)
+    {
+        return elastic.configType ? QString::fromStdString(elastic.configType->typeLabel)
+                                  : QString();
+    }
+
+    /// What all of them have, or an empty text.
+    static QString common(const Elastics &elastics, QString (*nameOf)(const ElasticState &))
+    {
+        const QString first = nameOf(elastics.front());
+        const bool isCommon =
+            std::all_of(elastics.begin(), elastics.end(),
+                        [&](const ElasticState &elastic) { return nameOf(elastic) == first; });
+        return isCommon ? first : QString();
+    }
+
+    /// The text that counts elastics, with the teeth that they run over if there is room for them.
+    QString withNames(const QString &text, const Elastics &elastics) const
+    {
+        if (elastics.size() > mostNamedElastics) return text;
         QStringList names;
-        for (const std::string &key : elastic.bracketSequence)
-            names << name(key);
-        return names.join(QStringLiteral(" \u2013 "));
+        for (const ElasticState &elastic : elastics)
+            names << elasticName(elastic);
+        return ChangeText::tr("%1 (%2)").arg(text, names.join(QStringLiteral("; ")));
     }
 
     /// Those of one list that the other does not have.
-    static std::vector<ElasticState> missing(const std::vector<ElasticState> &list,
-                                             std::vector<ElasticState> other)
+    static Elastics missing(const Elastics &list, Elastics other)
     {
-        std::vector<ElasticState> found;
+        Elastics found;
         for (const ElasticState &elastic : list) {
             const auto same = std::find(other.begin(), other.end(), elastic);
             if (same == other.end())
@@ -189,34 +240,42 @@ private:
     QString elasticsPlaced() const
     {
         if (after_.elastics.size() <= before_.elastics.size()) return {};
-        const auto placed = missing(after_.elastics, before_.elastics);
+        const Elastics placed = missing(after_.elastics, before_.elastics);
         if (placed.empty()) return {};
-        if (placed.size() > 1)
-            return ChangeText::tr("Place %n elastics", nullptr, static_cast<int>(placed.size()));
-        const auto &size = placed[0].sizeType;
-        const QString text = ChangeText::tr("Place elastic %1").arg(elasticName(placed[0]));
-        return size ? ChangeText::tr("%1, %2").arg(text, QString::fromStdString(size->typeLabel))
-                    : text;
+        const int count = static_cast<int>(placed.size());
+        const QString text =
+            count > 1 ? withNames(ChangeText::tr("Place %n elastics", nullptr, count), placed)
+                      : ChangeText::tr("Place elastic %1").arg(elasticName(placed[0]));
+        return fromTo(text, {}, common(placed, sizeName));
     }
 
     QString elasticsRemoved() const
     {
-        const auto removed = missing(before_.elastics, after_.elastics);
+        const Elastics removed = missing(before_.elastics, after_.elastics);
         if (removed.empty()) return {};
-        if (removed.size() > 1)
-            return ChangeText::tr("Remove %n elastics", nullptr, static_cast<int>(removed.size()));
-        return ChangeText::tr("Remove elastic %1").arg(elasticName(removed[0]));
+        const int count = static_cast<int>(removed.size());
+        const QString text =
+            count > 1 ? withNames(ChangeText::tr("Remove %n elastics", nullptr, count), removed)
+                      : ChangeText::tr("Remove elastic %1").arg(elasticName(removed[0]));
+        return fromTo(text, common(removed, sizeName), {});
     }
 
-    /// As many as before: some have another size, or another name.
+    /// As many as before: some have another size, other members, or another name.
     QString elasticsChanged() const
     {
         if (after_.elastics.size() != before_.elastics.size()) return {};
-        const auto changed = missing(after_.elastics, before_.elastics);
-        if (changed.empty()) return {};
-        if (changed.size() > 1)
-            return ChangeText::tr("Change %n elastics", nullptr, static_cast<int>(changed.size()));
-        return ChangeText::tr("Change elastic %1").arg(elasticName(changed[0]));
+        const Elastics were = missing(before_.elastics, after_.elastics);
+        const Elastics are = missing(after_.elastics, before_.elastics);
+        if (are.empty()) return {};
+        const int count = static_cast<int>(are.size());
+        const QString text =
+            count > 1 ? withNames(ChangeText::tr("Change %n elastics", nullptr, count), were)
+                      : ChangeText::tr("Change elastic %1").arg(elasticName(were[0]));
+        if (count == 1 && were[0].bracketSequence != are[0].bracketSequence)
+            return fromTo(text, {}, elasticName(are[0]));
+        const bool isSize = common(were, sizeName) != common(are, sizeName);
+        const auto what = isSize ? sizeName : configName;
+        return fromTo(text, common(were, what), common(are, what));
     }
 
     const DocumentState &before_;

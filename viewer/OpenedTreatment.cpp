@@ -130,7 +130,8 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
                                  std::shared_ptr<TreatmentStore> store)
     : catalogue_(defaultCatalogue()),
       document_(document ? std::move(document) : std::make_shared<kelo::DXDocumentModel>()),
-      store_(std::move(store))
+      store_(std::move(store)),
+      takesGivenDay_(commandLine.headless || !commandLine.script.isEmpty())
 {
     // A bad file is told before the meshes are loaded.
     if (!store_) openStore(commandLine);
@@ -168,8 +169,7 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     const TreatmentFile file = fileToOpen(commandLine);
     const TreatmentRecord &record = file.treatment;
     const QByteArray ownCatalogue = ownCatalogueIn(file);
-    isDayGiven_ = record.currentDate.has_value();
-    openedDate_ = record.currentDate.value_or(QDate::currentDate());
+    openDay(record.currentDate);
     patientName_ = record.patient.name;
     patientIdentifier_ = record.patient.identifier;
     auto added = store_->addTreatment(record, ownCatalogue);
@@ -201,8 +201,7 @@ bool OpenedTreatment::openStoredTreatment(std::optional<qint64> treatmentID)
                            std::to_string(*treatmentID));
     }
     treatmentID_ = found->treatment.treatmentID;
-    isDayGiven_ = found->treatment.currentDate.has_value();
-    openedDate_ = found->treatment.currentDate.value_or(QDate::currentDate());
+    openDay(found->treatment.currentDate);
     patientName_ = found->patient.patient.name;
     patientIdentifier_ = found->patient.patient.identifier;
     return true;
@@ -403,6 +402,12 @@ QStringList OpenedTreatment::goOnToPresentDay(kelo::DXOpenGL &view)
     view.finishOperations(); // still a part of the day before
     view.setCurrentDate(openedDate_.startOfDay());
     return showDate(view, openedDate_);
+}
+
+void OpenedTreatment::openDay(const std::optional<QDate> &given)
+{
+    isDayGiven_ = takesGivenDay_ && given;
+    openedDate_ = isDayGiven_ ? *given : presentDay();
 }
 
 QDate OpenedTreatment::presentDay() const

@@ -64,10 +64,12 @@ public:
 
     /// @name Work by date
     /// @{
-    /// The day that is worked on: its note may be changed, earlier ones are looked at.
+    /// The day that is worked on: its note may be changed, earlier ones are looked at. In a window
+    /// it is the present day. In headless runs and scripts, which are to give the same on every
+    /// day, it is the treatment's own current date, if it has one.
     const QDate &today() const { return openedDate_; }
-    /// Whether midnight has passed since by the store's clock. Never of a treatment that says
-    /// itself which day it is.
+    /// Whether midnight has passed since by the store's clock. Never where the treatment says which
+    /// day it is.
     bool todayIsOver() const;
     /// Works on the present day's note from now on, which begins as the last one stands; sentences
     /// as of showDate.
@@ -136,6 +138,8 @@ private:
     bool openStoredTreatment(std::optional<qint64> treatmentID);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
     QDate presentDay() const;
+    /// The day to work on, for the one that the treatment gives.
+    void openDay(const std::optional<QDate> &given);
     StoreOutcome storeNaming(const Naming &naming);
     /// Makes the catalogue the document's, and gives its elastics their configurations anew.
     void offerCatalogue();
@@ -153,6 +157,7 @@ private:
     std::shared_ptr<TreatmentStore> store_;
     qint64 treatmentID_ = 0;
     QDate openedDate_;
+    bool takesGivenDay_;      ///< in headless runs and scripts; a person works on the present day
     bool isDayGiven_ = false; ///< by the treatment
     QString patientName_;
     QString patientIdentifier_;

@@ -3,10 +3,12 @@
 #include "document/DXDocumentModel.h"
 #include "geometry/Matrix.h"
 #include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/RubberBand.h"
-#include "keloOpenGL/view/HVOGLBasicView.h"
 #include "models/DXGLightweightModel.h"
+#include "models/NameKey.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -107,28 +109,57 @@ Model modelOf(const Models &models, const std::string &key)
     return found == models.end() ? nullptr : found->second;
 }
 
-void addJaw(OBJText &text, const kelo::DXDocumentModel &document, const std::string &gumName,
-            const Model &gum, const std::vector<std::string> &toothKeys,
-            const kelo::Matrix &transform)
+/// What differs between the jaws.
+struct Jaw
 {
-    addIfVisible(text, gumName, gum, transform);
-    for (const std::string &key : toothKeys) {
-        addIfVisible(text, "tooth_" + key, modelOf(document.toothModels(), key), transform);
-        addIfVisible(text, "bracket_" + key, modelOf(document.bracketModels(), key), transform);
+    kelo::ScenePart arch;
+    std::string gumName;
+    Model gum;
+    std::vector<std::string> toothKeys;
+    kelo::Matrix transform;
+};
+
+void addJaw(OBJText &text, const kelo::DXDocumentModel &document, const kelo::DXOpenGL &view,
+            const Jaw &jaw)
+{
+    using kelo::ScenePart;
+    if (!view.showsScenePart(jaw.arch)) return;
+    if (view.showsScenePart(ScenePart::Gums))
+        addIfVisible(text, jaw.gumName, jaw.gum, jaw.transform);
+    for (const std::string &key : jaw.toothKeys) {
+        addIfVisible(text, "tooth_" + key, modelOf(document.toothModels(), key), jaw.transform);
+        if (view.showsScenePart(ScenePart::Brackets))
+            addIfVisible(text, "bracket_" + key, modelOf(document.bracketModels(), key),
+                         jaw.transform);
         const std::string buttonKey = kelo::TreatmentNote::buttonNameForToothName(key);
-        addIfVisible(text, "button_" + buttonKey, modelOf(document.buttonModels(), buttonKey),
-                     transform);
+        if (view.showsScenePart(ScenePart::Buttons))
+            addIfVisible(text, "button_" + buttonKey, modelOf(document.buttonModels(), buttonKey),
+                         jaw.transform);
     }
 }
 
-void addElastics(OBJText &text, const kelo::DXDocumentModel &document,
-                 const kelo::HVOGLBasicView &view)
+/// Whether the view draws a band over these keys: it hangs on no arch that is left out.
+bool showsElasticOver(const kelo::DXOpenGL &view, const std::vector<std::string> &keys)
+{
+    using kelo::ScenePart;
+    const auto upper = kelo::TreatmentNote::upperToothNameKeys();
+    const auto archIsShown = [&](const std::string &key) {
+        const bool isUpper =
+            std::find(upper.begin(), upper.end(), kelo::toothKeyOfNameKey(key)) != upper.end();
+        return view.showsScenePart(isUpper ? ScenePart::UpperArch : ScenePart::LowerArch);
+    };
+    return view.showsScenePart(ScenePart::Elastics) &&
+           std::all_of(keys.begin(), keys.end(), archIsShown);
+}
+
+void addElastics(OBJText &text, const kelo::DXDocumentModel &document, const kelo::DXOpenGL &view)
 {
     std::vector<kelo::RubberBandNode> nodes;
     int index = 0;
     for (const auto &elastic : document.elasticModels()) {
-        // One that cannot be drawn keeps its number.
+        // One that is not drawn, or cannot be, keeps its number.
         const std::string name = "elastic_" + std::to_string(index++);
+        if (!showsElasticOver(view, elastic->bracketSequence())) continue;
         const auto *missing = kelo::calculateRubberBandNodes(
             elastic->bracketSequence(), true, view.upperMouthTransform(),
             view.lowerMouthTransform(), view.effectiveMouthOpenAngle(), nodes);
@@ -138,14 +169,16 @@ void addElastics(OBJText &text, const kelo::DXDocumentModel &document,
 
 } // namespace
 
-QByteArray sceneAsOBJ(const kelo::HVOGLBasicView &view)
+QByteArray sceneAsOBJ(const kelo::DXOpenGL &view)
 {
     OBJText text;
     if (const auto document = view.documentModel()) {
-        addJaw(text, *document, "upper_gums", document->upperGumModel(),
-               kelo::TreatmentNote::upperToothNameKeys(), view.upperMouthTransform());
-        addJaw(text, *document, "lower_gums", document->lowerGumModel(),
-               kelo::TreatmentNote::lowerToothNameKeys(), view.lowerMouthTransform());
+        addJaw(text, *document, view,
+               {kelo::ScenePart::UpperArch, "upper_gums", document->upperGumModel(),
+                kelo::TreatmentNote::upperToothNameKeys(), view.upperMouthTransform()});
+        addJaw(text, *document, view,
+               {kelo::ScenePart::LowerArch, "lower_gums", document->lowerGumModel(),
+                kelo::TreatmentNote::lowerToothNameKeys(), view.lowerMouthTransform()});
         addElastics(text, *document, view);
     }
     return text.bytes();

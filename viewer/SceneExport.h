@@ -3,13 +3,15 @@
 #include <QByteArray>
 
 namespace kelo {
-class HVOGLBasicView;
+class DXOpenGL;
 }
 
 namespace viewer {
 
-/// The scene as it stands, as one OBJ text: every visible model under its jaw's transform, one
-/// group each (`o tooth_8`, `o bracket_8`, `o button_8l`, `o upper_gums`), in millimetres.
-QByteArray sceneAsOBJ(const kelo::HVOGLBasicView &view);
+/// The scene as the view shows it, as one OBJ text: every visible model under its jaw's transform
+/// and every band, one group each (`o tooth_8`, `o bracket_8`, `o button_8l`, `o upper_gums`,
+/// `o elastic_0`), in millimetres. Parts of the scene that the view leaves out are left out here
+/// too, with the bands that run over an arch that is left out.
+QByteArray sceneAsOBJ(const kelo::DXOpenGL &view);
 
 } // namespace viewer

@@ -2,6 +2,7 @@
 
 #include "viewer/PickPoints.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ZoomToFit.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -30,10 +31,15 @@ std::optional<std::uint32_t> uniqueID(const kelo::DXDocumentModel::Models &model
     return found->second->uniqueID();
 }
 
+/// The row with this title or, where none has it, the one that shows it. In this order a script
+/// means the same rows in every language.
 std::shared_ptr<kelo::MenuItem> itemTitled(const kelo::Menu &menu, const QString &title)
 {
-    for (const auto &item : menu.items()) {
-        if (!item->separator && item->title == title.toStdString()) return item;
+    const std::string wanted = title.toStdString();
+    for (const auto text : {&kelo::MenuItem::title, &kelo::MenuItem::shownTitle}) {
+        for (const auto &item : menu.items()) {
+            if (!item->separator && (*item).*text == wanted) return item;
+        }
     }
     return nullptr;
 }
@@ -323,7 +329,7 @@ QString ScriptPlayer::run(const RotationCommand &command)
 QString ScriptPlayer::run(const ZoomCommand &command)
 {
     if (!command.box) {
-        view_.zoomToFit();
+        zoomToFit(view_);
         return {};
     }
     const auto &[left, right, bottom, top] = *command.box;

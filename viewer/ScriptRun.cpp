@@ -70,13 +70,10 @@ Unattended::Unattended(kelo::DXOpenGL &view, DelegateCallLog &log)
     log.logCallsOf(onlyListed);
     delegate_.printImagesLeft_front_right_forDate_elasticsLeft_front_right =
         onlyListed.printImagesLeft_front_right_forDate_elasticsLeft_front_right;
+    delegate_.mayPlaceAgain = {};
     view_.setDelegate(&delegate_);
     previousAlerts_ = kelo::AlertPresenter::setPresenter([](const kelo::Alert &alert) {
-        std::string line = alert.messageText;
-        if (!line.empty() && !alert.informativeText.empty())
-            line += line.ends_with('.') ? " " : ": ";
-        line += alert.informativeText;
-        std::fprintf(stderr, "%s\n", line.c_str());
+        std::fputs(kelo::AlertPresenter::linesOf(alert).c_str(), stderr);
     });
 }
 

@@ -44,8 +44,9 @@ private:
     QTimer ticks_;
 };
 
-/// While it lives, nothing waits for a person to answer: alerts are a line on standard error, and a
-/// print request of the view is only listed in the log of calls. At its end alerts and print
+/// While it lives, nothing waits for a person to answer: alerts are a line on standard error, a
+/// configuration is placed again without a question, and a print request of the view is only
+/// listed in the log of calls. At its end alerts and print
 /// requests go where they went before, unless the view has got another delegate meanwhile.
 class Unattended
 {

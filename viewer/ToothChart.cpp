@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QToolButton>
 
@@ -18,8 +19,7 @@ constexpr int iconSize = 18;
 
 enum class Shape { Square, Round };
 
-/// A bracket or a button in its colour; an outline where there is none.
-QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QColor &outline)
+QPixmap pictureOf(Shape shape, const std::optional<QColor> &fill, const QColor &outline)
 {
     QPixmap picture(iconSize, iconSize);
     picture.fill(Qt::transparent);
@@ -35,7 +35,17 @@ QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QColor &outli
         if (fill)
             painter.drawLine(QPointF(2.5, iconSize / 2.0), QPointF(iconSize - 2.5, iconSize / 2.0));
     }
-    return QIcon(picture);
+    return picture;
+}
+
+/// A bracket or a button in its colour; an outline where there is none. Disabled it keeps its
+/// colour, for which one looks at a closed note; Qt would make it grey.
+QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QPalette &palette)
+{
+    QIcon icon(pictureOf(shape, fill, palette.color(QPalette::Active, QPalette::Text)));
+    icon.addPixmap(pictureOf(shape, fill, palette.color(QPalette::Disabled, QPalette::Text)),
+                   QIcon::Disabled);
+    return icon;
 }
 
 QColor colorOf(const kelo::BracketColorType &type)
@@ -151,7 +161,7 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
     std::sort(types.begin(), types.end(),
               [](const auto &a, const auto &b) { return a->displayOrder < b->displayOrder; });
     for (const auto &type : types)
-        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette().text().color()),
+        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette()),
                                   QString::fromStdString(type->typeLabel), this,
                                   [choose, type] { choose(type->typeID); });
 }
@@ -170,15 +180,23 @@ void ToothChart::setNotation(ToothNotation notation)
 
 void ToothChart::setMayEdit(bool mayEdit)
 {
-    for (auto &[key, column] : columns_) {
-        for (QToolButton *button : {column.tooth, column.bracket, column.button})
-            button->setEnabled(mayEdit);
-    }
+    mayEdit_ = mayEdit;
+    refresh();
 }
 
-void ToothChart::showBracket(const std::string &key, QToolButton &bracket)
+void ToothChart::showTooth(const std::string &key, QToolButton &tooth, bool isThere)
 {
-    const bool placed = isOn(document_->bracketVisibilities(), key);
+    const QString name = toothName(key, notation_);
+    tooth.setText(name);
+    tooth.setChecked(isThere);
+    tooth.setEnabled(mayEdit_);
+    tooth.setToolTip(isThere ? tr("Tooth %1").arg(name) : tr("Tooth %1: missing").arg(name));
+    tooth.setAccessibleName(tooth.toolTip());
+}
+
+void ToothChart::showBracket(const std::string &key, QToolButton &bracket, bool toothIsThere)
+{
+    const bool placed = toothIsThere && isOn(document_->bracketVisibilities(), key);
     const auto &colors = document_->bracketColorsTypeIDs();
     const auto &types = document_->availableBracketColorTypes();
     const auto color = colors.find(key);
@@ -186,37 +204,40 @@ void ToothChart::showBracket(const std::string &key, QToolButton &bracket)
     const bool hasColor = type != types.end();
     const QColor fill = hasColor ? colorOf(*type->second) : QColor(Qt::white);
     bracket.setChecked(placed);
-    bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt,
-                           palette().text().color()));
-    const QString what = !placed    ? tr("not placed")
-                         : hasColor ? QString::fromStdString(type->second->typeLabel)
-                                    : tr("no colour");
+    bracket.setEnabled(mayEdit_ && toothIsThere);
+    bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt, palette()));
+    const QString what = !toothIsThere ? tr("the tooth is missing")
+                         : !placed     ? tr("not placed")
+                         : hasColor    ? QString::fromStdString(type->second->typeLabel)
+                                       : tr("no colour");
     bracket.setToolTip(tr("Bracket %1: %2").arg(toothName(key, notation_), what));
     bracket.setAccessibleName(bracket.toolTip());
+}
+
+void ToothChart::showButton(const std::string &key, QToolButton &button, bool toothIsThere)
+{
+    const QString name = toothName(key, notation_);
+    const bool placed = toothIsThere && isOn(document_->buttonVisibilities(),
+                                             kelo::TreatmentNote::buttonNameForToothName(key));
+    button.setChecked(placed);
+    button.setEnabled(mayEdit_ && toothIsThere);
+    button.setIcon(
+        iconOf(Shape::Round, placed ? std::optional(QColor(Qt::white)) : std::nullopt, palette()));
+    button.setToolTip(!toothIsThere ? tr("Lingual button %1: the tooth is missing").arg(name)
+                      : placed      ? tr("Lingual button %1").arg(name)
+                                    : tr("Lingual button %1: not placed").arg(name));
+    button.setAccessibleName(button.toolTip());
 }
 
 void ToothChart::refresh()
 {
     if (!document_) return;
     const auto teeth = document_->toothVisibilities();
-    const auto buttons = document_->buttonVisibilities();
     for (auto &[key, column] : columns_) {
-        const QString name = toothName(key, notation_);
         const bool isThere = isOn(teeth, key);
-        column.tooth->setText(name);
-        column.tooth->setChecked(isThere);
-        column.tooth->setToolTip(isThere ? tr("Tooth %1").arg(name)
-                                         : tr("Tooth %1: missing").arg(name));
-        column.tooth->setAccessibleName(column.tooth->toolTip());
-        showBracket(key, *column.bracket);
-        const bool hasButton = isOn(buttons, kelo::TreatmentNote::buttonNameForToothName(key));
-        column.button->setChecked(hasButton);
-        column.button->setIcon(iconOf(Shape::Round,
-                                      hasButton ? std::optional(QColor(Qt::white)) : std::nullopt,
-                                      palette().text().color()));
-        column.button->setToolTip(hasButton ? tr("Lingual button %1").arg(name)
-                                            : tr("Lingual button %1: not placed").arg(name));
-        column.button->setAccessibleName(column.button->toolTip());
+        showTooth(key, *column.tooth, isThere);
+        showBracket(key, *column.bracket, isThere);
+        showButton(key, *column.button, isThere);
     }
 }
 

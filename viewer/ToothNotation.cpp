@@ -1,6 +1,7 @@
 #include "viewer/ToothNotation.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 
 #include <utility>
 
@@ -55,6 +56,15 @@ QString toothName(const std::string &key, ToothNotation notation)
         return QString::fromStdString(key);
     const QString name = nameOf(universalNumber, notation);
     return isButton ? QCoreApplication::translate("ToothNotation", "%1 lingual").arg(name) : name;
+}
+
+QString toothNames(const std::vector<std::string> &keys, ToothNotation notation,
+                   const QString &separator)
+{
+    QStringList names;
+    for (const std::string &key : keys)
+        names << toothName(key, notation);
+    return names.join(separator);
 }
 
 namespace {

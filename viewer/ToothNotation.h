@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace viewer {
 
@@ -17,6 +18,10 @@ enum class ToothNotation {
 /// The name of the tooth, bracket or lingual button with this key ("8", "8l") in a notation; a
 /// button has "lingual" behind it. A key that is none is returned as it is.
 QString toothName(const std::string &key, ToothNotation notation);
+
+/// The names of these keys one after the other; as an elastic runs over them: "6 – 30".
+QString toothNames(const std::vector<std::string> &keys, ToothNotation notation,
+                   const QString &separator = QStringLiteral(" \u2013 "));
 
 /// "universal", "fdi" or "palmer", as options and settings have it; nothing for any other name.
 std::optional<ToothNotation> toothNotationFromName(const QString &name);

@@ -32,8 +32,10 @@ void TreatmentDocument::windowControllerDidLoadNib(kelo::WindowController &contr
     mainWindow_ =
         std::make_unique<TreatmentWindow>(*this, *window, solid->view(), all_, commandLine_.page);
     const auto others = static_cast<int>(all_.documents().size()) - 1;
-    if (commandLine_.isSizeGiven || !mainWindow_->restorePlace(others))
+    if (commandLine_.isSizeGiven)
         mainWindow_->resizeView(commandLine_.size);
+    else if (!mainWindow_->restorePlace(others))
+        mainWindow_->resizeViewWithinScreen(commandLine_.size);
 }
 
 } // namespace viewer

@@ -76,20 +76,11 @@ struct Sheet
     bool hasPictures = false;
 };
 
-QString toothNames(const std::vector<std::string> &keys, ToothNotation notation,
-                   const QString &separator)
-{
-    QStringList names;
-    for (const std::string &key : keys)
-        names << toothName(key, notation);
-    return names.join(separator);
-}
-
 std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, ToothNotation notation)
 {
     std::vector<Row> rows;
     for (const kelo::ElasticDescription &elastic : elastics) {
-        const QString teeth = toothNames(elastic.brackets, notation, QStringLiteral(" \u2013 "));
+        const QString teeth = toothNames(elastic.brackets, notation);
         const QString size = QString::fromStdString(elastic.name);
         rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
                         size.isEmpty() ? teeth : TreatmentPageText::tr("%1: %2").arg(size, teeth)});

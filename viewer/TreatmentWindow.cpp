@@ -14,6 +14,7 @@
 #include "viewer/Preferences.h"
 #include "viewer/PrintRequest.h"
 #include "viewer/ToothChartPanel.h"
+#include "viewer/ZoomToFit.h"
 
 #include <QAction>
 #include <QApplication>
@@ -38,6 +39,9 @@ namespace {
 
 /// Between the places of windows that open over each other, in points: a title bar stays in sight.
 constexpr int distanceOfWindows = 32;
+
+/// What the frames of the usual desktops have at most beside a window and below it, in points.
+constexpr int widestBorder = 8;
 
 /// Asks for a file to write; a name without an ending gets this one. Empty when the user cancels.
 QString pathForSaving(QWidget *over, const QString &title, const QString &kinds, const char *ending)
@@ -76,6 +80,11 @@ QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount)
     return usable.topLeft();
 }
 
+QSize sizeWithinFrame(const QSize &screen)
+{
+    return screen - QSize(2 * widestBorder, distanceOfWindows + widestBorder);
+}
+
 TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &window,
                                  std::shared_ptr<kelo::DXOpenGL> view, OpenTreatments &all,
                                  const PageSettings &page)
@@ -110,11 +119,18 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     takePrintRequests(delegate_, [this](const PrintRequest &request) { preview(request); });
     delegate_.launchElasticsConfigAssociationSheetWithElasticModel_namingAction =
         [this](const std::shared_ptr<kelo::ElasticModel> &elastic, int) { askForName(elastic); };
+    delegate_.mayPlaceAgain = [this](const std::shared_ptr<kelo::ElasticsConfigType> &type) {
+        return mayPlaceAgain(*type);
+    };
     treatment_->callLog().logCallsOf(delegate_);
     view_->setDelegate(&delegate_);
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     treatment_->showIn(*view_);
     materials_.restoreAllSaved();
+    // After the window's own observer, which was there first: the view's fit suits wide windows.
+    kelo::NotificationCenter::defaultCenter().addObserver(
+        this, [this](const kelo::Notification &) { zoomToFit(*view_); }, "zoomToFitNotification",
+        view_.get());
     makeMenus();
     dates_->setDates(treatment_->dates(), treatment_->today());
     noteWasChosen();
@@ -123,16 +139,28 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
 
 TreatmentWindow::~TreatmentWindow()
 {
+    kelo::NotificationCenter::defaultCenter().removeObserver(this);
     treatment_->session().failureHandler = {};
     view_->setDelegate(nullptr);
 }
 
-void TreatmentWindow::resizeView(const kelo::Size &size)
+QSize TreatmentWindow::sizeForView(const kelo::Size &size) const
 {
     // The menu bar's height is only known once it is laid out.
-    window_.resize(static_cast<int>(size.width), static_cast<int>(size.height) +
-                                                     window_.menuBar()->sizeHint().height() +
-                                                     dateBar_->sizeHint().height());
+    return {static_cast<int>(size.width), static_cast<int>(size.height) +
+                                              window_.menuBar()->sizeHint().height() +
+                                              dateBar_->sizeHint().height()};
+}
+
+void TreatmentWindow::resizeView(const kelo::Size &size)
+{
+    window_.resize(sizeForView(size));
+}
+
+void TreatmentWindow::resizeViewWithinScreen(const kelo::Size &size)
+{
+    window_.resize(
+        sizeForView(size).boundedTo(sizeWithinFrame(window_.screen()->availableGeometry().size())));
 }
 
 bool TreatmentWindow::restorePlace(int openWindowCount)
@@ -253,6 +281,9 @@ void TreatmentWindow::preferencesChanged()
             labels[key] = toothName(key, notation).toStdString();
     }
     view_->setToothLabels(labels);
+    kelo::ToothNaming::setNaming([](const std::string &key) {
+        return toothName(key, Preferences::preferences().notation()).toStdString();
+    });
     if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
         static_cast<ToothChartPanel *>(chart)->setNotation(notation);
 }
@@ -422,18 +453,26 @@ void TreatmentWindow::askForName(const std::shared_ptr<kelo::ElasticModel> &elas
     naming.setMainWindow(&window_);
     naming.ask(
         {own ? tr("Rename Elastic") : tr("Name Elastic"),
-         tr("Name of the elastic %1:").arg(teethOf(*elastic)),
+         tr("Name of the elastic %1:")
+             .arg(toothNames(elastic->bracketSequence(), pageSettings().notation)),
          own ? QString::fromStdString(own->typeLabel) : QString(),
          [this, own](const QString &name) { return treatment_->nameProblem(name, own.get()); },
          [this, elastic](const QString &name) { nameElastic(elastic, name); }});
 }
 
-QString TreatmentWindow::teethOf(const kelo::ElasticModel &elastic) const
+bool TreatmentWindow::mayPlaceAgain(const kelo::ElasticsConfigType &configuration)
 {
-    QStringList teeth;
-    for (const std::string &key : elastic.bracketSequence())
-        teeth << toothName(key, pageSettings().notation);
-    return teeth.join(QStringLiteral(" \u2013 "));
+    // The question would open behind the view.
+    if (view_->isInFullScreenMode()) view_->exitFullScreenModeWithOptions();
+    std::vector<std::string> members;
+    for (const QString &key : QString::fromStdString(configuration.bracketSequence).split(u','))
+        members.push_back(key.toStdString());
+    return QMessageBox::question(
+               &window_, tr("Place Named Elastic"),
+               tr("An elastic runs over %1 already. Place %2 on top of it as a second one?")
+                   .arg(toothNames(members, pageSettings().notation),
+                        QString::fromStdString(configuration.typeLabel)),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic,
@@ -452,9 +491,14 @@ void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &ela
         all_.elasticWasNamed(*treatment_);
     };
     apply(naming);
-    const QString text = naming.before ? tr("Rename elastic %1, %2") : tr("Name elastic %1, %2");
+    const QString teeth = toothNames(elastic->bracketSequence(), pageSettings().notation);
+    const QString text = naming.before
+                             ? tr("Rename elastic %1, from %2 to %3")
+                                   .arg(teeth, QString::fromStdString(naming.before->typeLabel),
+                                        name.trimmed())
+                             : tr("Name elastic %1, %2").arg(teeth, name.trimmed());
     history_.addStep(
-        text.arg(teethOf(*elastic), name.trimmed()),
+        text,
         [=] {
             apply({naming.after, naming.before});
         },

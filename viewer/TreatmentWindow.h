@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QList>
 #include <QObject>
+#include <QSize>
 
 #include <memory>
 
@@ -19,6 +20,7 @@ class QToolBar;
 
 namespace kelo {
 class DXOpenGL;
+struct ElasticsConfigType;
 struct Size;
 } // namespace kelo
 
@@ -33,6 +35,10 @@ struct PrintRequest;
 /// Where a further window goes that is as large as the first one: a step to the right and below for
 /// each window that is open, and where that runs off the screen, as many from its upper left.
 QPoint placeBeside(const QRect &first, const QRect &screen, int openWindowCount);
+
+/// How large a window may be on a screen whose usable part is this large: its frame, which is not
+/// known before the window is shown, needs room too.
+QSize sizeWithinFrame(const QSize &screen);
 
 /// What the viewer makes of a treatment's main window: its menus, the bar of dates below the view,
 /// undo, option panels and sheets, and the questions before it closes.
@@ -52,6 +58,8 @@ public:
     const std::shared_ptr<kelo::DXOpenGL> &sharedView() const { return view_; }
     /// Makes the window as large as it must be for a view of this size, in points.
     void resizeView(const kelo::Size &size);
+    /// The same, but no larger than the screen has room for.
+    void resizeViewWithinScreen(const kelo::Size &size);
     /// Where the user left the last window; a second window a little further down. False when no
     /// window was left yet.
     bool restorePlace(int openWindowCount);
@@ -64,6 +72,7 @@ private:
     bool eventFilter(QObject *object, QEvent *event) override;
     /// The keys of the menus, which only windows with menus have by themselves.
     bool actOnKeyInFullScreen(const QKeyEvent &key);
+    QSize sizeForView(const kelo::Size &size) const;
     void userDidSomething();
     /// Stores what the document has not reported yet; where that fails the user is asked. False to
     /// go on working.
@@ -111,9 +120,9 @@ private:
     /// The note that is shown may be open for changes now, or no longer.
     void noteMayHaveClosed();
     void askForName(const std::shared_ptr<kelo::ElasticModel> &elastic);
+    /// Whether the user wants a second band where this one's members have a band already.
+    bool mayPlaceAgain(const kelo::ElasticsConfigType &configuration);
     void nameElastic(const std::shared_ptr<kelo::ElasticModel> &elastic, const QString &name);
-    /// The teeth that it runs over, as their names.
-    QString teethOf(const kelo::ElasticModel &elastic) const;
     void showMaterials();
     void showToothChart();
     /// Gives a panel the keys of the window's menus, and keys to close it by.

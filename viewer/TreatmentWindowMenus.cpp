@@ -6,6 +6,7 @@
 #include "viewer/Preferences.h"
 #include "viewer/StandardView.h"
 #include "viewer/TreatmentWindow.h"
+#include "viewer/ZoomToFit.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -119,7 +120,7 @@ void TreatmentWindow::makeTreatmentMenu()
 void TreatmentWindow::makeViewMenu()
 {
     QMenu *viewMenu = window_.menuBar()->addMenu(tr("&View"));
-    viewMenu->addAction(tr("&Zoom to Fit"), this, [this] { view_->zoomToFit(); })
+    viewMenu->addAction(tr("&Zoom to Fit"), this, [this] { zoomToFit(*view_); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
     viewMenu->addAction(tr("&Full Screen"), this, &TreatmentWindow::toggleFullScreen)
         ->setShortcut(QKeySequence(Qt::Key_F11));

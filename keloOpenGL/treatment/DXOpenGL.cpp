@@ -189,10 +189,11 @@ void DXOpenGL::setDisplayedDate(const QDateTime &date)
 
 void DXOpenGL::makeDateLabel()
 {
-    const std::string text =
-        _displayedDateIsToday
-            ? translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"))
-            : QLocale().toString(_displayedDate.date(), QLocale::ShortFormat).toStdString();
+    // The day by the user's clock: a host may give the moment in another zone.
+    const QDate day = _displayedDate.toLocalTime().date();
+    const std::string text = _displayedDateIsToday
+                                 ? translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"))
+                                 : QLocale().toString(day, QLocale::ShortFormat).toStdString();
     TextAttributes attributes;
     attributes.foregroundColor = Color::whiteColor();
     attributes.pointSize = dateLabelPointSize;

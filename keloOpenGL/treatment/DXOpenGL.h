@@ -89,8 +89,9 @@ public:
     const QDateTime &approvedDate() const { return _approvedDate; }
     void setApprovedDate(const QDateTime &date);
     /// The date that the label shows. Setting another one makes the label anew, "Today" in the
-    /// user's language for the current date, and chooses the mode: elastics for today's treatment
-    /// while it is not approved, otherwise rotate. Set the current and the approval date before.
+    /// user's language for the current date, any other as the day that it falls on in the user's
+    /// time zone, and chooses the mode: elastics for today's treatment while it is not approved,
+    /// otherwise rotate. Set the current and the approval date before.
     const QDateTime &displayedDate() const { return _displayedDate; }
     void setDisplayedDate(const QDateTime &date);
     bool displayedDateIsToday() const { return _displayedDateIsToday; }

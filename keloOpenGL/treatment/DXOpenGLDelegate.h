@@ -17,6 +17,7 @@ namespace kelo {
 class DXDocumentModel;
 class DXOpenGL;
 class ElasticModel;
+struct ElasticsConfigType;
 
 /// One elastic as a printed page lists it.
 struct ElasticDescription
@@ -55,6 +56,11 @@ struct DXOpenGLDelegate
     /// a name already (to rename it), otherwise 0.
     std::function<void(const std::shared_ptr<ElasticModel> &, int namingAction)>
         launchElasticsConfigAssociationSheetWithElasticModel_namingAction;
+
+    /// A question, not an event: asked before a named configuration is placed where a band over the
+    /// same members is placed already, which the new one would hide. False leaves everything as it
+    /// is. Without an answer it is placed.
+    std::function<bool(const std::shared_ptr<ElasticsConfigType> &)> mayPlaceAgain;
 };
 
 } // namespace kelo

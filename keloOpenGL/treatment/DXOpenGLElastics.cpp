@@ -5,6 +5,7 @@
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "keloOpenGL/treatment/ElasticPlacement.h"
+#include "keloOpenGL/treatment/ToothNaming.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
@@ -68,6 +69,31 @@ std::vector<std::string> membersOf(const std::string &bracketSequence)
         if (comma == std::string::npos) return members;
         begin = comma + 1;
     }
+}
+
+/// The teeth of these members that are hidden, each once, as people write them: "6, 27"; empty when
+/// none is.
+std::string namesOfMissingTeeth(const DXDocumentModel &document,
+                                const std::vector<std::string> &members)
+{
+    std::vector<std::string> missing;
+    for (const std::string &member : members) {
+        const std::string tooth = toothNameOf(member);
+        const bool isNew = std::find(missing.begin(), missing.end(), tooth) == missing.end();
+        if (isNew && isHidden(document.toothModels(), tooth)) missing.push_back(tooth);
+    }
+    std::string names;
+    for (const std::string &tooth : missing)
+        names += (names.empty() ? "" : ", ") + ToothNaming::nameOf(tooth);
+    return names;
+}
+
+bool hasElasticOver(const DXDocumentModel &document, const std::vector<std::string> &members)
+{
+    const auto &elastics = document.elasticModels();
+    return std::any_of(elastics.begin(), elastics.end(), [&members](const auto &elastic) {
+        return elastic->bracketSequence() == members;
+    });
 }
 
 /// Gives a model another material for as long as it lives.
@@ -216,10 +242,8 @@ void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
     const auto document = documentModel();
     if (!configuration || !document) return;
     const std::vector<std::string> members = membersOf(configuration->bracketSequence);
-    const auto toothIsHidden = [&document](const std::string &member) {
-        return isHidden(document->toothModels(), toothNameOf(member));
-    };
-    if (std::any_of(members.begin(), members.end(), toothIsHidden)) {
+    const std::string missingTeeth = namesOfMissingTeeth(*document, members);
+    if (!missingTeeth.empty()) {
         AlertPresenter::runModal(
             {translated(QT_TRANSLATE_NOOP("DXOpenGL", "Cannot Place Named Elastic")),
              filled(translated(QT_TRANSLATE_NOOP(
@@ -227,9 +251,13 @@ void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
                                     "1 or more required teeth for Bracket/Button placement are "
                                     "missing.")),
                     configuration->typeLabel),
-             "OK"});
+             "OK", filled(translated(QT_TRANSLATE_NOOP("DXOpenGL", "Missing: %@")), missingTeeth)});
         return;
     }
+    // The host may end the view or itself while it asks: from here on only the document is used.
+    const auto mayPlaceAgain = delegate_ ? delegate_->mayPlaceAgain : nullptr;
+    if (mayPlaceAgain && hasElasticOver(*document, members) && !mayPlaceAgain(configuration))
+        return;
     for (const std::string &member : members) {
         if (isButtonName(member)) {
             if (isHidden(document->buttonModels(), member))

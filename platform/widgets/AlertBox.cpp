@@ -15,7 +15,8 @@ void runModalAlertBox(const Alert &alert)
     // Plain: texts carry names of patients and files, which may look like markup.
     box->setTextFormat(Qt::PlainText);
     box->setText(QString::fromStdString(alert.messageText));
-    box->setInformativeText(QString::fromStdString(alert.informativeText));
+    const std::string gap = alert.informativeText.empty() || alert.detailText.empty() ? "" : "\n\n";
+    box->setInformativeText(QString::fromStdString(alert.informativeText + gap + alert.detailText));
     // The context of the desktop's own buttons: "OK" is in the user's language.
     box->addButton(QCoreApplication::translate("QPlatformTheme", alert.buttonTitle.c_str()),
                    QMessageBox::AcceptRole);

@@ -73,6 +73,8 @@ TEST_F(AlertTest, whereNobodyCanAnswerTheAlertIsOneLineOfStandardError)
         {{"Nothing to print.", "Show a tooth first."}, "Nothing to print. Show a tooth first.\n"},
         {{"Nothing to print", ""}, "Nothing to print\n"},
         {{"Two\nlines", "and\nmore"}, "Two lines: and more\n"},
+        {{"No elastic", "Teeth are missing.", "OK", "Missing: 8, 9"},
+         "No elastic: Teeth are missing.\nMissing: 8, 9\n"},
     };
     for (const auto &row : rows)
         EXPECT_EQ(standardErrorOf([&] { AlertPresenter::runModal(row.alert); }), row.line);
@@ -98,9 +100,9 @@ TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsTranslatedButton)
     });
     if (QGuiApplication::platformName() == QLatin1String("offscreen"))
         test::expectQtWarning("This plugin does not support propagateSizeHints()");
-    runModalAlertBox({"<b>Müller</b>", "Try again.", "Close"});
+    runModalAlertBox({"<b>Müller</b>", "Try again.", "Close", "Missing: 8"});
     EXPECT_EQ(text, QStringLiteral("<b>Müller</b>"));
-    EXPECT_EQ(informativeText, QStringLiteral("Try again."));
+    EXPECT_EQ(informativeText, QStringLiteral("Try again.\n\nMissing: 8"));
     EXPECT_EQ(format, Qt::PlainText);
     EXPECT_EQ(button, QStringLiteral("CLOSE")) << "as the desktop's own buttons say it";
     RunLoop::setMain(std::move(previous));

@@ -154,7 +154,7 @@ TEST_F(ProgramScript, anAlertIsALineOnStandardErrorAndTheScriptGoesOn)
     EXPECT_EQ(ended.errors.toStdString(),
               "Cannot Place Named Elastic: The Elastic Configuration named 'Class II right' cannot "
               "be placed because 1 or more required teeth for Bracket/Button placement are "
-              "missing.\n");
+              "missing.\nMissing: 30\n");
     EXPECT_EQ(state("end.json")["mouthOpenAngle"], QJsonValue(15.0));
 }
 

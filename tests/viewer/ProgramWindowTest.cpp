@@ -98,7 +98,7 @@ TEST_F(ProgramInWindow, neitherAnAlertNorAPrintRequestStopsAScript)
     EXPECT_EQ(process.readAllStandardError().toStdString(),
               "Cannot Place Named Elastic: The Elastic Configuration named 'Class II right' cannot "
               "be placed because 1 or more required teeth for Bracket/Button placement are "
-              "missing.\n");
+              "missing.\nMissing: 30\n");
 }
 
 TEST_F(ProgramInWindow, aWindowThatIsClosedDuringAWaitEndsTheRunAfterTheScript)

@@ -1,5 +1,6 @@
 #include "tests/viewer/ScriptFixture.h"
 
+#include "tests/support/ShoutingTranslator.h"
 #include "viewer/ScriptRun.h"
 
 #include <QElapsedTimer>
@@ -141,6 +142,46 @@ TEST_F(ScriptPlayerTest, everyCommandThatFailsSaysWhyAndNamesItsLine)
               "1: 'Remove All Elastics' has no submenu");
     EXPECT_EQ(failureOf("dismiss\npress left 5 5\npress left 6 6\n"),
               "3: a button is held already");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, rowsAreChosenByTitleInEveryLanguageAndByShownTitleToo)
+{
+    const kelo::test::ShoutingTranslator language("DXOpenGL");
+    for (const char *title : {"Start New Elastic", "START NEW ELASTIC"}) {
+        play("click bracket 8\n");
+        ASSERT_NE(row("Start New Elastic"), nullptr);
+        EXPECT_EQ(row("Start New Elastic")->shownTitle, "START NEW ELASTIC");
+        play(QByteArray("menu \"") + title + "\" > \"1/8\\\" 2 oz\"\n");
+        EXPECT_EQ(view->bracketSequence(), std::vector<std::string>{"8"}) << title;
+        play("key escape\n");
+    }
+    EXPECT_EQ(failureOf("click bracket 8\nmenu \"Start new elastic\"\n"),
+              "2: the menu has no row 'Start new elastic'");
+    play("dismiss\n");
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ScriptPlayerTest, aRowsTitleGoesBeforeWhatAnotherRowShows)
+{
+    const auto menu = std::make_shared<kelo::Menu>();
+    std::string chosen;
+    const auto add = [&](const char *title, const char *shownTitle) {
+        menu->addItemWithTitle_actionName_action(
+                title, "choose:", [&chosen](kelo::MenuItem &item) { chosen = item.title; })
+            ->shownTitle = shownTitle;
+    };
+    add("First", "Second");
+    add("Second", "Third");
+    menu->autoenablesItems = false;
+    const auto choose = [&](const QByteArray &title) {
+        kelo::ContextMenuPresenter::popUpContextMenu(menu, kelo::Event(), *view);
+        play("menu \"" + title + "\"\n");
+        return chosen;
+    };
+    EXPECT_EQ(choose("Second"), "Second");
+    EXPECT_EQ(choose("Third"), "Second");
+    EXPECT_EQ(choose("First"), "First");
     EXPECT_NO_GL_ERROR();
 }
 

@@ -132,7 +132,7 @@ TEST_F(ScriptRuns, anAlertWithNobodyThereIsALineOnStandardError)
     });
     EXPECT_EQ(told, "Cannot Place Named Elastic: The Elastic Configuration named 'Class II right' "
                     "cannot be placed because 1 or more required teeth for Bracket/Button "
-                    "placement are missing.\n");
+                    "placement are missing.\nMissing: 30\n");
     EXPECT_EQ(boxCount, 0);
     kelo::AlertPresenter::runModal({"After", ""});
     EXPECT_EQ(boxCount, 1) << "the one before is back";

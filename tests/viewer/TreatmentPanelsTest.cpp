@@ -14,7 +14,25 @@ using namespace viewer;
 using namespace viewer::test;
 
 class TreatmentPanels : public TreatmentWindows
-{};
+{
+protected:
+    static QToolButton *toolIn(const kelo::WindowController &panel, const QString &name)
+    {
+        for (auto *tool : panel.window()->findChildren<QToolButton *>()) {
+            if (tool->accessibleName() == name) return tool;
+        }
+        return nullptr;
+    }
+    /// A pixel of the icon as the tool shows it, beside the line across a bracket.
+    static QRgb middleOf(const QToolButton &tool)
+    {
+        const QImage picture =
+            tool.icon()
+                .pixmap(tool.iconSize(), tool.isEnabled() ? QIcon::Normal : QIcon::Disabled)
+                .toImage();
+        return picture.pixel(picture.width() / 2, picture.height() / 3);
+    }
+};
 
 TEST_F(TreatmentPanels, aTreatmentThatIsOpenedAgainComesToTheFrontWithoutItsClosedPanels)
 {
@@ -70,6 +88,51 @@ TEST_F(TreatmentPanels, theToothChartChangesTheTreatmentAndOnlyLooksAtApprovedOn
     EXPECT_TRUE(document.mainWindow()->close());
     EXPECT_FALSE(panel->window()->isVisible());
     waitForClosed();
+}
+
+TEST_F(TreatmentPanels, aToothThatIsOutHasNeitherBracketNorButtonInTheChart)
+{
+    TreatmentDocument &document = open();
+    kelo::DXDocumentModel &model = *document.treatment()->document();
+    model.bracket_setColorWithBracketColorTypeID("8", 5);
+    action(document, "Tooth Chart")->trigger();
+    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
+    QToolButton *const bracket = toolIn(*panel, "Bracket 8: Light blue");
+    QToolButton *const button = toolIn(*panel, "Lingual button 8");
+    QToolButton *const tooth = toolIn(*panel, "Tooth 8");
+    ASSERT_TRUE(bracket && button && tooth);
+    const QRgb colored = middleOf(*bracket);
+    EXPECT_EQ(qAlpha(colored), 255);
+    tooth->click();
+    EXPECT_EQ(tooth->accessibleName(), "Tooth 8: missing");
+    EXPECT_EQ(bracket->accessibleName(), "Bracket 8: the tooth is missing");
+    EXPECT_EQ(button->accessibleName(), "Lingual button 8: the tooth is missing");
+    EXPECT_EQ(qAlpha(middleOf(*bracket)), 0) << "an outline only";
+    for (const QToolButton *tool : {bracket, button}) {
+        EXPECT_FALSE(tool->isChecked());
+        EXPECT_FALSE(tool->isEnabled());
+    }
+    EXPECT_TRUE(tooth->isEnabled());
+    tooth->click();
+    EXPECT_EQ(bracket->accessibleName(), "Bracket 8: Light blue");
+    EXPECT_EQ(middleOf(*bracket), colored);
+    EXPECT_TRUE(bracket->isEnabled());
+    EXPECT_TRUE(button->isChecked());
+}
+
+TEST_F(TreatmentPanels, theChartOfAnApprovedNoteKeepsItsColours)
+{
+    TreatmentDocument &document = open();
+    document.treatment()->document()->bracket_setColorWithBracketColorTypeID("8", 5);
+    action(document, "Tooth Chart")->trigger();
+    auto *panel = document.existingWindowControllerForWindowNibName("ToothChart");
+    QToolButton *const bracket = toolIn(*panel, "Bracket 8: Light blue");
+    ASSERT_NE(bracket, nullptr);
+    const QRgb colored = middleOf(*bracket);
+    EXPECT_NE(qRed(colored), qBlue(colored)) << "or grey would be the same";
+    action(document, "Approved")->trigger();
+    EXPECT_FALSE(bracket->isEnabled());
+    EXPECT_EQ(middleOf(*bracket), colored);
 }
 
 TEST_F(TreatmentPanels, aPanelsFrameStandsFivePointsBesideTheWindowsAndSixBelowItsTop)
@@ -154,7 +217,8 @@ TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
     nameIt(2, " My box "); // has no name in the sample
     nameIt(0, "Our Class II");
     EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
-    QAction *const undo = action(document, "Undo Rename elastic 6 \u2013 30, Our Class II");
+    QAction *const undo =
+        action(document, "Undo Rename elastic 6 \u2013 30, from Class II right to Our Class II");
     ASSERT_NE(undo, nullptr);
     undo->trigger();
     EXPECT_EQ(label(0), before);

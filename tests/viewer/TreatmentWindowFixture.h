@@ -80,8 +80,8 @@ protected:
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(R"({"format": "treatment", "version": 1,
-            "patient": {"name": "Other Patient", "id": "O-2"}, "currentDate": "2026-03-04",
-            "notes": [{"date": "2026-03-04", "bracketVisibilities": {"8": true},
+            "patient": {"name": "Other Patient", "id": "O-2"}, "currentDate": "2020-03-04",
+            "notes": [{"date": "2020-03-04", "bracketVisibilities": {"8": true},
                        "bracketColorTypeIDs": {"8": 5}}]})");
         return file.fileName();
     }

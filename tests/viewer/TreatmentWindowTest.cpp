@@ -226,13 +226,99 @@ TEST_F(TreatmentWindows, aWindowThatWasLeftOpenOvernightGoesOnWithTheNewDaysNote
     EXPECT_EQ(treatment.changes().value().back().noteDate, yesterday);
 }
 
+TEST_F(TreatmentWindows, theDayOfAFileCountsInScriptsAndTheDayOfTheUserInAWindow)
+{
+    commandLine.file = writeFile("other.json");
+    commandLine.database.clear();
+    {
+        const TreatmentDocument &document = open();
+        EXPECT_EQ(document.treatment()->today(), QDate::currentDate());
+        EXPECT_EQ(document.treatment()->session().date(), QDate::currentDate());
+        EXPECT_TRUE(document.mainWindow()->view().displayedDateIsToday());
+        EXPECT_EQ(windowOf(document).findChild<DateBar *>()->dates(),
+                  (std::vector<QDate>{QDate(2020, 3, 4), QDate::currentDate()}));
+        EXPECT_TRUE(bracketIsPlaced(document, "8")) << "it begins as the last note stands";
+        EXPECT_FALSE(document.treatment()->hasUnsavedChanges());
+        EXPECT_TRUE(document.mainWindow()->close());
+        waitForClosed();
+    }
+    commandLine.script = folder.filePath("some.script"); // read by the program, not by its windows
+    EXPECT_EQ(open().treatment()->today(), QDate(2020, 3, 4));
+}
+
+TEST_F(TreatmentWindows, aConfigurationThatIsPlacedAlreadyIsAskedForBeforeItIsStacked)
+{
+    TreatmentDocument &document = open();
+    kelo::DXOpenGL &view = document.mainWindow()->view();
+    const auto &elastics = document.treatment()->document()->elasticModels();
+    const auto before = elastics.size();
+    kelo::MenuItem row;
+    row.representedObject = elastics.front()->elasticsConfigType(); // of the sample's Class II band
+    answerNextBox(QMessageBox::No);
+    view.placeSelectedElasticsConfigType(row);
+    EXPECT_EQ(said,
+              "An elastic runs over 6 \u2013 30 already. Place Class II right on top of it as "
+              "a second one?");
+    EXPECT_EQ(elastics.size(), before);
+    answerNextBox(QMessageBox::Yes);
+    view.placeSelectedElasticsConfigType(row);
+    EXPECT_EQ(elastics.size(), before + 1);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(TreatmentWindows, theFirstWindowIsNoLargerThanTheScreenHasRoomFor)
+{
+    commandLine.isSizeGiven = false;
+    commandLine.size = {4000.0, 3000.0};
+    const TreatmentDocument &document = open();
+    const QRect screen = windowOf(document).screen()->availableGeometry();
+    // The frame is told by the window manager.
+    ASSERT_TRUE(waitUntil([&] {
+        return windowOf(document).frameGeometry().top() != windowOf(document).geometry().top();
+    }));
+    const QSize frame = windowOf(document).frameGeometry().size();
+    EXPECT_LE(frame.width(), screen.width());
+    EXPECT_LE(frame.height(), screen.height());
+    EXPECT_GE(frame.width(), screen.width() - 16) << "but no smaller than it must be";
+    EXPECT_GE(frame.height(), screen.height() - 40);
+}
+
+TEST_F(TreatmentWindows, aSizeThatIsAskedForIsMadeOnASmallerScreenToo)
+{
+    commandLine.size = {1500.0, 1200.0};
+    const TreatmentDocument &document = open();
+    EXPECT_EQ(windowOf(document).width(), 1500);
+    EXPECT_GE(windowOf(document).height(), 1200);
+}
+
+TEST_F(TreatmentWindows, theWindowOpensOnTheJawsFromSideToSideHoweverNarrowItIs)
+{
+    commandLine.size = {300.0, 600.0};
+    kelo::DXOpenGL &view = open().mainWindow()->view();
+    const auto scene = view.extents();
+    ASSERT_TRUE(waitUntil([&] {
+        const kelo::WindowLimits shown = view.windowLimits();
+        return shown.xMin < scene->xMin() && shown.xMax > scene->xMax();
+    }));
+    view.setZoomData(kelo::DXOpenGL::zoomDataWithXMin_xMax_yMin_yMax(-1.0, 1.0, -1.0, 1.0));
+    action(*all->documents().front(), "Zoom to Fit")->trigger();
+    EXPECT_LT(view.windowLimits().xMin, scene->xMin());
+    EXPECT_GT(view.windowLimits().xMax, scene->xMax());
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(TreatmentWindows, earlierAndLaterNotesCanBeGoneToWhereThereAreSome)
 {
-    commandLine.file = writeFile("other.json"); // one note, of its current date
-    commandLine.database.clear();
-    const TreatmentDocument &document = open();
-    EXPECT_FALSE(action(document, "Earlier Note")->isEnabled());
-    EXPECT_FALSE(action(document, "Later Note")->isEnabled());
+    const TreatmentDocument &sample = open(); // today's note only
+    EXPECT_FALSE(action(sample, "Earlier Note")->isEnabled());
+    EXPECT_FALSE(action(sample, "Later Note")->isEnabled());
+    all->openFile(writeFile("other.json"), nullptr); // a note of an earlier day, and today's
+    const TreatmentDocument &other = *all->documents().back();
+    EXPECT_TRUE(action(other, "Earlier Note")->isEnabled());
+    EXPECT_FALSE(action(other, "Later Note")->isEnabled());
+    action(other, "Earlier Note")->trigger();
+    EXPECT_FALSE(action(other, "Earlier Note")->isEnabled());
+    EXPECT_TRUE(action(other, "Later Note")->isEnabled());
 }
 
 TEST_F(TreatmentWindows, aClickInFullScreenIsNoKeyOfTheMenus)

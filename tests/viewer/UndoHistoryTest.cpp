@@ -53,7 +53,7 @@ TEST_F(UndoHistoryTest, everyActionHasAReadableName)
     } rows[] = {
         {"modifiers control\nclick tooth 8\nmenu \"Remove Bracket\"", "Remove bracket from 8"},
         {"advance 5\nclick tooth 8\nmenu \"Light blue\"", "Place bracket on 8, light blue"},
-        {"advance 5\nclick tooth 8\nmenu \"Red\"", "Colour bracket on 8, red"},
+        {"advance 5\nclick tooth 8\nmenu \"Red\"", "Colour bracket on 8, from light blue to red"},
         {"advance 5\nclick tooth 9\nmenu \"Remove Tooth\"", "Remove tooth 9"},
         {"advance 5\nclick tooth 8\nmenu \"Remove All Brackets\"", "Remove 28 brackets"},
     };
@@ -69,10 +69,10 @@ TEST_F(UndoHistoryTest, whatHasNoColourAnyMoreIsCleared)
     document().bracket_setColorWithBracketColorTypeID("8", typeIDOf("Red"));
     document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Red"));
     history.noticeChanges();
-    EXPECT_EQ(history.stack().undoText().toStdString(), "Colour 2 brackets, red");
+    EXPECT_EQ(history.stack().undoText().toStdString(), "Colour 2 brackets (8, 9), red");
     document().bracket_setColorWithBracketColorTypeID("8", 4999);
     history.noticeChanges();
-    EXPECT_EQ(history.stack().undoText().toStdString(), "Clear bracket on 8");
+    EXPECT_EQ(history.stack().undoText().toStdString(), "Clear bracket on 8, red");
     undoAndRedo();
     EXPECT_NO_GL_ERROR();
 }
@@ -86,7 +86,8 @@ TEST_F(UndoHistoryTest, elasticsAreNamedByTheTeethThatTheyRunOver)
               "Place elastic 6 \u2013 28, 1/4\" 3.5 oz");
     undoAndRedo();
     history.setNotation(ToothNotation::FDI);
-    EXPECT_EQ(nameOf("click elastic 0\nmenu \"Remove Elastic\""), "Remove elastic 13 \u2013 44");
+    EXPECT_EQ(nameOf("click elastic 0\nmenu \"Remove Elastic\""),
+              "Remove elastic 13 \u2013 44, 1/4\" 3.5 oz");
     undoAndRedo();
     EXPECT_NO_GL_ERROR();
 }
@@ -117,6 +118,62 @@ TEST_F(UndoHistoryTest, goingBackAndForthAsksForARedraw)
     document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Red"));
     expectRedraws();
     view->makeCurrentContextIfNeeded();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(UndoHistoryTest, aChangeOfAnElasticSaysWhichAndFromWhatToWhat)
+{
+    const auto &sizes = document().availableElasticsSizeTypes();
+    const auto small = sizes.at(7), large = sizes.at(10);
+    const auto place = [&](const auto &size, std::vector<std::string> keys) {
+        document().placeElasticModel(
+            std::make_shared<kelo::ElasticModel>(nullptr, size, std::move(keys)));
+        return document().elasticModels().back();
+    };
+    const std::string fromTo = ", from " + small->typeLabel + " to " + large->typeLabel;
+    const auto first = place(small, {"6", "27", "28"});
+    EXPECT_EQ(nameOf(""), "Place elastic 6 \u2013 27 \u2013 28, " + small->typeLabel);
+    document().elasticModel_setElasticsSizeType(first, large);
+    EXPECT_EQ(nameOf(""), "Change elastic 6 \u2013 27 \u2013 28" + fromTo);
+    undoAndRedo();
+    document().elasticModel_setElasticsSizeType(first, small);
+    history.noticeChanges();
+    const auto second = place(small, {"11", "22l"});
+    history.noticeChanges();
+    for (const auto &elastic : {first, second})
+        document().elasticModel_setElasticsSizeType(elastic, large);
+    EXPECT_EQ(nameOf(""),
+              "Change 2 elastics (6 \u2013 27 \u2013 28; 11 \u2013 22 lingual)" + fromTo);
+    undoAndRedo();
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(UndoHistoryTest, anElasticThatHasOtherMembersIsNamedWithBoth)
+{
+    const auto size = document().availableElasticsSizeTypes().at(7);
+    DocumentState before = stateOf(document()), after = before;
+    before.elastics = {{nullptr, size, {"6", "27", "28"}}};
+    after.elastics = {{nullptr, size, {"6", "28"}}};
+    EXPECT_EQ(changeText(before, after, document(), ToothNotation::Universal).toStdString(),
+              "Change elastic 6 \u2013 27 \u2013 28, 6 \u2013 28");
+    const auto named = document().availableElasticsConfigTypes().front();
+    after.elastics = {{named, size, {"6", "27", "28"}}};
+    EXPECT_EQ(changeText(before, after, document(), ToothNotation::Universal).toStdString(),
+              "Change elastic 6 \u2013 27 \u2013 28, " + named->typeLabel);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(UndoHistoryTest, fewThingsAreNamedAndManyAreCounted)
+{
+    for (const char *key : {"2", "3", "4", "5", "6", "7"})
+        document().toggleVisibilityOfButton(std::string(key) + "l");
+    EXPECT_EQ(nameOf(""), "Remove 6 buttons (2, 3, 4, 5, 6, 7)");
+    for (const char *key : {"8", "9", "10", "11", "12", "13", "14"})
+        document().toggleVisibilityOfButton(std::string(key) + "l");
+    EXPECT_EQ(nameOf(""), "Remove 7 buttons");
+    document().toggleVisibilityOfTooth("8");
+    document().toggleVisibilityOfTooth("9");
+    EXPECT_EQ(nameOf(""), "Remove 2 teeth (8, 9)");
     EXPECT_NO_GL_ERROR();
 }
 

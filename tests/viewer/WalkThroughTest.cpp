@@ -27,8 +27,7 @@ using kelo::test::letPass;
 using kelo::test::waitUntil;
 using kelo::test::xdotool;
 
-const QDate firstVisit(2026, 3, 5);
-const QDate secondVisit(2026, 4, 9);
+const QDate firstVisit = QDate::currentDate().addDays(-35);
 
 class WalkThrough : public testing::Test
 {
@@ -53,7 +52,6 @@ protected:
     {
         TreatmentRecord record;
         record.patient = {"Walk Through", "W-1", QDate(2012, 5, 6)};
-        record.currentDate = secondVisit;
         NoteRecord note;
         note.date = firstVisit;
         record.notes = {note};

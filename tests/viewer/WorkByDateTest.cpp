@@ -166,11 +166,44 @@ TEST_F(WorkByDate, theLogTellsWhatWasDoneInWordsThatPeopleRead)
     EXPECT_EQ(lines, (QStringList{
                          "Note begun|" + QLocale().toString(october, QLocale::ShortFormat) + "||" +
                              todayText,
-                         "Tooth|14||hidden",
-                         "Bracket colour|11||Electric blue",
-                         "Approval|||" + todayText,
+                         "Tooth|14|shown|hidden",
+                         "Bracket colour|11|none|Electric blue",
+                         "Approval||not approved|" + todayText,
                      }));
     EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(WorkByDate, theLogTellsOfEveryElasticWhatItWasAndIs)
+{
+    auto &document = *treatment->document();
+    const auto &sizes = document.availableElasticsSizeTypes();
+    const auto first = document.elasticModels().front(); // 8 to 9, in the file's size
+    const std::string teeth = "8 \u2013 9", added = "6 \u2013 27 \u2013 30 lingual";
+    const auto size = treatment->changes().value().size();
+    document.elasticModel_setElasticsSizeType(first, sizes.at(7));
+    const auto named = document.availableElasticsConfigTypes().front();
+    document.placeElasticModel(std::make_shared<kelo::ElasticModel>(
+        named, sizes.at(11), std::vector<std::string>{"6", "27", "30l"}));
+    document.toggleVisibilityOfBracket("27");
+    document.removeElasticModel(first);
+    QStringList lines;
+    const auto changes = treatment->changes().value();
+    for (std::size_t i = size; i < changes.size(); ++i) {
+        if (changes[i].what.startsWith("elastic"))
+            lines << changeColumns(changes[i], document, ToothNotation::Universal).mid(2).join('|');
+    }
+    const auto line = [](const std::string &text) { return QString::fromStdString(text); };
+    const std::string ten = sizes.at(10)->typeLabel, seven = sizes.at(7)->typeLabel,
+                      eleven = sizes.at(11)->typeLabel, name = named->typeLabel;
+    EXPECT_EQ(
+        lines,
+        (QStringList{
+            line("Elastic size|" + teeth + "|" + teeth + ", " + ten + "|" + teeth + ", " + seven),
+            line("Elastic placed|" + added + "||" + added + ", " + eleven + ", " + name),
+            line("Elastics shortened|27|" + added + ", " + eleven + ", " + name +
+                 "|6 \u2013 30 lingual, " + eleven + ", " + name),
+            line("Elastic removed|" + teeth + "|" + teeth + ", " + seven + "|"),
+        }));
 }
 
 TEST_F(WorkByDate, theListOfChangesIsNewestFirstAndCanBeSearched)

@@ -63,16 +63,13 @@
         <source>hidden</source>
         <translation>verborgen</translation>
     </message>
-    <message numerus="yes">
-        <source>%n elastics</source>
-        <translation>
-            <numerusform>%n Gummizug</numerusform>
-            <numerusform>%n Gummizüge</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Elastic renamed</source>
         <translation>Gummizug umbenannt</translation>
+    </message>
+    <message>
+        <source>not approved</source>
+        <translation>nicht freigegeben</translation>
     </message>
 </context>
 <context>
@@ -202,6 +199,14 @@
         <source>Change elastic %1</source>
         <translation>Gummizug %1 ändern</translation>
     </message>
+    <message>
+        <source>%1, from %2 to %3</source>
+        <translation>%1, von %2 zu %3</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>DXOpenGL</name>
@@ -308,6 +313,10 @@
     <message>
         <source>Today</source>
         <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Missing: %@</source>
+        <translation>Fehlende Zähne: %@</translation>
     </message>
 </context>
 <context>
@@ -862,6 +871,14 @@
         <source>Lingual button %1: not placed</source>
         <translation>Lingualknöpfchen %1: nicht gesetzt</translation>
     </message>
+    <message>
+        <source>the tooth is missing</source>
+        <translation>der Zahn fehlt</translation>
+    </message>
+    <message>
+        <source>Lingual button %1: the tooth is missing</source>
+        <translation>Lingualknöpfchen %1: der Zahn fehlt</translation>
+    </message>
 </context>
 <context>
     <name>viewer::TreatmentWindow</name>
@@ -1144,12 +1161,20 @@ Die kieferorthopädische Behandlung eines Patienten als bewegliche Szene.</trans
         <translation>Gummizug benennen</translation>
     </message>
     <message>
-        <source>Rename elastic %1, %2</source>
-        <translation>Gummizug %1 umbenennen, %2</translation>
-    </message>
-    <message>
         <source>Name elastic %1, %2</source>
         <translation>Gummizug %1 benennen, %2</translation>
+    </message>
+    <message>
+        <source>Place Named Elastic</source>
+        <translation>Benannten Gummizug einhängen</translation>
+    </message>
+    <message>
+        <source>An elastic runs over %1 already. Place %2 on top of it as a second one?</source>
+        <translation>Über %1 liegt schon ein Gummizug. %2 als zweiten darüber einhängen?</translation>
+    </message>
+    <message>
+        <source>Rename elastic %1, from %2 to %3</source>
+        <translation>Gummizug %1 umbenennen, von %2 zu %3</translation>
     </message>
 </context>
 </TS>

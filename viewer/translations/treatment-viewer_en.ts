@@ -2,16 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
-    <name>ChangeLog</name>
-    <message numerus="yes">
-        <source>%n elastics</source>
-        <translation>
-            <numerusform>%n elastic</numerusform>
-            <numerusform>%n elastics</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>ChangeText</name>
     <message numerus="yes">
         <source>Place %n teeth</source>

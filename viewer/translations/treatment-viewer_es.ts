@@ -63,16 +63,13 @@
         <source>hidden</source>
         <translation>oculto</translation>
     </message>
-    <message numerus="yes">
-        <source>%n elastics</source>
-        <translation>
-            <numerusform>%n elástico</numerusform>
-            <numerusform>%n elásticos</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Elastic renamed</source>
         <translation>Elástico renombrado</translation>
+    </message>
+    <message>
+        <source>not approved</source>
+        <translation>no aprobada</translation>
     </message>
 </context>
 <context>
@@ -202,6 +199,14 @@
         <source>Change elastic %1</source>
         <translation>Cambiar el elástico %1</translation>
     </message>
+    <message>
+        <source>%1, from %2 to %3</source>
+        <translation>%1, de %2 a %3</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>DXOpenGL</name>
@@ -308,6 +313,10 @@
     <message>
         <source>Today</source>
         <translation>Hoy</translation>
+    </message>
+    <message>
+        <source>Missing: %@</source>
+        <translation>Dientes que faltan: %@</translation>
     </message>
 </context>
 <context>
@@ -862,6 +871,14 @@
         <source>Lingual button %1: not placed</source>
         <translation>Botón lingual %1: no colocado</translation>
     </message>
+    <message>
+        <source>the tooth is missing</source>
+        <translation>falta el diente</translation>
+    </message>
+    <message>
+        <source>Lingual button %1: the tooth is missing</source>
+        <translation>Botón lingual %1: falta el diente</translation>
+    </message>
 </context>
 <context>
     <name>viewer::TreatmentWindow</name>
@@ -1144,12 +1161,20 @@ El tratamiento de ortodoncia de un paciente como escena interactiva.</translatio
         <translation>Nombrar elástico</translation>
     </message>
     <message>
-        <source>Rename elastic %1, %2</source>
-        <translation>Cambiar el nombre del elástico %1, %2</translation>
-    </message>
-    <message>
         <source>Name elastic %1, %2</source>
         <translation>Nombrar el elástico %1, %2</translation>
+    </message>
+    <message>
+        <source>Place Named Elastic</source>
+        <translation>Colocar elástico con nombre</translation>
+    </message>
+    <message>
+        <source>An elastic runs over %1 already. Place %2 on top of it as a second one?</source>
+        <translation>Ya hay un elástico sobre %1. ¿Colocar %2 encima como segundo?</translation>
+    </message>
+    <message>
+        <source>Rename elastic %1, from %2 to %3</source>
+        <translation>Cambiar el nombre del elástico %1, de %2 a %3</translation>
     </message>
 </context>
 </TS>

@@ -13,6 +13,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <ctime>
 #include <limits>
 
 namespace {
@@ -21,6 +22,32 @@ using namespace kelo;
 
 const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
 const QDateTime yesterday(QDate(2026, 11, 19), QTime(0, 0));
+
+/// The clock of a user in another zone while the object lives, as TZ describes it.
+class UserInTimeZone
+{
+public:
+    explicit UserInTimeZone(const char *zone)
+        : kept_(qgetenv("TZ")), wasSet_(qEnvironmentVariableIsSet("TZ"))
+    {
+        qputenv("TZ", zone);
+        tzset();
+    }
+    ~UserInTimeZone()
+    {
+        if (wasSet_)
+            qputenv("TZ", kept_);
+        else
+            qunsetenv("TZ");
+        tzset();
+    }
+    UserInTimeZone(const UserInTimeZone &) = delete;
+    UserInTimeZone &operator=(const UserInTimeZone &) = delete;
+
+private:
+    QByteArray kept_;
+    bool wasSet_;
+};
 
 /// Counts the changes of the mode, which making a label goes with.
 class ViewUnderTest : public DXOpenGL
@@ -202,6 +229,21 @@ TEST_F(DXOpenGLState, theLabelSaysTodayOrTheDateInTheLocalesShortForm)
     EXPECT_EQ(view->dateStringTexture()->text(),
               QLocale().toString(QDate(2026, 11, 19), QLocale::ShortFormat).toStdString());
     EXPECT_TRUE(view->needsDisplay());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(DXOpenGLState, theLabelHasTheDayOfTheUsersTimeZone)
+{
+    // Eight in the evening in Greenwich is the next morning nine hours to the east.
+    const UserInTimeZone user("JST-9");
+    const QDateTime moment(QDate(2026, 11, 20), QTime(20, 0), Qt::UTC);
+    view->setDisplayedDate(moment);
+    const std::string day =
+        QLocale().toString(QDate(2026, 11, 21), QLocale::ShortFormat).toStdString();
+    EXPECT_EQ(view->dateStringTexture()->text(), day);
+    view->setDisplayedDate({});
+    view->setDisplayedDate(moment.toOffsetFromUtc(-3 * 3600));
+    EXPECT_EQ(view->dateStringTexture()->text(), day);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -2,6 +2,7 @@
 
 #include "tests/keloOpenGL/treatment/ElasticFixture.h"
 
+#include "keloOpenGL/treatment/ToothNaming.h"
 #include "platform/Alert.h"
 
 namespace {
@@ -33,8 +34,10 @@ protected:
         documentDelegate.elasticModelColorDidChange = [this](const auto &elastic) {
             view->log.push_back("size of " + elastic->bracketSequence().front());
         };
-        keptAlerts = AlertPresenter::setPresenter(
-            [this](const Alert &alert) { view->log.push_back("alert " + alert.messageText); });
+        keptAlerts = AlertPresenter::setPresenter([this](const Alert &alert) {
+            view->log.push_back("alert " + alert.messageText);
+            detailText = alert.detailText;
+        });
     }
     ~ElasticActions() override { AlertPresenter::setPresenter(keptAlerts); }
 
@@ -70,6 +73,7 @@ protected:
     }
 
     MenuItem nothing;
+    std::string detailText; ///< of the last alert
     DXOpenGLDelegate delegate;
 
 private:
@@ -208,6 +212,68 @@ TEST_F(ElasticActions, aHiddenToothOfAnyMemberStopsAConfigurationBeforeAnythingI
     EXPECT_EQ(bands(), Bands());
     placeConfiguration("6,27");
     EXPECT_EQ(takeLog(), (Log{"bracket 6", "placed"}));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ElasticActions, theAlertNamesEveryMissingToothOnceAsTheHostNamesTeeth)
+{
+    for (const char *key : {"5", "27"})
+        document->toothModels().at(key)->setHiddenPrimary(true);
+    placeConfiguration("6,27,5l,27l");
+    EXPECT_EQ(detailText, "Missing: 27, 5");
+    const auto kept = ToothNaming::setNaming([](const std::string &key) { return "#" + key; });
+    placeConfiguration("6,27,5l,27l");
+    EXPECT_EQ(detailText, "Missing: #27, #5");
+    ToothNaming::setNaming(kept);
+    EXPECT_EQ(bands(), Bands());
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ElasticActions, aBandOverTheSameMembersIsPlacedAgainOnlyIfTheHostSaysYes)
+{
+    bool answer = false;
+    delegate.mayPlaceAgain = [&](const std::shared_ptr<ElasticsConfigType> &configuration) {
+        view->log.push_back("asked for " + configuration->bracketSequence);
+        return answer;
+    };
+    view->setDelegate(&delegate);
+    placeConfiguration("6,27");
+    EXPECT_EQ(takeLog(), Log{"placed"}) << "there was none before";
+    bracket("6").setHiddenPrimary(true);
+    placeConfiguration("6,27");
+    EXPECT_EQ(takeLog(), Log{"asked for 6,27"});
+    EXPECT_TRUE(bracket("6").hiddenPrimary()) << "nothing is changed without a yes";
+    placeConfiguration("27,6");
+    EXPECT_EQ(takeLog(), (Log{"bracket 6", "placed"})) << "that band is another one";
+    answer = true;
+    placeConfiguration("6,27");
+    EXPECT_EQ(takeLog(), (Log{"asked for 6,27", "placed"}));
+    EXPECT_EQ(bands(), (Bands{{"6", "27"}, {"27", "6"}, {"6", "27"}}));
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ElasticActions, withoutAHostsAnswerABandIsPlacedAgain)
+{
+    placeConfiguration("6,27");
+    placeConfiguration("6,27");
+    view->setDelegate(&delegate);
+    placeConfiguration("6,27");
+    EXPECT_EQ(bands().size(), 3u);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(ElasticActions, theHostMayTakeItsDelegateAwayWhileItIsAsked)
+{
+    auto own = std::make_unique<DXOpenGLDelegate>();
+    own->mayPlaceAgain = [&](const auto &) {
+        view->setDelegate(nullptr);
+        own.reset();
+        return true;
+    };
+    view->setDelegate(own.get());
+    placeConfiguration("6,27");
+    placeConfiguration("6,27");
+    EXPECT_EQ(bands().size(), 2u);
     EXPECT_NO_GL_ERROR();
 }
 
