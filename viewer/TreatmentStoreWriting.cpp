@@ -233,7 +233,7 @@ qint64 startNote(TreatmentStoreConnection &connection, qint64 treatmentID, const
     started.date = date;
     StoredChange change{changedAt, date, QStringLiteral("note started"), {}, {}, textOf(date)};
     if (const auto earlier = lastDateBefore(connection, treatmentID, date)) {
-        started = noteStartedFrom(note(connection, treatmentID, *earlier).value(), date);
+        started = noteStartedFrom(givenNote(connection, treatmentID, *earlier), date);
         change.key = textOf(*earlier).toStdString();
     }
     const qint64 identifier = insertNote(connection, treatmentID, started);
@@ -248,7 +248,7 @@ void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const
     const auto known = noteID(connection, treatmentID, report.date);
     const qint64 identifier =
         known ? *known : startNote(connection, treatmentID, report.date, changedAt);
-    const NoteRecord stored = note(connection, treatmentID, report.date).value();
+    const NoteRecord stored = givenNote(connection, treatmentID, report.date);
     ReportWriter(connection, treatmentID, identifier, stored, changedAt).write(report);
 }
 

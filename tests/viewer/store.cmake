@@ -9,8 +9,10 @@ kelo_test(store_tests QT
         TreatmentStoreKilledTest.cpp
         TreatmentStoreOpeningTest.cpp
         TreatmentStoreTest.cpp
+        TreatmentStoreVersionsTest.cpp
+        TreatmentStoreForeignTest.cpp
     LINKS kelo_viewer)
 target_compile_definitions(store_tests PRIVATE
     KELO_KILLED_WRITER="$<TARGET_FILE:killed_writer>"
-    KELO_STORED_VERSION_1="${CMAKE_CURRENT_SOURCE_DIR}/store/version1.sql")
+    KELO_STORED_VERSIONS="${CMAKE_CURRENT_SOURCE_DIR}/store")
 add_dependencies(store_tests killed_writer)
