@@ -5,6 +5,7 @@ target_link_libraries(killed_writer PRIVATE kelo_options kelo_viewer)
 
 kelo_test(store_tests QT
     SOURCES
+        ElasticMergeTest.cpp
         TreatmentSessionTest.cpp
         TreatmentStoreKilledTest.cpp
         TreatmentStoreOpeningTest.cpp
@@ -16,3 +17,17 @@ target_compile_definitions(store_tests PRIVATE
     KELO_KILLED_WRITER="$<TARGET_FILE:killed_writer>"
     KELO_STORED_VERSIONS="${CMAKE_CURRENT_SOURCE_DIR}/store")
 add_dependencies(store_tests killed_writer)
+
+# Programs that are killed in steady work, and two that work on one note.
+add_executable(session_writer session_writer.cpp)
+target_include_directories(session_writer PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(session_writer PRIVATE kelo_options kelo_viewer GTest::gtest)
+
+kelo_test(store_campaign_tests QT
+    SOURCES
+        TreatmentSessionKilledTest.cpp
+    LINKS kelo_viewer
+    LABELS slow)
+target_compile_definitions(store_campaign_tests PRIVATE
+    KELO_SESSION_WRITER="$<TARGET_FILE:session_writer>")
+add_dependencies(store_campaign_tests session_writer)
