@@ -55,6 +55,8 @@ public:
     const std::shared_ptr<kelo::DXDocumentModel> &document() const { return document_; }
     const std::shared_ptr<TreatmentStore> &store() const { return store_; }
     qint64 treatmentID() const { return treatmentID_; } ///< in the store
+    /// Whether the store takes no changes; then every note is read-only.
+    bool isReadOnly() const { return store_->readOnlyReason().has_value(); }
     TreatmentSession &session() { return *session_; }
     /// Makes the catalogue the one that type managers look things up in; for a program with several
     /// treatments whenever the user goes on with this one.
@@ -64,7 +66,8 @@ public:
 
     /// @name Work by date
     /// @{
-    /// The day that is worked on: its note may be changed, earlier ones are looked at.
+    /// The day that is worked on: its note may be changed unless the treatment is read-only;
+    /// earlier notes are read-only.
     const QDate &today() const { return openedDate_; }
     /// Whether midnight has passed since by the store's clock. Never of a treatment that says
     /// itself which day it is.
@@ -133,7 +136,7 @@ public:
 
 private:
     /// Nothing for the first one; false when the store has none.
-    bool openStoredTreatment(std::optional<qint64> treatmentID);
+    bool openStoredTreatment(const CommandLine &commandLine);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
     QDate presentDay() const;
     StoreOutcome storeNaming(const Naming &naming);

@@ -10,8 +10,12 @@
 // opens the note, and works in eight rounds; before each it says "ready" and waits for a line on
 // standard input. WRITER is 1 or 2. Ends when everything is stored, and says which elastics it
 // left, one a line: "SIZE MEMBER MEMBER".
+//
+//     session_writer claim DATABASE - -
+// claims the database for a program with windows, says "ours" or "elsewhere", and hangs.
 
 #include "tests/document/DocumentFixture.h"
+#include "viewer/DatabaseClaim.h"
 #include "viewer/TreatmentSession.h"
 
 #include <QCoreApplication>
@@ -155,6 +159,13 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     if (argc != 5) return 1;
+    if (std::string(argv[1]) == "claim") {
+        const viewer::DatabaseClaim claim(QString::fromUtf8(argv[2]));
+        std::printf("%s\n", claim.isElsewhere() ? "elsewhere" : "ours");
+        std::fflush(stdout);
+        std::cin.get();
+        return 0;
+    }
     Work work(argv[2], std::atoll(argv[3]));
     const long number = std::atol(argv[4]);
     if (std::string(argv[1]) == "steady")
