@@ -1,5 +1,6 @@
 #include "viewer/OpenTreatments.h"
 
+#include "viewer/DatabaseClaim.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/Preferences.h"
 #include "viewer/TreatmentWindow.h"
@@ -25,6 +26,39 @@ constexpr int progressDelayInMilliseconds = 500;
 OpenTreatments::OpenTreatments(CommandLine commandLine) : commandLine_(std::move(commandLine)) {}
 
 OpenTreatments::~OpenTreatments() = default;
+
+bool OpenTreatments::isShownElsewhere()
+{
+    const bool isInDatabase = commandLine_.file.isEmpty() || !commandLine_.database.isEmpty();
+    for (const QString &own :
+         {commandLine_.script, commandLine_.picture, commandLine_.state, commandLine_.exportedScene,
+          commandLine_.print, commandLine_.printImages}) {
+        if (!own.isEmpty()) return false;
+    }
+    return isInDatabase && claim().isElsewhere() && claim().bringOtherForward(commandLine_.file);
+}
+
+const DatabaseClaim &OpenTreatments::claim()
+{
+    if (!claim_) {
+        claim_ = std::make_unique<DatabaseClaim>(databaseOf(commandLineForStored()));
+        connect(claim_.get(), &DatabaseClaim::wanted, this, &OpenTreatments::comeForward);
+    }
+    return *claim_;
+}
+
+void OpenTreatments::comeForward(const QString &file)
+{
+    // A window that is about to open comes to the front by itself.
+    QWidget *window = nullptr;
+    for (auto one = documents_.rbegin(); one != documents_.rend() && !window; ++one) {
+        if ((*one)->isClosed()) continue;
+        kelo::WindowController &controller = *(*one)->windowControllers().front();
+        controller.showWindow();
+        window = controller.window();
+    }
+    if (!file.isEmpty()) importFile(file, window);
+}
 
 TreatmentDocument &OpenTreatments::openFirst()
 {
@@ -120,7 +154,9 @@ void OpenTreatments::importFile(const QString &path, QWidget *over)
 StoreResult<std::shared_ptr<TreatmentStore>> OpenTreatments::store()
 {
     if (store_) return store_;
-    auto opened = TreatmentStore::open(databaseOf(commandLineForStored()));
+    auto opened = TreatmentStore::open(databaseOf(commandLineForStored()),
+                                       claim().isElsewhere() ? StoreAccess::ReadOnly
+                                                             : StoreAccess::ReadAndWrite);
     if (opened) store_ = opened.value();
     return opened;
 }

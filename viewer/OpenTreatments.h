@@ -14,6 +14,8 @@ class QWidget;
 
 namespace viewer {
 
+class DatabaseClaim;
+
 /// The treatments that are open, each in a window of its own, and the database that they share. A
 /// treatment is open once: opening it again brings its window to the front. Main thread only.
 class OpenTreatments : public QObject
@@ -25,6 +27,10 @@ public:
     explicit OpenTreatments(CommandLine commandLine);
     ~OpenTreatments() override;
 
+    /// Whether the database is in another window already, which has come to the front and taken the
+    /// command line's file over: then there is nothing to do here. Not for a command line that asks
+    /// for a script or an output, which this program must make itself.
+    bool isShownElsewhere();
     /// Opens what the command line names and shows its window; loading that takes long shows how
     /// far it is. Throws what OpenedTreatment throws.
     TreatmentDocument &openFirst();
@@ -38,7 +44,8 @@ public:
     void importFile(const QString &path, QWidget *over);
     /// @}
 
-    /// The database that treatments without a file are in. A failure is a sentence for the user.
+    /// The database that treatments without a file are in; for reading only where another program
+    /// with windows has it. A failure is a sentence for the user.
     StoreResult<std::shared_ptr<TreatmentStore>> store();
 
     /// A name was given to an elastic of this treatment: the other open treatments of the clinic
@@ -53,9 +60,13 @@ private:
     TreatmentDocument &open(const CommandLine &commandLine);
     void openOrTell(const CommandLine &commandLine, QWidget *over);
     CommandLine commandLineForStored() const;
+    const DatabaseClaim &claim();
+    /// Another program was started on the database.
+    void comeForward(const QString &file);
     void forgetClosed();
 
     CommandLine commandLine_;
+    std::unique_ptr<DatabaseClaim> claim_;  ///< null before the database is needed
     std::shared_ptr<TreatmentStore> store_; ///< null before it is needed
     std::vector<std::unique_ptr<TreatmentDocument>> documents_;
 };

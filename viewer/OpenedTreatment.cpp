@@ -135,6 +135,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
 {
     // A bad file is told before the meshes are loaded.
     if (!store_) openStore(commandLine);
+    if (isReadOnly()) sentences_ << store_->readOnlyReason()->sentence;
     openTreatmentInStore(commandLine);
     takeOwnCatalogue();
     takeNamedElastics();
@@ -165,7 +166,7 @@ void OpenedTreatment::openStore(const CommandLine &commandLine)
 void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
 {
     // Only a treatment that is not stored yet is read or made.
-    if (commandLine.file.isEmpty() && openStoredTreatment(commandLine.treatment)) return;
+    if (commandLine.file.isEmpty() && openStoredTreatment(commandLine)) return;
     const TreatmentFile file = fileToOpen(commandLine);
     const TreatmentRecord &record = file.treatment;
     const QByteArray ownCatalogue = ownCatalogueIn(file);
@@ -187,14 +188,24 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     treatmentID_ = added.value();
 }
 
-bool OpenedTreatment::openStoredTreatment(std::optional<qint64> treatmentID)
+bool OpenedTreatment::openStoredTreatment(const CommandLine &commandLine)
 {
+    const std::optional<qint64> treatmentID = commandLine.treatment;
     const auto all = store_->allTreatments();
     if (!all) return false; // what is wrong with the database is told when something is stored
-    const auto found =
+    auto found =
         std::find_if(all.value().begin(), all.value().end(), [&](const TreatmentSummary &one) {
             return !treatmentID || one.treatment.treatmentID == *treatmentID;
         });
+    if (found != all.value().end() && !found->problem.isEmpty()) {
+        const QString problem = found->problem;
+        // In a window the others can be reached from the first that is well.
+        const bool mayBeAnother = !treatmentID && !commandLine.headless;
+        found = std::find_if(found, all.value().end(),
+                             [](const TreatmentSummary &one) { return one.problem.isEmpty(); });
+        if (!mayBeAnother || found == all.value().end()) throw BadTreatment(problem.toStdString());
+        sentences_ << problem;
+    }
     if (found == all.value().end()) {
         if (!treatmentID) return false;
         throw BadTreatment(store_->path().toStdString() + ": there is no treatment " +
@@ -241,7 +252,8 @@ void OpenedTreatment::showIn(kelo::DXOpenGL &view)
     // The date of the note that is worked on is the present day as this treatment sees it.
     const QDateTime today = openedDate_.startOfDay();
     const auto &approved = session_->approvedDate();
-    view.setCurrentDate(today);
+    // Without a present day every note is one to look at.
+    if (!isReadOnly()) view.setCurrentDate(today);
     view.setApprovedDate(approved ? approved->startOfDay() : QDateTime());
     view.setRepeatActionTimerInterval(repeatInterval);
     view.setDocumentModel(document_);
@@ -393,7 +405,7 @@ std::vector<QDate> OpenedTreatment::dates()
 
 bool OpenedTreatment::todayIsOver() const
 {
-    return !isDayGiven_ && presentDay() > openedDate_;
+    return !isDayGiven_ && !isReadOnly() && presentDay() > openedDate_;
 }
 
 QStringList OpenedTreatment::goOnToPresentDay(kelo::DXOpenGL &view)

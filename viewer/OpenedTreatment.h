@@ -55,6 +55,8 @@ public:
     const std::shared_ptr<kelo::DXDocumentModel> &document() const { return document_; }
     const std::shared_ptr<TreatmentStore> &store() const { return store_; }
     qint64 treatmentID() const { return treatmentID_; } ///< in the store
+    /// Whether the store takes no changes; then every note is read-only.
+    bool isReadOnly() const { return store_->readOnlyReason().has_value(); }
     TreatmentSession &session() { return *session_; }
     /// Makes the catalogue the one that type managers look things up in; for a program with several
     /// treatments whenever the user goes on with this one.
@@ -64,9 +66,10 @@ public:
 
     /// @name Work by date
     /// @{
-    /// The day that is worked on: its note may be changed, earlier ones are looked at. In a window
-    /// it is the present day. In headless runs and scripts, which are to give the same on every
-    /// day, it is the treatment's own current date, if it has one.
+    /// The day that is worked on: its note may be changed unless the treatment is read-only;
+    /// earlier notes are read-only. In a window it is the present day. In headless runs and
+    /// scripts, which are to give the same on every day, it is the treatment's own current date, if
+    /// it has one.
     const QDate &today() const { return openedDate_; }
     /// Whether midnight has passed since by the store's clock. Never where the treatment says which
     /// day it is.
@@ -134,8 +137,8 @@ public:
     /// @}
 
 private:
-    /// The first one for `nullopt`; false when the store has none.
-    bool openStoredTreatment(std::optional<qint64> treatmentID);
+    /// The one that the command line names, else the first one; false when the store has none.
+    bool openStoredTreatment(const CommandLine &commandLine);
     TreatmentFile fileToOpen(const CommandLine &commandLine) const;
     QDate presentDay() const;
     /// The day to work on, for the one that the treatment gives.

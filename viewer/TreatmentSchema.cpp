@@ -1,171 +1,86 @@
 #include "viewer/TreatmentSchema.h"
 
+#include <QCoreApplication>
+
+#include <algorithm>
 #include <array>
-#include <span>
+#include <iterator>
+#include <vector>
 
 namespace viewer {
 namespace {
 
-constexpr const char *namedElasticsTable =
-    "CREATE TABLE named_elastics ("
-    " type_id INTEGER PRIMARY KEY,"
-    " label TEXT NOT NULL,"
-    " display_order INTEGER NOT NULL,"
-    " size_type_id INTEGER NOT NULL,"   // 0: none
-    " bracket_sequence TEXT NOT NULL)"; // members joined by commas
-
-/// Only treatments that brought one have a row.
-constexpr const char *cataloguesTable =
-    "CREATE TABLE catalogues ("
-    " treatment_id INTEGER PRIMARY KEY REFERENCES treatments (id) ON DELETE CASCADE,"
-    " catalogue TEXT NOT NULL)"; // JSON, as in a catalogue file
-
-/// The present tables. A tooth that is not listed is visible, a bracket or button that is not
-/// listed is not placed. Dates are texts as in "2026-11-20", which sort by time.
-constexpr const char *currentTables[] = {
-    "CREATE TABLE patients ("
-    " id INTEGER PRIMARY KEY,"
-    " name TEXT NOT NULL,"
-    " identifier TEXT NOT NULL,"
-    " birth_date TEXT)",
-    "CREATE TABLE treatments ("
-    " id INTEGER PRIMARY KEY,"
-    " patient_id INTEGER NOT NULL REFERENCES patients (id) ON DELETE CASCADE,"
-    " shown_date TEXT,"
-    " approved_date TEXT)",
-    "CREATE INDEX treatments_of_patient ON treatments (patient_id)",
-    "CREATE TABLE notes ("
-    " id INTEGER PRIMARY KEY,"
-    " treatment_id INTEGER NOT NULL REFERENCES treatments (id) ON DELETE CASCADE,"
-    " date TEXT NOT NULL,"
-    " approved_date TEXT,"
-    " UNIQUE (treatment_id, date))",
-    "CREATE TABLE visibilities ("
-    " note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE,"
-    " kind TEXT NOT NULL CHECK (kind IN ('tooth', 'bracket', 'button')),"
-    " name_key TEXT NOT NULL,"
-    " visible INTEGER NOT NULL CHECK (visible IN (0, 1)),"
-    " PRIMARY KEY (note_id, kind, name_key)) WITHOUT ROWID",
-    "CREATE TABLE bracket_colors ("
-    " note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE,"
-    " name_key TEXT NOT NULL,"
-    " color_type_id INTEGER NOT NULL," // 4999: no colour
-    " PRIMARY KEY (note_id, name_key)) WITHOUT ROWID",
-    "CREATE TABLE elastics ("
-    " note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE,"
-    " position INTEGER NOT NULL,"
-    " config_type_id INTEGER,"
-    " size_type_id INTEGER,"
-    " PRIMARY KEY (note_id, position)) WITHOUT ROWID",
-    "CREATE TABLE elastic_members ("
-    " note_id INTEGER NOT NULL,"
-    " elastic_position INTEGER NOT NULL,"
-    " position INTEGER NOT NULL,"
-    " name_key TEXT NOT NULL,"
-    " PRIMARY KEY (note_id, elastic_position, position),"
-    " FOREIGN KEY (note_id, elastic_position) REFERENCES elastics (note_id, position)"
-    " ON DELETE CASCADE) WITHOUT ROWID",
-    "CREATE TABLE changes ("
-    " id INTEGER PRIMARY KEY,"
-    " treatment_id INTEGER NOT NULL REFERENCES treatments (id) ON DELETE CASCADE,"
-    " note_date TEXT,"
-    " at_milliseconds INTEGER NOT NULL," // UTC, since 1970
-    " what TEXT NOT NULL,"
-    " name_key TEXT NOT NULL,"
-    " old_value TEXT,"
-    " new_value TEXT)",
-    "CREATE INDEX changes_of_treatment ON changes (treatment_id)",
-    namedElasticsTable,
-    cataloguesTable,
+/// The sentences' context for translators.
+struct StoreText
+{
+    Q_DECLARE_TR_FUNCTIONS(TreatmentStore)
 };
 
-/// From version 1: the old tables step aside, the present ones are made with the same words as in a
-/// new database, and the content is carried over.
-constexpr const char *setVersion1Aside[] = {
-    "ALTER TABLE patients RENAME TO version1_patients",
-    "ALTER TABLE treatments RENAME TO version1_treatments",
-    "ALTER TABLE notes RENAME TO version1_notes",
-    "ALTER TABLE elastics RENAME TO version1_elastics",
-};
+/// One table, index, view or trigger: its type, its name, its table's name, its definition.
+using SchemaEntry = std::array<QString, 4>;
+using SchemaEntries = std::vector<SchemaEntry>;
 
-constexpr const char *carryVersion1Over[] = {
-    "INSERT INTO patients (id, name, identifier)"
-    " SELECT id, name, identifier FROM version1_patients",
-    "INSERT INTO treatments (id, patient_id, approved_date)"
-    " SELECT id, patient_id, approved_date FROM version1_treatments",
-    "INSERT INTO notes (id, treatment_id, date)"
-    " SELECT id, treatment_id, date FROM version1_notes",
-    "INSERT INTO visibilities (note_id, kind, name_key, visible)"
-    " SELECT note_id, 'tooth', name_key, visible FROM tooth_visibilities",
-    "INSERT INTO visibilities (note_id, kind, name_key, visible)"
-    " SELECT note_id, 'bracket', name_key, visible FROM brackets",
-    // A missing colour was nothing in version 1.
-    "INSERT INTO bracket_colors (note_id, name_key, color_type_id)"
-    " SELECT note_id, name_key, coalesce(color_type_id, 4999) FROM brackets",
-    // Positions of version 1 could leave gaps.
-    "INSERT INTO elastics (note_id, position, size_type_id)"
-    " SELECT note_id, row_number() OVER (PARTITION BY note_id ORDER BY position, id) - 1,"
-    " size_type_id FROM version1_elastics",
-    // The sequence was one text, its members joined by commas.
-    "WITH RECURSIVE split (note_id, elastic_position, position, name_key, rest) AS ("
-    " SELECT note_id, row_number() OVER (PARTITION BY note_id ORDER BY position, id) - 1, -1, '',"
-    " bracket_sequence || ',' FROM version1_elastics"
-    " UNION ALL"
-    " SELECT note_id, elastic_position, position + 1, substr(rest, 1, instr(rest, ',') - 1),"
-    " substr(rest, instr(rest, ',') + 1) FROM split WHERE rest <> '')"
-    " INSERT INTO elastic_members (note_id, elastic_position, position, name_key)"
-    " SELECT note_id, elastic_position, position, name_key FROM split"
-    " WHERE position >= 0 AND name_key <> ''",
-    // Children first, so that no deletion runs on into what was carried over.
-    "DROP TABLE version1_elastics",
-    "DROP TABLE brackets",
-    "DROP TABLE tooth_visibilities",
-    "DROP TABLE version1_notes",
-    "DROP TABLE version1_treatments",
-    "DROP TABLE version1_patients",
-};
-
-void executeAll(TreatmentStoreConnection &connection, std::span<const char *const> texts)
+/// A name that somebody else chose, for a sentence of one line: no control characters, not longer
+/// than a person reads.
+QString shownName(const QString &name)
 {
-    for (const char *text : texts)
-        connection.execute(QString::fromUtf8(text));
+    constexpr qsizetype longest = 80;
+    QString shown = name.left(longest);
+    for (QChar &character : shown) {
+        if (!character.isPrint()) character = QLatin1Char('?');
+    }
+    return shown;
 }
 
-void makeTables(TreatmentStoreConnection &connection)
+/// What the database has, sorted; without the tables that SQLite's ANALYZE makes for itself.
+SchemaEntries entriesOf(TreatmentStoreConnection &connection)
 {
-    executeAll(connection, currentTables);
+    SchemaEntries entries;
+    StoreStatement rows(connection, "SELECT type, name, tbl_name, sql FROM sqlite_schema"
+                                    " WHERE NOT (type = 'table' AND name IN"
+                                    " ('sqlite_stat1', 'sqlite_stat4'))");
+    while (rows.next())
+        entries.push_back({rows.value(0).toString(), rows.value(1).toString(),
+                           rows.value(2).toString(), rows.value(3).toString().simplified()});
+    std::sort(entries.begin(), entries.end());
+    return entries;
 }
 
-void migrateFromVersion1(TreatmentStoreConnection &connection)
+void execute(TreatmentStoreConnection &connection, const QStringList &statements)
 {
-    executeAll(connection, setVersion1Aside);
-    makeTables(connection);
-    executeAll(connection, carryVersion1Over);
+    for (const QString &statement : statements)
+        connection.execute(statement);
 }
 
-void addNamedElastics(TreatmentStoreConnection &connection)
+/// What a database of this version has when nobody else has been at it.
+const SchemaEntries &expectedEntries(int version)
 {
-    connection.execute(QString::fromUtf8(namedElasticsTable));
+    static std::array<SchemaEntries, currentSchemaVersion + 1> known;
+    SchemaEntries &entries = known.at(static_cast<std::size_t>(version));
+    if (entries.empty()) {
+        TreatmentStoreConnection model(QStringLiteral(":memory:"),
+                                       TreatmentStoreConnection::Mode::ReadAndWrite);
+        execute(model, schemaDefinitions(version));
+        entries = entriesOf(model);
+    }
+    return entries;
 }
 
-void addCatalogues(TreatmentStoreConnection &connection)
+void assertEntriesAreOurs(TreatmentStoreConnection &connection, int version)
 {
-    connection.execute(QString::fromUtf8(cataloguesTable));
+    const SchemaEntries &expected = expectedEntries(version);
+    const SchemaEntries found = entriesOf(connection);
+    if (found == expected) return;
+    SchemaEntries different;
+    std::set_symmetric_difference(found.begin(), found.end(), expected.begin(), expected.end(),
+                                  std::back_inserter(different));
+    const SchemaEntry &first = different.front();
+    throw connection.error(
+        StoreProblem::Foreign,
+        StoreText::tr("the database was changed by another program (%1 \"%2\" is not as this "
+                      "program makes it)")
+            .arg(shownName(first[0]), shownName(first[1])));
 }
-
-struct Step
-{
-    int toVersion;
-    void (*run)(TreatmentStoreConnection &);
-};
-
-/// What leads on from each version; from 0, an empty database, straight to the present one.
-constexpr std::array<Step, currentSchemaVersion> steps = {{
-    {currentSchemaVersion, makeTables},
-    {currentSchemaVersion, migrateFromVersion1},
-    {3, addNamedElastics},
-    {4, addCatalogues},
-}};
 
 int versionOf(TreatmentStoreConnection &connection)
 {
@@ -179,12 +94,14 @@ void runStep(TreatmentStoreConnection &connection)
     assertSchemaIsReadable(connection);
     const int version = versionOf(connection);
     if (version == currentSchemaVersion) return;
-    const Step &step = steps[static_cast<std::size_t>(version)];
-    step.run(connection);
+    // An empty database gets the present tables at once; older ones go from version to version.
+    const bool isNew = version == 0;
+    const int toVersion = isNew ? currentSchemaVersion : version + 1;
+    execute(connection, isNew ? schemaDefinitions(toVersion) : schemaStep(toVersion));
     if (connection.pragma(QStringLiteral("foreign_key_check")).isValid())
-        throw connection.error(StoreProblem::Damaged, QStringLiteral("the database is damaged"));
+        throw connection.error(StoreProblem::Damaged, StoreText::tr("the database is damaged"));
     connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(treatmentApplicationID));
-    connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(step.toVersion));
+    connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(toVersion));
     transaction.commit();
 }
 
@@ -202,17 +119,22 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
                 .arg(currentSchemaVersion));
     const bool isEmpty = !StoreStatement(connection, "SELECT 1 FROM sqlite_schema LIMIT 1").next();
     const int application = connection.pragma(QStringLiteral("application_id")).toInt();
-    const bool isOurs = application == treatmentApplicationID && version > 0;
-    const bool isNew = isEmpty && version == 0 && application == 0;
-    if (!isOurs && !isNew)
+    if (isEmpty && version == 0 && application == 0) return;
+    if (application != treatmentApplicationID || version <= 0)
         throw connection.error(StoreProblem::Foreign,
                                QStringLiteral("the database belongs to another program"));
+    assertEntriesAreOurs(connection, version);
 }
 
 void bringSchemaUpToDate(TreatmentStoreConnection &connection)
 {
-    while (versionOf(connection) != currentSchemaVersion)
+    while (!schemaIsUpToDate(connection))
         runStep(connection);
+}
+
+bool schemaIsUpToDate(TreatmentStoreConnection &connection)
+{
+    return versionOf(connection) == currentSchemaVersion;
 }
 
 } // namespace viewer

@@ -1,5 +1,8 @@
 #include "viewer/TreatmentSession.h"
 
+#include "models/DXGLightweightModel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/RunLoop.h"
 #include "viewer/TreatmentSchema.h"
 
 #include <QCoreApplication>
@@ -50,6 +53,28 @@ kelo::NameKeyDictionary<Value> completed(const kelo::DXDocumentModel::Models &mo
     return complete;
 }
 
+/// The values that were not stored already.
+template<class Value>
+kelo::NameKeyDictionary<Value> difference(kelo::NameKeyDictionary<Value> values,
+                                          const kelo::NameKeyDictionary<Value> &stored)
+{
+    std::erase_if(values, [&stored](const auto &entry) {
+        const auto known = stored.find(entry.first);
+        return known != stored.end() && known->second == entry.second;
+    });
+    return values;
+}
+
+kelo::NameKeyDictionary<std::optional<long>>
+storedColors(const kelo::DXDocumentModel::ColorTypeIDs &typeIDs)
+{
+    kelo::NameKeyDictionary<std::optional<long>> colors;
+    for (const auto &[key, typeID] : typeIDs)
+        colors.emplace(key,
+                       typeID == storedNoColorTypeID ? std::nullopt : std::optional<long>(typeID));
+    return colors;
+}
+
 QString sequenceText(const ElasticRecord &record)
 {
     return QString::fromStdString(joined(record.bracketSequence));
@@ -63,10 +88,15 @@ TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64
 {
     listen();
     document_->setDelegate(&delegate_);
+    // A new colour of a bracket is told by its mesh alone before the document reports it.
+    kelo::NotificationCenter::defaultCenter().addObserver(
+        this, [this](const kelo::Notification &) { changesAreGathered(); },
+        kelo::modelChangedNotification);
 }
 
 TreatmentSession::~TreatmentSession()
 {
+    kelo::NotificationCenter::defaultCenter().removeObserver(this);
     // What the handlers stand for may be gone already.
     failureHandler = nullptr;
     storedHandler = nullptr;
@@ -90,10 +120,12 @@ void TreatmentSession::listen()
         passOn(&Delegate::tooth_visibilityDidChange, key, visible);
     };
     // Brackets and buttons come again, gathered.
-    delegate_.bracket_visibilityDidChange = [passOn](const std::string &key, bool visible) {
+    delegate_.bracket_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        changesAreGathered();
         passOn(&Delegate::bracket_visibilityDidChange, key, visible);
     };
-    delegate_.button_visibilityDidChange = [passOn](const std::string &key, bool visible) {
+    delegate_.button_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        changesAreGathered();
         passOn(&Delegate::button_visibilityDidChange, key, visible);
     };
     delegate_.bracketUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {
@@ -132,13 +164,47 @@ NoteReport TreatmentSession::newReport() const
     return made;
 }
 
+void TreatmentSession::changesAreGathered()
+{
+    if (document_->delegate() != &delegate_) return; // closed
+    if (latestStoring_ && latestStoring_->isValid()) return;
+    latestStoring_ = std::make_shared<kelo::Timer>(latestStoringInSeconds, false,
+                                                   [this](kelo::Timer &) { storeGathered(); });
+    // A menu or a sheet may be open for longer than a change may wait.
+    using kelo::RunLoopMode;
+    kelo::RunLoop::main().addTimer(latestStoring_,
+                                   (RunLoopMode::Default | RunLoopMode::EventTracking) |
+                                       static_cast<kelo::RunLoopModes>(RunLoopMode::ModalPanel));
+}
+
+void TreatmentSession::storeGathered()
+{
+    if (!date_.isValid()) return;
+    if (!keptReports_.empty() && !storeKeptReports()) changesAreGathered();
+    NoteReport gathered;
+    gathered.bracketVisibilities = document_->pendingBracketVisibilityUpdates();
+    gathered.bracketColorTypeIDs = storedColors(document_->pendingBracketColorTypeIDUpdates());
+    gathered.buttonVisibilities = document_->pendingButtonVisibilityUpdates();
+    NoteReport fresh = newReport();
+    fresh.bracketVisibilities =
+        difference(gathered.bracketVisibilities, storedEarly_.bracketVisibilities);
+    fresh.bracketColorTypeIDs =
+        difference(gathered.bracketColorTypeIDs, storedEarly_.bracketColorTypeIDs);
+    fresh.buttonVisibilities =
+        difference(gathered.buttonVisibilities, storedEarly_.buttonVisibilities);
+    storedEarly_ = std::move(gathered);
+    if (!fresh.bracketVisibilities.empty() || !fresh.bracketColorTypeIDs.empty() ||
+        !fresh.buttonVisibilities.empty())
+        report(std::move(fresh));
+}
+
 void TreatmentSession::reportBrackets()
 {
     NoteReport brackets = newReport();
-    brackets.bracketVisibilities = document_->bracketVisibilityUpdates();
-    for (const auto &[key, typeID] : document_->bracketColorTypeIDUpdates())
-        brackets.bracketColorTypeIDs.emplace(
-            key, typeID == storedNoColorTypeID ? std::nullopt : std::optional<long>(typeID));
+    brackets.bracketVisibilities = difference(document_->bracketVisibilityUpdates(),
+                                              std::exchange(storedEarly_.bracketVisibilities, {}));
+    brackets.bracketColorTypeIDs = difference(storedColors(document_->bracketColorTypeIDUpdates()),
+                                              std::exchange(storedEarly_.bracketColorTypeIDs, {}));
     if (!brackets.bracketVisibilities.empty() || !brackets.bracketColorTypeIDs.empty())
         report(std::move(brackets));
 }
@@ -146,20 +212,27 @@ void TreatmentSession::reportBrackets()
 void TreatmentSession::reportButtons()
 {
     NoteReport buttons = newReport();
-    buttons.buttonVisibilities = document_->buttonVisibilityUpdates();
+    buttons.buttonVisibilities = difference(document_->buttonVisibilityUpdates(),
+                                            std::exchange(storedEarly_.buttonVisibilities, {}));
     if (!buttons.buttonVisibilities.empty()) report(std::move(buttons));
+}
+
+std::vector<ElasticRecord> TreatmentSession::elasticsInDocument() const
+{
+    std::vector<ElasticRecord> elastics;
+    for (const auto &elastic : document_->elasticModels()) {
+        if (elastic) elastics.push_back(recordOf(*elastic));
+    }
+    elastics.insert(elastics.end(), elasticsNotShown_.begin(), elasticsNotShown_.end());
+    return elastics;
 }
 
 void TreatmentSession::reportElastics(ElasticsEvent event, const std::string &key)
 {
-    ElasticsReport elastics{event, key, {}};
-    for (const auto &elastic : document_->elasticModels()) {
-        if (elastic) elastics.elastics.push_back(recordOf(*elastic));
-    }
-    elastics.elastics.insert(elastics.elastics.end(), elasticsNotShown_.begin(),
-                             elasticsNotShown_.end());
     NoteReport changed = newReport();
-    changed.elastics = std::move(elastics);
+    auto present = elasticsInDocument();
+    auto before = std::exchange(elasticsTold_, present);
+    changed.elastics = ElasticsReport{event, key, std::move(present), std::move(before)};
     report(std::move(changed));
 }
 
@@ -200,7 +273,10 @@ void TreatmentSession::report(NoteReport report)
     if (!date_.isValid()) return;
     keptReports_.push_back(std::move(report));
     const StoreOutcome outcome = storeKeptReports();
-    if (!outcome) tellFailure(outcome.failure());
+    if (outcome) return;
+    tellFailure(outcome.failure());
+    // Tried again without a further change too: the user may have made the last one.
+    changesAreGathered();
 }
 
 StoreOutcome TreatmentSession::storeKeptReports()
@@ -237,6 +313,7 @@ StoreOutcome TreatmentSession::close()
         takeOutstandingUpdates();
         document_->setDelegate(nullptr);
     }
+    if (latestStoring_) latestStoring_->invalidate();
     return storeKeptReports();
 }
 
@@ -307,6 +384,7 @@ QStringList TreatmentSession::show(const NoteRecord &note)
             elasticsNotShown_.push_back(record);
     }
     document_->setElasticModels(elastics);
+    elasticsTold_ = elasticsInDocument();
     return sentences;
 }
 

@@ -15,10 +15,25 @@
 #include <string>
 #include <vector>
 
+namespace kelo {
+class Timer;
+} // namespace kelo
+
 namespace viewer {
 
+/// How long a change may wait to be stored, in seconds. The document reports brackets and buttons
+/// once they have rested for as long; in steady work they never rest, and are stored all the same.
+/// The user is promised that a crash loses no more than this.
+inline constexpr double latestStoringInSeconds = 3.0;
+
 /// Keeps a document and its treatment in the store together: shows a note in the document, and
-/// stores every change that the document reports, each report in one transaction as it comes.
+/// stores every change that the document reports, each report in one transaction as it comes. What
+/// the document has gathered and not reported yet is stored latestStoringInSeconds after the first
+/// change of it; it stays gathered, and what the report then has in common with it is not stored
+/// again.
+///
+/// Elastics are stored one by one: those that another program placed in the same note meanwhile
+/// stay, and are shown when the note is opened again.
 ///
 /// A report that cannot be stored is kept, in order, and tried again before the next one; the
 /// document goes on meanwhile, and notes that are opened show what was kept. Main thread only.
@@ -76,8 +91,11 @@ public:
 
 private:
     void listen();
+    void changesAreGathered();
+    void storeGathered();
     void reportBrackets();
     void reportButtons();
+    std::vector<ElasticRecord> elasticsInDocument() const;
     void reportElastics(ElasticsEvent event, const std::string &key);
     /// Everything that the document has gathered, whether its timer runs or not.
     void takeOutstandingUpdates();
@@ -101,6 +119,9 @@ private:
     QDate date_;
     std::optional<QDate> approvedDate_;
     std::vector<ElasticRecord> elasticsNotShown_;
+    std::vector<ElasticRecord> elasticsTold_; ///< the elastics as they were reported last
+    NoteReport storedEarly_;                  ///< what was stored and is still gathered
+    std::shared_ptr<kelo::Timer> latestStoring_;
     std::deque<NoteReport> keptReports_;
     std::optional<StoreProblem> toldProblem_;
     bool storing_ = false;

@@ -42,11 +42,21 @@ auto resultOf(TreatmentStoreConnection &connection, Kind kind, Action &&action)
 /// A look at a file that may be none of ours, before anything touches it.
 void assertFileIsOurs(const QString &path)
 {
-    if (path == QStringLiteral(":memory:") || QFileInfo(path).size() == 0) return;
+    const QFileInfo file(path);
+    if (path == QStringLiteral(":memory:") || !file.exists()) return;
+    // A device or a pipe would be written to, or waited for.
+    const bool isOther = !file.isFile() && !file.isDir();
+    if (file.size() == 0 && !isOther) return;
     try {
+        if (isOther)
+            throw StoreError({StoreProblem::NotADatabase,
+                              QCoreApplication::translate("TreatmentStore",
+                                                          "%1: the file is not a database")
+                                  .arg(path)});
         TreatmentStoreConnection look(path, Mode::Untouched);
+        look.pragma(QStringLiteral("trusted_schema = OFF"));
         // SQLite takes a file of one byte for an empty one and would write over it.
-        if (QFileInfo(path).size() == 1)
+        if (file.size() == 1)
             throw look.error(
                 StoreProblem::NotADatabase,
                 QCoreApplication::translate("TreatmentStore", "the file is not a database"));
@@ -65,8 +75,29 @@ void assertFileIsOurs(const QString &path)
     }
 }
 
+StoreError cannotBeWritten(const TreatmentStoreConnection &connection)
+{
+    return connection.error(
+        StoreProblem::ReadOnly,
+        QCoreApplication::translate("TreatmentStore", "the database cannot be written to"));
+}
+
+/// Whether it was writing that failed, to a file that is there.
+bool mayBeReadAllTheSame(const StoreFailure &failure, const QString &path)
+{
+    switch (failure.problem) {
+    case StoreProblem::ReadOnly:
+    case StoreProblem::DiskFull:
+    case StoreProblem::NotReachable:
+        return QFileInfo(path).isFile();
+    default:
+        return false;
+    }
+}
+
 void prepare(TreatmentStoreConnection &connection)
 {
+    connection.pragma(QStringLiteral("trusted_schema = OFF"));
     connection.pragma(QStringLiteral("foreign_keys = ON"));
     // Damage is noticed where a page is read, instead of turning up as odd content.
     connection.pragma(QStringLiteral("cell_size_check = ON"));
@@ -88,13 +119,56 @@ TreatmentStore::TreatmentStore(std::unique_ptr<TreatmentStoreConnection> connect
 
 TreatmentStore::~TreatmentStore() = default;
 
-StoreResult<std::shared_ptr<TreatmentStore>> TreatmentStore::open(const QString &path)
+std::shared_ptr<TreatmentStore> TreatmentStore::openedForReading(const QString &path,
+                                                                 const StoreFailure &reason)
+{
+    std::unique_ptr<TreatmentStoreConnection> connection;
+    const auto openIn = [&](Mode mode) {
+        connection = std::make_unique<TreatmentStoreConnection>(path, mode);
+        connection->pragma(QStringLiteral("trusted_schema = OFF"));
+        connection->pragma(QStringLiteral("cell_size_check = ON"));
+        assertSchemaIsReadable(*connection);
+        // The tables of older versions are read by nobody any more.
+        if (!schemaIsUpToDate(*connection)) throw StoreError(reason);
+    };
+    try {
+        openIn(Mode::ReadOnly);
+    } catch (const StoreError &) {
+        // Reading beside others needs a file next to the database, which the folder may refuse.
+        openIn(Mode::Untouched);
+    }
+    std::shared_ptr<TreatmentStore> store(new TreatmentStore(std::move(connection)));
+    store->readOnlyReason_ = reason;
+    return store;
+}
+
+StoreResult<std::shared_ptr<TreatmentStore>> TreatmentStore::open(const QString &path,
+                                                                  StoreAccess access)
 {
     return resultOf([&] {
         assertFileIsOurs(path);
-        auto connection = std::make_unique<TreatmentStoreConnection>(path, Mode::ReadAndWrite);
-        prepare(*connection);
-        return std::shared_ptr<TreatmentStore>(new TreatmentStore(std::move(connection)));
+        if (access == StoreAccess::ReadOnly)
+            return openedForReading(
+                path, {StoreProblem::ReadOnly,
+                       QCoreApplication::translate("TreatmentStore",
+                                                   "%1: another window of the program works with "
+                                                   "the database; it is open for reading only")
+                           .arg(path)});
+        try {
+            auto connection = std::make_unique<TreatmentStoreConnection>(path, Mode::ReadAndWrite);
+            prepare(*connection);
+            std::shared_ptr<TreatmentStore> store(new TreatmentStore(std::move(connection)));
+            if (store->connection_->isReadOnly())
+                store->readOnlyReason_ = cannotBeWritten(*store->connection_).failure();
+            return store;
+        } catch (const StoreError &error) {
+            if (!mayBeReadAllTheSame(error.failure(), path)) throw;
+            try {
+                return openedForReading(path, error.failure());
+            } catch (const StoreError &) {
+                throw error;
+            }
+        }
     });
 }
 
@@ -228,7 +302,7 @@ StoreResult<NoteRecord> TreatmentStore::startNote(qint64 treatmentID, const QDat
     return resultOf(*connection_, Kind::Writing, [&] {
         if (!tables::noteID(*connection_, treatmentID, date))
             tables::startNote(*connection_, treatmentID, date, now());
-        return tables::note(*connection_, treatmentID, date).value();
+        return tables::givenNote(*connection_, treatmentID, date);
     });
 }
 

@@ -42,6 +42,9 @@ struct TreatmentSummary
     StoredTreatment treatment;
     int noteCount = 0;
     std::optional<QDate> lastNoteDate;
+    /// Why the treatment cannot be opened, for the user; its dates may be missing then. Empty when
+    /// nothing is wrong with what is listed here.
+    QString problem;
     friend bool operator==(const TreatmentSummary &, const TreatmentSummary &) = default;
 };
 
@@ -65,6 +68,13 @@ struct StoredChange
     friend bool operator==(const StoredChange &, const StoredChange &) = default;
 };
 
+enum class StoreAccess {
+    ReadAndWrite,
+    /// Beside another program that works with the database: nothing is written, not even a newer
+    /// version of the tables.
+    ReadOnly,
+};
+
 /// Patients, treatments and their notes by date, in an SQLite database.
 ///
 /// Every operation that writes is one transaction: it stands in the database as a whole, and on the
@@ -79,14 +89,19 @@ class TreatmentStore
 public:
     /// Opens the database, or makes it where there is no file or an empty one; ":memory:" keeps
     /// nothing. Older databases are brought to the present version. A file of a newer version, of
-    /// another program, or that is no database is refused and left as it is, byte for byte. A file
-    /// that may only be read opens; writing to it fails.
-    static StoreResult<std::shared_ptr<TreatmentStore>> open(const QString &path);
+    /// another program, with tables that another program changed, or that is no database is refused
+    /// and left as it is, byte for byte. A file that may only be read, and one in a folder that may
+    /// not be written or on a full disk, opens for reading; see readOnlyReason().
+    static StoreResult<std::shared_ptr<TreatmentStore>>
+    open(const QString &path, StoreAccess access = StoreAccess::ReadAndWrite);
     ~TreatmentStore();
     TreatmentStore(const TreatmentStore &) = delete;
     TreatmentStore &operator=(const TreatmentStore &) = delete;
 
     const QString &path() const;
+    /// Why nothing can be stored, in a sentence for the user; nothing where all is well. Operations
+    /// that write fail then.
+    const std::optional<StoreFailure> &readOnlyReason() const { return readOnlyReason_; }
     /// What QSqlDatabase::database finds the connection by, for looking into the database.
     const QString &connectionName() const;
 
@@ -150,7 +165,11 @@ public:
 private:
     explicit TreatmentStore(std::unique_ptr<TreatmentStoreConnection> connection);
 
+    static std::shared_ptr<TreatmentStore> openedForReading(const QString &path,
+                                                            const StoreFailure &reason);
+
     std::unique_ptr<TreatmentStoreConnection> connection_;
+    std::optional<StoreFailure> readOnlyReason_;
     std::function<qint64()> clock_;
 };
 

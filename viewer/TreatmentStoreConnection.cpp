@@ -2,10 +2,14 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QUrl>
 
+#include <sqlite3.h>
+
 #include <atomic>
+#include <cstring>
 
 namespace viewer {
 namespace {
@@ -20,18 +24,13 @@ struct StoreText
 /// written is tried again with the next change: no reason to hold the window up.
 constexpr int busyTimeoutInMilliseconds = 100;
 
-/// SQLite's primary result codes (the low byte of what the driver reports).
-enum ResultCode {
-    Permission = 3,
-    Busy = 5,
-    LockedTable = 6,
-    ReadOnly = 8,
-    InputOutput = 10,
-    Corrupt = 11,
-    Full = 13,
-    CannotOpen = 14,
-    NotADatabase = 26,
-};
+/// How many steps of SQLite's machine lie between two looks at the clock: a millisecond or less of
+/// work, and so few looks that they cost nothing.
+constexpr int stepsBetweenLooks = 10000;
+
+/// The longest text or row. The largest that the program writes is the log's list of all elastics,
+/// a few megabytes for tens of thousands of them.
+constexpr int longestValueInBytes = 64 * 1024 * 1024;
 
 struct Meaning
 {
@@ -42,23 +41,26 @@ struct Meaning
 Meaning meaningOf(int code, const QString &databaseText)
 {
     switch (code & 0xff) {
-    case Busy:
-    case LockedTable:
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
         return {StoreProblem::Locked, StoreText::tr("the database is locked by another program")};
-    case ReadOnly:
+    case SQLITE_READONLY:
         return {StoreProblem::ReadOnly, StoreText::tr("the database cannot be written to")};
-    case Full:
+    case SQLITE_FULL:
         return {StoreProblem::DiskFull, StoreText::tr("the disk is full")};
-    case Permission:
-    case CannotOpen:
+    case SQLITE_PERM:
+    case SQLITE_CANTOPEN:
         return {StoreProblem::NotReachable, StoreText::tr("the database could not be opened")};
-    case InputOutput:
+    case SQLITE_IOERR:
         return {StoreProblem::NotReachable,
                 StoreText::tr("the database could not be read or written (%1)").arg(databaseText)};
-    case Corrupt:
+    case SQLITE_CORRUPT:
+    case SQLITE_TOOBIG: // nothing so long was ever written
         return {StoreProblem::Damaged, StoreText::tr("the database is damaged")};
-    case NotADatabase:
+    case SQLITE_NOTADB:
         return {StoreProblem::NotADatabase, StoreText::tr("the file is not a database")};
+    case SQLITE_INTERRUPT:
+        return {StoreProblem::Other, StoreText::tr("the database takes too long to answer")};
     default:
         return {StoreProblem::Other, databaseText};
     }
@@ -70,6 +72,19 @@ QString nextConnectionName()
     return QStringLiteral("treatment store %1").arg(count++);
 }
 
+/// The driver's own handle of the database; null for a driver that was built with another SQLite
+/// than this program, whose handles are not to be touched.
+sqlite3 *handleOf(const QSqlDatabase &database)
+{
+    QSqlQuery query(database);
+    if (!query.exec(QStringLiteral("SELECT sqlite_source_id()")) || !query.next() ||
+        query.value(0).toByteArray() != sqlite3_sourceid())
+        return nullptr;
+    const QVariant handle = database.driver()->handle();
+    if (std::strcmp(handle.typeName(), "sqlite3*") != 0) return nullptr;
+    return *static_cast<sqlite3 *const *>(handle.constData());
+}
+
 /// Where changes that are not yet in the file itself stand.
 bool hasWriteAheadLog(const QString &path)
 {
@@ -78,15 +93,20 @@ bool hasWriteAheadLog(const QString &path)
 
 } // namespace
 
-TreatmentStoreConnection::TreatmentStoreConnection(const QString &path, Mode mode)
+TreatmentStoreConnection::TreatmentStoreConnection(const QString &path, Mode mode,
+                                                   std::chrono::milliseconds statementLimit)
     : path_(path),
       name_(nextConnectionName()),
-      database_(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_))
+      database_(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_)),
+      statementLimit_(statementLimit)
 {
     QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutInMilliseconds);
-    QString fileName = path;
+    // Absolute, because SQLite reads a path that begins with "file:" as a URI with options.
+    QString fileName = path == QStringLiteral(":memory:") || path.isEmpty()
+                           ? path
+                           : QFileInfo(path).absoluteFilePath();
+    if (mode != Mode::ReadAndWrite) options += QStringLiteral(";QSQLITE_OPEN_READONLY");
     if (mode == Mode::Untouched) {
-        options += QStringLiteral(";QSQLITE_OPEN_READONLY");
         // "Immutable" leaves no trace, but is blind to the write-ahead log.
         if (!hasWriteAheadLog(path)) {
             options += QStringLiteral(";QSQLITE_OPEN_URI");
@@ -102,6 +122,30 @@ TreatmentStoreConnection::TreatmentStoreConnection(const QString &path, Mode mod
         QSqlDatabase::removeDatabase(name_);
         throw failure;
     }
+    distrustContent();
+}
+
+void TreatmentStoreConnection::distrustContent()
+{
+    sqlite3 *const handle = handleOf(database_);
+    if (!handle) return;
+    startClock();
+    sqlite3_progress_handler(handle, stepsBetweenLooks, &isOverTime, this);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValueInBytes);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+bool TreatmentStoreConnection::isReadOnly() const
+{
+    if (sqlite3 *const handle = handleOf(database_)) return sqlite3_db_readonly(handle, "main") > 0;
+    return path_ != QStringLiteral(":memory:") && !QFileInfo(path_).isWritable();
+}
+
+int TreatmentStoreConnection::isOverTime(void *connection)
+{
+    const auto &self = *static_cast<const TreatmentStoreConnection *>(connection);
+    return std::chrono::steady_clock::now() - self.statementStart_ > self.statementLimit_ ? 1 : 0;
 }
 
 TreatmentStoreConnection::~TreatmentStoreConnection()
@@ -131,6 +175,7 @@ StoreError TreatmentStoreConnection::error(const QSqlQuery &query) const
 void TreatmentStoreConnection::execute(const QString &sql)
 {
     QSqlQuery query(database_);
+    startClock();
     if (!query.exec(sql)) throw error(query);
 }
 
@@ -138,6 +183,7 @@ QVariant TreatmentStoreConnection::pragma(const QString &pragma)
 {
     QSqlQuery query(database_);
     query.setForwardOnly(true);
+    startClock();
     if (!query.exec(QStringLiteral("PRAGMA ") + pragma)) throw error(query);
     if (!query.next()) {
         if (query.lastError().isValid()) throw error(query);
@@ -164,6 +210,7 @@ StoreStatement::StoreStatement(TreatmentStoreConnection &connection, std::string
     int position = 0;
     for (const QVariant &value : values)
         query_.bindValue(position++, value);
+    connection_.startClock();
     if (!query_.exec()) {
         const StoreError failure = connection_.error(query_);
         query_.finish();

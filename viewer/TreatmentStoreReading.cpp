@@ -19,8 +19,11 @@ StoreError damaged(const TreatmentStoreConnection &connection)
 std::optional<QDate> dateIn(const TreatmentStoreConnection &connection, const QVariant &value)
 {
     if (value.isNull()) return std::nullopt;
+    // Only as this program writes it: a date in other words ("2026-11-20T10:00") would be read, and
+    // then not be found by its own text. Bytes are never equal to a text.
     const QDate date = QDate::fromString(value.toString(), Qt::ISODate);
-    if (!date.isValid()) throw damaged(connection);
+    if (!date.isValid() || value.typeId() != QMetaType::QString || textOf(date) != value.toString())
+        throw damaged(connection);
     return date;
 }
 
@@ -36,10 +39,19 @@ std::string keyIn(const QVariant &value)
     return value.toString().toStdString();
 }
 
-std::optional<long> numberIn(const QVariant &value)
+/// A column of numbers may hold texts all the same.
+std::optional<long> numberIn(const TreatmentStoreConnection &connection, const QVariant &value)
 {
     if (value.isNull()) return std::nullopt;
+    if (value.typeId() != QMetaType::LongLong) throw damaged(connection);
     return static_cast<long>(value.toLongLong());
+}
+
+long givenNumberIn(const TreatmentStoreConnection &connection, const QVariant &value)
+{
+    const auto number = numberIn(connection, value);
+    if (!number) throw damaged(connection);
+    return *number;
 }
 
 QJsonValue jsonOf(const std::optional<long> &number)
@@ -123,7 +135,7 @@ private:
     {
         StoreStatement rows(connection_, sql, {identifier});
         while (rows.next()) {
-            auto typeID = numberIn(rows.value(2));
+            auto typeID = numberIn(connection_, rows.value(2));
             if (typeID == storedNoColorTypeID) typeID.reset();
             noteOf(rows).bracketColorTypeIDs.insert_or_assign(keyIn(rows.value(1)), typeID);
         }
@@ -135,7 +147,8 @@ private:
         while (rows.next()) {
             auto &elastics = noteOf(rows).elastics;
             if (rows.value(1).toULongLong() != elastics.size()) throw damaged(connection_);
-            elastics.push_back({numberIn(rows.value(2)), numberIn(rows.value(3)), {}});
+            elastics.push_back(
+                {numberIn(connection_, rows.value(2)), numberIn(connection_, rows.value(3)), {}});
         }
     }
 
@@ -243,14 +256,21 @@ std::vector<TreatmentSummary> allTreatments(TreatmentStoreConnection &connection
                         " GROUP BY treatments.id ORDER BY patients.id, treatments.id");
     while (rows.next()) {
         TreatmentSummary summary;
+        // One bad row hides no other: what cannot be read of it is left out, and said.
+        const auto dateOf = [&](int column) -> std::optional<QDate> {
+            try {
+                return dateIn(connection, rows.value(column));
+            } catch (const StoreError &error) {
+                summary.problem = error.failure().sentence;
+                return std::nullopt;
+            }
+        };
         const qint64 patientID = rows.value(0).toLongLong();
         summary.patient = {patientID,
-                           {rows.value(1).toString(), rows.value(2).toString(),
-                            dateIn(connection, rows.value(3))}};
-        summary.treatment = {rows.value(4).toLongLong(), patientID,
-                             dateIn(connection, rows.value(5)), dateIn(connection, rows.value(6))};
+                           {rows.value(1).toString(), rows.value(2).toString(), dateOf(3)}};
+        summary.treatment = {rows.value(4).toLongLong(), patientID, dateOf(5), dateOf(6)};
         summary.noteCount = rows.value(7).toInt();
-        summary.lastNoteDate = dateIn(connection, rows.value(8));
+        summary.lastNoteDate = dateOf(8);
         found.push_back(summary);
     }
     return found;
@@ -337,6 +357,13 @@ std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 trea
     return found;
 }
 
+NoteRecord givenNote(TreatmentStoreConnection &connection, qint64 treatmentID, const QDate &date)
+{
+    auto found = note(connection, treatmentID, date);
+    if (!found) throw damaged(connection);
+    return std::move(*found);
+}
+
 QByteArray catalogue(TreatmentStoreConnection &connection, qint64 treatmentID)
 {
     StoreStatement row(connection, "SELECT catalogue FROM catalogues WHERE treatment_id = ?",
@@ -351,10 +378,10 @@ std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &co
                                     " bracket_sequence FROM named_elastics ORDER BY type_id");
     while (rows.next()) {
         kelo::ElasticsConfigType configuration;
-        configuration.typeID = static_cast<long>(rows.value(0).toLongLong());
+        configuration.typeID = givenNumberIn(connection, rows.value(0));
         configuration.typeLabel = rows.value(1).toString().toStdString();
-        configuration.displayOrder = static_cast<long>(rows.value(2).toLongLong());
-        configuration.elasticsSizeTypeID = static_cast<long>(rows.value(3).toLongLong());
+        configuration.displayOrder = givenNumberIn(connection, rows.value(2));
+        configuration.elasticsSizeTypeID = givenNumberIn(connection, rows.value(3));
         configuration.bracketSequence = rows.value(4).toString().toStdString();
         found.push_back(std::move(configuration));
     }

@@ -1,5 +1,7 @@
 #include "viewer/TreatmentStoreReport.h"
 
+#include "viewer/ElasticMerge.h"
+
 namespace viewer {
 namespace {
 
@@ -18,7 +20,9 @@ NoteRecord noteAfterReport(NoteRecord note, const NoteReport &report)
     overlay(note.bracketVisibilities, report.bracketVisibilities);
     overlay(note.buttonVisibilities, report.buttonVisibilities);
     overlay(note.bracketColorTypeIDs, report.bracketColorTypeIDs);
-    if (report.elastics) note.elastics = report.elastics->elastics;
+    if (report.elastics)
+        note.elastics =
+            mergedElastics(report.elastics->before, report.elastics->elastics, note.elastics);
     if (report.approval) note.approvedDate = report.approval->approvedDate;
     return note;
 }

@@ -24,8 +24,11 @@ struct ElasticsReport
     ElasticsEvent event = ElasticsEvent::Placed;
     /// The members of the elastic that it is about, joined by commas; of a refactoring, the key.
     std::string key;
-    /// All that are placed now, in placing order.
+    /// All that the reporter shows now, in placing order.
     std::vector<ElasticRecord> elastics;
+    /// All that it showed before. The difference is what is stored (see mergedElastics): another
+    /// program may have placed elastics meanwhile that the reporter knows nothing of.
+    std::vector<ElasticRecord> before;
     friend bool operator==(const ElasticsReport &, const ElasticsReport &) = default;
 };
 
@@ -62,7 +65,8 @@ struct NoteReport
     friend bool operator==(const NoteReport &, const NoteReport &) = default;
 };
 
-/// The note with the report's changes. Its date stays.
+/// The note with the report's changes. Its date stays, and so do changes to elastics that others
+/// made.
 NoteRecord noteAfterReport(NoteRecord note, const NoteReport &report);
 
 /// A note of a later date that starts as `earlier` stands: all but the approval.

@@ -43,6 +43,8 @@ std::optional<QDate> lastDateBefore(TreatmentStoreConnection &connection, qint64
                                     const QDate &date);
 std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 treatmentID,
                                const QDate &date);
+/// The same of a note that is known to be there: without it the database is damaged.
+NoteRecord givenNote(TreatmentStoreConnection &connection, qint64 treatmentID, const QDate &date);
 /// Empty for a treatment without one of its own.
 QByteArray catalogue(TreatmentStoreConnection &connection, qint64 treatmentID);
 std::vector<kelo::ElasticsConfigType> namedElastics(TreatmentStoreConnection &connection);

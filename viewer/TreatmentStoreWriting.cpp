@@ -1,6 +1,9 @@
+#include "viewer/ElasticMerge.h"
 #include "viewer/TreatmentSchema.h"
 #include "viewer/TreatmentStoreTables.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace viewer::tables {
@@ -21,11 +24,13 @@ void insertVisibilities(TreatmentStoreConnection &connection, qint64 noteID, con
                        {noteID, QString::fromLatin1(kind), valueOf(key), visible ? 1 : 0});
 }
 
+/// Those from a position on.
 void insertElastics(TreatmentStoreConnection &connection, qint64 noteID,
-                    const std::vector<ElasticRecord> &elastics)
+                    const std::vector<ElasticRecord> &elastics, std::size_t first = 0)
 {
-    qint64 position = 0;
-    for (const ElasticRecord &elastic : elastics) {
+    for (std::size_t index = first; index < elastics.size(); ++index) {
+        const ElasticRecord &elastic = elastics[index];
+        const auto position = static_cast<qint64>(index);
         StoreStatement(connection,
                        "INSERT INTO elastics (note_id, position, config_type_id, size_type_id)"
                        " VALUES (?, ?, ?, ?)",
@@ -37,7 +42,6 @@ void insertElastics(TreatmentStoreConnection &connection, qint64 noteID,
                            "INSERT INTO elastic_members"
                            " (note_id, elastic_position, position, name_key) VALUES (?, ?, ?, ?)",
                            {noteID, position, memberPosition++, valueOf(member)});
-        ++position;
     }
 }
 
@@ -126,12 +130,17 @@ private:
 
     void writeElastics(const ElasticsReport &report)
     {
-        if (report.elastics == stored_.elastics) return;
+        const auto merged = mergedElastics(report.before, report.elastics, stored_.elastics);
+        if (merged == stored_.elastics) return;
+        const auto same = std::mismatch(merged.begin(), merged.end(), stored_.elastics.begin(),
+                                        stored_.elastics.end());
+        const auto first = static_cast<std::size_t>(same.first - merged.begin());
         // The members go with their elastics.
-        StoreStatement(connection_, "DELETE FROM elastics WHERE note_id = ?", {noteID_});
-        insertElastics(connection_, noteID_, report.elastics);
+        StoreStatement(connection_, "DELETE FROM elastics WHERE note_id = ? AND position >= ?",
+                       {noteID_, static_cast<qlonglong>(first)});
+        insertElastics(connection_, noteID_, merged, first);
         log(QString::fromLatin1(nameOf(report.event)), report.key, textOf(stored_.elastics),
-            textOf(report.elastics));
+            textOf(merged));
     }
 
     void writeApproval(const ApprovalReport &report)
@@ -233,7 +242,7 @@ qint64 startNote(TreatmentStoreConnection &connection, qint64 treatmentID, const
     started.date = date;
     StoredChange change{changedAt, date, QStringLiteral("note started"), {}, {}, textOf(date)};
     if (const auto earlier = lastDateBefore(connection, treatmentID, date)) {
-        started = noteStartedFrom(note(connection, treatmentID, *earlier).value(), date);
+        started = noteStartedFrom(givenNote(connection, treatmentID, *earlier), date);
         change.key = textOf(*earlier).toStdString();
     }
     const qint64 identifier = insertNote(connection, treatmentID, started);
@@ -248,7 +257,7 @@ void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const
     const auto known = noteID(connection, treatmentID, report.date);
     const qint64 identifier =
         known ? *known : startNote(connection, treatmentID, report.date, changedAt);
-    const NoteRecord stored = note(connection, treatmentID, report.date).value();
+    const NoteRecord stored = givenNote(connection, treatmentID, report.date);
     ReportWriter(connection, treatmentID, identifier, stored, changedAt).write(report);
 }
 

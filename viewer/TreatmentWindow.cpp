@@ -416,6 +416,11 @@ void TreatmentWindow::stepDate(int steps)
 
 void TreatmentWindow::approve(bool isApproved)
 {
+    if (treatment_->isReadOnly()) {
+        noteMayHaveClosed(); // the button is as it was
+        tell(treatment_->store()->readOnlyReason()->sentence);
+        return;
+    }
     history_.noticeChanges();
     treatment_->setApproved(*view_, isApproved);
     history_.noticeChanges(); // an elastic that was being strung is placed
@@ -433,7 +438,8 @@ void TreatmentWindow::noteWasChosen()
 void TreatmentWindow::noteMayHaveClosed()
 {
     const auto &session = treatment_->session();
-    mayEdit_ = session.date() == treatment_->today() && !session.approvedDate();
+    mayEdit_ = !treatment_->isReadOnly() && session.date() == treatment_->today() &&
+               !session.approvedDate();
     history_.setOffersSteps(mayEdit_);
     dates_->setApproval(session.approvedDate());
     approved_->setChecked(session.approvedDate().has_value());

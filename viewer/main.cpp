@@ -67,6 +67,7 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         viewer::addViewerInterfaceFiles();
         viewer::followThemePreference();
         viewer::OpenTreatments all(commandLine);
+        if (all.isShownElsewhere()) return viewer::Done;
         viewer::TreatmentDocument &first = all.openFirst();
         // These outlive the window, which the user closes first.
         const auto view = first.mainWindow()->sharedView();

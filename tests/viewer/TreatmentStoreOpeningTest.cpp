@@ -87,22 +87,6 @@ protected:
             names.push_back(name.toStdString());
         return names;
     }
-
-    static Lines schemaOf(const QString &file)
-    {
-        return OtherConnection(file).rows(QStringLiteral(
-            "SELECT type, name, tbl_name, sql FROM sqlite_schema ORDER BY type, name"));
-    }
-
-    /// The stored database of version 1, with more statements at its end.
-    void makeVersion1(const QString &more = {})
-    {
-        const OtherConnection connection(path);
-        const QString text = QString::fromUtf8(bytesOf(QStringLiteral(KELO_STORED_VERSION_1)));
-        for (const QString &statement : (text + more).split(QStringLiteral(";\n"))) {
-            if (!statement.trimmed().isEmpty()) connection.run(statement);
-        }
-    }
 };
 
 TEST_F(TreatmentStoreOpening, aMissingFileBecomesANewDatabaseOfThePresentVersion)
@@ -123,108 +107,6 @@ TEST_F(TreatmentStoreOpening, aMissingFolderIsASentence)
     const StoreFailure failure = refusal();
     EXPECT_EQ(failure.problem, StoreProblem::NotReachable);
     EXPECT_EQ(failure.sentence, path + ": the database could not be opened");
-}
-
-TEST_F(TreatmentStoreOpening, aDatabaseOfVersion1IsMigratedWithAllItsContent)
-{
-    makeVersion1();
-    store = opened();
-
-    TreatmentRecord expected;
-    expected.patient = {QStringLiteral("Sample Patient"), QStringLiteral("S-1"), std::nullopt};
-    expected.notes.resize(2);
-    expected.notes[0].date = QDate(2024, 1, 15);
-    expected.notes[0].toothVisibilities = {{"5", true}};
-    expected.notes[1].date = QDate(2024, 3, 1);
-    expected.notes[1].toothVisibilities = {{"5", false}, {"12", true}};
-    expected.notes[1].bracketVisibilities = {{"7", false}, {"8", true}, {"9", true}};
-    expected.notes[1].bracketColorTypeIDs = {{"7", std::nullopt}, {"8", 4}, {"9", std::nullopt}};
-    expected.notes[1].elastics = {{std::nullopt, std::nullopt, {"3l", "14", "19"}},
-                                  {std::nullopt, 3, {"6", "30"}}};
-    EXPECT_EQ(store->loadTreatment(7).value(), expected);
-
-    TreatmentRecord other;
-    other.patient = {QStringLiteral("Other Patient"), QStringLiteral("S-2"), std::nullopt};
-    other.approvedDate = QDate(2024, 5, 1);
-    other.notes.resize(1);
-    other.notes[0].date = QDate(2024, 2, 2);
-    other.notes[0].elastics = {{std::nullopt, 1, {}}};
-    EXPECT_EQ(store->loadTreatment(8).value(), other);
-}
-
-TEST_F(TreatmentStoreOpening, aDatabaseOfVersion2GetsATableOfNamedElasticsAndKeepsTheRest)
-{
-    opened()->createPatient({QStringLiteral("A"), QStringLiteral("1"), std::nullopt});
-    const Lines present = schemaOf(path);
-    {
-        // Version 2 was the present one without that table.
-        const OtherConnection connection(path);
-        connection.run(QStringLiteral("DROP TABLE named_elastics"));
-        connection.run(QStringLiteral("DROP TABLE catalogues"));
-        connection.run(QStringLiteral("PRAGMA user_version = 2"));
-    }
-    store = opened();
-    EXPECT_EQ(store->patients().value().size(), 1u);
-    EXPECT_TRUE(store->namedElastics().value().empty());
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
-    EXPECT_EQ(schemaOf(path), present);
-}
-
-TEST_F(TreatmentStoreOpening, aDatabaseOfVersion3GetsATableOfCataloguesAndKeepsTheRest)
-{
-    TreatmentRecord record;
-    record.patient = {QStringLiteral("A"), QStringLiteral("1"), std::nullopt};
-    const qint64 stored = opened()->addTreatment(record).value();
-    const Lines present = schemaOf(path);
-    {
-        // Version 3 was the present one without that table.
-        const OtherConnection connection(path);
-        connection.run(QStringLiteral("DROP TABLE catalogues"));
-        connection.run(QStringLiteral("PRAGMA user_version = 3"));
-    }
-    store = opened();
-    EXPECT_EQ(store->loadTreatment(stored).value(), record);
-    EXPECT_EQ(store->catalogue(stored).value(), QByteArray());
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
-    EXPECT_EQ(schemaOf(path), present);
-}
-
-TEST_F(TreatmentStoreOpening, aMigratedDatabaseHasTheTablesOfANewOne)
-{
-    makeVersion1();
-    opened();
-    const Lines migrated = schemaOf(path);
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA user_version")), Lines{"4"});
-    EXPECT_EQ(OtherConnection(path).rows(QStringLiteral("PRAGMA integrity_check")), Lines{"ok"});
-    path = folder.filePath(QStringLiteral("new.db"));
-    opened();
-    EXPECT_EQ(migrated, schemaOf(path));
-    EXPECT_GT(migrated.size(), 8u);
-}
-
-TEST_F(TreatmentStoreOpening, aMigratedDatabaseTakesReports)
-{
-    makeVersion1();
-    store = opened();
-    treatmentID = 7;
-    NoteReport report;
-    report.date = day(20);
-    report.buttonVisibilities = {{"8l", true}};
-    ASSERT_TRUE(store->write(treatmentID, report));
-    EXPECT_EQ(noteOf(day(20)).buttonVisibilities.at("8l"), true);
-    EXPECT_EQ(noteOf(day(20)).bracketColorTypeIDs.at("8"), 4);
-}
-
-TEST_F(TreatmentStoreOpening, aMigrationThatFailsLeavesVersion1AsItWas)
-{
-    makeVersion1(QStringLiteral("INSERT INTO tooth_visibilities VALUES (10, '6', 7);\n"));
-    const Lines before = schemaOf(path);
-    EXPECT_TRUE(refusal().sentence.startsWith(path + ": "));
-    EXPECT_EQ(schemaOf(path), before);
-    const OtherConnection connection(path);
-    EXPECT_EQ(connection.rows(QStringLiteral("PRAGMA user_version")), Lines{"1"});
-    EXPECT_EQ(connection.rows(QStringLiteral("SELECT count(*) FROM tooth_visibilities")),
-              Lines{"4"});
 }
 
 TEST_F(TreatmentStoreOpening, aNewerDatabaseIsRefusedAndLeftByteForByte)
@@ -290,6 +172,14 @@ TEST_F(TreatmentStoreOpening, aFolderIsNoDatabase)
 {
     path = folder.path();
     EXPECT_EQ(refusal().problem, StoreProblem::NotReachable);
+}
+
+TEST_F(TreatmentStoreOpening, aPipeAndADeviceAreNoDatabases)
+{
+    ASSERT_EQ(::mkfifo(path.toUtf8().constData(), 0666), 0);
+    EXPECT_EQ(refusal().sentence, path + ": the file is not a database");
+    path = QStringLiteral("/dev/zero");
+    EXPECT_EQ(refusal().problem, StoreProblem::NotADatabase);
 }
 
 TEST_F(TreatmentStoreOpening, aDatabaseOfGarbagePagesIsASentence)
@@ -361,6 +251,7 @@ TEST_F(TreatmentStoreOpening, aReadOnlyFileIsReadAndNotWritten)
         const WithoutPrivileges nobody;
         store = opened();
         ASSERT_TRUE(store);
+        EXPECT_EQ(store->readOnlyReason()->sentence, path + ": the database cannot be written to");
         EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
         NoteReport report;
         report.date = day(2);
@@ -375,20 +266,59 @@ TEST_F(TreatmentStoreOpening, aReadOnlyFileIsReadAndNotWritten)
     EXPECT_EQ(bytesOf(path), before);
 }
 
-TEST_F(TreatmentStoreOpening, aReadOnlyFolderIsASentence)
+TEST_F(TreatmentStoreOpening, aDatabaseInAReadOnlyFolderIsReadAndSaysSo)
 {
     makeDatabase();
     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0444), 0);
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0555), 0);
+    const QByteArray before = bytesOf(path);
     {
         const WithoutPrivileges nobody;
-        const StoreFailure failure = refusal();
-        EXPECT_TRUE(failure.problem == StoreProblem::NotReachable ||
-                    failure.problem == StoreProblem::ReadOnly);
-        EXPECT_TRUE(failure.sentence.startsWith(path + ": the database c"))
-            << failure.sentence.toStdString();
+        store = opened();
+        ASSERT_TRUE(store);
+        ASSERT_TRUE(store->readOnlyReason());
+        EXPECT_TRUE(store->readOnlyReason()->sentence.startsWith(path + ": the database c"))
+            << store->readOnlyReason()->sentence.toStdString();
+        EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+        EXPECT_FALSE(store->startNote(treatmentID, day(30)));
+        store.reset();
     }
     ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0777), 0);
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(filesInFolder(), Lines{"treatments.db"});
+}
+
+TEST_F(TreatmentStoreOpening, forReadingOnlyNothingIsWritten)
+{
+    makeDatabase();
+    const QByteArray before = bytesOf(path);
+    store = TreatmentStore::open(path, StoreAccess::ReadOnly).value();
+    EXPECT_EQ(store->readOnlyReason()->sentence,
+              path + ": another window of the program works with the database; it is open for "
+                     "reading only");
+    EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
+    const auto written = store->startNote(treatmentID, day(30));
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.failure().problem, StoreProblem::ReadOnly);
+    store.reset();
+    EXPECT_EQ(bytesOf(path), before);
+}
+
+TEST_F(TreatmentStoreOpening, forReadingOnlyAMissingFileIsNotMade)
+{
+    const auto result = TreatmentStore::open(path, StoreAccess::ReadOnly);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.sentence(), path + ": the database could not be opened");
+    EXPECT_EQ(filesInFolder(), Lines());
+}
+
+TEST_F(TreatmentStoreOpening, aReaderSeesWhatAnotherProgramStores)
+{
+    startTreatment();
+    const auto reader = TreatmentStore::open(path, StoreAccess::ReadOnly).value();
+    ASSERT_TRUE(store->startNote(treatmentID, day(30)));
+    EXPECT_TRUE(reader->note(treatmentID, day(30)).value());
+    EXPECT_FALSE(store->readOnlyReason());
 }
 
 TEST_F(TreatmentStoreOpening, anUnreadableFileIsASentence)
@@ -418,16 +348,6 @@ TEST_F(TreatmentStoreOpening, aLockedDatabaseIsReadAndTakesReportsOnceItIsFree)
     }
     ASSERT_TRUE(store->write(treatmentID, report));
     EXPECT_EQ(noteOf(day(2)).toothVisibilities.at("5"), false);
-}
-
-TEST_F(TreatmentStoreOpening, openingALockedDatabaseOfVersion1IsASentenceAndChangesNothing)
-{
-    makeVersion1();
-    const OtherConnection other(path);
-    other.run(QStringLiteral("BEGIN EXCLUSIVE"));
-    EXPECT_EQ(refusal().sentence, path + ": the database is locked by another program");
-    other.run(QStringLiteral("ROLLBACK"));
-    EXPECT_EQ(other.rows(QStringLiteral("PRAGMA user_version")), Lines{"1"});
 }
 
 TEST_F(TreatmentStoreOpening, aFullDatabaseTakesNothingOfAReport)

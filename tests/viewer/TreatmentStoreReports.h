@@ -4,6 +4,16 @@
 
 namespace viewer::test {
 
+/// What a report of this number tells of elastics.
+inline std::vector<ElasticRecord> elasticsOfNumber(int number)
+{
+    const auto key = [number](int factor) { return std::to_string(2 + number * factor % 14); };
+    std::vector<ElasticRecord> elastics;
+    for (int i = 0; i < number % 7; ++i)
+        elastics.push_back({std::nullopt, number, {key(i), key(1) + "l"}});
+    return elastics;
+}
+
 /// The reports of a long session, each known by its number (1 and up), so that a program that
 /// writes them and one that checks them agree. Every hundredth is the first of a new date, and each
 /// carries its number as its time.
@@ -29,9 +39,10 @@ inline NoteReport reportOfNumber(int number)
         report.buttonVisibilities[key(5) + "l"] = number % 2 == 0;
         break;
     default:
-        report.elastics = ElasticsReport{ElasticsEvent::Placed, key(1), {}};
-        for (int i = 0; i < number % 7; ++i)
-            report.elastics->elastics.push_back({std::nullopt, number, {key(i), key(1) + "l"}});
+        // The last report about elastics was five before.
+        report.elastics = ElasticsReport{ElasticsEvent::Placed, key(1), elasticsOfNumber(number),
+                                         number > 5 ? elasticsOfNumber(number - 5)
+                                                    : std::vector<ElasticRecord>()};
         break;
     }
     return report;

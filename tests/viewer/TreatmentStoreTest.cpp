@@ -168,7 +168,7 @@ TEST_F(TreatmentStoreTest, aNewNoteStartsAsTheLastEarlierOneStandsButNotApproved
     NoteReport report = reportOf(day(5));
     report.bracketVisibilities = {{"8", true}};
     report.bracketColorTypeIDs = {{"8", 4}, {"9", std::nullopt}};
-    report.elastics = ElasticsReport{ElasticsEvent::Placed, "6,30", {{1, 3, {"6", "30"}}}};
+    report.elastics = ElasticsReport{ElasticsEvent::Placed, "6,30", {{1, 3, {"6", "30"}}}, {}};
     report.approval = ApprovalReport{day(6)};
     ASSERT_TRUE(store->write(treatmentID, report));
     NoteRecord expected = noteOf(day(5));
@@ -219,14 +219,15 @@ TEST_F(TreatmentStoreTest, everyKindOfChangeIsWrittenAndLogged)
     report.buttonVisibilities = {{"8l", true}};
     report.bracketColorTypeIDs = {{"8", 4}, {"9", std::nullopt}};
     report.elastics =
-        ElasticsReport{ElasticsEvent::Placed, "6,30", {{std::nullopt, 3, {"6", "30"}}}};
+        ElasticsReport{ElasticsEvent::Placed, "6,30", {{std::nullopt, 3, {"6", "30"}}}, {}};
     report.approval = ApprovalReport{day(6)};
     ASSERT_TRUE(store->write(treatmentID, report));
     report.toothVisibilities = {{"5", true}};
     report.bracketVisibilities = {{"8", false}};
     report.buttonVisibilities = {{"8l", false}};
     report.bracketColorTypeIDs = {{"8", std::nullopt}, {"9", 2}};
-    report.elastics = ElasticsReport{ElasticsEvent::Removed, "6,30", {}};
+    report.elastics =
+        ElasticsReport{ElasticsEvent::Removed, "6,30", {}, {{std::nullopt, 3, {"6", "30"}}}};
     report.approval = ApprovalReport{};
     ASSERT_TRUE(store->write(treatmentID, report));
 
@@ -261,7 +262,7 @@ TEST_F(TreatmentStoreTest, theLogTellsWhatHappenedToElastics)
           std::pair{ElasticsEvent::Refactored, "elastics refactored"}}) {
         NoteReport report = reportOf(day(5));
         report.elastics = ElasticsReport{
-            event, "14", {{std::nullopt, static_cast<long>(event), {"3", "14", "19"}}}};
+            event, "14", {{std::nullopt, static_cast<long>(event), {"3", "14", "19"}}}, {}};
         ASSERT_TRUE(store->write(treatmentID, report));
         EXPECT_EQ(store->changes(treatmentID).value().back().what.toStdString(), what);
         EXPECT_EQ(store->changes(treatmentID).value().back().key, "14");
@@ -274,7 +275,7 @@ TEST_F(TreatmentStoreTest, whatDoesNotDifferIsNotLoggedAgain)
     NoteReport report = reportOf(day(5));
     report.bracketVisibilities = {{"8", true}};
     report.bracketColorTypeIDs = {{"8", std::nullopt}};
-    report.elastics = ElasticsReport{ElasticsEvent::Placed, "6,30", {{1, 3, {"6", "30"}}}};
+    report.elastics = ElasticsReport{ElasticsEvent::Placed, "6,30", {{1, 3, {"6", "30"}}}, {}};
     report.approval = ApprovalReport{day(6)};
     ASSERT_TRUE(store->write(treatmentID, report));
     const Lines before = log();

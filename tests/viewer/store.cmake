@@ -5,12 +5,41 @@ target_link_libraries(killed_writer PRIVATE kelo_options kelo_viewer)
 
 kelo_test(store_tests QT
     SOURCES
+        DatabaseClaimTest.cpp
+        ElasticMergeTest.cpp
         TreatmentSessionTest.cpp
         TreatmentStoreKilledTest.cpp
         TreatmentStoreOpeningTest.cpp
         TreatmentStoreTest.cpp
+        TreatmentStoreVersionsTest.cpp
+        TreatmentStoreForeignTest.cpp
     LINKS kelo_viewer)
 target_compile_definitions(store_tests PRIVATE
     KELO_KILLED_WRITER="$<TARGET_FILE:killed_writer>"
-    KELO_STORED_VERSION_1="${CMAKE_CURRENT_SOURCE_DIR}/store/version1.sql")
-add_dependencies(store_tests killed_writer)
+    KELO_SESSION_WRITER="$<TARGET_FILE:session_writer>"
+    KELO_STORED_VERSIONS="${CMAKE_CURRENT_SOURCE_DIR}/store")
+add_dependencies(store_tests killed_writer session_writer)
+
+# Programs that are killed in steady work, and two that work on one note.
+add_executable(session_writer session_writer.cpp)
+target_include_directories(session_writer PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(session_writer PRIVATE kelo_options kelo_viewer GTest::gtest)
+
+kelo_test(store_campaign_tests QT
+    SOURCES
+        TreatmentSessionKilledTest.cpp
+    LINKS kelo_viewer
+    LABELS slow)
+target_compile_definitions(store_campaign_tests PRIVATE
+    KELO_SESSION_WRITER="$<TARGET_FILE:session_writer>")
+add_dependencies(store_campaign_tests session_writer)
+
+# A second start on a database, on a display.
+kelo_test(second_start_tests QT
+    SOURCES
+        SecondStartTest.cpp
+    LINKS kelo_viewer
+    LABELS window)
+target_compile_definitions(second_start_tests PRIVATE
+    KELO_VIEWER_PROGRAM="$<TARGET_FILE:treatment-viewer>")
+add_dependencies(second_start_tests treatment-viewer kelo_resources)

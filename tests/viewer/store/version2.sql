@@ -1,0 +1,21 @@
+-- A database as version 2 of its tables was made and filled.
+PRAGMA application_id = 1801809007;
+CREATE TABLE patients ( id INTEGER PRIMARY KEY, name TEXT NOT NULL, identifier TEXT NOT NULL, birth_date TEXT);
+CREATE TABLE treatments ( id INTEGER PRIMARY KEY, patient_id INTEGER NOT NULL REFERENCES patients (id) ON DELETE CASCADE, shown_date TEXT, approved_date TEXT);
+CREATE INDEX treatments_of_patient ON treatments (patient_id);
+CREATE TABLE notes ( id INTEGER PRIMARY KEY, treatment_id INTEGER NOT NULL REFERENCES treatments (id) ON DELETE CASCADE, date TEXT NOT NULL, approved_date TEXT, UNIQUE (treatment_id, date));
+CREATE TABLE visibilities ( note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE, kind TEXT NOT NULL CHECK (kind IN ('tooth', 'bracket', 'button')), name_key TEXT NOT NULL, visible INTEGER NOT NULL CHECK (visible IN (0, 1)), PRIMARY KEY (note_id, kind, name_key)) WITHOUT ROWID;
+CREATE TABLE bracket_colors ( note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE, name_key TEXT NOT NULL, color_type_id INTEGER NOT NULL, PRIMARY KEY (note_id, name_key)) WITHOUT ROWID;
+CREATE TABLE elastics ( note_id INTEGER NOT NULL REFERENCES notes (id) ON DELETE CASCADE, position INTEGER NOT NULL, config_type_id INTEGER, size_type_id INTEGER, PRIMARY KEY (note_id, position)) WITHOUT ROWID;
+CREATE TABLE elastic_members ( note_id INTEGER NOT NULL, elastic_position INTEGER NOT NULL, position INTEGER NOT NULL, name_key TEXT NOT NULL, PRIMARY KEY (note_id, elastic_position, position), FOREIGN KEY (note_id, elastic_position) REFERENCES elastics (note_id, position) ON DELETE CASCADE) WITHOUT ROWID;
+CREATE TABLE changes ( id INTEGER PRIMARY KEY, treatment_id INTEGER NOT NULL REFERENCES treatments (id) ON DELETE CASCADE, note_date TEXT, at_milliseconds INTEGER NOT NULL, what TEXT NOT NULL, name_key TEXT NOT NULL, old_value TEXT, new_value TEXT);
+CREATE INDEX changes_of_treatment ON changes (treatment_id);
+INSERT INTO patients VALUES (3, 'Sample Patient', 'S-1', '2011-04-02'), (4, 'Other Patient', 'S-2', NULL);
+INSERT INTO treatments VALUES (7, 3, '2025-06-10', NULL), (8, 4, NULL, '2025-07-01');
+INSERT INTO notes VALUES (10, 7, '2025-06-10', '2025-06-11'), (11, 7, '2025-05-02', NULL), (12, 8, '2025-06-30', NULL);
+INSERT INTO visibilities VALUES (10, 'tooth', '5', 0), (10, 'bracket', '8', 1), (10, 'bracket', '9', 0), (10, 'button', '8l', 1), (11, 'tooth', '5', 1);
+INSERT INTO bracket_colors VALUES (10, '8', 4), (10, '9', 4999);
+INSERT INTO elastics VALUES (10, 0, 1, 3), (10, 1, NULL, NULL), (12, 0, NULL, 2);
+INSERT INTO elastic_members VALUES (10, 0, 0, '6'), (10, 0, 1, '30'), (10, 1, 0, '3l'), (10, 1, 1, '14'), (10, 1, 2, '19'), (12, 0, 0, '8'), (12, 0, 1, '25');
+INSERT INTO changes VALUES (1, 7, '2025-06-10', 1749550000000, 'note started', '2025-05-02', NULL, '2025-06-10'), (2, 7, '2025-06-10', 1749550001000, 'tooth visibility', '5', 'visible', 'hidden');
+PRAGMA user_version = 2;
