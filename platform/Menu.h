@@ -119,7 +119,9 @@ public:
 
 /// The default presenter (platform/widgets): a native menu with icons and check marks, whose
 /// transient parent is the top-level window of the view. The run loop is in the EventTracking mode
-/// while the menu is open. For a view without a window the menu opens at the pointer. Without a
+/// while the menu is open. The menu opens beside the event's location, never over it, and the press
+/// that it opens for chooses nothing in it: neither its release, wherever that is, nor the second
+/// press of a double click. For a view without a window the menu opens at the pointer. Without a
 /// QApplication no menu can be shown: it closes at once without a choice.
 /// Buttons and keys that are released over the menu are so for the view, before the choice is acted
 /// on or after it (OpenGLView::lendInput). The view may end while the menu is open; the menu then

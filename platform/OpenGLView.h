@@ -151,11 +151,12 @@ public:
     /// loop while a button is held. Windows and scripts both come through here.
     void sendEvent(const Event &event);
     /// For an event loop inside one of the operations above that has the input meanwhile, as an
-    /// open menu has. Runs `loop`; then releases the buttons that were released there
-    /// (mouseCaptureLost), calls `act`, with currentModifierFlags() as the keys are held now, and
-    /// tells of changed modifiers last (flagsChanged), so that what is done in `act` still belongs
-    /// to the press that began it. When the view ends in `loop`, nothing follows.
-    void lendInput(const std::function<void()> &loop, const std::function<void()> &act);
+    /// open menu has. Runs `loop`, which says whether a button that is held now has been released
+    /// there, be it held again; then releases what was released (mouseCaptureLost), calls `act`,
+    /// with currentModifierFlags() as the keys are held now, and tells of changed modifiers last
+    /// (flagsChanged), so that what is done in `act` still belongs to the press that began it. When
+    /// the view ends in `loop`, nothing follows.
+    void lendInput(const std::function<bool()> &loop, const std::function<void()> &act);
     /// Modifier bits as the last event left them.
     std::uint32_t currentModifierFlags() const { return modifierFlags_; }
     /// Whether the pointer is over the view, as far as its events have told; with a button held

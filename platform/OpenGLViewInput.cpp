@@ -78,15 +78,18 @@ void OpenGLView::mouseCaptureLost()
     }
 }
 
-void OpenGLView::lendInput(const std::function<void()> &loop, const std::function<void()> &act)
+void OpenGLView::lendInput(const std::function<bool()> &loop, const std::function<void()> &act)
 {
     const std::weak_ptr<int> life = d->lifeToken;
     // Asked for anew each time: the view may go to another window meanwhile.
     if (ViewInput *input = surface().input()) input->setLent(true);
-    loop();
+    const bool haveBeenReleased = loop();
     if (life.expired()) return;
     if (ViewInput *input = surface().input()) {
-        input->buttonsCameBack(QGuiApplication::mouseButtons());
+        if (haveBeenReleased)
+            input->captureLost();
+        else
+            input->buttonsCameBack(QGuiApplication::mouseButtons());
         if (life.expired()) return;
         modifierFlags_ = input->flagsWithModifiers(QGuiApplication::queryKeyboardModifiers());
     }

@@ -3,6 +3,7 @@
 #include "platform/Alert.h"
 #include "platform/OpenGLViewPrivate.h"
 #include "platform/RunLoop.h"
+#include "platform/widgets/PopupInput.h"
 
 #include <QEnterEvent>
 #include <QExposeEvent>
@@ -76,6 +77,7 @@ bool ViewWindow::event(QEvent *event)
 bool ViewWindow::handleEvent(QEvent *event)
 {
     if (!view_) return QWindow::event(event);
+    if (passToOpenPopup(*event, *this)) return true;
     switch (event->type()) {
     case QEvent::UpdateRequest:
         input_.deliverPendingMove();

@@ -207,7 +207,9 @@ void DXOpenGL::rotateMouseUp(const Event &event)
     _rotating = false;
 }
 
-// The other modes' drags are rotate drags only while one of their presses began one.
+// The other modes' drags are rotate drags only while one of their presses began one. A press that
+// opens a menu begins none: the menu is there with the press, and how the pointer goes on until the
+// release neither turns the jaws behind it nor chooses in it.
 
 void DXOpenGL::colorMouseDragged(const Event &event)
 {

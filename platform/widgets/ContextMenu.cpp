@@ -1,6 +1,7 @@
 #include "platform/OpenGLView.h"
 #include "platform/RunLoop.h"
 #include "platform/widgets/ContextMenuStyle.h"
+#include "platform/widgets/MenuOpening.h"
 #include "platform/widgets/NativeMenu.h"
 
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QScreen>
 #include <QVariant>
 #include <QWindow>
 
@@ -61,7 +63,6 @@ QIcon nativeIcon(const QImage &image, int side)
 /// Gives a native menu a style that shows the images of the menu as they are.
 void setStyleForImages(QMenu &nativeMenu, const Menu &menu, int imageSide)
 {
-    if (imageSide == 0) return;
     const bool hasCheckedImage =
         std::any_of(menu.items().begin(), menu.items().end(), [](const auto &item) {
             return item->image && item->state != MenuItemState::Off;
@@ -94,6 +95,22 @@ QPoint screenLocation(const Event &event, const OpenGLView &view)
     if (!window) return QCursor::pos();
     const Point position = view.flippedWindowPoint(event.locationInWindow);
     return window->mapToGlobal(QPointF(position.x, position.y).toPoint());
+}
+
+/// What the menus of a window stay inside of: the screen, as far as no panel of the desktop takes
+/// it. On Wayland a program does not know where its windows are, and not every compositor keeps
+/// menus on the screen; but what is inside of the window is where its user sees it.
+QRect areaForMenus(const QWindow *topLevel, const QPoint &pointer)
+{
+    // Windows smaller than this (points) have menus that reach out of them: a list of two or three
+    // rows that scrolls is worse than one that may end off the screen.
+    constexpr QSize smallest(480, 360);
+    if (topLevel && QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        return {topLevel->mapToGlobal(QPoint()), topLevel->size().expandedTo(smallest)};
+    const QScreen *screen = QGuiApplication::screenAt(pointer);
+    if (!screen) screen = topLevel ? topLevel->screen() : QGuiApplication::primaryScreen();
+    const bool fillsScreen = topLevel && topLevel->windowStates().testFlag(Qt::WindowFullScreen);
+    return fillsScreen ? screen->geometry() : screen->availableGeometry();
 }
 
 } // namespace
@@ -150,8 +167,11 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
     std::shared_ptr<MenuItem> chosen;
     const auto showMenu = [&] {
         const RunLoop::ModeScope tracking(RunLoop::main(), RunLoopMode::EventTracking);
-        chosen = itemOfAction(nativeMenu->exec(screenLocation(event, view)));
+        const QPoint pointer = screenLocation(event, view);
+        const MenuOpening opening(*nativeMenu, pointer, areaForMenus(topLevel, pointer));
+        chosen = itemOfAction(nativeMenu->exec(opening.menuPosition()));
         delete nativeMenu;
+        return opening.pressHasEnded();
     };
     // The delegate and the actions are the view's affair as a rule, and end with it.
     view.lendInput(showMenu, [&] { menu->close(chosen); });

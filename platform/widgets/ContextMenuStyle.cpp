@@ -50,10 +50,24 @@ ContextMenuStyle::ContextMenuStyle(int imageSide, bool hasCheckColumn)
       hasCheckColumn_(hasCheckColumn)
 {}
 
+int ContextMenuStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *returnData) const
+{
+    switch (hint) {
+    case SH_Menu_Scrollable: // the alternative is a second column, as wide as the first
+        return 1;
+    case SH_Menu_FillScreenWithScroll: // a menu that scrolls stays in its place
+        return 0;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
 int ContextMenuStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const
 {
     const int own = QProxyStyle::pixelMetric(metric, option, widget);
+    if (metric == PM_MenuDesktopFrameWidth) return std::max(own, screenMargin_);
     return metric == PM_SmallIconSize ? std::max(own, imageSide_) : own;
 }
 

@@ -13,6 +13,13 @@ public:
     /// imageSide: of the largest image of the menu, in points; 0 without images.
     ContextMenuStyle(int imageSide, bool hasCheckColumn);
 
+    /// What a menu leaves free of the screen's height at the top and at the bottom, in points (0 at
+    /// first); one that is higher than the rest scrolls.
+    void setScreenMargin(int margin) { screenMargin_ = margin; }
+
+    int styleHint(StyleHint hint, const QStyleOption *option = nullptr,
+                  const QWidget *widget = nullptr,
+                  QStyleHintReturn *returnData = nullptr) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
                     const QWidget *widget = nullptr) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contentsSize,
@@ -22,6 +29,7 @@ public:
 
 private:
     int imageSide_;
+    int screenMargin_ = 0;
     bool hasCheckColumn_;
 };
 
