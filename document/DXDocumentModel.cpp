@@ -5,6 +5,7 @@
 #include "models/ToothModelLoader.h"
 #include "platform/Assertion.h"
 #include "platform/RunLoop.h"
+#include "platform/TellDelegate.h"
 
 namespace kelo {
 namespace {
@@ -57,6 +58,13 @@ DXDocumentModel::DXDocumentModel() = default;
 DXDocumentModel::~DXDocumentModel()
 {
     if (const auto timer = updateAccumulationTimer_.lock()) timer->invalidate();
+}
+
+// The operations that tell the delegate keep the model alive to their end, so that they need not
+// ask afterwards whether it is.
+Teller DXDocumentModel::teller() const
+{
+    return {weak_from_this(), weak_from_this()};
 }
 
 void DXDocumentModel::loadUpperAndLowerGumModels()
@@ -279,7 +287,8 @@ void DXDocumentModel::toggleVisibilityOfBracket(const std::string &givenKey)
     setHiddenPrimary(bracket, !isHiddenPrimary(bracket));
     const bool visible = !isHiddenPrimary(bracket);
     accumulateUpdateForBracket_visibility(key, visible);
-    tell(&DXDocumentModelDelegate::bracket_visibilityDidChange, key, visible);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::bracket_visibilityDidChange, key,
+                 visible);
     if (isHiddenPrimary(bracket)) refactorElasticModels(key);
 }
 
@@ -291,7 +300,8 @@ void DXDocumentModel::toggleVisibilityOfButton(const std::string &givenKey)
     setHiddenPrimary(button, !isHiddenPrimary(button));
     const bool visible = !isHiddenPrimary(button);
     accumulateUpdateForButton_visibility(key, visible);
-    tell(&DXDocumentModelDelegate::button_visibilityDidChange, key, visible);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::button_visibilityDidChange, key,
+                 visible);
     if (isHiddenPrimary(button)) refactorElasticModels(key);
 }
 
@@ -305,7 +315,8 @@ void DXDocumentModel::toggleVisibilityOfTooth(const std::string &givenKey)
     const bool hidden = isHiddenPrimary(tooth);
     setHiddenSecondary(modelUnderKey(_bracketModels, key), hidden);
     setHiddenSecondary(modelUnderKey(_buttonModels, buttonKey), hidden);
-    tell(&DXDocumentModelDelegate::tooth_visibilityDidChange, key, !hidden);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::tooth_visibilityDidChange, key,
+                 !hidden);
     if (isHiddenPrimary(tooth)) {
         refactorElasticModels(key);
         refactorElasticModels(buttonKey);

@@ -17,7 +17,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -25,6 +24,7 @@ namespace kelo {
 
 class DXGLightweightModel;
 class Timer;
+struct Teller;
 
 /// The colour type of a bracket without colour; a colour that was taken away is reported as this.
 inline constexpr long noBracketColorTypeID = 4999;
@@ -270,16 +270,7 @@ private:
     void restartUpdateAccumulationTimer();
     bool isHiddenUnderKey(const std::string &key) const;
     bool isPlaced(const std::shared_ptr<ElasticModel> &elastic) const;
-
-    /// Calls an operation of the delegate, if it has it. The operation is copied first: it may
-    /// destroy the delegate that it stands in.
-    template<class Operation, class... Arguments>
-    void tell(Operation DXDocumentModelDelegate::*operation, Arguments &&...arguments) const
-    {
-        if (!delegate_) return;
-        if (const Operation called = delegate_->*operation)
-            called(std::forward<Arguments>(arguments)...);
-    }
+    Teller teller() const;
 
     DXDocumentModelDelegate *delegate_ = nullptr;
     std::shared_ptr<DXGLightweightModel> _upperGumModel;

@@ -1,6 +1,7 @@
 #include "document/DXDocumentModel.h"
 
 #include "document/ModelLookup.h"
+#include "platform/TellDelegate.h"
 
 #include <algorithm>
 #include <set>
@@ -44,7 +45,7 @@ void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &giv
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!elastic) return;
     _elasticModels.push_back(elastic);
-    tell(&DXDocumentModelDelegate::elasticModelPlaced, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelPlaced, elastic);
 }
 
 void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &givenElastic)
@@ -53,7 +54,7 @@ void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &gi
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
     std::erase(_elasticModels, elastic);
-    tell(&DXDocumentModelDelegate::elasticModelRemoved, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelRemoved, elastic);
 }
 
 void DXDocumentModel::elasticModel_setElasticsSizeType(
@@ -64,7 +65,8 @@ void DXDocumentModel::elasticModel_setElasticsSizeType(
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
     elastic->setElasticsSizeType(sizeType);
-    tell(&DXDocumentModelDelegate::elasticModelColorDidChange, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelColorDidChange,
+                 elastic);
 }
 
 std::shared_ptr<ElasticModel> DXDocumentModel::elasticModelForUniqueID(std::uint32_t uniqueID) const
@@ -111,8 +113,9 @@ void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
     }
     setElasticModels(after);
     if (changed)
-        tell(&DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
-             std::vector<std::string>{key});
+        tellDelegate(teller(), delegate_,
+                     &DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
+                     std::vector<std::string>{key});
 }
 
 } // namespace kelo

@@ -49,6 +49,11 @@ DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame)
 DXOpenGL::~DXOpenGL()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
+    // The view may end while one of its menus is open, or in the action of a row.
+    for (const auto &opened : menus_) {
+        const auto menu = opened.lock();
+        if (menu && menu->delegate == this) menu->delegate = nullptr;
+    }
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
@@ -62,6 +67,13 @@ DXOpenGL::~DXOpenGL()
     for (const std::uint32_t name :
          {toolButtonVBOID, toolButtonVBOIndexID, elasticsVBOID, elasticsVBOIndexID})
         openGLContext().deleteBuffer(name);
+}
+
+bool DXOpenGL::survives(const std::function<void()> &call)
+{
+    const auto thisLife = life();
+    call();
+    return !thisLife.expired();
 }
 
 void DXOpenGL::contextWasLost()

@@ -16,6 +16,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -85,9 +86,9 @@ public:
     /// When the treatment was approved; an approved treatment is not edited.
     const QDateTime &approvedDate() const { return _approvedDate; }
     void setApprovedDate(const QDateTime &date) { _approvedDate = date; }
-    /// The date that the label shows. Setting another one makes the label anew, "Today" in the user's language for the
-    /// current date, and chooses the mode: elastics for today's treatment while it is not approved,
-    /// otherwise rotate. Set the current and the approval date before.
+    /// The date that the label shows. Setting another one makes the label anew, "Today" in the
+    /// user's language for the current date, and chooses the mode: elastics for today's treatment
+    /// while it is not approved, otherwise rotate. Set the current and the approval date before.
     const QDateTime &displayedDate() const { return _displayedDate; }
     void setDisplayedDate(const QDateTime &date);
     bool displayedDateIsToday() const { return _displayedDateIsToday; }
@@ -404,6 +405,10 @@ private:
     };
     /// All of the view, or a single pixel of it.
     void drawColorPickPass(const std::optional<PickPixel> &onlyPixel);
+    /// Runs what reaches the host, a change of the document above all. False when the view ended in
+    /// it: then nothing of the view may be touched. Unlike tellDelegate it does not keep the view
+    /// alive: a host that let go of the view may destroy the delegate, and hears no more.
+    bool survives(const std::function<void()> &call);
     void repeatActionTimerExpired();
     void singleActionDone(ActionType type);
     void colorLastClickedTooth(const MenuItem &sender, ActionType type);
@@ -433,6 +438,7 @@ private:
     void forgetRepeatActionTimer();
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
+    void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
     struct PrintImages
     {
         std::vector<unsigned char> left, front, right;
@@ -469,6 +475,8 @@ private:
     Name firstClickedToothName_;
     Name lastClickedToothName_;
     std::optional<std::vector<std::string>> bracketSequence_;
+    bool isPlacing_ = false; ///< while the document is given the elastic that was strung
+    std::vector<std::weak_ptr<Menu>> menus_; ///< those whose delegate the view is
     std::uint64_t lastClickedElasticID_ = 0;
     bool elasticWasClicked_ = false;
     /// The first bracket's own material, while that bracket is highlighted.
