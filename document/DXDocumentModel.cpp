@@ -6,6 +6,7 @@
 #include "platform/Assertion.h"
 #include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
+#include "platform/TellDelegate.h"
 
 namespace kelo {
 namespace {
@@ -54,6 +55,13 @@ DXDocumentModel::~DXDocumentModel()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
     if (const auto timer = updateAccumulationTimer_.lock()) timer->invalidate();
+}
+
+// The operations that tell the delegate keep the model alive to their end, so that they need not
+// ask afterwards whether it is.
+Teller DXDocumentModel::teller() const
+{
+    return {weak_from_this(), weak_from_this()};
 }
 
 void DXDocumentModel::postDocumentModelChangedNotification() const
@@ -336,7 +344,8 @@ void DXDocumentModel::toggleVisibilityOfBracket(const std::string &givenKey)
         visible = !isHiddenPrimary(bracket);
         accumulateUpdateForBracket_visibility(key, visible);
     });
-    tell(&DXDocumentModelDelegate::bracket_visibilityDidChange, key, visible);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::bracket_visibilityDidChange, key,
+                 visible);
     if (isHiddenPrimary(bracket)) refactorElasticModels(key);
 }
 
@@ -351,7 +360,8 @@ void DXDocumentModel::toggleVisibilityOfButton(const std::string &givenKey)
         visible = !isHiddenPrimary(button);
         accumulateUpdateForButton_visibility(key, visible);
     });
-    tell(&DXDocumentModelDelegate::button_visibilityDidChange, key, visible);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::button_visibilityDidChange, key,
+                 visible);
     if (isHiddenPrimary(button)) refactorElasticModels(key);
 }
 
@@ -368,7 +378,8 @@ void DXDocumentModel::toggleVisibilityOfTooth(const std::string &givenKey)
         setHiddenSecondary(modelUnderKey(_bracketModels, key), hidden);
         setHiddenSecondary(modelUnderKey(_buttonModels, buttonKey), hidden);
     });
-    tell(&DXDocumentModelDelegate::tooth_visibilityDidChange, key, !hidden);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::tooth_visibilityDidChange, key,
+                 !hidden);
     if (isHiddenPrimary(tooth)) {
         refactorElasticModels(key);
         refactorElasticModels(buttonKey);

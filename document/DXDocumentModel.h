@@ -18,7 +18,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -26,6 +25,7 @@ namespace kelo {
 
 class DXGLightweightModel;
 class Timer;
+struct Teller;
 class TreatmentNoteKeys;
 
 /// The name of the notification that a document posts, with itself as object, when it changed.
@@ -326,16 +326,7 @@ private:
     void restartUpdateAccumulationTimer();
     bool isHiddenUnderKey(const std::string &key) const;
     bool isPlaced(const std::shared_ptr<ElasticModel> &elastic) const;
-
-    /// Calls an operation of the delegate, if it has it. The operation is copied first: it may
-    /// destroy the delegate that it stands in.
-    template<class Operation, class... Arguments>
-    void tell(Operation DXDocumentModelDelegate::*operation, Arguments &&...arguments) const
-    {
-        if (!delegate_) return;
-        if (const Operation called = delegate_->*operation)
-            called(std::forward<Arguments>(arguments)...);
-    }
+    Teller teller() const;
 
     DXDocumentModelDelegate *delegate_ = nullptr;
     std::shared_ptr<DXGLightweightModel> _upperGumModel;

@@ -4,8 +4,10 @@
 #include "models/HVOGLMaterial.h"
 #include "models/ToothModelLoader.h"
 #include "platform/RunLoop.h"
+#include "platform/TellDelegate.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace kelo {
 namespace {
@@ -122,9 +124,9 @@ void DXDocumentModel::updateAccumulationTimer(Timer &)
     const auto keepAlive = weak_from_this().lock();
     updateAccumulationTimer_.reset();
     if (!bracketVisibilityUpdates_.empty() || !bracketColorTypeIDUpdates_.empty())
-        tell(&DXDocumentModelDelegate::bracketUpdatesAvailable, *this);
+        tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::bracketUpdatesAvailable, *this);
     if (!buttonVisibilityUpdates_.empty())
-        tell(&DXDocumentModelDelegate::buttonUpdatesAvailable, *this);
+        tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::buttonUpdatesAvailable, *this);
 }
 
 void DXDocumentModel::flushOutstandingUpdates()

@@ -1,6 +1,7 @@
 #include "document/DXDocumentModel.h"
 
 #include "document/ModelLookup.h"
+#include "platform/TellDelegate.h"
 
 #include <algorithm>
 #include <set>
@@ -46,7 +47,7 @@ void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &giv
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!elastic) return;
     change([&] { _elasticModels.push_back(elastic); });
-    tell(&DXDocumentModelDelegate::elasticModelPlaced, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelPlaced, elastic);
 }
 
 void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &givenElastic)
@@ -55,7 +56,7 @@ void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &gi
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
     change([&] { std::erase(_elasticModels, elastic); });
-    tell(&DXDocumentModelDelegate::elasticModelRemoved, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelRemoved, elastic);
 }
 
 void DXDocumentModel::elasticModel_setElasticsSizeType(
@@ -66,7 +67,8 @@ void DXDocumentModel::elasticModel_setElasticsSizeType(
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!isPlaced(elastic)) return;
     change([&] { elastic->setElasticsSizeType(sizeType); });
-    tell(&DXDocumentModelDelegate::elasticModelColorDidChange, elastic);
+    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelColorDidChange,
+                 elastic);
 }
 
 std::shared_ptr<ElasticModel> DXDocumentModel::elasticModelForUniqueID(std::uint32_t uniqueID) const
@@ -115,8 +117,9 @@ void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
     }
     if (!changed) return;
     setElasticModels(after);
-    tell(&DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
-         std::vector<std::string>{key});
+    tellDelegate(teller(), delegate_,
+                 &DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
+                 std::vector<std::string>{key});
 }
 
 } // namespace kelo

@@ -5,6 +5,7 @@
 
 #include "platform/Assertion.h"
 #include "platform/NotificationCenter.h"
+#include "platform/TellDelegate.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -74,6 +75,11 @@ OpenGLView::~OpenGLView()
 std::weak_ptr<const void> OpenGLView::life() const
 {
     return d->lifeToken;
+}
+
+Teller OpenGLView::teller() const
+{
+    return {weak_from_this(), life()};
 }
 
 void OpenGLView::awakeFromNib() {}
@@ -200,6 +206,7 @@ bool OpenGLView::hasOpenGLContext() const
 void OpenGLView::setNeedsDisplay(bool needsDisplay)
 {
     needsDisplay_ = needsDisplay;
+    if (needsDisplay) ++redrawRequestCount_;
     // A view without a surface is drawn when it gets one that shows.
     if (needsDisplay && d->surface) d->surface->requestRedraw();
 }

@@ -5,6 +5,7 @@
 #include "platform/OpenGLContext.h"
 #include "platform/Rect.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@ class QWindow;
 namespace kelo {
 
 class ViewSurface;
+struct Teller;
 
 /// Where views draw. A view takes its surface when it first needs one: for its context
 /// (openGLContext, display, grabImage), its window (window, createContainer, enterFullScreenMode)
@@ -41,7 +43,10 @@ enum class SurfaceKind {
 ///
 /// Redraws are asked for with setNeedsDisplay and coalesced; nothing is drawn while the window is
 /// not exposed. Main thread only.
-class KELO_EXPORT OpenGLView
+///
+/// Hold it in a shared_ptr, as makeView does: then it stays alive for as long as it calls a host,
+/// whatever the host lets go of.
+class KELO_EXPORT OpenGLView : public std::enable_shared_from_this<OpenGLView>
 {
 public:
     explicit OpenGLView(const Rect &frame, const PixelFormat &pixelFormat = {});
@@ -229,6 +234,11 @@ protected:
     /// Expires when the view ends. Whoever calls out, to a host for example, and goes on afterwards
     /// asks it first.
     std::weak_ptr<const void> life() const;
+    /// The view as it tells delegates; see platform/TellDelegate.h.
+    Teller teller() const;
+    /// Counts the calls of setNeedsDisplay that asked for a redraw: whoever finds it unchanged
+    /// since a frame was drawn knows that nothing in it was announced to have changed.
+    std::uint64_t redrawRequestCount() const { return redrawRequestCount_; }
     /// Called after the context was destroyed, with the view still whole: forget the names that
     /// were made in it and do what is done once per context again in the next drawing. No context
     /// is current. Not called when the view itself ends.
@@ -258,6 +268,7 @@ private:
     PixelFormat pixelFormat_;
     bool wantsBestResolution_ = true;
     bool needsDisplay_ = false;
+    std::uint64_t redrawRequestCount_ = 0;
     std::uint32_t modifierFlags_ = 0;
     double surfacelessScale_ = 1.0;
     std::unique_ptr<Private> d;

@@ -51,6 +51,11 @@ DXOpenGL::DXOpenGL(const Rect &frame)
 DXOpenGL::~DXOpenGL()
 {
     NotificationCenter::defaultCenter().removeObserver(ownObserver());
+    // The view may end while one of its menus is open, or in the action of a row.
+    for (const auto &opened : menus_) {
+        const auto menu = opened.lock();
+        if (menu && menu->delegate == this) menu->delegate = nullptr;
+    }
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
@@ -72,12 +77,20 @@ void DXOpenGL::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
     // this view's.
     NotificationCenter &center = NotificationCenter::defaultCenter();
     if (documentModel())
-        center.removeObserver(ownObserver(), documentModelChangedNotification, documentModel().get());
+        center.removeObserver(ownObserver(), documentModelChangedNotification,
+                              documentModel().get());
     if (model)
         center.addObserver(
             ownObserver(), [this](const Notification &) { modelChanged(); },
             documentModelChangedNotification, model.get());
     HVOGLSmoothView::setDocumentModel(std::move(model));
+}
+
+bool DXOpenGL::survives(const std::function<void()> &call)
+{
+    const auto thisLife = life();
+    call();
+    return !thisLife.expired();
 }
 
 void DXOpenGL::contextWasLost()

@@ -13,6 +13,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -412,6 +413,10 @@ private:
     };
     /// All of the view, or a single pixel of it.
     void drawColorPickPass(const std::optional<PickPixel> &onlyPixel);
+    /// Runs what reaches the host, a change of the document above all. False when the view ended in
+    /// it: then nothing of the view may be touched. Unlike tellDelegate it does not keep the view
+    /// alive: a host that let go of the view may destroy the delegate, and hears no more.
+    bool survives(const std::function<void()> &call);
     void repeatActionTimerExpired();
     void singleActionDone(ActionType type);
     void colorLastClickedTooth(const MenuItem &sender, ActionType type);
@@ -441,6 +446,7 @@ private:
     void forgetRepeatActionTimer();
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
+    void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
     struct PrintImages
     {
         std::vector<unsigned char> left, front, right;
@@ -479,6 +485,8 @@ private:
     Name firstClickedToothName_;
     Name lastClickedToothName_;
     std::optional<std::vector<std::string>> bracketSequence_;
+    bool isPlacing_ = false; ///< while the document is given the elastic that was strung
+    std::vector<std::weak_ptr<Menu>> menus_; ///< those whose delegate the view is
     std::uint64_t lastClickedElasticID_ = 0;
     bool elasticWasClicked_ = false;
     /// The first bracket's own material, while that bracket is highlighted.

@@ -8,6 +8,7 @@
 #include "models/DXGLightweightModel.h"
 
 #include <any>
+#include <functional>
 #include <vector>
 
 namespace kelo {
@@ -27,13 +28,24 @@ HiddenFlags hiddenFlags(const DXDocumentModel::Models &models, const std::string
     return {found->second->hiddenPrimary(), found->second->hiddenSecondary()};
 }
 
-/// The keys first: a host may change the document while it is told of a change.
-std::vector<std::string> keysOf(const DXDocumentModel::Models &models)
+/// Calls `change` with the key of every bracket that the document has when its turn comes. The keys
+/// are taken first: a host may change the document, or clear it, while it is told of a change.
+void forEachBracket(const DXDocumentModel &document,
+                    const std::function<void(const std::string &key)> &change)
 {
     std::vector<std::string> keys;
-    for (const auto &[key, model] : models)
+    for (const auto &[key, model] : document.bracketModels())
         keys.push_back(key);
-    return keys;
+    for (const std::string &key : keys) {
+        if (document.bracketModels().contains(key)) change(key);
+    }
+}
+
+void clearColors(DXDocumentModel &document)
+{
+    forEachBracket(document, [&document](const std::string &key) {
+        document.bracket_setColorWithBracketColorTypeID(key, noBracketColorTypeID);
+    });
 }
 
 } // namespace
@@ -51,7 +63,11 @@ void DXOpenGL::colorLastClickedTooth(const MenuItem &sender, ActionType type)
     const auto document = documentModel();
     if (!typeID || !document || !lastClickedToothName_) return;
     lastBracketColorTypeID_ = typeID;
-    document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(*lastClickedToothName_, typeID);
+    const std::string name = *lastClickedToothName_;
+    const auto color = [&] {
+        document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(name, typeID);
+    };
+    if (!survives(color)) return;
     singleActionDone(type);
     setNeedsDisplay(true);
 }
@@ -71,8 +87,11 @@ void DXOpenGL::removeBracketSelected(MenuItem &)
     const auto document = documentModel();
     if (!document || !lastClickedToothName_) return;
     const std::string name = *lastClickedToothName_;
-    document->toggleVisibilityOfBracket(name);
-    document->bracket_setColorWithBracketColorTypeID(name, noBracketColorTypeID);
+    const auto remove = [&] {
+        document->toggleVisibilityOfBracket(name);
+        document->bracket_setColorWithBracketColorTypeID(name, noBracketColorTypeID);
+    };
+    if (!survives(remove)) return;
     singleActionDone(ActionType::RemoveBracket);
     setNeedsDisplay(true);
 }
@@ -81,9 +100,9 @@ void DXOpenGL::toggleButtonOfLastClickedTooth(ActionType type)
 {
     const auto document = documentModel();
     if (!document || !lastClickedToothName_) return;
-    document->toggleVisibilityOfButton(
-        TreatmentNote::buttonNameForToothName(*lastClickedToothName_));
-    singleActionDone(type);
+    const std::string button = TreatmentNote::buttonNameForToothName(*lastClickedToothName_);
+    const auto toggle = [&] { document->toggleVisibilityOfButton(button); };
+    if (survives(toggle)) singleActionDone(type);
 }
 
 void DXOpenGL::placeButtonSelected(MenuItem &)
@@ -100,8 +119,9 @@ void DXOpenGL::toggleLastClickedTooth(ActionType type)
 {
     const auto document = documentModel();
     if (!document || !lastClickedToothName_) return;
-    document->toggleVisibilityOfTooth(*lastClickedToothName_);
-    singleActionDone(type);
+    const std::string name = *lastClickedToothName_;
+    const auto toggle = [&] { document->toggleVisibilityOfTooth(name); };
+    if (survives(toggle)) singleActionDone(type);
 }
 
 void DXOpenGL::placeToothSelected(MenuItem &)
@@ -119,12 +139,12 @@ void DXOpenGL::placeAllBracketsSelected(MenuItem &sender)
     const auto typeID = bracketColorTypeID(sender);
     const auto document = documentModel();
     if (!typeID || !document) return;
-    for (const std::string &key : keysOf(document->bracketModels())) {
+    const auto place = [&](const std::string &key) {
         const HiddenFlags hidden = hiddenFlags(document->bracketModels(), key);
         if (hidden.primary && !hidden.secondary)
             document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(key, typeID);
-    }
-    setNeedsDisplay(true);
+    };
+    if (survives([&] { forEachBracket(*document, place); })) setNeedsDisplay(true);
 }
 
 void DXOpenGL::markAllBracketsSelected(MenuItem &sender)
@@ -132,30 +152,35 @@ void DXOpenGL::markAllBracketsSelected(MenuItem &sender)
     const auto typeID = bracketColorTypeID(sender);
     const auto document = documentModel();
     if (!typeID || !document) return;
-    for (const std::string &key : keysOf(document->bracketModels()))
+    const auto mark = [&](const std::string &key) {
         document->bracket_setColorWithBracketColorTypeID(key, typeID);
-    setNeedsDisplay(true);
+    };
+    if (survives([&] { forEachBracket(*document, mark); })) setNeedsDisplay(true);
 }
 
-void DXOpenGL::removeAllBracketsSelected(MenuItem &sender)
+void DXOpenGL::removeAllBracketsSelected(MenuItem &)
 {
-    if (const auto document = documentModel()) {
+    const auto document = documentModel();
+    const auto remove = [&](const std::string &key) {
         // The second reason to be hidden does not count here.
-        for (const std::string &key : keysOf(document->bracketModels())) {
-            if (!hiddenFlags(document->bracketModels(), key).primary)
-                document->toggleVisibilityOfBracket(key);
-        }
-    }
-    clearAllBracketsSelected(sender);
+        if (!hiddenFlags(document->bracketModels(), key).primary)
+            document->toggleVisibilityOfBracket(key);
+    };
+    const auto removeAll = [&] {
+        if (!document) return;
+        forEachBracket(*document, remove);
+        clearColors(*document);
+    };
+    if (survives(removeAll)) setNeedsDisplay(true);
 }
 
 void DXOpenGL::clearAllBracketsSelected(MenuItem &)
 {
-    if (const auto document = documentModel()) {
-        for (const std::string &key : keysOf(document->bracketModels()))
-            document->bracket_setColorWithBracketColorTypeID(key, noBracketColorTypeID);
-    }
-    setNeedsDisplay(true);
+    const auto document = documentModel();
+    const auto clear = [&] {
+        if (document) clearColors(*document);
+    };
+    if (survives(clear)) setNeedsDisplay(true);
 }
 
 void DXOpenGL::repeatLastActionOn(const std::string &name)
@@ -202,8 +227,7 @@ void DXOpenGL::colorMouseDown(const Event &event)
         displayBracketMenuForEvent(event);
     } else {
         restartRepeatActionTimer();
-        repeatLastActionOn(*name);
-        setNeedsDisplay(true);
+        if (survives([&] { repeatLastActionOn(*name); })) setNeedsDisplay(true);
     }
 }
 

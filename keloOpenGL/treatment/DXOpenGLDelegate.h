@@ -31,6 +31,10 @@ using ElasticDescriptions = std::vector<ElasticDescription>;
 
 /// What the treatment view tells its host. An empty member is an operation that the host does not
 /// implement; the view goes on without it. The view does not own its delegate.
+///
+/// An operation may call the view and its document back in any way, let go of the last reference to
+/// them, give them other delegates, and destroy this one. The view that it was called with stays
+/// alive until it returns.
 struct DXOpenGLDelegate
 {
     /// Before and after all elastics change their size at once, so that the host can batch.

@@ -10,6 +10,7 @@
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/Alert.h"
+#include "platform/TellDelegate.h"
 
 #include <QtGlobal>
 
@@ -153,11 +154,10 @@ void DXOpenGL::goOnWithElasticAt(const std::string &name)
     ElasticPlacement placement{*bracketSequence_};
     const PlacementStep step = placement.stepForClickOn(name);
     if (step == PlacementStep::Close) {
-        resolveElasticPlacement();
-        lastClickedToothName_ = name;
+        if (survives([this] { resolveElasticPlacement(); })) lastClickedToothName_ = name;
         return;
     }
-    signalElasticsPlacement(name);
+    if (!survives([&] { signalElasticsPlacement(name); })) return;
     placement.take(step, name);
     bracketSequence_ = placement.sequence;
     lastClickedToothName_ = placement.sequence.back();
@@ -169,7 +169,7 @@ void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
     const auto size = representedType<ElasticsSizeType>(sender);
     if (!size || !lastClickedToothName_) return;
     const std::string name = *lastClickedToothName_;
-    signalElasticsPlacement(name);
+    if (!survives([&] { signalElasticsPlacement(name); })) return;
     bracketSequence_ = std::vector<std::string>{name};
     lastElasticsSizeTypeID_ = size->typeID;
     const auto bracket =
@@ -184,7 +184,8 @@ void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
 void DXOpenGL::resolveElasticPlacement()
 {
     const auto document = documentModel();
-    if (document && bracketSequence_) {
+    // A host that is told of the elastic may end the placement too; it is placed once all the same.
+    if (document && bracketSequence_ && !isPlacing_) {
         // All brackets may have been removed meanwhile, by the menu that the right button opens.
         std::vector<std::string> members = *bracketSequence_;
         std::erase_if(members, [&document](const std::string &member) {
@@ -196,10 +197,14 @@ void DXOpenGL::resolveElasticPlacement()
         members.erase(std::unique(members.begin(), members.end()), members.end());
         const auto &sizes = document->availableElasticsSizeTypes();
         const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
-        if (members.size() >= 2)
+        const auto place = [&] {
             document->placeElasticModel(
                 ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
                     nullptr, size == sizes.end() ? nullptr : size->second, members));
+        };
+        isPlacing_ = true;
+        if (members.size() >= 2 && !survives(place)) return;
+        isPlacing_ = false;
     }
     endElasticPlacement();
 }
@@ -280,9 +285,12 @@ std::shared_ptr<ElasticModel> DXOpenGL::lastClickedElastic() const
 void DXOpenGL::updateElasticColorMenuItemSelected(MenuItem &sender)
 {
     const auto size = representedType<ElasticsSizeType>(sender);
-    if (size && documentModel())
-        documentModel()->elasticModel_setElasticsSizeType(lastClickedElastic(), size);
-    setNeedsDisplay(true);
+    const auto document = documentModel();
+    const auto color = [&] {
+        if (size && document)
+            document->elasticModel_setElasticsSizeType(lastClickedElastic(), size);
+    };
+    if (survives(color)) setNeedsDisplay(true);
 }
 
 void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
@@ -290,46 +298,56 @@ void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
     const auto size = representedType<ElasticsSizeType>(sender);
     const auto document = documentModel();
     if (!size || !document) return;
-    if (delegate_ && delegate_->DXOpenGL_willUpdateDocumentModel)
-        delegate_->DXOpenGL_willUpdateDocumentModel(*this, *document);
+    if (!tellDelegate(teller(), delegate_, &DXOpenGLDelegate::DXOpenGL_willUpdateDocumentModel,
+                      *this, *document))
+        return;
     // A copy: the host may change the list while it is told of a change.
     const DXDocumentModel::ElasticModels elastics = document->elasticModels();
-    for (const auto &elastic : elastics)
-        document->elasticModel_setElasticsSizeType(elastic, size);
-    if (delegate_ && delegate_->DXOpenGL_didUpdateDocumentModel)
-        delegate_->DXOpenGL_didUpdateDocumentModel(*this, *document);
-    setNeedsDisplay(true);
+    const auto markEach = [&] {
+        for (const auto &elastic : elastics)
+            document->elasticModel_setElasticsSizeType(elastic, size);
+    };
+    if (!survives(markEach)) return;
+    if (tellDelegate(teller(), delegate_, &DXOpenGLDelegate::DXOpenGL_didUpdateDocumentModel, *this,
+                     *document))
+        setNeedsDisplay(true);
 }
 
 void DXOpenGL::removeElasticSelected(MenuItem &)
 {
-    if (documentModel()) documentModel()->removeElasticModel(lastClickedElastic());
-    setNeedsDisplay(true);
+    const auto document = documentModel();
+    const auto remove = [&] {
+        if (document) document->removeElasticModel(lastClickedElastic());
+    };
+    if (survives(remove)) setNeedsDisplay(true);
 }
 
 void DXOpenGL::removeAllElasticsSelected(MenuItem &)
 {
-    if (const auto document = documentModel()) {
-        while (!document->elasticModels().empty())
-            document->removeElasticModel(document->elasticModels().front());
-    }
-    setNeedsDisplay(true);
+    const auto document = documentModel();
+    const auto removeEach = [&] {
+        if (!document) return;
+        // A copy: those that a host places when it is told of a removal are not asked about, and
+        // would be without end if they were removed too.
+        const DXDocumentModel::ElasticModels elastics = document->elasticModels();
+        for (const auto &elastic : elastics)
+            document->removeElasticModel(elastic);
+    };
+    if (survives(removeEach)) setNeedsDisplay(true);
 }
 
 void DXOpenGL::nameSelectedElasticsModel(MenuItem &)
 {
     const auto document = documentModel();
     if (!document || document->elasticModels().empty()) return;
-    if (isInFullScreenMode()) exitFullScreenModeWithOptions();
-    const bool isFound = currentEventElasticIndex_ < document->elasticModels().size();
-    if (!isFound || !delegate_ ||
-        !delegate_->launchElasticsConfigAssociationSheetWithElasticModel_namingAction)
-        return;
-    // Copies: the operation may change the list, or destroy the delegate that it stands in.
+    if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
+    if (currentEventElasticIndex_ >= document->elasticModels().size()) return;
+    // A copy: the operation may change the list.
     const auto elastic = document->elasticModels()[currentEventElasticIndex_];
-    const auto launch =
-        delegate_->launchElasticsConfigAssociationSheetWithElasticModel_namingAction;
-    launch(elastic, elasticConfigNamingAction);
+    tellDelegate(
+        teller(), delegate_,
+        &DXOpenGLDelegate::launchElasticsConfigAssociationSheetWithElasticModel_namingAction,
+        elastic, elasticConfigNamingAction);
 }
 
 } // namespace kelo

@@ -4,6 +4,7 @@
 
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "keloOpenGL/treatment/WorldTurn.h"
+#include "platform/TellDelegate.h"
 
 #include <QCursor>
 
@@ -33,7 +34,7 @@ void DXOpenGL::setMouseMode(long mode)
 {
     if (mode != mouseMode()) {
         if (mouseMode() == elasticsMode && bracketSequence_) {
-            endElasticPlacement();
+            if (!survives([this] { endElasticPlacement(); })) return;
         } else if (mouseMode() == colorMode && repeatActionTimerIsRunning()) {
             forgetRepeatActionTimer();
             restorePermanentMouseMode();
@@ -141,16 +142,14 @@ void DXOpenGL::leftMouseDragged(const Event &event)
 void DXOpenGL::leftMouseUp(const Event &event)
 {
     HVOGLSmoothView::leftMouseUp(event);
-    const auto thisLife = life();
     if (_printButtonTracking) {
-        if (_printButtonDown) submitPrintRequest();
-        if (thisLife.expired()) return; // the host closed the view
+        if (_printButtonDown && !survives([this] { submitPrintRequest(); })) return;
         _printButtonDown = false;
         _printButtonTracking = false;
         setNeedsDisplay(true);
     } else if (event.clickCount == 2 && delegate_ && delegate_->toggleFullScreenMode) {
-        delegate_->toggleFullScreenMode(*this);
-        if (!thisLife.expired()) setNeedsDisplay(true);
+        if (tellDelegate(teller(), delegate_, &DXOpenGLDelegate::toggleFullScreenMode, *this))
+            setNeedsDisplay(true);
     }
 }
 
@@ -266,11 +265,10 @@ void DXOpenGL::turnTargetByAngle(float angle)
 void DXOpenGL::escapePressed()
 {
     if (bracketSequence_) {
-        endElasticPlacement();
-        setNeedsDisplay(true);
+        if (survives([this] { endElasticPlacement(); })) setNeedsDisplay(true);
     } else if (isInFullScreenMode()) {
         if (delegate_ && delegate_->toggleFullScreenMode)
-            delegate_->toggleFullScreenMode(*this);
+            tellDelegate(teller(), delegate_, &DXOpenGLDelegate::toggleFullScreenMode, *this);
         else
             exitFullScreenModeWithOptions();
     }

@@ -52,7 +52,10 @@ TreatmentMenus DXOpenGL::treatmentMenus()
 {
     return TreatmentMenus(drawnImages(), [this](const std::string &selector) {
         const Action action = actionsBySelector().at(selector);
-        return [this, action](MenuItem &sender) { (this->*action)(sender); };
+        // Whoever shows a menu may keep it for longer than the view lives.
+        return [this, thisLife = life(), action](MenuItem &sender) {
+            if (!thisLife.expired()) (this->*action)(sender);
+        };
     });
 }
 
@@ -61,14 +64,21 @@ MenuContext DXOpenGL::menuContext() const
     return {documentModel().get(), currentEventToothName_, currentEventElasticIndex_};
 }
 
+void DXOpenGL::popUp(const std::shared_ptr<Menu> &menu, const Event &event)
+{
+    std::erase_if(menus_, [](const std::weak_ptr<Menu> &opened) { return opened.expired(); });
+    menus_.push_back(menu);
+    menu->delegate = this;
+    ContextMenuPresenter::popUpContextMenu(menu, event, *this);
+}
+
 void DXOpenGL::displayBracketMenuForEvent(const Event &event)
 {
     if (!documentModel() || !currentEventToothName_) return;
     const auto menu = treatmentMenus().bracketMenu(menuContext());
     forgetRepeatActionTimer();
     lastClickedToothName_ = currentEventToothName_;
-    menu->delegate = this;
-    ContextMenuPresenter::popUpContextMenu(menu, event, *this);
+    popUp(menu, event);
 }
 
 void DXOpenGL::displayElasticMenuForEvent(const Event &event)
@@ -83,8 +93,7 @@ void DXOpenGL::displayElasticMenuForEvent(const Event &event)
         firstClickedToothName_ = currentEventToothName_;
         lastClickedToothName_ = currentEventToothName_;
     }
-    menu->delegate = this;
-    ContextMenuPresenter::popUpContextMenu(menu, event, *this);
+    popUp(menu, event);
 }
 
 bool DXOpenGL::validateMenuItem(MenuItem &item)

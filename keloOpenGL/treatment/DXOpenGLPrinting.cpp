@@ -10,6 +10,7 @@
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/Alert.h"
+#include "platform/TellDelegate.h"
 #include "platform/VersionChecker.h"
 
 #include <QImage>
@@ -250,12 +251,12 @@ void DXOpenGL::submitPrintRequest()
     const auto left = elasticsForToothNames(TreatmentNote::leftElasticToothNameKeys());
     const auto front = elasticsForToothNames(TreatmentNote::frontElasticToothNameKeys());
     const auto right = elasticsForToothNames(TreatmentNote::rightElasticToothNameKeys());
-    if (isInFullScreenMode()) exitFullScreenModeWithOptions();
-    if (!canPrint()) return;
-    // The operation is copied: it may destroy the delegate that it stands in.
-    const auto print = delegate_->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
-    print(borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
-          borrowingImage(images.right, sideWidth), _displayedDate, left, front, right);
+    if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
+    const QDateTime date = _displayedDate;
+    tellDelegate(teller(), delegate_,
+                 &DXOpenGLDelegate::printImagesLeft_front_right_forDate_elasticsLeft_front_right,
+                 borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
+                 borrowingImage(images.right, sideWidth), date, left, front, right);
 }
 
 DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
