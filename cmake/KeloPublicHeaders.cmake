@@ -13,6 +13,7 @@ set(KELO_PUBLIC_HEADERS
     keloModel/ElasticsConfigType.h
     keloModel/ElasticsSizeType.h
     keloModel/JSONProblems.h
+    keloModel/NameKey.h
     keloModel/QKModel.h
     keloModel/QKType.h
     keloModel/QKTypeManager.h
@@ -46,8 +47,8 @@ set(KELO_PUBLIC_HEADERS
     models/Color.h
     models/DXGLightweightModel.h
     models/HVOGLMaterial.h
-    models/NameKey.h
     models/OBJReader.h
+    models/PickIdentifier.h
     models/ToothModelLoader.h
     models/UserDefaultsColor.h
     platform/Alert.h

@@ -5,8 +5,8 @@
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloModel/NameKey.h"
 #include "keloOpenGL/Export.h"
-#include "models/NameKey.h"
 
 #include <concepts>
 #include <cstddef>
@@ -25,9 +25,6 @@ namespace kelo {
 
 class DXGLightweightModel;
 class Timer;
-
-/// The colour type of a bracket without colour; a colour that was taken away is reported as this.
-inline constexpr long noBracketColorTypeID = 4999;
 
 /// Thrown by the lists of models when one that they name is not loaded; the text says which.
 class KELO_EXPORT ModelNotLoaded : public std::runtime_error

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "keloModel/NameKey.h"
 #include "keloOpenGL/Export.h"
 #include "models/HVOGLMaterial.h"
-#include "models/NameKey.h"
 
 #include <cstddef>
 #include <functional>

@@ -27,7 +27,7 @@ void HVOGLMouseView::awakeFromNib()
 {
     OpenGLView::awakeFromNib();
     NotificationCenter::defaultCenter().addObserver(
-        this, [this](const Notification &) { frameDidChange(); }, "viewFrameDidChangeNotification",
+        this, [this](const Notification &) { frameDidChange(); }, viewFrameDidChangeNotification,
         static_cast<OpenGLView *>(this));
     postsFrameChangedNotifications = true;
     setUpTrackingRect();
