@@ -12,6 +12,7 @@ set(KELO_PUBLIC_HEADERS
     keloModel/Catalogue.h
     keloModel/ElasticsConfigType.h
     keloModel/ElasticsSizeType.h
+    keloModel/NameKey.h
     keloModel/QKModel.h
     keloModel/QKType.h
     keloModel/QKTypeManager.h
@@ -44,8 +45,8 @@ set(KELO_PUBLIC_HEADERS
     models/DXGLightweightModel.h
     models/HVOGLMaterial.h
     models/MeshFailure.h
-    models/NameKey.h
     models/OBJReader.h
+    models/PickIdentifier.h
     models/ToothModelLoader.h
     models/UserDefaultsColor.h
     platform/Alert.h

@@ -5,9 +5,9 @@
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloModel/NameKey.h"
 #include "keloOpenGL/Export.h"
 #include "models/MeshFailure.h"
-#include "models/NameKey.h"
 
 #include <concepts>
 #include <cstddef>
@@ -30,9 +30,6 @@ class TreatmentNoteKeys;
 
 /// The name of the notification that a document posts, with itself as object, when it changed.
 inline constexpr char documentModelChangedNotification[] = "documentModelChangedNotification";
-
-/// The colour type of a bracket without colour; a colour that was removed is reported as this.
-inline constexpr long noBracketColorTypeID = 4999;
 
 /// Thrown by the lists of models when one that they name is not loaded; the text says which.
 class KELO_EXPORT ModelNotLoaded : public std::runtime_error

@@ -16,8 +16,8 @@ namespace {
 std::optional<Color> colorOfType(const DXDocumentModel::BracketColorTypes &types, long typeID)
 {
     const auto type = types.find(typeID);
-    if (type == types.end() || !type->second || !type->second->bracketColor) return std::nullopt;
-    return Color(*type->second->bracketColor);
+    if (type == types.end() || !type->second) return std::nullopt;
+    return Color::fromComponents(type->second->bracketColor);
 }
 
 void sayNotAvailable(const DXDocumentModel::BracketColorTypes &types, long typeID,

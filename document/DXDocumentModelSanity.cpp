@@ -2,14 +2,12 @@
 
 #include "document/ModelLookup.h"
 #include "keloModel/TreatmentNote.h"
+#include "models/PickIdentifier.h"
 
 #include <set>
 
 namespace kelo {
 namespace {
-
-/// In the pick pass the identifiers from here on are those of elastics.
-constexpr std::uint64_t firstElasticPickID = 0x800000;
 
 using Complaints = std::vector<std::string>;
 
@@ -32,7 +30,7 @@ void checkIdentifier(const std::shared_ptr<DXGLightweightModel> &model, const st
 {
     if (!model) return;
     const std::uint64_t identifier = model->uniqueID();
-    if (identifier == 0 || identifier >= firstElasticPickID)
+    if (!canBePicked(identifier))
         complaints.push_back("The " + name + " has the identifier " + std::to_string(identifier) +
                              ", which cannot be picked");
     if (!identifiers.insert(identifier).second)

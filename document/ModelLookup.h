@@ -1,7 +1,7 @@
 #pragma once
 
+#include "keloModel/NameKey.h"
 #include "models/DXGLightweightModel.h"
-#include "models/NameKey.h"
 
 #include <memory>
 #include <string>
@@ -27,6 +27,14 @@ inline bool isHiddenPrimary(const std::shared_ptr<DXGLightweightModel> &model)
 inline bool isHiddenSecondary(const std::shared_ptr<DXGLightweightModel> &model)
 {
     return model && model->hiddenSecondary();
+}
+
+/// Whether the model under the key is hidden, for whatever reason.
+inline bool isHidden(const NameKeyDictionary<std::shared_ptr<DXGLightweightModel>> &models,
+                     const std::string &key)
+{
+    const auto model = modelUnderKey(models, key);
+    return isHiddenPrimary(model) || isHiddenSecondary(model);
 }
 
 inline void setHiddenPrimary(const std::shared_ptr<DXGLightweightModel> &model, bool hidden)

@@ -1,5 +1,7 @@
 #include "geometry/Matrix.h"
 
+#include "geometry/Angles.h"
+
 #include "geometry/Quaternion.h"
 
 #include <utility>
@@ -181,7 +183,6 @@ Matrix Matrix_shearedZ(Matrix m, float x, float y)
 
 void Matrix_applyPerspective(Matrix *m, float fovYInDegrees, float aspect, float zNear, float zFar)
 {
-    constexpr float pi = 3.1415927f;
     const float halfFovY = fovYInDegrees * pi / 360.0f;
     const float sine = std::sin(halfFovY);
     const float depth = zFar - zNear;

@@ -8,6 +8,10 @@
 
 namespace kelo {
 
+/// Stands for a bracket without colour wherever a colour type is reported or stored; no catalogue
+/// may have it.
+inline constexpr long noBracketColorTypeID = 4999;
+
 /// A colour that a bracket may take.
 struct KELO_EXPORT BracketColorType : QKType
 {

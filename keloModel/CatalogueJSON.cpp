@@ -18,7 +18,6 @@ namespace kelo {
 namespace {
 
 /// Stands for a bracket without colour in the change reports, so that no colour may have it.
-constexpr long noColorTypeID = 4999;
 
 const QString bracketColorTypesName = QStringLiteral("bracketColorTypes");
 const QString elasticsSizeTypesName = QStringLiteral("elasticsSizeTypes");
@@ -229,7 +228,7 @@ CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string 
         object, bracketColorTypesName, place, defaults ? &defaults->bracketColorTypes : nullptr,
         problems, [](BracketColorType &type, Record &record) {
             type.bracketColor = record.color("bracketColor");
-            if (type.typeID == noColorTypeID)
+            if (type.typeID == noBracketColorTypeID)
                 record.problem("typeID", "4999 stands for a bracket without colour");
         });
     catalogue.elasticsSizeTypes = readList<ElasticsSizeType>(

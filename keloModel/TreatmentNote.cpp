@@ -1,11 +1,11 @@
 #include "keloModel/TreatmentNote.h"
 
+#include "keloModel/NameKey.h"
+
 #include <utility>
 
 namespace kelo {
 namespace {
-
-constexpr char buttonLetter = 'l';
 
 /// The keys of the teeth from `first` to `last`, both included.
 std::vector<std::string> toothKeys(int first, int last)
@@ -67,14 +67,12 @@ std::vector<std::string> TreatmentNoteKeys::lowerLingualButtonNameKeys() const
 
 std::string TreatmentNoteKeys::buttonNameForToothName(const std::string &toothName) const
 {
-    return toothName + buttonLetter;
+    return buttonKeyOfToothKey(toothName);
 }
 
 std::string TreatmentNoteKeys::toothNameForButtonName(const std::string &buttonName) const
 {
-    std::string toothName = buttonName;
-    std::erase(toothName, buttonLetter);
-    return toothName;
+    return toothKeyOfNameKey(buttonName);
 }
 
 std::vector<std::string> TreatmentNoteKeys::leftElasticToothNameKeys() const

@@ -33,6 +33,7 @@
 #include "keloModel/Catalogue.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloModel/NameKey.h"
 #include "keloModel/QKModel.h"
 #include "keloModel/QKType.h"
 #include "keloModel/QKTypeManager.h"
@@ -43,8 +44,8 @@
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "models/MeshFailure.h"
-#include "models/NameKey.h"
 #include "models/OBJReader.h"
+#include "models/PickIdentifier.h"
 #include "models/ToothModelLoader.h"
 #include "models/UserDefaultsColor.h"
 

@@ -1,7 +1,9 @@
 #include "models/BundleKey.h"
 
+#include "platform/ResourceBundle.h"
+
 namespace kelo {
 
-const std::string keloOpenGLBundleKey = "keloOpenGL";
+const std::string keloOpenGLBundleKey = libraryBundleIdentifier;
 
 } // namespace kelo

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 namespace kelo {
 
@@ -35,6 +36,13 @@ struct KELO_EXPORT Color
     static constexpr Color calibratedWhite(double white, double alpha)
     {
         return {white, white, white, alpha};
+    }
+
+    /// The colour of a catalogue record, whose components may be absent.
+    static constexpr std::optional<Color>
+    fromComponents(const std::optional<std::array<double, 4>> &components)
+    {
+        return components ? std::optional(Color(*components)) : std::nullopt;
     }
 
     friend constexpr bool operator==(const Color &, const Color &) = default;

@@ -219,7 +219,7 @@ void DXGLightweightModel::drawForColorSelection()
 
 void DXGLightweightModel::drawExtendedHitbox() const
 {
-    constexpr double margin = 1.0;
+    constexpr double margin = extendedHitboxMargin;
     const double x[2]{extents_.xMin() - margin, extents_.xMax() + margin};
     const double y[2]{extents_.yMin() - margin, extents_.yMax() + margin};
     const double z[2]{extents_.zMin() - margin, extents_.zMax() + margin};

@@ -14,6 +14,9 @@ namespace kelo {
 class HVOGLMaterial;
 class OpenGLContext;
 
+/// By how much the box of a model with an extended hit box is larger than the mesh on every side.
+inline constexpr double extendedHitboxMargin = 1.0;
+
 /// The name of the notification that a mesh posts, with itself as object, when something about it
 /// changed that can be seen.
 inline constexpr char modelChangedNotification[] = "modelChangedNotification";

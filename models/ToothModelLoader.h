@@ -1,9 +1,9 @@
 #pragma once
 
+#include "keloModel/NameKey.h"
 #include "keloOpenGL/Export.h"
 #include "models/HVOGLMaterial.h"
 #include "models/MeshFailure.h"
-#include "models/NameKey.h"
 
 #include <cstddef>
 #include <functional>

@@ -45,6 +45,14 @@ struct KELO_EXPORT MenuItem
     bool hasAction() const { return action || !actionName.empty(); }
 };
 
+/// The record that a row stands for; null when it stands for nothing, or for one of another kind.
+template<class Record>
+std::shared_ptr<Record> representedTypeOf(const MenuItem &item)
+{
+    const auto *record = std::any_cast<std::shared_ptr<Record>>(&item.representedObject);
+    return record ? *record : nullptr;
+}
+
 /// Whoever fills or validates a menu when it is about to open. Not owned by the menu.
 class KELO_EXPORT MenuDelegate
 {

@@ -126,7 +126,7 @@ void OpenGLView::frameDidResize(const Size &size)
     const std::weak_ptr<int> life = d->lifeToken;
     reshape();
     if (newSize && postsFrameChangedNotifications && !life.expired())
-        NotificationCenter::defaultCenter().postNotificationName("viewFrameDidChangeNotification",
+        NotificationCenter::defaultCenter().postNotificationName(viewFrameDidChangeNotification,
                                                                  this);
     if (!life.expired()) setNeedsDisplay(true);
 }

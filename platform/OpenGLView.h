@@ -30,6 +30,9 @@ enum class SurfaceKind {
     Surfaceless ///< a pixel buffer without any display server (EGL)
 };
 
+/// Posted with the view as object when its frame changed, if it postsFrameChangedNotifications.
+inline constexpr char viewFrameDidChangeNotification[] = "viewFrameDidChangeNotification";
+
 /// A view that draws with OpenGL and takes input: the ground on which the view classes stand.
 ///
 /// On a display the view is a native window of its own (true double buffering, a context that
@@ -201,7 +204,7 @@ public:
     }
     /// Called when the view's window changed: it was embedded, taken out, or went full screen.
     virtual void viewDidMoveToWindow();
-    /// Whether "viewFrameDidChangeNotification" is posted (with the view as object) on a resize.
+    /// Whether viewFrameDidChangeNotification is posted on a resize.
     bool postsFrameChangedNotifications = false;
     /// @}
 

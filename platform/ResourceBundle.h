@@ -8,6 +8,9 @@
 
 namespace kelo {
 
+/// The library's own bundle: meshes, images, interface files. Hosts call it keloOpenGLBundleKey.
+inline constexpr char libraryBundleIdentifier[] = "keloOpenGL";
+
 /// A folder of resources, found by the identifier that stands in its file `bundle-identifier`.
 class KELO_EXPORT ResourceBundle
 {

@@ -445,8 +445,7 @@ void OpenedTreatment::setApproved(kelo::DXOpenGL &view, bool isApproved)
     document_->flushOutstandingUpdates(); // what was done before stands before it in the log
     session_->setApprovedDate(isApproved ? std::optional(openedDate_) : std::nullopt);
     view.setApprovedDate(isApproved ? openedDate_.startOfDay() : QDateTime());
-    const bool mayEdit = !isApproved && session_->date() == openedDate_;
-    view.setMouseMode(mayEdit ? kelo::DXOpenGL::elasticsMode : kelo::DXOpenGL::rotateMode);
+    view.setMouseMode(view.mayEdit() ? kelo::DXOpenGL::elasticsMode : kelo::DXOpenGL::rotateMode);
 }
 
 StoreResult<std::vector<StoredChange>> OpenedTreatment::changes()

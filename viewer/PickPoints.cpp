@@ -19,7 +19,7 @@ void coverTools(std::vector<std::uint32_t> &identifiers, const kelo::PixelSize &
                 const kelo::DXOpenGL &view)
 {
     std::vector<kelo::Rect> rects{view.printButtonRect()};
-    if (view.displayedDateIsToday() && !view.approvedDate().isValid()) {
+    if (view.mayEdit()) {
         rects.push_back(view.elasticsToolRect());
         rects.push_back(view.bracketColorToolRect());
     }

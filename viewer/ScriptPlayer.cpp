@@ -14,8 +14,7 @@
 namespace viewer {
 namespace {
 
-constexpr std::uint32_t elasticIdentifier = 0x800000;
-/// Elastics beyond this many cannot be told apart by a click.
+/// Elastics beyond this many share their identifiers with the first ones.
 constexpr std::uint32_t pickableElastics = 256;
 
 QString quoted(const QString &text)
@@ -172,7 +171,7 @@ std::optional<std::uint32_t> ScriptPlayer::identifierOf(const ClickCommand &comm
     case ClickCommand::Target::Elastic: {
         const std::uint32_t index = command.name.toUInt();
         const bool isThere = index < document->elasticModels().size() && index < pickableElastics;
-        return isThere ? std::optional(elasticIdentifier + index) : std::nullopt;
+        return isThere ? std::optional(kelo::pickIdentifierOfElastic(index)) : std::nullopt;
     }
     default:
         return std::nullopt;

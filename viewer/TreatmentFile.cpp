@@ -18,7 +18,6 @@ using kelo::JSONProblems;
 
 constexpr int currentVersion = 1;
 /// What the change reports call a bracket without colour; files may say it instead of null.
-constexpr long noColorTypeID = 4999;
 
 const QString dateForm = QStringLiteral("yyyy-MM-dd");
 
@@ -187,7 +186,7 @@ private:
             const std::string key = name.toStdString();
             if (!isKnownKey(here, key, toothKeys(), "tooth")) continue;
             auto typeID = identifier(values[name], JSONProblems::member(here, key));
-            if (typeID == noColorTypeID) typeID.reset();
+            if (typeID == kelo::noBracketColorTypeID) typeID.reset();
             if (typeID && !catalogue_->bracketColorType(*typeID))
                 problems_.add(JSONProblems::member(here, key),
                               std::to_string(*typeID) + " is the identifier of no colour");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "models/NameKey.h"
+#include "keloModel/NameKey.h"
 
 #include <QDate>
 #include <QString>

@@ -25,7 +25,6 @@ namespace viewer {
 namespace {
 
 /// Posted for every option panel of the program to close.
-constexpr const char *closeAllOptionPanels = "closeAllOptionPanelsNotification";
 
 } // namespace
 
@@ -224,7 +223,8 @@ void TreatmentWindow::makePanelsMenu()
     inFrontOfWindow_ = {chart, materials, closeWindow_};
     panels->addSeparator();
     panels->addAction(tr("&Close All Panels"), this, [] {
-        kelo::NotificationCenter::defaultCenter().postNotification({closeAllOptionPanels});
+        kelo::NotificationCenter::defaultCenter().postNotification(
+            {kelo::closeAllOptionPanelsNotification});
     });
 }
 

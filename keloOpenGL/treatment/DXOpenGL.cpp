@@ -194,8 +194,7 @@ void DXOpenGL::setDisplayedDate(const QDateTime &date)
     makeCurrentContextIfNeeded();
     _displayedDate = date;
     _displayedDateIsToday = _currentDate.isValid() && _currentDate == date;
-    const bool mayEdit = _displayedDateIsToday && !_approvedDate.isValid();
-    setMouseMode(mayEdit ? elasticsMode : rotateMode);
+    setMouseMode(mayEdit() ? elasticsMode : rotateMode);
     makeDateLabel();
     setNeedsDisplay(true);
 }

@@ -96,6 +96,8 @@ public:
     const QDateTime &displayedDate() const { return _displayedDate; }
     void setDisplayedDate(const QDateTime &date);
     bool displayedDateIsToday() const { return _displayedDateIsToday; }
+    /// Whether clicks may change the treatment: today's is shown, and it is not approved.
+    bool mayEdit() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
     /// @}
 
     /// @name Repeating the last action
@@ -232,8 +234,8 @@ public:
     /// @{
     /// 0 where nothing lies under the point; the unique identifier of a tooth, bracket, button or
     /// gum, hidden ones included (a model with an extended hit box lies all over that box);
-    /// 0x800000 + i for the document's elastic i, counted modulo 256: of more elastics the 257th
-    /// reads as the first. A point outside the view gives 0xABCDEF, which names nothing. So does
+    /// pickIdentifierOfElastic(i) for the document's elastic i: of more than 256 elastics the 257th
+    /// reads as the first. A point outside the view gives noPixelPickIdentifier. So does
     /// the overlay (the date label, the tools) by chance only: ask for its rectangles first.
     std::uint32_t pickIdentifierAtPoint(const Point &backingPoint);
     /// The key of the bracket or button, or of the tooth where teeth are included, that has the
@@ -462,7 +464,6 @@ private:
     void openMenuAtPointer(const Event &keyEvent);
     void snapMouthClosedTimerExpired();
     /// Whether the tools that change the treatment are there: today's, not yet approved.
-    bool showsEditingTools() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
     void turnTargetByAngle(float angle);
 
     // Fields that share their names with operations have the underscore behind.

@@ -7,7 +7,6 @@
 #include "keloOpenGL/treatment/RepeatAction.h"
 #include "models/DXGLightweightModel.h"
 
-#include <any>
 #include <functional>
 #include <vector>
 
@@ -17,8 +16,8 @@ namespace {
 /// The colour type that a menu row stands for, or nothing for a row of another kind.
 std::optional<long> bracketColorTypeID(const MenuItem &sender)
 {
-    const auto *type = std::any_cast<std::shared_ptr<BracketColorType>>(&sender.representedObject);
-    return type && *type ? std::optional((*type)->typeID) : std::nullopt;
+    const auto type = representedTypeOf<BracketColorType>(sender);
+    return type ? std::optional(type->typeID) : std::nullopt;
 }
 
 HiddenFlags hiddenFlags(const DXDocumentModel::Models &models, const std::string &key)

@@ -79,9 +79,7 @@ Matrix identity()
 
 std::optional<Color> colorOf(const std::shared_ptr<ElasticsSizeType> &size)
 {
-    if (!size || !size->elasticsColor) return std::nullopt;
-    const auto &[red, green, blue, alpha] = *size->elasticsColor;
-    return Color(red, green, blue, alpha);
+    return size ? Color::fromComponents(size->elasticsColor) : std::nullopt;
 }
 
 } // namespace

@@ -4,61 +4,28 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
+#include "document/ModelLookup.h"
 #include "keloOpenGL/treatment/ElasticPlacement.h"
 #include "keloOpenGL/treatment/ToothNaming.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
+#include "models/PickIdentifier.h"
 #include "platform/Alert.h"
 #include "platform/TellDelegate.h"
 
 #include <QtGlobal>
 
 #include <algorithm>
-#include <any>
 
 namespace kelo {
 namespace {
-
-constexpr std::uint32_t elasticBit = 0x800000;
-constexpr std::uint32_t elasticIndexMask = 0x7FFFFF;
 
 /// How the bracket that an elastic began on is told from the others while it is being strung.
 constexpr double highlightShininess = 2.0;
 
 constexpr int pulseSteps = 20;
 constexpr double pulseShininessStep = 3.0;
-
-template<class Type>
-std::shared_ptr<Type> representedType(const MenuItem &sender)
-{
-    const auto *type = std::any_cast<std::shared_ptr<Type>>(&sender.representedObject);
-    return type ? *type : nullptr;
-}
-
-std::shared_ptr<DXGLightweightModel> modelOf(const DXDocumentModel::Models &models,
-                                             const std::string &key)
-{
-    const auto found = models.find(key);
-    return found == models.end() ? nullptr : found->second;
-}
-
-bool isHidden(const DXDocumentModel::Models &models, const std::string &key)
-{
-    const auto model = modelOf(models, key);
-    return model && (model->hiddenPrimary() || model->hiddenSecondary());
-}
-
-bool isButtonName(const std::string &name)
-{
-    return name.find('l') != std::string::npos;
-}
-
-std::string toothNameOf(std::string name)
-{
-    std::erase(name, 'l');
-    return name;
-}
 
 std::vector<std::string> membersOf(const std::string &bracketSequence)
 {
@@ -122,10 +89,9 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
 {
     const std::uint32_t identifier = pickIdentifierAtPoint(backingPointForEvent(event));
     const auto document = documentModel();
-    if ((identifier & elasticBit) != 0 && !bracketSequence_) {
-        const std::uint32_t index = identifier & elasticIndexMask;
-        if (document && index < document->elasticModels().size()) {
-            currentEventElasticIndex_ = index;
+    if (const auto index = elasticIndexOfPickIdentifier(identifier); index && !bracketSequence_) {
+        if (document && *index < document->elasticModels().size()) {
+            currentEventElasticIndex_ = *index;
             displayElasticMenuForEvent(event);
         }
         return;
@@ -166,14 +132,14 @@ void DXOpenGL::goOnWithElasticAt(const std::string &name)
 
 void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
 {
-    const auto size = representedType<ElasticsSizeType>(sender);
+    const auto size = representedTypeOf<ElasticsSizeType>(sender);
     if (!size || !lastClickedToothName_) return;
     const std::string name = *lastClickedToothName_;
     if (!survives([&] { signalElasticsPlacement(name); })) return;
     bracketSequence_ = std::vector<std::string>{name};
     lastElasticsSizeTypeID_ = size->typeID;
     const auto bracket =
-        documentModel() ? modelOf(documentModel()->bracketModels(), name) : nullptr;
+        documentModel() ? modelUnderKey(documentModel()->bracketModels(), name) : nullptr;
     if (!bracket) return;
     savedBracketMaterial = bracket->material();
     highlightMaterial = HVOGLMaterial::materialWithColor_shininess(
@@ -189,9 +155,8 @@ void DXOpenGL::resolveElasticPlacement()
         // All brackets may have been removed meanwhile, by the menu that the right button opens.
         std::vector<std::string> members = *bracketSequence_;
         std::erase_if(members, [&document](const std::string &member) {
-            return isHidden(isButtonName(member) ? document->buttonModels()
-                                                 : document->bracketModels(),
-                            member);
+            return isHidden(
+                isButtonKey(member) ? document->buttonModels() : document->bracketModels(), member);
         });
         // What was left out may have stood between two passes of one member.
         members.erase(std::unique(members.begin(), members.end()), members.end());
@@ -213,9 +178,9 @@ void DXOpenGL::endElasticPlacement()
 {
     bracketSequence_.reset();
     if (!firstClickedToothName_) return;
-    const auto bracket = documentModel()
-                             ? modelOf(documentModel()->bracketModels(), *firstClickedToothName_)
-                             : nullptr;
+    const auto bracket =
+        documentModel() ? modelUnderKey(documentModel()->bracketModels(), *firstClickedToothName_)
+                        : nullptr;
     // A bracket that was painted meanwhile, by the menu that the right button opens, keeps that.
     if (bracket && savedBracketMaterial && bracket->material() == highlightMaterial)
         bracket->setMaterial(savedBracketMaterial);
@@ -228,8 +193,8 @@ void DXOpenGL::signalElasticsPlacement(const std::string &name)
 {
     const auto document = documentModel();
     if (!document) return;
-    auto model = modelOf(document->bracketModels(), name);
-    if (!model) model = modelOf(document->buttonModels(), name);
+    auto model = modelUnderKey(document->bracketModels(), name);
+    if (!model) model = modelUnderKey(document->buttonModels(), name);
     if (!model || !model->material()) return;
     const auto working = HVOGLMaterial::materialWithColor_shininess(model->material()->color(),
                                                                     model->material()->shininess());
@@ -243,7 +208,7 @@ void DXOpenGL::signalElasticsPlacement(const std::string &name)
 
 void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
 {
-    const auto configuration = representedType<ElasticsConfigType>(sender);
+    const auto configuration = representedTypeOf<ElasticsConfigType>(sender);
     const auto document = documentModel();
     if (!configuration || !document) return;
     const std::vector<std::string> members = membersOf(configuration->bracketSequence);
@@ -264,7 +229,7 @@ void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
     if (mayPlaceAgain && hasElasticOver(*document, members) && !mayPlaceAgain(configuration))
         return;
     for (const std::string &member : members) {
-        if (isButtonName(member)) {
+        if (isButtonKey(member)) {
             if (isHidden(document->buttonModels(), member))
                 document->toggleVisibilityOfButton(member);
         } else if (isHidden(document->bracketModels(), member)) {
@@ -284,7 +249,7 @@ std::shared_ptr<ElasticModel> DXOpenGL::lastClickedElastic() const
 
 void DXOpenGL::updateElasticColorMenuItemSelected(MenuItem &sender)
 {
-    const auto size = representedType<ElasticsSizeType>(sender);
+    const auto size = representedTypeOf<ElasticsSizeType>(sender);
     const auto document = documentModel();
     const auto color = [&] {
         if (size && document)
@@ -295,7 +260,7 @@ void DXOpenGL::updateElasticColorMenuItemSelected(MenuItem &sender)
 
 void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
 {
-    const auto size = representedType<ElasticsSizeType>(sender);
+    const auto size = representedTypeOf<ElasticsSizeType>(sender);
     const auto document = documentModel();
     if (!size || !document) return;
     if (!tellDelegate(teller(), delegate_, &DXOpenGLDelegate::DXOpenGL_willUpdateDocumentModel,

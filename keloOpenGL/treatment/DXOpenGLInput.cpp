@@ -94,7 +94,7 @@ std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
     const Point point = toolPointForPoint(pointInView);
     if (printButtonRect().contains(point))
         return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Print"));
-    if (!showsEditingTools()) return {};
+    if (!mayEdit()) return {};
     if (elasticsToolRect().contains(point))
         return translated(QT_TRANSLATE_NOOP("DXOpenGL", "String elastics"));
     if (bracketColorToolRect().contains(point))
@@ -116,7 +116,7 @@ void DXOpenGL::leftMouseDown(const Event &event)
         setNeedsDisplay(true);
         return;
     }
-    if (showsEditingTools()) {
+    if (mayEdit()) {
         if (elasticsToolRect().contains(point)) {
             setMouseMode(elasticsMode);
             return;

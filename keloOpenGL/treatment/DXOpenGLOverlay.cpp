@@ -128,7 +128,7 @@ void DXOpenGL::drawExtraContent()
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     drawToothLabels(toothLabels);
     drawDateLabel();
-    if (showsEditingTools()) {
+    if (mayEdit()) {
         drawElasticsToolButton();
         drawBracketToolButton();
     }

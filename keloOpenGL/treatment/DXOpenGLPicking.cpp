@@ -8,6 +8,7 @@
 #include "keloOpenGL/treatment/PickBox.h"
 #include "keloOpenGL/treatment/PickTarget.h"
 #include "models/DXGLightweightModel.h"
+#include "models/PickIdentifier.h"
 #include "platform/VersionChecker.h"
 
 #include <array>
@@ -18,12 +19,9 @@
 namespace kelo {
 namespace {
 
-/// What the pixel's three bytes are before it is read. A point without a pixel leaves them: as an
-/// identifier they are an elastic far beyond any list, which nobody finds.
-constexpr std::array<GLubyte, 3> unreadPixel{0xAB, 0xCD, 0xEF};
-
-/// By how much the box of a model with an extended hit box is larger on every side.
-constexpr double extendedHitboxMargin = 1.0;
+/// The three bytes of the pixel before it is read. A point without a pixel leaves them.
+constexpr std::array<GLubyte, 3> unreadPixel{
+    noPixelPickIdentifier >> 16, noPixelPickIdentifier >> 8 & 0xFF, noPixelPickIdentifier & 0xFF};
 
 std::uint32_t identifierOfPixel(const std::array<GLubyte, 3> &pixel)
 {

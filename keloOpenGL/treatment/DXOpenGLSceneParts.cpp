@@ -3,21 +3,18 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
+#include "keloModel/NameKey.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
-#include "models/NameKey.h"
 
 #include <algorithm>
 
 namespace kelo {
 namespace {
 
-constexpr int lastUpperTooth = 16;
-
 ScenePart archOfNameKey(const std::string &key)
 {
-    return integerValueOfNameKey(key) <= lastUpperTooth ? ScenePart::UpperArch
-                                                        : ScenePart::LowerArch;
+    return isUpperArchKey(key) ? ScenePart::UpperArch : ScenePart::LowerArch;
 }
 
 } // namespace

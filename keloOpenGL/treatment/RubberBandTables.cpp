@@ -1,6 +1,7 @@
 #include "keloOpenGL/treatment/RubberBandTables.h"
 
-#include <unordered_set>
+#include "keloModel/NameKey.h"
+
 #include <utility>
 
 namespace kelo {
@@ -247,10 +248,7 @@ const std::unordered_map<std::string_view, bracketHookInfo> &bracketHookPosition
 
 bool isUpperToothName(std::string_view key)
 {
-    static const std::unordered_set<std::string_view> upperToothNames{
-        "2",  "3",  "4",  "5",  "6",  "7",  "8",  "9",  "10",  "11",  "12",  "13",  "14",  "15",
-        "2l", "3l", "4l", "5l", "6l", "7l", "8l", "9l", "10l", "11l", "12l", "13l", "14l", "15l"};
-    return upperToothNames.contains(key);
+    return isUpperArchKey(key) && bracketHookPositions().contains(key);
 }
 
 std::span<const BandAnchor> anchors()

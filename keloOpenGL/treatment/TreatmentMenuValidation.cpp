@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/TreatmentMenus.h"
 
 #include "document/ElasticModel.h"
+#include "document/ModelLookup.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
@@ -37,31 +38,11 @@ bool actsOnAll(const MenuItem &item)
     return static_cast<std::uint64_t>(item.tag) < static_cast<std::uint64_t>(-4L);
 }
 
-bool isHidden(const DXDocumentModel::Models &models, const std::string &key)
-{
-    const auto found = models.find(key);
-    return found != models.end() &&
-           (found->second->hiddenPrimary() || found->second->hiddenSecondary());
-}
-
-bool isTakenOut(const DXDocumentModel::Models &models, const std::string &key)
-{
-    const auto found = models.find(key);
-    return found != models.end() && found->second->hiddenPrimary();
-}
-
 /// In red, green or blue; a colour that is absent differs from every one that is there.
 bool colorsDiffer(const Components &a, const Components &b)
 {
     if (!a || !b) return a.has_value() != b.has_value();
     return (*a)[0] != (*b)[0] || (*a)[1] != (*b)[1] || (*a)[2] != (*b)[2];
-}
-
-template<class Type>
-std::shared_ptr<Type> represented(const MenuItem &item)
-{
-    const auto *type = std::any_cast<std::shared_ptr<Type>>(&item.representedObject);
-    return type ? *type : nullptr;
 }
 
 Components materialColor(const DXDocumentModel &document, const std::string &key)
@@ -108,7 +89,7 @@ bool TreatmentMenus::validateBracketItem(MenuItem &item, const MenuContext &cont
     const DXDocumentModel &document = *context.document;
     const std::string tooth = context.toothName.value_or("");
     const bool bracketIsHidden = isHidden(document.bracketModels(), tooth);
-    const bool toothIsHidden = isTakenOut(document.toothModels(), tooth);
+    const bool toothIsHidden = isHiddenPrimary(modelUnderKey(document.toothModels(), tooth));
     const std::string &action = item.actionName;
 
     if (action == "doNothing:") {
@@ -130,7 +111,7 @@ bool TreatmentMenus::validateBracketItem(MenuItem &item, const MenuContext &cont
     if (action == "bracketColorMenuItemSelected:" || action == "markAllBracketsSelected:") {
         if (toothIsHidden) return false;
         if (actsOnAll(item)) return true;
-        const auto type = represented<BracketColorType>(item);
+        const auto type = representedTypeOf<BracketColorType>(item);
         return colorsDiffer(type ? type->bracketColor : std::nullopt,
                             materialColor(document, tooth));
     }
@@ -180,14 +161,14 @@ bool TreatmentMenus::validateElasticItem(MenuItem &item, const MenuContext &cont
         return true;
     }
     if (action == "placeSelectedElasticsConfigType:") {
-        const auto configuration = represented<ElasticsConfigType>(item);
+        const auto configuration = representedTypeOf<ElasticsConfigType>(item);
         return configuration && configuration->hasAssociatedSequence();
     }
     if (action == "startElasticColorMenuItemSelected:") return true;
     if (action == "updateElasticColorMenuItemSelected:" || action == "markAllElasticsSelected:") {
         if (actsOnAll(item)) return true;
         if (!elastic) return false;
-        const auto type = represented<ElasticsSizeType>(item);
+        const auto type = representedTypeOf<ElasticsSizeType>(item);
         return colorsDiffer(type ? type->elasticsColor : std::nullopt,
                             sizeColor(document, *elastic));
     }

@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/TreatmentMenus.h"
 
 #include "document/ElasticModel.h"
+#include "document/ModelLookup.h"
 #include "keloModel/QKModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/treatment/TreatmentTexts.h"
@@ -22,11 +23,10 @@ const std::string elasticsConfigEntity = "ElasticsConfigType";
 
 constexpr int rowIndentation = 2;
 
+/// A record without a colour is shown as a white one.
 Color colorOf(const std::optional<std::array<double, 4>> &components)
 {
-    if (!components) return Color::whiteColor();
-    const auto &[red, green, blue, alpha] = *components;
-    return Color(red, green, blue, alpha);
+    return Color::fromComponents(components).value_or(Color::whiteColor());
 }
 
 template<class Type>
@@ -34,13 +34,6 @@ CatalogueRow rowOf(const std::shared_ptr<Type> &type,
                    const std::optional<std::array<double, 4>> &color)
 {
     return {type->typeLabel, type->typeID, type->displayOrder, colorOf(color), type};
-}
-
-bool isHidden(const DXDocumentModel::Models &models, const std::string &key)
-{
-    const auto found = models.find(key);
-    return found != models.end() &&
-           (found->second->hiddenPrimary() || found->second->hiddenSecondary());
 }
 
 } // namespace

@@ -1,11 +1,8 @@
 #include "keloOpenGL/treatment/WorldTurn.h"
 
+#include "keloOpenGL/view/RotationQuaternion.h"
+
 namespace kelo {
-namespace {
-
-constexpr float pi = 3.1415927f;
-
-} // namespace
 
 Quaternion clampQuaternionToFront180Degrees(const Quaternion &quaternion)
 {
@@ -18,14 +15,9 @@ Quaternion clampQuaternionToFront180Degrees(const Quaternion &quaternion)
 std::array<float, 4> worldRotationTurnedByDegrees(const std::array<float, 4> &worldRotation,
                                                   float degrees)
 {
-    const float step = degrees * pi / 180.0f;
+    const float step = radiansOfDegrees(degrees);
     const Vector3 vertical{0.0f, 0.0f, 1.0f};
-    Quaternion turned{0.0f, 0.0f, 0.0f, 1.0f};
-    // Without an axis, as the identity is when it is taken apart below, nothing is turned yet.
-    if (worldRotation[1] != 0.0f || worldRotation[2] != 0.0f || worldRotation[3] != 0.0f)
-        turned =
-            Quaternion_fromAxisAngle(Vector3{worldRotation[1], worldRotation[2], worldRotation[3]},
-                                     worldRotation[0] * pi / 180.0f);
+    Quaternion turned = quaternionOfRotation(worldRotation);
     Quaternion_rotate(&turned, vertical, step);
     turned = clampQuaternionToFront180Degrees(turned);
 

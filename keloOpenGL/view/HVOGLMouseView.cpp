@@ -29,7 +29,7 @@ void HVOGLMouseView::awakeFromNib()
     OpenGLView::awakeFromNib();
     NotificationCenter::defaultCenter().addObserver(
         ownObserver(), [this](const Notification &) { frameDidChange(); },
-        "viewFrameDidChangeNotification", static_cast<OpenGLView *>(this));
+        viewFrameDidChangeNotification, static_cast<OpenGLView *>(this));
     postsFrameChangedNotifications = true;
     setUpTrackingRect();
     invalidateCursorRects();

@@ -1,8 +1,10 @@
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 
+#include "keloOpenGL/view/RotationQuaternion.h"
 #include "platform/Assertion.h"
 
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace kelo {
@@ -11,27 +13,11 @@ namespace {
 constexpr double transitionDuration = 0.75;
 /// Slower than this a frame, a moving centre is worse than a jump.
 constexpr double slowRenderingTime = 0.075;
-constexpr float degreesPerRadian = 57.29578f;
-constexpr float pi = 3.1415927f;
 
 /// The smoothstep curve, which starts and ends with zero speed.
 double eased(double progress)
 {
     return (3.0 - 2.0 * progress) * progress * progress;
-}
-
-float radians(float degrees)
-{
-    return degrees * pi / 180.0f;
-}
-
-/// A rotation without an axis, as the identity is when it is taken apart, turns nothing; so does
-/// glRotate draw it.
-Quaternion quaternionOfRotation(const HVOGLBasicView::Rotation &rotation)
-{
-    const Vector3 axis{rotation[1], rotation[2], rotation[3]};
-    if (axis.x == 0.0f && axis.y == 0.0f && axis.z == 0.0f) return {0.0f, 0.0f, 0.0f, 1.0f};
-    return Quaternion_fromAxisAngle(axis, radians(rotation[0]));
 }
 
 HVOGLBasicView::Rotation rotationOfQuaternion(const Quaternion &quaternion)
@@ -85,8 +71,8 @@ void HVOGLSmoothView::setTargetWorldQuaternion(const Quaternion &quaternion)
     Vector3 axis{};
     float angle = 0.0f;
     Quaternion_toAxisAngle(quaternion, &axis, &angle);
-    setTargetWorldRotationAngle_axis(static_cast<double>(angle * 180.0f) / 3.141592653589793,
-                                     axis.x, axis.y, axis.z);
+    setTargetWorldRotationAngle_axis(static_cast<double>(angle * 180.0f) / std::numbers::pi, axis.x,
+                                     axis.y, axis.z);
 }
 
 Quaternion HVOGLSmoothView::targetWorldQuaternion() const

@@ -1,12 +1,13 @@
 #include "keloOpenGL/view/MouthTransforms.h"
 
+#include "geometry/Angles.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace kelo {
 namespace {
 
-constexpr float pi = 3.1415927f;
 constexpr float deadZoneInDegrees = 10.0f;
 /// The part of the opening that the other jaw takes.
 constexpr float followingFraction = 0.125f;
@@ -34,7 +35,7 @@ float effectiveMouthOpenAngle(float mouthOpenAngleInDegrees)
         angle = std::min(angle + deadZoneInDegrees, 0.0f);
     else if (angle > 0.0f)
         angle = std::max(angle - deadZoneInDegrees, 0.0f);
-    return angle * pi / 180.0f;
+    return radiansOfDegrees(angle);
 }
 
 Matrix upperMouthTransform(float effectiveAngle, const Extents &extents)

@@ -10,8 +10,6 @@
 namespace kelo {
 namespace {
 
-constexpr const char *closeAllOptionPanels = "closeAllOptionPanelsNotification";
-
 /// Between the mother window's right edge and the panel, and below its top.
 constexpr double distanceBeside = 5.0;
 constexpr double distanceBelowTop = 6.0;
@@ -95,7 +93,7 @@ void OptionPanelController::showWindow(QObject *sender)
     WindowController::showWindow(sender);
     stopListening(); // shown again, it still closes once
     NotificationCenter::defaultCenter().addObserver(
-        panel, [panel](const Notification &) { panel->close(); }, closeAllOptionPanels);
+        panel, [panel](const Notification &) { panel->close(); }, closeAllOptionPanelsNotification);
 }
 
 void OptionPanelController::windowWillClose(QWidget *closing)
@@ -107,7 +105,8 @@ void OptionPanelController::windowWillClose(QWidget *closing)
 void OptionPanelController::stopListening()
 {
     if (isWindowLoaded())
-        NotificationCenter::defaultCenter().removeObserver(window(), closeAllOptionPanels);
+        NotificationCenter::defaultCenter().removeObserver(window(),
+                                                           closeAllOptionPanelsNotification);
 }
 
 } // namespace kelo

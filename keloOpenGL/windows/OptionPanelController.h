@@ -9,6 +9,9 @@
 
 namespace kelo {
 
+/// Posted by whoever wants all option panels closed.
+inline constexpr char closeAllOptionPanelsNotification[] = "closeAllOptionPanelsNotification";
+
 /// Where an option panel's lower left corner lies, in points of a screen whose y axis points up:
 /// its upper left corner 5 points to the right of the mother window and 6 below its top, moved to
 /// the left by what it would stand out of the screen on the right, and raised to the bottom edge
@@ -17,7 +20,7 @@ KELO_EXPORT Point optionPanelOrigin(const Rect &motherWindow, const Size &panel,
                                     const Rect &visibleScreen);
 
 /// A floating panel beside the window that it belongs to, and always above it. It closes when
-/// someone posts "closeAllOptionPanelsNotification".
+/// someone posts closeAllOptionPanelsNotification.
 class KELO_EXPORT OptionPanelController : public WindowController
 {
     Q_OBJECT

@@ -13,9 +13,6 @@
 namespace kelo {
 namespace {
 
-/// The library's own resources; the name is that of the library.
-constexpr const char *bundleIdentifier = "keloOpenGL";
-
 std::vector<std::string> &folders()
 {
     static std::vector<std::string> all;
@@ -67,7 +64,7 @@ std::string interfaceFilePath(const std::string &name)
         const std::string path = *folder + "/" + name + ".ui";
         if (QFileInfo(QString::fromStdString(path)).isFile()) return path;
     }
-    const auto bundle = ResourceBundle::bundleWithIdentifier(bundleIdentifier);
+    const auto bundle = ResourceBundle::bundleWithIdentifier(libraryBundleIdentifier);
     return bundle ? bundle->pathForResource_ofType(name, "ui").value_or("") : "";
 }
 

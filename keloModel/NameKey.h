@@ -21,8 +21,14 @@ KELO_EXPORT int integerValueOfNameKey(std::string_view key);
 /// True for a key that holds the letter l anywhere.
 KELO_EXPORT bool isButtonKey(std::string_view key);
 
+/// The key of the lingual button on this tooth.
+KELO_EXPORT std::string buttonKeyOfToothKey(std::string_view toothKey);
+
 /// The key without any letter l: a button's tooth, and of any other key the key itself.
 KELO_EXPORT std::string toothKeyOfNameKey(std::string_view key);
+
+/// Whether the number of the key is one of the upper arch's: 1 to 16.
+KELO_EXPORT bool isUpperArchKey(std::string_view key);
 
 /// The natural order of keys: by number first and by text among equal numbers, so that "2" comes
 /// before "15" and "8" before "8l" before "9".

@@ -1,10 +1,19 @@
-#include "models/NameKey.h"
+#include "keloModel/NameKey.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 
 namespace kelo {
+namespace {
+
+/// What follows a tooth's number in the key of its lingual button.
+constexpr char buttonLetter = 'l';
+
+/// Universal numbers run along the upper arch from 1 to 16, then along the lower one.
+constexpr int lastUpperTooth = 16;
+
+} // namespace
 
 int integerValueOfNameKey(std::string_view key)
 {
@@ -26,14 +35,25 @@ int integerValueOfNameKey(std::string_view key)
 
 bool isButtonKey(std::string_view key)
 {
-    return key.find('l') != std::string_view::npos;
+    return key.find(buttonLetter) != std::string_view::npos;
+}
+
+std::string buttonKeyOfToothKey(std::string_view toothKey)
+{
+    return std::string(toothKey) + buttonLetter;
 }
 
 std::string toothKeyOfNameKey(std::string_view key)
 {
     std::string toothKey(key);
-    std::erase(toothKey, 'l');
+    std::erase(toothKey, buttonLetter);
     return toothKey;
+}
+
+bool isUpperArchKey(std::string_view key)
+{
+    const int tooth = integerValueOfNameKey(key);
+    return tooth >= 1 && tooth <= lastUpperTooth;
 }
 
 bool NameKeyLess::operator()(std::string_view first, std::string_view second) const

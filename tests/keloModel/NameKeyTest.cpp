@@ -1,4 +1,4 @@
-#include "models/NameKey.h"
+#include "keloModel/NameKey.h"
 
 #include <gtest/gtest.h>
 
@@ -62,6 +62,22 @@ TEST(NameKey, aButtonKeyWithoutItsLetterIsTheToothKey)
     EXPECT_EQ(toothKeyOfNameKey("8l"), "8");
     EXPECT_EQ(toothKeyOfNameKey("31l"), "31");
     EXPECT_EQ(toothKeyOfNameKey("8"), "8");
+}
+
+TEST(NameKey, aToothKeyFollowedByTheLetterIsItsButtonsKey)
+{
+    EXPECT_EQ(buttonKeyOfToothKey("8"), "8l");
+    EXPECT_EQ(toothKeyOfNameKey(buttonKeyOfToothKey("31")), "31");
+}
+
+TEST(NameKey, numbersUpToSixteenBelongToTheUpperArch)
+{
+    EXPECT_TRUE(isUpperArchKey("1"));
+    EXPECT_TRUE(isUpperArchKey("16"));
+    EXPECT_TRUE(isUpperArchKey("8l"));
+    EXPECT_FALSE(isUpperArchKey("17"));
+    EXPECT_FALSE(isUpperArchKey("31l"));
+    EXPECT_FALSE(isUpperArchKey(""));
 }
 
 TEST(NameKey, differentKeysOfOneNumberAreBothKept)
