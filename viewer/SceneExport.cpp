@@ -6,7 +6,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/RubberBand.h"
 #include "models/DXGLightweightModel.h"
-#include "models/NameKey.h"
+#include "keloModel/NameKey.h"
 
 #include <algorithm>
 #include <charconv>

@@ -46,7 +46,7 @@ std::string namesOfMissingTeeth(const DXDocumentModel &document,
 {
     std::vector<std::string> missing;
     for (const std::string &member : members) {
-        const std::string tooth = toothNameOf(member);
+        const std::string tooth = toothKeyOfNameKey(member);
         const bool isNew = std::find(missing.begin(), missing.end(), tooth) == missing.end();
         if (isNew && isHidden(document.toothModels(), tooth)) missing.push_back(tooth);
     }
