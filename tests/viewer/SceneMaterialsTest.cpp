@@ -3,6 +3,7 @@
 #include "tests/support/FileWrites.h"
 #include "tests/viewer/ScriptFixture.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
