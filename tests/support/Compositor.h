@@ -17,13 +17,13 @@ public:
                        {QStringLiteral("--config"), QStringLiteral("/dev/null"),
                         QStringLiteral("--backend"), QStringLiteral("xrender")});
         // The program itself tells whether one is running.
-        for (int i = 0; i < 100 && !isRunning_; ++i) {
+        if (!process_.waitForStarted()) return;
+        for (int i = 0; i < 50 && !isRunning_; ++i) {
             QThread::msleep(50);
             QProcess question;
             question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
             question.waitForFinished();
-            isRunning_ = process_.state() == QProcess::Running &&
-                         question.readAllStandardOutput().contains("Another compositor");
+            isRunning_ = question.readAllStandardOutput().contains("Another compositor");
         }
     }
     ~Compositor()

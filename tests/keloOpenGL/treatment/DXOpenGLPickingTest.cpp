@@ -432,7 +432,12 @@ TEST_F(DXOpenGLPicking, theElasticAtIndex300IsReadAsTheOneAt44)
     Event press;
     press.type = EventType::LeftMouseDown;
     press.locationInWindow = {point->x, point->y + 1.0};
+    int menuCount = 0;
+    const auto presenter = ContextMenuPresenter::setPresenter(
+        [&](const std::shared_ptr<Menu> &, const Event &, OpenGLView &) { ++menuCount; });
     view->elasticsMouseDown(press);
+    ContextMenuPresenter::setPresenter(presenter);
+    EXPECT_EQ(menuCount, 1);
     EXPECT_EQ(view->currentEventElasticIndex(), 44u);
     EXPECT_NO_GL_ERROR();
 }

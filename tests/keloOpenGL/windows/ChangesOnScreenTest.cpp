@@ -66,6 +66,11 @@ protected:
         OpenGLView::setSurfaceKind(SurfaceKind::Window);
         document->setAvailableElasticsSizeTypes(
             {{1, sizeOfColor(1, 1.0, 0.0)}, {2, sizeOfColor(2, 0.0, 1.0)}});
+        // Faces that look the same way are told apart by their colours only.
+        paint(document->bracketModels(), Color(1.0, 0.0, 0.0));
+        paint(document->buttonModels(), Color(0.0, 0.5, 0.0));
+        elastic = std::make_shared<ElasticModel>(nullptr, size(1),
+                                                 std::vector<std::string>{"7", "8", "9"});
         auto blue = std::make_shared<BracketColorType>();
         blue->typeID = 1;
         blue->bracketColor = {0.0, 0.0, 1.0, 1.0};
@@ -89,6 +94,12 @@ protected:
         }));
         letPass(200); // the window manager may move and size the windows once more
         ASSERT_TRUE(bothAreUpToDate());
+    }
+
+    static void paint(const DXDocumentModel::Models &models, const Color &color)
+    {
+        for (const auto &[key, model] : models)
+            model->setMaterial(HVOGLMaterial::materialWithColor(color));
     }
 
     std::vector<Window *> windows() { return {&*front, &*behind}; }
@@ -135,8 +146,7 @@ protected:
     }
 
     std::shared_ptr<DXDocumentModel> document = kelo::test::boxDocument();
-    std::shared_ptr<ElasticModel> elastic =
-        std::make_shared<ElasticModel>(nullptr, size(1), std::vector<std::string>{"7", "8", "9"});
+    std::shared_ptr<ElasticModel> elastic;
     std::optional<Window> front;
     std::optional<Window> behind;
 };
@@ -236,7 +246,8 @@ std::vector<ChangesOnScreen::Operation> ChangesOnScreen::operationsOfTheView()
         {"place a configuration whose bracket is hidden",
          act(&DXOpenGL::placeSelectedElasticsConfigType, rowFor(configuration))},
         {"remove all brackets", act(&DXOpenGL::removeAllBracketsSelected, {})},
-        {"place all brackets", act(&DXOpenGL::placeAllBracketsSelected, {})},
+        {"place all brackets", act(&DXOpenGL::placeAllBracketsSelected,
+                                   rowFor(document->availableBracketColorTypes().at(1)))},
         {"approve", [view] { view->setApprovedDate(QDateTime(QDate(2026, 11, 20), QTime(0, 0))); }},
         {"take the approval back", [view] { view->setApprovedDate({}); }},
         {"leave the gums out", [view] { view->setShowsScenePart(ScenePart::Gums, false); }},
