@@ -89,7 +89,11 @@ TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
     };
     // A treatment of a file has a store in memory to itself, unless a database is named.
     const bool isInDatabase = commandLine.file.isEmpty() || !commandLine.database.isEmpty();
-    if (isInDatabase) store();
+    if (isInDatabase) {
+        const auto opened = store();
+        // Beside another program nothing is made that is not there.
+        if (!opened && claim().isElsewhere()) throw BadTreatment(opened.sentence().toStdString());
+    }
     auto document = std::make_unique<TreatmentDocument>(commandLine, told, *this,
                                                         isInDatabase ? store_ : nullptr);
     progress.reset();

@@ -60,20 +60,20 @@ TEST_F(SecondStart, thatIsToPlayAScriptOpensForReadingOnly)
     another.script = "a.script";
     OpenTreatments others(another);
     EXPECT_FALSE(others.isShownElsewhere());
-    QString said;
+    QString sentence;
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [&] {
         for (QWidget *widget : QApplication::topLevelWidgets()) {
             auto *box = qobject_cast<QMessageBox *>(widget);
             if (!box || !box->isVisible()) continue;
-            said = box->text();
+            sentence = box->text();
             box->accept();
         }
     });
     answer.start(50);
     TreatmentDocument &document = others.openFirst();
-    waitUntil([&] { return !said.isEmpty(); });
-    EXPECT_EQ(said, commandLine.database +
+    waitUntil([&] { return !sentence.isEmpty(); });
+    EXPECT_EQ(sentence, commandLine.database +
                         ": another window of the program works with the database; it is open for "
                         "reading only");
     EXPECT_TRUE(document.treatment()->isReadOnly());

@@ -532,6 +532,22 @@
         <source>the database is damaged</source>
         <translation>die Datenbank ist beschädigt</translation>
     </message>
+    <message>
+        <source>the database was changed by another program (%1 &quot;%2&quot; is not as this program makes it)</source>
+        <translation>die Datenbank wurde von einem anderen Programm verändert (%1 „%2“ ist nicht so, wie dieses Programm es anlegt)</translation>
+    </message>
+    <message>
+        <source>%1: the file is not a database</source>
+        <translation>%1: die Datei ist keine Datenbank</translation>
+    </message>
+    <message>
+        <source>%1: another window of the program works with the database; it is open for reading only</source>
+        <translation>%1: ein anderes Fenster des Programms arbeitet mit der Datenbank; sie ist nur zum Lesen geöffnet</translation>
+    </message>
+    <message>
+        <source>the database takes too long to answer</source>
+        <translation>die Datenbank braucht zu lange für eine Antwort</translation>
+    </message>
 </context>
 <context>
     <name>viewer::ChangeLogDialog</name>

@@ -532,6 +532,22 @@
         <source>the database is damaged</source>
         <translation>la base de datos está dañada</translation>
     </message>
+    <message>
+        <source>the database was changed by another program (%1 &quot;%2&quot; is not as this program makes it)</source>
+        <translation>otro programa modificó la base de datos (%1 «%2» no es como la crea este programa)</translation>
+    </message>
+    <message>
+        <source>%1: the file is not a database</source>
+        <translation>%1: el archivo no es una base de datos</translation>
+    </message>
+    <message>
+        <source>%1: another window of the program works with the database; it is open for reading only</source>
+        <translation>%1: otra ventana del programa trabaja con la base de datos; está abierta solo para lectura</translation>
+    </message>
+    <message>
+        <source>the database takes too long to answer</source>
+        <translation>la base de datos tarda demasiado en responder</translation>
+    </message>
 </context>
 <context>
     <name>viewer::ChangeLogDialog</name>
