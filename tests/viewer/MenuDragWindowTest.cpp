@@ -8,6 +8,7 @@ using namespace viewer;
 using namespace viewer::test;
 using kelo::test::atOnce;
 using kelo::test::ButtonWatch;
+using kelo::test::goThrough;
 using kelo::test::movePointer;
 using kelo::test::openMenu;
 using kelo::test::xdotool;

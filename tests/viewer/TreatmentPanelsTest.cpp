@@ -16,7 +16,7 @@ using namespace viewer::test;
 class TreatmentPanels : public TreatmentWindows
 {
 protected:
-    static QToolButton *toolIn(const kelo::WindowController &panel, const QString &name)
+    static QToolButton *toolIn(kelo::WindowController &panel, const QString &name)
     {
         for (auto *tool : panel.window()->findChildren<QToolButton *>()) {
             if (tool->accessibleName() == name) return tool;

@@ -13,7 +13,7 @@ kelo_test(store_tests QT
         TreatmentStoreTest.cpp
         TreatmentStoreVersionsTest.cpp
         TreatmentStoreForeignTest.cpp
-    LINKS kelo_viewer)
+    LINKS kelo_viewer Qt6::Network)
 target_compile_definitions(store_tests PRIVATE
     KELO_KILLED_WRITER="$<TARGET_FILE:killed_writer>"
     KELO_SESSION_WRITER="$<TARGET_FILE:session_writer>"
