@@ -3,6 +3,7 @@ add_executable(killed_writer killed_writer.cpp)
 target_include_directories(killed_writer PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(killed_writer PRIVATE kelo_options kelo_viewer)
 
+find_package(Qt6 REQUIRED COMPONENTS Network) # the claim on a database is a local socket
 kelo_test(store_tests QT
     SOURCES
         DatabaseClaimTest.cpp
