@@ -26,6 +26,7 @@ set(KELO_PUBLIC_HEADERS
     keloOpenGL/treatment/RubberBandTables.h
     keloOpenGL/treatment/ScenePart.h
     keloOpenGL/treatment/ToothLabels.h
+    keloOpenGL/treatment/ToothNaming.h
     keloOpenGL/view/HVFindGoodWindow.h
     keloOpenGL/view/HVOGLBasicView.h
     keloOpenGL/view/HVOGLMouseView.h

@@ -99,8 +99,10 @@ TEST_F(Translations, whereThereAreNoneEverythingIsEnglish)
 {
     installTranslations(QLocale(QLocale::Finnish, QLocale::Finland));
     EXPECT_EQ(titleOfStandardView(StandardView::UpperOcclusal), "Upper Occlusal");
-    EXPECT_EQ(QCoreApplication::translate("ChangeLog", "%n elastics", nullptr, 1), "1 elastic");
-    EXPECT_EQ(QCoreApplication::translate("ChangeLog", "%n elastics", nullptr, 2), "2 elastics");
+    EXPECT_EQ(QCoreApplication::translate("ChangeText", "Place %n elastics", nullptr, 1),
+              "Place 1 elastic");
+    EXPECT_EQ(QCoreApplication::translate("ChangeText", "Place %n elastics", nullptr, 2),
+              "Place 2 elastics");
 }
 
 TEST_F(Translations, pluralsGoByTheNumber)

@@ -179,6 +179,9 @@ TEST_F(WorkByDate, theLogTellsOfEveryElasticWhatItWasAndIs)
     const auto &sizes = document.availableElasticsSizeTypes();
     const auto first = document.elasticModels().front(); // 8 to 9, in the file's size
     const std::string teeth = "8 \u2013 9", added = "6 \u2013 27 \u2013 30 lingual";
+    for (const char *key : {"6", "27"})
+        document.toggleVisibilityOfBracket(key);
+    document.toggleVisibilityOfButton("30l");
     const auto size = treatment->changes().value().size();
     document.elasticModel_setElasticsSizeType(first, sizes.at(7));
     const auto named = document.availableElasticsConfigTypes().front();
