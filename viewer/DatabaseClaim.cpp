@@ -2,16 +2,17 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QStandardPaths>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace viewer {
@@ -21,6 +22,23 @@ namespace {
 constexpr qint64 longestRequestInBytes = 32 * 1024;
 
 const QByteArray answerToRequest = QByteArrayLiteral("shown\n");
+
+/// The user's own folder for what lasts as long as programs run; empty where there is none. A night
+/// job has no session and no such folder: it gets one that is nobody else's, or none.
+QString runtimeFolder()
+{
+    const QString ofSession = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (QFileInfo(ofSession).isDir() && QFileInfo(ofSession).isWritable()) return ofSession;
+    const QString own =
+        QDir::temp().filePath(QStringLiteral("treatment-viewer-%1").arg(::geteuid()));
+    const QByteArray path = QFile::encodeName(own);
+    ::mkdir(path.constData(), S_IRWXU);
+    // Anybody may make a folder of this name there, or a link.
+    struct stat found = {};
+    const bool isOurs = ::lstat(path.constData(), &found) == 0 && S_ISDIR(found.st_mode) &&
+                        found.st_uid == ::geteuid() && (found.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+    return isOurs ? own : QString();
+}
 
 /// One name for a database, however its path is written.
 QString claimName(const QString &database)
@@ -67,7 +85,9 @@ private:
 DatabaseClaim::DatabaseClaim(const QString &database)
 {
     if (database == QStringLiteral(":memory:")) return;
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    const QString runtime = runtimeFolder();
+    if (runtime.isEmpty()) return;
+    const QDir folder(runtime);
     const QString name = claimName(database);
     socketPath_ = folder.filePath(name + QStringLiteral(".socket"));
     lock_ = std::make_unique<Lock>(folder.filePath(name + QStringLiteral(".lock")));
