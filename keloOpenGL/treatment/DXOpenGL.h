@@ -404,9 +404,13 @@ protected:
     /// False for a model that cannot be seen in the pixel that is being picked.
     bool shouldDrawForColorSelection(const DXGLightweightModel &model,
                                      const Matrix &jawTransform) const override;
+    /// False for a model that cannot be seen in the part of the picture that is being drawn.
+    bool mayBeSeen(const DXGLightweightModel &model, const Matrix &jawTransform) const override;
     /// Whether a box, grown by margin on every side and moved by transform, may be seen in the
-    /// pixel that is being picked; true while none is.
-    bool pickMayShow(const Extents &box, double margin, const Matrix &transform) const;
+    /// pixel that is being picked, or the part that is being drawn; true while all of it is.
+    bool mayShow(const Extents &box, double margin, const Matrix &transform) const;
+    void willDrawPicture() override;
+    void didDrawPicture() override;
 
 private:
     struct PickPixel
@@ -426,6 +430,7 @@ private:
     void toggleLastClickedTooth(ActionType type);
     void repeatLastActionOn(const std::string &name);
     void goOnWithElasticAt(const std::string &name);
+    struct Pulse;
     std::shared_ptr<ElasticModel> lastClickedElastic() const;
     void drawElastics();
     bool drawsScenePart(ScenePart part) const;
@@ -509,7 +514,8 @@ private:
     std::bitset<scenePartCount> hiddenParts_;
     std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
     std::unique_ptr<PickTarget> pickTarget_;
-    const PickBox *pickBox_ = nullptr;      ///< there while a pixel is being picked
+    const PickBox *onlyPart_ = nullptr;     ///< there while only some pixels are drawn
+    std::shared_ptr<Pulse> pulse_;          ///< the one that is going on
     std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room
     // Buffer names of the view's context, 0 until first use.
     std::uint32_t toolButtonVBOID = 0;

@@ -100,7 +100,7 @@ void DXOpenGL::drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
         return;
     }
     if (bandNodes_.empty()) return;
-    if (colorPickMode && !pickMayShow(extentsOf(bandNodes_), rubberBandReach, identity())) return;
+    if (!mayShow(extentsOf(bandNodes_), rubberBandReach, identity())) return;
 
     if (colorPickMode)
         glColor3ub(128, 0, static_cast<GLubyte>(colorPickID % 256));

@@ -24,9 +24,6 @@ namespace {
 /// How the bracket that an elastic began on is told from the others while it is being strung.
 constexpr double highlightShininess = 2.0;
 
-constexpr int pulseSteps = 20;
-constexpr double pulseShininessStep = 3.0;
-
 std::vector<std::string> membersOf(const std::string &bracketSequence)
 {
     std::vector<std::string> members;
@@ -63,25 +60,6 @@ bool hasElasticOver(const DXDocumentModel &document, const std::vector<std::stri
         return elastic->bracketSequence() == members;
     });
 }
-
-/// Gives a model another material for as long as it lives.
-class BorrowedMaterial
-{
-public:
-    BorrowedMaterial(std::shared_ptr<DXGLightweightModel> model,
-                     std::shared_ptr<HVOGLMaterial> material)
-        : model_(std::move(model)), kept_(model_->material())
-    {
-        model_->setMaterial(std::move(material));
-    }
-    ~BorrowedMaterial() { model_->setMaterial(kept_); }
-    BorrowedMaterial(const BorrowedMaterial &) = delete;
-    BorrowedMaterial &operator=(const BorrowedMaterial &) = delete;
-
-private:
-    std::shared_ptr<DXGLightweightModel> model_;
-    std::shared_ptr<HVOGLMaterial> kept_;
-};
 
 } // namespace
 
@@ -187,23 +165,6 @@ void DXOpenGL::endElasticPlacement()
     savedBracketMaterial.reset();
     highlightMaterial.reset();
     signalElasticsPlacement(*firstClickedToothName_);
-}
-
-void DXOpenGL::signalElasticsPlacement(const std::string &name)
-{
-    const auto document = documentModel();
-    if (!document) return;
-    auto model = modelUnderKey(document->bracketModels(), name);
-    if (!model) model = modelUnderKey(document->buttonModels(), name);
-    if (!model || !model->material()) return;
-    const auto working = HVOGLMaterial::materialWithColor_shininess(model->material()->color(),
-                                                                    model->material()->shininess());
-    const BorrowedMaterial pulse(model, working);
-    for (int step = 0; step < pulseSteps; ++step) {
-        const double change = step < pulseSteps / 2 ? -pulseShininessStep : pulseShininessStep;
-        working->setShininess(working->shininess() + change);
-        display();
-    }
 }
 
 void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)

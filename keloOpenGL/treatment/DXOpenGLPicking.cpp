@@ -5,6 +5,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/treatment/CurrentProjection.h"
 #include "keloOpenGL/treatment/PickBox.h"
 #include "keloOpenGL/treatment/PickTarget.h"
 #include "models/DXGLightweightModel.h"
@@ -90,17 +91,6 @@ private:
     const PickBox *&current_;
 };
 
-PickBox pickBoxOfCurrentMatrices(int column, int row)
-{
-    Matrix projection;
-    Matrix modelView;
-    std::array<int, 4> viewport{};
-    glGetFloatv(GL_PROJECTION_MATRIX, projection.m);
-    glGetFloatv(GL_MODELVIEW_MATRIX, modelView.m);
-    glGetIntegerv(GL_VIEWPORT, viewport.data());
-    return PickBox(column, row, viewport, projection, modelView);
-}
-
 void readPixel(int column, int row, std::array<GLubyte, 3> &pixel)
 {
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
@@ -120,12 +110,17 @@ bool DXOpenGL::shouldDrawForColorSelection(const DXGLightweightModel &model,
                                            const Matrix &jawTransform) const
 {
     const double margin = model.extendedHitbox() ? extendedHitboxMargin : 0.0;
-    return pickMayShow(model.extents(), margin, jawTransform);
+    return mayShow(model.extents(), margin, jawTransform);
 }
 
-bool DXOpenGL::pickMayShow(const Extents &box, double margin, const Matrix &transform) const
+bool DXOpenGL::mayBeSeen(const DXGLightweightModel &model, const Matrix &jawTransform) const
 {
-    return !pickBox_ || pickBox_->mayShow(box, margin, transform);
+    return mayShow(model.extents(), 0.0, jawTransform);
+}
+
+bool DXOpenGL::mayShow(const Extents &box, double margin, const Matrix &transform) const
+{
+    return !onlyPart_ || onlyPart_->mayShow(box, margin, transform);
 }
 
 void DXOpenGL::drawColorPickPass(const std::optional<PickPixel> &onlyPixel)
@@ -149,8 +144,9 @@ void DXOpenGL::drawColorPickPass(const std::optional<PickPixel> &onlyPixel)
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     updateModelView();
     std::optional<PickBox> box;
-    if (onlyPixel) box = pickBoxOfCurrentMatrices(onlyPixel->column, onlyPixel->row);
-    const PickState picking(_isInColorPickMode, pickBox_, box);
+    if (onlyPixel)
+        box.emplace(PixelRect{onlyPixel->column, onlyPixel->row, 1, 1}, currentWindowProjection());
+    const PickState picking(_isInColorPickMode, onlyPart_, box);
     drawContent();
     drawExtraContent();
 }

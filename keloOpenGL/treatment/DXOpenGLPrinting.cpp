@@ -42,8 +42,9 @@ constexpr const char *notSupported = QT_TRANSLATE_NOOP("DXOpenGL", "Printing Not
 constexpr const char *requirements = QT_TRANSLATE_NOOP(
     "DXOpenGL", "This computer does not meet the minimum system requirements for printing.");
 
-/// The off-screen framebuffer of one request. Its depth buffer is left allocated when it goes, as
-/// the design has it; the context takes it along in the end.
+/// The off-screen framebuffer of one request. The name of its depth buffer is left allocated when
+/// it goes, as the design has it, and goes with the context; its storage is given back, but for a
+/// single pixel, for requests can be many.
 class PrintTarget
 {
 public:
@@ -54,8 +55,8 @@ public:
         glGenRenderbuffersEXT(1, &color_);
         glGenRenderbuffersEXT(1, &depth_);
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
-        allocate(color_, GL_RGB, scale);
-        allocate(depth_, GL_DEPTH_COMPONENT, scale);
+        allocate(color_, GL_RGB, scale * targetWidth, scale * printHeight);
+        allocate(depth_, GL_DEPTH_COMPONENT, scale * targetWidth, scale * printHeight);
         glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
         glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT,
                                      GL_RENDERBUFFER_EXT, color_);
@@ -67,17 +68,25 @@ public:
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
         glDeleteRenderbuffersEXT(1, &color_);
         glDeleteFramebuffersEXT(1, &framebuffer_);
+        // Not before: what is still attached would be in a framebuffer of two sizes.
+        if (depth_ != 0) {
+            allocate(depth_, GL_DEPTH_COMPONENT, 1, 1);
+            glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
+        }
     }
-    void deleteDepthBuffer() { glDeleteRenderbuffersEXT(1, &depth_); }
+    void deleteDepthBuffer()
+    {
+        glDeleteRenderbuffersEXT(1, &depth_);
+        depth_ = 0;
+    }
     PrintTarget(const PrintTarget &) = delete;
     PrintTarget &operator=(const PrintTarget &) = delete;
 
 private:
-    static void allocate(GLuint renderbuffer, GLenum format, int scale)
+    static void allocate(GLuint renderbuffer, GLenum format, int width, int height)
     {
         glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, renderbuffer);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, scale * targetWidth,
-                                 scale * printHeight);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, width, height);
     }
 
     GLuint framebuffer_ = 0;

@@ -243,6 +243,14 @@ protected:
     {
         return true;
     }
+    /// Hook: whether a model, under its jaw's transform, may be seen in what is being drawn of the
+    /// picture. Not asked in picks.
+    virtual bool mayBeSeen(const DXGLightweightModel &, const Matrix &) const { return true; }
+    /// Hooks around the drawing of a cycle's picture: before anything of it is there, and when it
+    /// is done but not shown yet. A subclass may restrict the drawing to a part between the two, if
+    /// the rest is there.
+    virtual void willDrawPicture() {}
+    virtual void didDrawPicture() {}
     /// The models of one jaw, under its transform.
     void drawModels(const std::vector<std::shared_ptr<DXGLightweightModel>> &models,
                     const Matrix &jawTransform);
@@ -266,6 +274,7 @@ protected:
 
 private:
     void setUpFirstCycle();
+    void drawPicture();
     void drawBackground();
 
     std::shared_ptr<DXDocumentModel> documentModel_;

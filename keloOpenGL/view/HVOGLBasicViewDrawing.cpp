@@ -6,8 +6,11 @@
 
 #include "document/DXDocumentModel.h"
 #include "models/DXGLightweightModel.h"
+#include "models/HVOGLMaterial.h"
 #include "platform/Assertion.h"
 #include "platform/VersionChecker.h"
+
+#include <QScopeGuard>
 
 #include <cmath>
 #include <cstdio>
@@ -207,6 +210,16 @@ void HVOGLBasicView::drawRect(const Rect &)
     if (cameraSize.width <= 0.0 || cameraSize.height <= 0.0)
         return; // a view without area has nothing to draw and no projection to draw it with
 
+    drawPicture();
+    if (bufferSwappingEnabled()) openGLContext().flushBuffer();
+    reportError();
+    isFirstDrawRect_ = false;
+}
+
+void HVOGLBasicView::drawPicture()
+{
+    willDrawPicture();
+    const auto isDone = qScopeGuard([this] { didDrawPicture(); });
     glClear(GL_DEPTH_BUFFER_BIT);
     drawBackground();
     updateModelView();
@@ -215,9 +228,6 @@ void HVOGLBasicView::drawRect(const Rect &)
     setupDefaultMaterial();
     drawContent();
     drawExtraContent();
-    if (bufferSwappingEnabled()) openGLContext().flushBuffer();
-    reportError();
-    isFirstDrawRect_ = false;
 }
 
 void HVOGLBasicView::drawContent()
@@ -242,7 +252,10 @@ void HVOGLBasicView::drawModels(const std::vector<std::shared_ptr<DXGLightweight
         if (_isInColorPickMode) {
             if (shouldDrawForColorSelection(*model, jawTransform)) model->drawForColorSelection();
         } else if (!model->hiddenPrimary() && !model->hiddenSecondary()) {
-            model->draw();
+            if (mayBeSeen(*model, jawTransform))
+                model->draw();
+            else if (model->material())
+                model->material()->primeOpenGL(); // a mesh without one takes over the last one's
         }
     }
     glPopMatrix();

@@ -178,7 +178,9 @@ void HVOGLBasicView::zoomToFit()
 {
     const std::shared_ptr<const Extents> scene = extentsForZoomToFit();
     const PackedData worldCenter = worldCenterDataForExtents(*scene);
-    const auto center = unpacked<Vector3>(rotationCenterDataForWorldCenterData(worldCenter));
+    const PackedData rotationCenter = rotationCenterDataForWorldCenterData(worldCenter);
+    assertThat(rotationCenter.size() == centerByteCount, "rotation-centre data must be 12 bytes");
+    const auto center = unpacked<Vector3>(rotationCenter);
     const double radius = zoomToFitRadiusForExtents(*scene);
 
     double xMin = center.x - radius, xMax = center.x + radius;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Assertion.h"
+
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
@@ -26,11 +28,13 @@ PackedData packed(const Value &value)
     return data;
 }
 
-/// `data` must be exactly as long as a Value.
+/// `data` must be exactly as long as a Value, or an AssertionFailure is thrown: it may come from a
+/// subclass or a host.
 template<class Value>
 Value unpacked(const PackedData &data)
 {
     static_assert(std::is_trivially_copyable_v<Value>);
+    assertThat(data.size() == sizeof(Value), "packed data must be as long as what is packed in it");
     Value value;
     std::memcpy(&value, data.data(), sizeof(Value));
     return value;

@@ -3,6 +3,7 @@
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <cmath>
+#include <optional>
 
 using namespace kelo;
 using kelo::test::boxDocument;
@@ -22,6 +23,7 @@ public:
     }
     PackedData rotationCenterDataForWorldCenterData(const PackedData &data) const override
     {
+        if (shortAnswer) return PackedData(*shortAnswer);
         auto center = unpacked<Vector3>(data);
         center.x += offset;
         return packed(center);
@@ -29,6 +31,7 @@ public:
     double scaleFactor = 0.625;
     double radius = 0.0;
     float offset = 0.0f;
+    std::optional<std::size_t> shortAnswer; ///< bytes of a centre that is none
 };
 
 class BasicViewWorld : public ViewFixture
@@ -69,6 +72,39 @@ TEST_F(BasicViewWorld, aCentreBufferOfOtherThan12BytesTriggersTheAssertion)
     for (const std::size_t length : {0u, 11u, 13u, 16u}) {
         EXPECT_THROW(view->setWorldCenterData(PackedData(length)), AssertionFailure) << length;
         EXPECT_THROW(view->setRotationCenterData(PackedData(length)), AssertionFailure) << length;
+    }
+}
+
+TEST_F(BasicViewWorld, aSubclassThatGivesNoRotationCentreTriggersTheAssertion)
+{
+    view->setDocumentModel(boxDocument());
+    const WindowLimits zoomBox = view->zoomBox();
+    const double zMin = view->zMin();
+    for (const std::size_t length : {0u, 4u, 11u, 13u}) {
+        view->shortAnswer = length;
+        try {
+            view->zoomToFit();
+            ADD_FAILURE() << length << " bytes were taken";
+        } catch (const AssertionFailure &failure) {
+            EXPECT_STREQ(failure.what(), "rotation-centre data must be 12 bytes");
+        }
+        EXPECT_THROW(view->setWorldCenterData(packed(Vector3{})), AssertionFailure) << length;
+    }
+    EXPECT_EQ(view->zMin(), zMin) << "nothing is half done";
+    const WindowLimits after = view->zoomBox();
+    expectLimits(after, zoomBox.xMin, zoomBox.xMax, zoomBox.yMin, zoomBox.yMax);
+}
+
+TEST_F(BasicViewWorld, packedDataOfAnotherLengthIsNotUnpacked)
+{
+    EXPECT_EQ(unpacked<float>(packed(2.5f)), 2.5f);
+    for (const std::size_t length : {0u, 3u, 5u}) {
+        try {
+            unpacked<float>(PackedData(length));
+            ADD_FAILURE() << length << " bytes were taken";
+        } catch (const AssertionFailure &failure) {
+            EXPECT_STREQ(failure.what(), "packed data must be as long as what is packed in it");
+        }
     }
 }
 
