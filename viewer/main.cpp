@@ -5,6 +5,7 @@
 #include "viewer/OpenTreatments.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ShownText.h"
 #include "viewer/Theme.h"
 #include "viewer/Translation.h"
 #include "viewer/TreatmentWindow.h"

@@ -5,6 +5,7 @@ kelo_test(script_tests QT
         PickPointsTest.cpp
         PickScalesTest.cpp
         ProgramScriptTest.cpp
+        ScriptLimitsTest.cpp
         ScriptModifiersTest.cpp
         ScriptPlayerTest.cpp
         ScriptRunTest.cpp
