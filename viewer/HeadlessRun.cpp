@@ -120,6 +120,17 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
 
 namespace {
 
+/// Whether a run needs pictures: for its outputs, or for a script, whose clicks are picked in one.
+/// A state and an exported scene are computed.
+bool needsDrawing(const CommandLine &commandLine)
+{
+    for (const QString &output :
+         {commandLine.picture, commandLine.print, commandLine.printImages, commandLine.script}) {
+        if (!output.isEmpty()) return true;
+    }
+    return false;
+}
+
 /// One treatment from opening to the last output.
 ExitStatus runTreatment(const CommandLine &commandLine)
 {
@@ -164,7 +175,8 @@ ExitStatus runTreatment(const CommandLine &commandLine)
 
 ExitStatus runHeadless(const CommandLine &commandLine)
 {
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
+    kelo::OpenGLView::setSurfaceKind(needsDrawing(commandLine) ? kelo::SurfaceKind::Surfaceless
+                                                               : kelo::SurfaceKind::Undrawn);
     if (const QString problem = makeFolders(commandLine); !problem.isEmpty()) {
         tellUser(problem);
         return BadInput;
