@@ -15,6 +15,13 @@ bool steersTerminals(QChar character)
            category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
 }
 
+QString written(QChar character)
+{
+    const ushort code = character.unicode();
+    return code < 0x100 ? QStringLiteral("\\x%1").arg(code, 2, 16, QLatin1Char('0'))
+                        : QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
+}
+
 } // namespace
 
 QString shortened(const QString &text)
@@ -31,7 +38,7 @@ QString terminalText(const QString &message)
     shown.reserve(message.size());
     for (const QChar character : message) {
         if (steersTerminals(character))
-            shown += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+            shown += written(character);
         else
             shown += character;
     }

@@ -12,7 +12,7 @@ inline constexpr qsizetype mostShownCharacters = 80;
 QString shortened(const QString &text);
 
 /// A message as a terminal takes it: characters that would steer it (control characters but for the
-/// line feed, and those that turn the direction of writing) appear as "\u001B".
+/// line feed, and those that turn the direction of writing) appear as "\x1b" or "\u202e".
 QString terminalText(const QString &message);
 
 /// One line (or several) on standard error, for people, as terminalText has it.

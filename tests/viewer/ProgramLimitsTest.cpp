@@ -59,6 +59,6 @@ TEST(ProgramLimits, aMessageDoesNotSteerTheTerminal)
                              "patient": {"name": "A", "id": "1"}})"),
               0);
     file.close();
-    const QString shown = folder.filePath("\\u001b[2Jpatient.json");
-    expectRefusal({path}, shown + ": \\u001b]0;title\\u0007: there is no such member");
+    const QString shown = folder.filePath("\\x1b[2Jpatient.json");
+    expectRefusal({path}, shown + ": \\x1b]0;title\\x07: there is no such member");
 }

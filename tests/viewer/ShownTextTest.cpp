@@ -17,8 +17,8 @@ TEST(ShownText, aLongTextIsCutBetweenTwoCharacters)
 
 TEST(ShownText, whatSteersATerminalIsWrittenOut)
 {
-    EXPECT_EQ(terminalText("\x1b[31mred\x07\r").toStdString(), "\\u001b[31mred\\u0007\\u000d");
-    EXPECT_EQ(terminalText(QString(QChar(0x9b)) + "2J").toStdString(), "\\u009b2J");
+    EXPECT_EQ(terminalText("\x1b[31mred\x07\r").toStdString(), "\\x1b[31mred\\x07\\x0d");
+    EXPECT_EQ(terminalText(QString(QChar(0x9b)) + "2J").toStdString(), "\\x9b2J");
     EXPECT_EQ(terminalText(QString("a") + QChar(0x202e) + "b").toStdString(), "a\\u202eb")
         << "turns the direction of writing";
     EXPECT_EQ(terminalText("two\nlines, Zähne").toStdString(), "two\nlines, Zähne");
