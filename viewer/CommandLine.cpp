@@ -275,12 +275,6 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments)
     }
     if (parser.isSet(QStringLiteral("database")) && commandLine.database.isEmpty())
         return wrongUse(english("--database takes the name of a file."));
-    // SQLite would take it for an address with settings, such as one to keep nothing.
-    if (commandLine.database.startsWith(QStringLiteral("file:")))
-        return wrongUse(
-            english("--database takes the name of a file, not the address '%1'; a file of this "
-                    "name is './%1'.")
-                .arg(shortened(commandLine.database)));
     if (parser.isSet(QStringLiteral("meshes")) && commandLine.meshes.isEmpty())
         return wrongUse(english("--meshes takes the name of a folder."));
     return parsed;

@@ -63,9 +63,6 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
         {{"--size", "8000x8000", "--scale", "2"},
          "--size times --scale may be 8192 pixels at most on each side."},
         {{"--meshes", ""}, "--meshes takes the name of a folder."},
-        {{"--database", "file:x?mode=memory"},
-         "--database takes the name of a file, not the address 'file:x?mode=memory'; a file of "
-         "this name is './file:x?mode=memory'."},
         {{"--headless", "--print-images", "pictures", "one.json", "day/...json"},
          "'day/...json' has no name to be printed under."},
         {{"--headless", "--print", "pages", "..json"}, "'..json' has no name to be printed under."},

@@ -2,6 +2,7 @@
 kelo_test(script_tests QT
     SOURCES
         DelegateCallLogTest.cpp
+        DisplayLossTest.cpp
         PickPointsTest.cpp
         PickScalesTest.cpp
         ProgramScriptTest.cpp
