@@ -42,10 +42,7 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 
 out=$root/out
-outputs=(--picture "$out/front.png" --export "$out/scene.obj")
-if "$viewer" --help | grep -q -- '--print '; then
-    outputs+=(--print "$out/treatment.pdf")
-fi
+outputs=(--picture "$out/front.png" --export "$out/scene.obj" --print "$out/treatment.pdf")
 make_output_folders "${outputs[@]}"
 "$viewer" --headless "${outputs[@]}"
 say "There is no display to open a window on; the sample patient was rendered to"

@@ -7,6 +7,23 @@ if(KELO_WARNINGS_AS_ERRORS)
     target_compile_options(kelo_options INTERFACE -Werror)
 endif()
 
+if(KELO_HARDENED)
+    # Indexes and iterators of the standard library are checked, under the sanitizers too.
+    target_compile_definitions(kelo_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(KELO_HARDENED AND NOT KELO_SANITIZE AND NOT KELO_COVERAGE)
+    # Sanitizers watch the stack and the C library's calls themselves; without optimisation, as for
+    # coverage, the C library cannot tell the sizes of buffers.
+    target_compile_options(kelo_options INTERFACE -fstack-protector-strong)
+    target_compile_options(kelo_options INTERFACE
+        $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
+    if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+        target_compile_options(kelo_options INTERFACE -fcf-protection=full)
+    endif()
+    # All symbols are looked up at the start, and the tables of them are read-only from then on.
+    target_link_options(kelo_options INTERFACE -Wl,-z,relro -Wl,-z,now)
+endif()
+
 if(KELO_SANITIZE)
     # -Wnull-dereference and friends report the sanitizer's own instrumentation.
     target_compile_options(kelo_options INTERFACE

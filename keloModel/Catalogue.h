@@ -5,6 +5,7 @@
 #include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/Export.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,6 +17,13 @@ class QJsonObject;
 namespace kelo {
 
 class QKTypeManager;
+
+/// @name What a catalogue's text may hold
+/// Each is far more than a menu can show.
+/// @{
+inline constexpr std::size_t mostCatalogueRecords = 10'000; ///< of each list
+inline constexpr std::size_t longestCatalogueText = 1'000;  ///< characters of a label, name, path
+/// @}
 
 /// What a clinic offers its clinicians: bracket colours, elastic sizes, named elastics.
 struct KELO_EXPORT Catalogue
@@ -48,7 +56,8 @@ struct CatalogueReading
 /// colours are four numbers from 0 to 1, or null for none; a configuration's "elasticsSizeTypeID"
 /// is one of the sizes (0 or left out: none), its "bracketSequence" keys of teeth and buttons
 /// joined by commas, at least two, or empty. Unknown members are problems too, since they are
-/// misspelt ones.
+/// misspelt ones, and so are lists and texts beyond the limits above. At most a hundred problems
+/// are told, then how many more there are. Takes time in proportion to the text.
 ///
 /// A list that is left out is taken from `defaults`; without defaults it is a problem.
 KELO_EXPORT CatalogueReading catalogueFromJSON(const QByteArray &text,

@@ -56,11 +56,11 @@ public:
         if (!label.isString() || label.toString().trimmed().isEmpty())
             problem("typeLabel", "must be a text that is not empty");
         else
-            type.typeLabel = label.toString().toStdString();
+            type.typeLabel = checkedText("typeLabel", label);
 
         type.displayOrder = optionalWholeNumber("displayOrder").value_or(0);
         if (const QJsonValue name = object_["name"]; name.isString())
-            type.name = name.toString().toStdString();
+            type.name = checkedText("name", name);
         else if (!name.isUndefined() && !name.isNull())
             problem("name", "must be a text");
     }
@@ -103,7 +103,7 @@ public:
         const QJsonValue value = object_[QLatin1String(member)];
         if (!value.isString() && !value.isUndefined() && !value.isNull())
             problem(member, "must be a text");
-        return value.toString().toStdString();
+        return checkedText(member, value);
     }
 
     /// To be called last: what nothing asked for is a misspelt member.
@@ -116,6 +116,16 @@ public:
     }
 
 private:
+    std::string checkedText(const char *member, const QJsonValue &value)
+    {
+        const QString text = value.toString();
+        if (static_cast<std::size_t>(text.size()) <= longestCatalogueText)
+            return text.toStdString();
+        problem(member, "has " + std::to_string(text.size()) + " characters; at most " +
+                            std::to_string(longestCatalogueText) + " are read");
+        return {};
+    }
+
     const QJsonObject object_;
     std::string place_;
     JSONProblems &problems_;
@@ -132,16 +142,16 @@ std::set<std::string> knownNameKeys()
     return keys;
 }
 
-void checkSequence(const std::string &sequence, Record &record)
+void checkSequence(const std::string &sequence, const std::set<std::string> &known, Record &record)
 {
     if (sequence.empty()) return;
     static const char member[] = "bracketSequence";
-    const std::set<std::string> known = knownNameKeys();
     std::size_t count = 0;
     for (std::size_t begin = 0; begin <= sequence.size(); ++count) {
         const std::size_t end = std::min(sequence.find(',', begin), sequence.size());
         const std::string key = sequence.substr(begin, end - begin);
-        if (known.count(key) == 0) record.problem(member, "'" + key + "' is no tooth or button");
+        if (known.count(key) == 0)
+            record.problem(member, "'" + JSONProblems::shown(key) + "' is no tooth or button");
         begin = end + 1;
     }
     if (count < 2) record.problem(member, "a band needs two brackets or buttons");
@@ -164,6 +174,11 @@ std::vector<std::shared_ptr<Type>> readList(const QJsonObject &object, const QSt
     std::vector<std::shared_ptr<Type>> records;
     std::map<long, std::string> placeByID;
     const QJsonArray list = value.toArray();
+    if (static_cast<std::size_t>(list.size()) > mostCatalogueRecords) {
+        problems.add(listPlace, "has " + std::to_string(list.size()) + " entries; at most " +
+                                    std::to_string(mostCatalogueRecords) + " are read");
+        return {};
+    }
     for (qsizetype i = 0; i < list.size(); ++i) {
         const std::string here = JSONProblems::element(listPlace, i);
         if (!list[i].isObject()) {
@@ -187,9 +202,12 @@ std::vector<std::shared_ptr<Type>> readList(const QJsonObject &object, const QSt
 void checkSizesOfConfigs(const Catalogue &catalogue, const std::string &place,
                          JSONProblems &problems)
 {
+    std::set<long> sizes;
+    for (const auto &type : catalogue.elasticsSizeTypes)
+        sizes.insert(type->typeID);
     for (std::size_t i = 0; i < catalogue.elasticsConfigTypes.size(); ++i) {
         const long size = catalogue.elasticsConfigTypes[i]->elasticsSizeTypeID;
-        if (size > 0 && !catalogue.elasticsSizeType(size)) {
+        if (size > 0 && !sizes.contains(size)) {
             const std::string list =
                 JSONProblems::member(place, elasticsConfigTypesName.toStdString());
             problems.add(JSONProblems::element(list, static_cast<qsizetype>(i)) +
@@ -236,12 +254,13 @@ CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string 
         problems, [](ElasticsSizeType &type, Record &record) {
             type.elasticsColor = record.color("elasticsColor");
         });
+    const std::set<std::string> known = knownNameKeys();
     catalogue.elasticsConfigTypes = readList<ElasticsConfigType>(
         object, elasticsConfigTypesName, place, defaults ? &defaults->elasticsConfigTypes : nullptr,
-        problems, [](ElasticsConfigType &type, Record &record) {
+        problems, [&known](ElasticsConfigType &type, Record &record) {
             type.elasticsSizeTypeID = record.optionalWholeNumber("elasticsSizeTypeID").value_or(0);
             type.bracketSequence = record.optionalText("bracketSequence");
-            checkSequence(type.bracketSequence, record);
+            checkSequence(type.bracketSequence, known, record);
         });
     for (const QString &member : object.keys()) {
         if (member != bracketColorTypesName && member != elasticsSizeTypesName &&

@@ -7,6 +7,7 @@
 #include <QJsonValue>
 
 #include <cmath>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -17,20 +18,46 @@ namespace kelo {
 /// Not installed: shared by the readers of this tree, the viewer's of treatment files among them.
 ///
 /// Collects what is wrong with a JSON text, each problem with its place in front, as in
-/// "notes[2].date: must be a date, as in 2026-11-20".
+/// "notes[2].date: must be a date, as in 2026-11-20". The first hundred are kept: nobody reads on,
+/// and a text from elsewhere may have millions.
 class JSONProblems
 {
 public:
+    static constexpr std::size_t mostProblems = 100;
+    /// Bytes of a piece of the text that a problem repeats: a line on a screen.
+    static constexpr std::size_t mostShownBytes = 80;
+
     void add(const std::string &place, const std::string &reason)
     {
-        sentences_.push_back(place.empty() ? reason : place + ": " + reason);
+        if (sentences_.size() < mostProblems)
+            sentences_.push_back(place.empty() ? reason : place + ": " + reason);
+        else
+            ++furtherCount_;
     }
     bool empty() const { return sentences_.empty(); }
-    std::vector<std::string> take() { return std::exchange(sentences_, {}); }
+    /// The sentences; behind a hundred of them "and N more".
+    std::vector<std::string> take()
+    {
+        if (furtherCount_ > 0)
+            sentences_.push_back("and " + std::to_string(furtherCount_) + " more");
+        furtherCount_ = 0;
+        return std::exchange(sentences_, {});
+    }
+
+    /// A piece of the text as problems repeat it: of a long one the beginning, followed by "…".
+    static std::string shown(const std::string &text)
+    {
+        if (text.size() <= mostShownBytes) return text;
+        std::size_t length = mostShownBytes;
+        // Bytes of the form 10xxxxxx go on with a character that began before.
+        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+            --length;
+        return text.substr(0, length) + "…";
+    }
 
     static std::string member(const std::string &place, const std::string &name)
     {
-        return place.empty() ? name : place + "." + name;
+        return place.empty() ? shown(name) : place + "." + shown(name);
     }
     static std::string element(const std::string &place, qsizetype index)
     {
@@ -39,6 +66,7 @@ public:
 
 private:
     std::vector<std::string> sentences_;
+    std::size_t furtherCount_ = 0;
 };
 
 /// Whether a value is a number that names one integer.

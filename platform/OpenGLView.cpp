@@ -102,9 +102,12 @@ SurfaceKind OpenGLView::surfaceKind()
 
 ViewSurface &OpenGLView::surface()
 {
-    if (!d->surface)
-        d->surface = surfaceKind() == SurfaceKind::Window ? makeWindowSurface(*this)
-                                                          : makeSurfacelessSurface(*this);
+    if (!d->surface) {
+        const SurfaceKind kind = surfaceKind();
+        d->surface = kind == SurfaceKind::Window    ? makeWindowSurface(*this)
+                     : kind == SurfaceKind::Undrawn ? makeUndrawnSurface(*this)
+                                                    : makeSurfacelessSurface(*this);
+    }
     return *d->surface;
 }
 

@@ -25,9 +25,10 @@ struct Teller;
 /// (openGLContext, display, grabImage), its window (window, createContainer, enterFullScreenMode)
 /// or an event loop inside an event (lendInput). What only asks about the view makes none.
 enum class SurfaceKind {
-    Automatic,  ///< Surfaceless without a graphical application or display, else Window
-    Window,     ///< a native window with a context of its own
-    Surfaceless ///< a pixel buffer without any display server (EGL)
+    Automatic,   ///< Surfaceless without a graphical application or display, else Window
+    Window,      ///< a native window with a context of its own
+    Surfaceless, ///< a pixel buffer without any display server (EGL)
+    Undrawn,     ///< none: the view computes and never draws; needs no OpenGL
 };
 
 /// Posted with the view as object when its frame changed, if it postsFrameChangedNotifications.

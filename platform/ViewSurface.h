@@ -90,6 +90,7 @@ private:
 };
 
 std::unique_ptr<ViewSurface> makeSurfacelessSurface(OpenGLView &view);
+std::unique_ptr<ViewSurface> makeUndrawnSurface(OpenGLView &view);
 std::unique_ptr<ViewSurface> makeWindowSurface(OpenGLView &view);
 
 /// Makes the widget that shows a view (platform/widgets) and makes it the surface's host.

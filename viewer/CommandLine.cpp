@@ -1,7 +1,11 @@
 #include "viewer/CommandLine.h"
 
+#include "viewer/Limits.h"
+#include "viewer/ShownText.h"
+
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QLocale>
@@ -9,12 +13,11 @@
 
 #include <cmath>
 #include <cstring>
+#include <initializer_list>
 
 namespace viewer {
 namespace {
 
-/// Larger views than this exceed what renderers draw at once.
-constexpr int largestSide = 8192;
 constexpr double smallestScale = 0.5;
 constexpr double largestScale = 8.0;
 
@@ -93,15 +96,15 @@ QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
         if (!given)
             return english(
                        "--size takes a width and a height from 1 to %1, as in 1024x768, not '%2'.")
-                .arg(largestSide)
-                .arg(size);
+                .arg(QString::number(largestSide), shortened(size));
         commandLine.size = *given;
         commandLine.isSizeGiven = true;
     }
     const QString scale = parser.value(QStringLiteral("scale"));
     if (parser.isSet(QStringLiteral("scale"))) {
         const auto given = scaleFromText(scale);
-        if (!given) return english("--scale takes a number from 0.5 to 8, not '%1'.").arg(scale);
+        if (!given)
+            return english("--scale takes a number from 0.5 to 8, not '%1'.").arg(shortened(scale));
         commandLine.scale = *given;
     }
     if (std::lround(commandLine.size.width * commandLine.scale) > largestSide ||
@@ -143,6 +146,19 @@ bool isFolder(const QString &print)
     return !print.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
 }
 
+/// What a FILE is printed under in a folder.
+QString printedName(const QString &file)
+{
+    return QFileInfo(file).completeBaseName();
+}
+
+/// Whether a name stays in the folder that things are printed into: "...json" is the name of a
+/// file, and what is left of it without its ending that of the folder above.
+bool isNameInFolder(const QString &name)
+{
+    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..");
+}
+
 /// What is wrong with the FILEs, or an empty text. Several are printed in one headless run, each
 /// under the name of its file.
 QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
@@ -151,6 +167,12 @@ QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
     if (files.contains(QString())) return english("FILE is the name of a treatment file.");
     commandLine.file = files.value(0);
     commandLine.files = files;
+    if (printsIntoFolder(commandLine)) {
+        for (const QString &file : files) {
+            if (!isNameInFolder(printedName(file)))
+                return english("'%1' has no name to be printed under.").arg(file);
+        }
+    }
     if (files.size() < 2) return {};
     const bool isPrinted = !commandLine.print.isEmpty() || !commandLine.printImages.isEmpty();
     if (!commandLine.headless || !isPrinted)
@@ -164,12 +186,11 @@ QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
     for (const char *name : {"picture", "state", "export", "play", "database"}) {
         if (parser.isSet(QString::fromUtf8(name)))
             return english("--%1 takes one FILE, not %2.")
-                .arg(QString::fromUtf8(name))
-                .arg(files.size());
+                .arg(QString::fromUtf8(name), QString::number(files.size()));
     }
     QHash<QString, QString> sources;
     for (const QString &file : files) {
-        const QString name = QFileInfo(file).completeBaseName();
+        const QString name = printedName(file);
         if (sources.contains(name))
             return english("'%1' and '%2' would both be printed as %3.")
                 .arg(sources[name], file, name);
@@ -185,14 +206,38 @@ QString version()
     return QStringLiteral(KELO_VERSION);
 }
 
-bool asksForHeadless(int argc, char **argv)
+namespace {
+
+bool isAmong(int argc, char **argv, std::initializer_list<const char *> options)
 {
     for (int i = 1; i < argc; ++i) {
-        for (const char *option : {"--headless", "--help", "--version", "-h", "-v"}) {
+        for (const char *option : options) {
             if (std::strcmp(argv[i], option) == 0) return true;
         }
     }
     return false;
+}
+
+} // namespace
+
+bool asksForHeadless(int argc, char **argv)
+{
+    return isAmong(argc, argv, {"--headless"});
+}
+
+bool asksForText(int argc, char **argv)
+{
+    return isAmong(argc, argv, {"--help", "--version", "-h", "-v"});
+}
+
+QString problemOfArguments(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (QFile::encodeName(QFile::decodeName(argv[i])) != argv[i])
+            return english("Argument %1 is not text in the encoding of the system: '%2'.")
+                .arg(QString::number(i), shortened(QFile::decodeName(argv[i])));
+    }
+    return {};
 }
 
 ParsedCommandLine parseCommandLine(const QStringList &arguments)
@@ -248,8 +293,7 @@ std::vector<CommandLine> runsOf(const CommandLine &commandLine)
     const QStringList files =
         commandLine.files.isEmpty() ? QStringList{QString()} : commandLine.files;
     for (const QString &file : files) {
-        const QString name =
-            file.isEmpty() ? QStringLiteral("sample") : QFileInfo(file).completeBaseName();
+        const QString name = file.isEmpty() ? QStringLiteral("sample") : printedName(file);
         CommandLine run = commandLine;
         run.file = file;
         run.files = QStringList{file};

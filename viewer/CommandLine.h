@@ -16,8 +16,8 @@ namespace viewer {
 enum ExitStatus {
     Done = 0,
     WrongUse = 1,
-    BadInput = 2, ///< a file, mesh or script, named with its place
-    NoOpenGL = 3, ///< no usable OpenGL
+    BadInput = 2, ///< a file, database, mesh or script, named with its place
+    NoOpenGL = 3, ///< no usable OpenGL or display
 };
 
 /// What the command line asks for.
@@ -66,5 +66,10 @@ QString version();
 /// Whether --headless is among the raw arguments: asked before the application object is made,
 /// which needs to know whether there is a display.
 bool asksForHeadless(int argc, char **argv);
+/// Whether --help or --version is among them, which need neither display nor platform plug-in.
+bool asksForText(int argc, char **argv);
+/// What is wrong with the raw arguments, or an empty text: bytes that are no text would name
+/// another file than the one that is meant.
+QString problemOfArguments(int argc, char **argv);
 
 } // namespace viewer

@@ -23,4 +23,12 @@ QString shortDateTime(const QDateTime &moment)
            QLocale().toString(moment.time(), QLocale::ShortFormat);
 }
 
+QDateTime momentOf(const QDate &day)
+{
+    const QDateTime first = day.startOfDay();
+    // Where the day is left out Qt gives a moment of a neighbour, or none.
+    if (first.isValid() && first.date() == day) return first;
+    return QDateTime(day, QTime(12, 0), Qt::UTC);
+}
+
 } // namespace viewer

@@ -8,6 +8,7 @@
 #include "viewer/SceneExport.h"
 #include "viewer/ScriptPlayer.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ShownText.h"
 #include "viewer/StateReport.h"
 
 #include <QBuffer>
@@ -15,7 +16,6 @@
 #include <QImage>
 
 #include <algorithm>
-#include <cstdio>
 #include <exception>
 
 namespace viewer {
@@ -34,11 +34,8 @@ QByteArray pictureAsPNG(kelo::DXOpenGL &view)
 /// Writes to a file, or to standard output where the name is "-".
 QString writeOutput(const QString &path, const QByteArray &content)
 {
-    if (path != QStringLiteral("-")) return writeWholeFile(path, content);
-    const auto size = static_cast<std::size_t>(content.size());
-    const bool written =
-        std::fwrite(content.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
-    return written ? QString() : QStringLiteral("standard output: could not be written");
+    return path == QStringLiteral("-") ? writeToStandardOutput(content)
+                                       : writeWholeFile(path, content);
 }
 
 /// Makes the folders that treatments are printed into where there are none. Returns what went
@@ -77,11 +74,6 @@ QString couldNotBePrinted(const CommandLine &commandLine)
     if (name.isEmpty()) name = commandLine.print;
     if (name.isEmpty()) name = commandLine.printImages;
     return QStringLiteral("%1: the treatment could not be printed").arg(name);
-}
-
-void tellUser(const QString &message)
-{
-    std::fprintf(stderr, "%s\n", message.toUtf8().constData());
 }
 
 bool meshesCanBeLoaded(const CommandLine &commandLine)
@@ -128,6 +120,17 @@ ExitStatus writeOutputs(const CommandLine &commandLine, kelo::DXOpenGL &view,
 
 namespace {
 
+/// Whether a run needs pictures: for its outputs, or for a script, whose clicks are picked in one.
+/// A state and an exported scene are computed.
+bool needsDrawing(const CommandLine &commandLine)
+{
+    for (const QString &output :
+         {commandLine.picture, commandLine.print, commandLine.printImages, commandLine.script}) {
+        if (!output.isEmpty()) return true;
+    }
+    return false;
+}
+
 /// One treatment from opening to the last output.
 ExitStatus runTreatment(const CommandLine &commandLine)
 {
@@ -172,7 +175,8 @@ ExitStatus runTreatment(const CommandLine &commandLine)
 
 ExitStatus runHeadless(const CommandLine &commandLine)
 {
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
+    kelo::OpenGLView::setSurfaceKind(needsDrawing(commandLine) ? kelo::SurfaceKind::Surfaceless
+                                                               : kelo::SurfaceKind::Undrawn);
     if (const QString problem = makeFolders(commandLine); !problem.isEmpty()) {
         tellUser(problem);
         return BadInput;

@@ -32,7 +32,4 @@ ExitStatus runHeadless(const CommandLine &commandLine);
 /// Checks the folder that --meshes names, if any; says on standard error what is wrong with it.
 bool meshesCanBeLoaded(const CommandLine &commandLine);
 
-/// One line (or several) on standard error, for people.
-void tellUser(const QString &message);
-
 } // namespace viewer

@@ -1,7 +1,10 @@
 #include "viewer/OpenedTreatment.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "viewer/DateText.h"
 #include "viewer/DocumentState.h"
+#include "viewer/InputFile.h"
+#include "viewer/Limits.h"
 #include "viewer/OutputFile.h"
 #include "viewer/TreatmentFile.h"
 
@@ -11,6 +14,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace viewer {
@@ -39,12 +44,9 @@ kelo::Catalogue defaultCatalogue()
 
 TreatmentFile readTreatmentFile(const QString &path, const kelo::Catalogue &defaults)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw BadTreatment(QStringLiteral("%1: could not be read: %2")
-                               .arg(path, file.errorString())
-                               .toStdString());
-    auto reading = treatmentFromJSON(file.readAll(), defaults);
+    const InputFile input = readInputFile(path, largestTreatmentFile);
+    if (!input.problem.isEmpty()) throw BadTreatment(input.problem.toStdString());
+    auto reading = treatmentFromJSON(input.content, defaults);
     if (reading.file) return std::move(*reading.file);
     QStringList lines;
     for (const QString &problem : reading.problems)
@@ -97,7 +99,7 @@ qint64 importTreatment(TreatmentStore &store, const QString &file)
 {
     const TreatmentFile read = readTreatmentFile(file, defaultCatalogue());
     const auto added = store.addTreatment(read.treatment, ownCatalogueIn(read));
-    if (!added) throw BadTreatment(added.sentence().toStdString());
+    if (!added) throw UnusableDatabase(added.failure());
     return added.value();
 }
 
@@ -144,8 +146,11 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     bringCatalogueForward();
     session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);
     session_->setNextDelegate(callLog_.delegate());
+    noteOpenedOn_ = openedDate_;
     auto shown = session_->openNote(openedDate_);
-    sentences_ << (shown ? shown.value() : QStringList{shown.sentence()});
+    if (!shown)
+        throw UnusableDatabase(shown.failure()); // an empty note would pass for what is stored
+    sentences_ << shown.value();
     file_ = commandLine.file;
     if (const auto text = asJSON()) savedText_ = text.value();
 }
@@ -153,13 +158,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
 void OpenedTreatment::openStore(const CommandLine &commandLine)
 {
     auto opened = TreatmentStore::open(databaseOf(commandLine));
-    if (!opened) {
-        sentences_ << opened.sentence()
-                   << QCoreApplication::translate(
-                          "OpenedTreatment", "What is changed now is kept until the program ends.");
-        opened = TreatmentStore::open(inMemory);
-    }
-    if (!opened) throw BadTreatment(opened.sentence().toStdString());
+    if (!opened) throw UnusableDatabase(opened.failure());
     store_ = opened.value();
 }
 
@@ -173,18 +172,9 @@ void OpenedTreatment::openTreatmentInStore(const CommandLine &commandLine)
     openDay(record.currentDate);
     patientName_ = record.patient.name;
     patientIdentifier_ = record.patient.identifier;
-    auto added = store_->addTreatment(record, ownCatalogue);
-    if (!added) {
-        // A database that may only be read, or is full: this session goes on without it.
-        sentences_ << added.sentence()
-                   << QCoreApplication::translate(
-                          "OpenedTreatment", "What is changed now is kept until the program ends.");
-        auto memory = TreatmentStore::open(inMemory);
-        if (!memory) throw BadTreatment(memory.sentence().toStdString());
-        store_ = memory.value();
-        added = store_->addTreatment(record, ownCatalogue);
-        if (!added) throw BadTreatment(added.sentence().toStdString());
-    }
+    approvedWithTreatment_ = record.approvedDate;
+    const auto added = store_->addTreatment(record, ownCatalogue);
+    if (!added) throw UnusableDatabase(added.failure());
     treatmentID_ = added.value();
 }
 
@@ -192,7 +182,7 @@ bool OpenedTreatment::openStoredTreatment(const CommandLine &commandLine)
 {
     const std::optional<qint64> treatmentID = commandLine.treatment;
     const auto all = store_->allTreatments();
-    if (!all) return false; // what is wrong with the database is told when something is stored
+    if (!all) throw UnusableDatabase(all.failure());
     auto found =
         std::find_if(all.value().begin(), all.value().end(), [&](const TreatmentSummary &one) {
             return !treatmentID || one.treatment.treatmentID == *treatmentID;
@@ -203,15 +193,23 @@ bool OpenedTreatment::openStoredTreatment(const CommandLine &commandLine)
         const bool mayBeAnother = !treatmentID && !commandLine.headless;
         found = std::find_if(found, all.value().end(),
                              [](const TreatmentSummary &one) { return one.problem.isEmpty(); });
-        if (!mayBeAnother || found == all.value().end()) throw BadTreatment(problem.toStdString());
+        if (!mayBeAnother || found == all.value().end())
+            throw UnusableDatabase({StoreProblem::Damaged, problem});
         sentences_ << problem;
     }
     if (found == all.value().end()) {
-        if (!treatmentID) return false;
+        if (!treatmentID) {
+            // Where nothing was ever stored the database is new.
+            const auto patients = store_->patients();
+            if (!patients) throw UnusableDatabase(patients.failure());
+            if (patients.value().empty()) return false;
+            throw BadTreatment(store_->path().toStdString() + ": there is no treatment");
+        }
         throw BadTreatment(store_->path().toStdString() + ": there is no treatment " +
                            std::to_string(*treatmentID));
     }
     treatmentID_ = found->treatment.treatmentID;
+    approvedWithTreatment_ = found->treatment.approvedDate;
     openDay(found->treatment.currentDate);
     patientName_ = found->patient.patient.name;
     patientIdentifier_ = found->patient.patient.identifier;
@@ -250,11 +248,11 @@ void OpenedTreatment::bringCatalogueForward() const
 void OpenedTreatment::showIn(kelo::DXOpenGL &view)
 {
     // The date of the note that is worked on is the present day as this treatment sees it.
-    const QDateTime today = openedDate_.startOfDay();
-    const auto &approved = session_->approvedDate();
+    const QDateTime today = momentOf(openedDate_);
+    const auto approved = approvedDate();
     // Without a present day every note is one to look at.
     if (!isReadOnly()) view.setCurrentDate(today);
-    view.setApprovedDate(approved ? approved->startOfDay() : QDateTime());
+    view.setApprovedDate(approved ? momentOf(*approved) : QDateTime());
     view.setRepeatActionTimerInterval(repeatInterval);
     view.setDocumentModel(document_);
     view.setDisplayedDate(today);
@@ -268,18 +266,24 @@ void OpenedTreatment::takeNamedElastics()
         return;
     }
     auto &types = catalogue_.elasticsConfigTypes;
+    std::unordered_map<long, std::size_t> indexByID;
+    for (std::size_t i = 0; i < types.size(); ++i)
+        indexByID.emplace(types[i]->typeID, i);
+    std::unordered_set<long> sizes;
+    for (const auto &size : catalogue_.elasticsSizeTypes)
+        sizes.insert(size->typeID);
     for (const kelo::ElasticsConfigType &configuration : named.value()) {
-        const auto same = std::find_if(types.begin(), types.end(), [&](const auto &type) {
-            return type->typeID == configuration.typeID;
-        });
+        const auto same = indexByID.find(configuration.typeID);
         // In a catalogue from elsewhere the identifier means something else.
-        if (same != types.end() && hasOwnCatalogue_) continue;
+        if (same != indexByID.end() && hasOwnCatalogue_) continue;
         const auto taken = std::make_shared<kelo::ElasticsConfigType>(configuration);
-        if (!catalogue_.elasticsSizeType(taken->elasticsSizeTypeID)) taken->elasticsSizeTypeID = 0;
-        if (same == types.end())
+        if (!sizes.contains(taken->elasticsSizeTypeID)) taken->elasticsSizeTypeID = 0;
+        if (same == indexByID.end()) {
+            indexByID.emplace(taken->typeID, types.size());
             types.push_back(taken);
-        else
-            *same = taken;
+        } else {
+            types[same->second] = taken;
+        }
     }
 }
 
@@ -412,7 +416,7 @@ QStringList OpenedTreatment::goOnToPresentDay(kelo::DXOpenGL &view)
 {
     openedDate_ = presentDay();
     view.finishOperations(); // still a part of the day before
-    view.setCurrentDate(openedDate_.startOfDay());
+    view.setCurrentDate(momentOf(openedDate_));
     return showDate(view, openedDate_);
 }
 
@@ -432,20 +436,42 @@ QStringList OpenedTreatment::showDate(kelo::DXOpenGL &view, const QDate &date)
     view.finishOperations();
     const auto shown = session_->openNote(date);
     if (!shown) return {shown.sentence()};
-    const auto &approved = session_->approvedDate();
-    view.setApprovedDate(approved ? approved->startOfDay() : QDateTime());
-    view.setDisplayedDate(date.startOfDay());
+    const auto approved = approvedDate();
+    view.setApprovedDate(approved ? momentOf(*approved) : QDateTime());
+    view.setDisplayedDate(momentOf(date));
     if (approved) view.setMouseMode(kelo::DXOpenGL::rotateMode);
     return shown.value();
 }
 
-void OpenedTreatment::setApproved(kelo::DXOpenGL &view, bool isApproved)
+std::optional<QDate> OpenedTreatment::approvedDate() const
+{
+    const auto &ofNote = session_->approvedDate();
+    return ofNote || session_->date() != noteOpenedOn_ ? ofNote : approvedWithTreatment_;
+}
+
+QString OpenedTreatment::setApproved(kelo::DXOpenGL &view, bool isApproved)
 {
     view.finishOperations();
     document_->flushOutstandingUpdates(); // what was done before stands before it in the log
-    session_->setApprovedDate(isApproved ? std::optional(openedDate_) : std::nullopt);
-    view.setApprovedDate(isApproved ? openedDate_.startOfDay() : QDateTime());
+    if (isApproved || session_->approvedDate())
+        session_->setApprovedDate(isApproved ? std::optional(openedDate_) : std::nullopt);
+    QString problem;
+    if (!isApproved && approvedDate()) {
+        // It is the treatment's own that is taken back.
+        problem = store_->setApprovedDate(treatmentID_, std::nullopt).sentence();
+        approvedWithTreatment_.reset();
+    }
+    view.setApprovedDate(isApproved ? momentOf(openedDate_) : QDateTime());
     view.setMouseMode(view.mayEdit() ? kelo::DXOpenGL::elasticsMode : kelo::DXOpenGL::rotateMode);
+    return problem;
+}
+
+QString OpenedTreatment::storeWithoutAsking()
+{
+    session_->failureHandler = nullptr;
+    session_->storedHandler = nullptr;
+    session_->setNextDelegate(nullptr);
+    return session_->close().sentence();
 }
 
 StoreResult<std::vector<StoredChange>> OpenedTreatment::changes()

@@ -30,22 +30,37 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Thrown for a database that cannot be used, or does not take what is to be stored in it.
+class UnusableDatabase : public BadTreatment
+{
+public:
+    explicit UnusableDatabase(const StoreFailure &failure)
+        : BadTreatment(failure.sentence.toStdString()), problem_(failure.problem)
+    {}
+    StoreProblem problem() const { return problem_; }
+
+private:
+    StoreProblem problem_;
+};
+
 /// One treatment, opened: the document with its meshes and catalogue, and the session that stores
 /// what changes.
 ///
 /// What is opened, from the command line:
 /// - `FILE`: that treatment, kept in memory; with --database too, stored there as a new treatment.
-/// - `--database FILE` alone: the first treatment of the database; a new database gets the sample
-///   patient.
+/// - `--database FILE` alone: the first treatment of the database; a database that is really new,
+///   in which nothing was ever stored, gets the sample patient.
 /// - neither: the sample patient; in a window from the user's own database, which is made on first
 ///   start, in headless runs in memory.
-/// A database that cannot be opened is told in a sentence, and the treatment goes on in memory.
+/// A database that may only be read is opened for that. One that cannot be used is an error, never
+/// an empty database: what the user takes for a record would be gone with the program.
 class OpenedTreatment
 {
 public:
     /// Loads it into a document, a new one for null. A store that is given is the database in place
     /// of the command line's. Throws BadTreatment for a bad FILE and for a treatment that the
-    /// database does not have. Meshes that cannot be loaded are among sentences().
+    /// database does not have, and UnusableDatabase. Meshes that cannot be loaded are among
+    /// sentences().
     explicit OpenedTreatment(const CommandLine &commandLine, const LoadingProgress &progress = {},
                              std::shared_ptr<kelo::DXDocumentModel> document = nullptr,
                              std::shared_ptr<TreatmentStore> store = nullptr);
@@ -83,11 +98,17 @@ public:
     /// Shows the note of a date in the view: a placement that is open is finished first. Returns
     /// sentences for the user; on failure view and document are as before.
     QStringList showDate(kelo::DXOpenGL &view, const QDate &date);
-    /// Approves the note that is shown, as of today, or takes its approval back. An approved note
-    /// is only looked at.
-    void setApproved(kelo::DXOpenGL &view, bool isApproved);
+    /// The approval of the note that is shown: its own; where it has none and is the one that the
+    /// treatment was opened on, that of the treatment.
+    std::optional<QDate> approvedDate() const;
+    /// Approves the note that is shown, as of today, or withdraws its approval. An approved note is
+    /// read-only. Returns what went wrong, or an empty string.
+    QString setApproved(kelo::DXOpenGL &view, bool isApproved);
     /// The log of changes, oldest first, with what the document has not reported yet stored first.
     StoreResult<std::vector<StoredChange>> changes();
+    /// Stores everything and ends the session, without a word to a window: for a program that has
+    /// lost its display. Returns what went wrong, or an empty string.
+    QString storeWithoutAsking();
     /// @}
 
     /// @name Named elastics
@@ -162,6 +183,8 @@ private:
     QDate openedDate_;
     bool takesGivenDay_;      ///< in headless runs and scripts; a person works on the present day
     bool isDayGiven_ = false; ///< by the treatment
+    QDate noteOpenedOn_;
+    std::optional<QDate> approvedWithTreatment_;
     QString patientName_;
     QString patientIdentifier_;
     QString file_;

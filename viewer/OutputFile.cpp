@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cstdio>
+
 namespace viewer {
 
 namespace {
@@ -47,6 +49,15 @@ QString writeWholeFile(const QString &path, const QByteArray &content)
     }
     QSaveFile file(path);
     return writeAndRename(file, content) ? QString() : failure(path, file);
+}
+
+QString writeToStandardOutput(const QByteArray &content)
+{
+    const auto size = static_cast<std::size_t>(content.size());
+    // What stdio keeps for later may have no room on the disk.
+    const bool written =
+        std::fwrite(content.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
+    return written ? QString() : QStringLiteral("standard output: could not be written");
 }
 
 QString writeWhatWasMade(const QString &path, const QByteArray &content, const QString &problem)

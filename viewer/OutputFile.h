@@ -9,7 +9,10 @@ namespace viewer {
 /// Returns what went wrong, as a sentence that names the file, or an empty text.
 QString writeWholeFile(const QString &path, const QByteArray &content);
 
-/// The same for a picture or a page: where none could be made (no content), an earlier file stays
+/// Writes to standard output, up to its last byte. Returns what went wrong, or an empty text.
+QString writeToStandardOutput(const QByteArray &content);
+
+/// The same as writeWholeFile for a picture or a page: where none could be made (no content), an earlier file stays
 /// and the text is "PATH: PROBLEM".
 QString writeWhatWasMade(const QString &path, const QByteArray &content, const QString &problem);
 

@@ -1,9 +1,12 @@
 #include "viewer/Script.h"
 
 #include "platform/Event.h"
+#include "viewer/Limits.h"
+#include "viewer/ShownText.h"
 
 #include <QHash>
 #include <QLocale>
+#include <QStringDecoder>
 
 #include <cmath>
 #include <functional>
@@ -13,7 +16,8 @@ namespace viewer {
 namespace {
 
 constexpr int mostClicks = 9;
-constexpr int largestSide = 8192;
+/// Wrong lines that are told; nobody reads on.
+constexpr qsizetype mostProblems = 100;
 
 /// One piece of a line.
 struct Word
@@ -89,7 +93,7 @@ public:
     {
         if (!atEnd() && !nextIsQuoted())
             throw BadLine(QStringLiteral("%1 must stand in quotation marks, not be '%2'")
-                              .arg(QLatin1String(what), peek()));
+                              .arg(QLatin1String(what), shownWord()));
         return text(what);
     }
 
@@ -99,19 +103,19 @@ public:
         bool isNumber = false;
         const double value = QLocale::c().toDouble(word, &isNumber);
         if (!isNumber || !std::isfinite(value))
-            throw BadLine(
-                QStringLiteral("%1 must be a number, not '%2'").arg(QLatin1String(what), word));
+            throw BadLine(QStringLiteral("%1 must be a number, not '%2'")
+                              .arg(QLatin1String(what), shortened(word)));
         return value;
     }
 
-    double numberFrom(double least, const char *what)
+    double seconds()
     {
-        const double value = number(what);
-        if (value < least)
-            throw BadLine(QStringLiteral("%1 must be %2 at least, not %3")
-                              .arg(QLatin1String(what))
-                              .arg(least)
-                              .arg(value));
+        const double value = number("SECONDS");
+        if (value < 0.0)
+            throw BadLine(QStringLiteral("SECONDS must be 0 at least, not %1").arg(value));
+        if (value > mostSeconds)
+            throw BadLine(QStringLiteral("SECONDS must be %1 at most, not %2")
+                              .arg(QString::number(mostSeconds), QString::number(value)));
         return value;
     }
 
@@ -122,10 +126,8 @@ public:
         const int value = word.toInt(&isNumber);
         if (!isNumber || value < least || value > most)
             throw BadLine(QStringLiteral("%1 must be a whole number from %2 to %3, not '%4'")
-                              .arg(QLatin1String(what))
-                              .arg(least)
-                              .arg(most)
-                              .arg(word));
+                              .arg(QLatin1String(what), QString::number(least),
+                                   QString::number(most), shortened(word)));
         return value;
     }
 
@@ -143,7 +145,7 @@ public:
         const QDate date = QDate::fromString(word, Qt::ISODate);
         if (!date.isValid() || word.size() != 10)
             throw BadLine(QStringLiteral("the date must be YYYY-MM-DD or '%1', not '%2'")
-                              .arg(otherWord, word));
+                              .arg(otherWord, shortened(word)));
         return date;
     }
 
@@ -165,7 +167,7 @@ public:
             if (flag == 0)
                 throw BadLine(QStringLiteral("'%1' is no modifier; there are control, shift, "
                                              "option and command")
-                                  .arg(name));
+                                  .arg(shortened(name)));
             flags |= flag;
         }
         return flags;
@@ -173,10 +175,12 @@ public:
 
     void end() const
     {
-        if (!atEnd()) throw BadLine(QStringLiteral("'%1' is too much").arg(peek()));
+        if (!atEnd()) throw BadLine(QStringLiteral("'%1' is too much").arg(shownWord()));
     }
 
 private:
+    QString shownWord() const { return shortened(peek()); }
+
     std::vector<Word> words_;
     std::size_t next_ = 0;
 };
@@ -188,7 +192,8 @@ ScriptCommand readPress(LineReader &line)
     PressCommand press;
     const QString button = line.text("the button");
     if (button != QStringLiteral("left") && button != QStringLiteral("right"))
-        throw BadLine(QStringLiteral("the button is 'left' or 'right', not '%1'").arg(button));
+        throw BadLine(
+            QStringLiteral("the button is 'left' or 'right', not '%1'").arg(shortened(button)));
     press.isRight = button == QStringLiteral("right");
     press.point = line.point();
     press.clickCount = line.clicks();
@@ -218,7 +223,7 @@ ScriptCommand readClick(LineReader &line)
                                           QStringLiteral("print")};
         if (click.target == Target::Tool && !tools.contains(click.name))
             throw BadLine(QStringLiteral("the tools are elastics, bracket and print, not '%1'")
-                              .arg(click.name));
+                              .arg(shortened(click.name)));
     }
     click.clickCount = line.clicks();
     click.modifierFlags = line.modifiers();
@@ -251,7 +256,7 @@ ScriptCommand readKey(LineReader &line)
         if (name.size() != 1)
             throw BadLine(QStringLiteral("'%1' is no key; there are up, down, left, right, escape, "
                                          "menu and single characters")
-                              .arg(name));
+                              .arg(shortened(name)));
         key.character = name[0].unicode();
     }
     key.modifierFlags = line.modifiers();
@@ -318,7 +323,8 @@ ScriptCommand readFullScreen(LineReader &line)
 {
     const QString word = line.text("'on' or 'off'");
     if (word != QStringLiteral("on") && word != QStringLiteral("off"))
-        throw BadLine(QStringLiteral("full screen is 'on' or 'off', not '%1'").arg(word));
+        throw BadLine(
+            QStringLiteral("full screen is 'on' or 'off', not '%1'").arg(shortened(word)));
     return FullScreenCommand{word == QStringLiteral("on")};
 }
 
@@ -340,9 +346,8 @@ const QHash<QString, Reader> &readers()
         {QStringLiteral("approve"),
          [](LineReader &line) { return ApproveCommand{line.dateOr(QStringLiteral("none"))}; }},
         {QStringLiteral("advance"),
-         [](LineReader &line) { return AdvanceCommand{line.numberFrom(0.0, "SECONDS")}; }},
-        {QStringLiteral("wait"),
-         [](LineReader &line) { return WaitCommand{line.numberFrom(0.0, "SECONDS")}; }},
+         [](LineReader &line) { return AdvanceCommand{line.seconds()}; }},
+        {QStringLiteral("wait"), [](LineReader &line) { return WaitCommand{line.seconds()}; }},
         {QStringLiteral("repeat-interval"),
          [](LineReader &line) { return RepeatIntervalCommand{line.number("SECONDS")}; }},
         {QStringLiteral("mouth"),
@@ -368,10 +373,19 @@ std::optional<ScriptCommand> readLine(const QString &text)
     const QString verb = line.text("the command");
     const auto reader = readers().constFind(verb);
     if (reader == readers().constEnd())
-        throw BadLine(QStringLiteral("'%1' is no command").arg(verb));
+        throw BadLine(QStringLiteral("'%1' is no command").arg(shortened(verb)));
     const ScriptCommand command = (*reader)(line);
     line.end();
     return command;
+}
+
+/// Bytes that are no text would name another file than the one that is meant.
+QString textOf(const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(bytes);
+    if (decoder.hasError()) throw BadLine(QStringLiteral("the line is not UTF-8"));
+    return text;
 }
 
 } // namespace
@@ -383,11 +397,14 @@ ParsedScript parseScript(const QByteArray &text)
     for (const QByteArray &line : text.split('\n')) {
         ++number;
         try {
-            if (const auto command = readLine(QString::fromUtf8(line)))
+            if (const auto command = readLine(textOf(line)))
                 script.lines.push_back({number, *command});
         } catch (const BadLine &problem) {
-            script.problems << QStringLiteral("%1: %2").arg(number).arg(
-                QString::fromUtf8(problem.what()));
+            if (script.problems.size() == mostProblems)
+                ++script.furtherProblemCount;
+            else
+                script.problems << QStringLiteral("%1: %2").arg(QString::number(number),
+                                                                QString::fromUtf8(problem.what()));
         }
     }
     return script;

@@ -135,8 +135,10 @@ struct ScriptLine
 struct ParsedScript
 {
     std::vector<ScriptLine> lines;
-    /// "LINE: reason", one for each wrong line; a script with any is not to be played.
+    /// "LINE: reason", one for each of the first hundred wrong lines; a script with any is not to
+    /// be played.
     QStringList problems;
+    qsizetype furtherProblemCount = 0; ///< wrong lines behind those
 };
 
 /// Reads a script's text (UTF-8). Nothing of it is looked up: whether an object, a menu row or a

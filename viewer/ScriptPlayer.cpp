@@ -1,7 +1,10 @@
 #include "viewer/ScriptPlayer.h"
 
+#include "viewer/DateText.h"
+#include "viewer/Limits.h"
 #include "viewer/PickPoints.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ShownText.h"
 #include "viewer/ZoomToFit.h"
 
 #include <QEventLoop>
@@ -19,7 +22,7 @@ constexpr std::uint32_t pickableElastics = 256;
 
 QString quoted(const QString &text)
 {
-    return QLatin1Char('\'') + text + QLatin1Char('\'');
+    return QLatin1Char('\'') + shortened(text) + QLatin1Char('\'');
 }
 
 std::optional<std::uint32_t> uniqueID(const kelo::DXDocumentModel::Models &models,
@@ -69,7 +72,8 @@ QString ScriptPlayer::play(const ParsedScript &script)
 {
     for (const ScriptLine &line : script.lines) {
         const QString failure = play(line.command);
-        if (!failure.isEmpty()) return QStringLiteral("%1: %2").arg(line.number).arg(failure);
+        if (!failure.isEmpty())
+            return QStringLiteral("%1: %2").arg(QString::number(line.number), failure);
     }
     return {};
 }
@@ -275,13 +279,13 @@ QString ScriptPlayer::run(const DismissCommand &)
 
 QString ScriptPlayer::run(const DateCommand &command)
 {
-    view_.setDisplayedDate(command.date ? command.date->startOfDay() : view_.currentDate());
+    view_.setDisplayedDate(command.date ? momentOf(*command.date) : view_.currentDate());
     return {};
 }
 
 QString ScriptPlayer::run(const ApproveCommand &command)
 {
-    view_.setApprovedDate(command.date ? command.date->startOfDay() : QDateTime());
+    view_.setApprovedDate(command.date ? momentOf(*command.date) : QDateTime());
     view_.setNeedsDisplay(true);
     return {};
 }
@@ -344,6 +348,12 @@ QString ScriptPlayer::run(const ShowCommand &command)
 
 QString ScriptPlayer::run(const ResizeCommand &command)
 {
+    // The size is in points: a scale makes more pixels of it than renderers draw at once.
+    const kelo::Size pixels = view_.convertSizeToBacking(command.size);
+    if (pixels.width > largestSide || pixels.height > largestSide)
+        return QStringLiteral("the view may be %1 pixels at most on each side, not %2x%3")
+            .arg(QString::number(largestSide), QString::number(pixels.width),
+                 QString::number(pixels.height));
     view_.setFrameSize(command.size);
     return {};
 }

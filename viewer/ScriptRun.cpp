@@ -1,10 +1,11 @@
 #include "viewer/ScriptRun.h"
 
-#include <QFile>
+#include "viewer/InputFile.h"
+#include "viewer/Limits.h"
+#include "viewer/ShownText.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <string>
 
 namespace viewer {
@@ -20,14 +21,10 @@ QString shownName(const QString &file)
 
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path);
-    const bool isOpen = path == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                    : file.open(QIODevice::ReadOnly);
-    if (!isOpen)
-        throw BadScript(QStringLiteral("%1: could not be read: %2")
-                            .arg(shownName(path), file.errorString())
-                            .toStdString());
-    return file.readAll();
+    const InputFile read = path == QStringLiteral("-") ? readStandardInput(largestScript)
+                                                       : readInputFile(path, largestScript);
+    if (!read.problem.isEmpty()) throw BadScript(read.problem.toStdString());
+    return read.content;
 }
 
 } // namespace
@@ -40,6 +37,9 @@ ParsedScript readScript(const QString &file)
     QStringList lines;
     for (const QString &problem : script.problems)
         lines << shownName(file) + QLatin1Char(':') + problem;
+    if (script.furtherProblemCount > 0)
+        lines << QStringLiteral("%1: and %2 more")
+                     .arg(shownName(file), QString::number(script.furtherProblemCount));
     throw BadScript(lines.join(QLatin1Char('\n')).toStdString());
 }
 
@@ -73,7 +73,8 @@ Unattended::Unattended(kelo::DXOpenGL &view, DelegateCallLog &log)
     delegate_.mayPlaceAgain = {};
     view_.setDelegate(&delegate_);
     previousAlerts_ = kelo::AlertPresenter::setPresenter([](const kelo::Alert &alert) {
-        std::fputs(kelo::AlertPresenter::linesOf(alert).c_str(), stderr);
+        // tellUser ends the last line.
+        tellUser(QString::fromStdString(kelo::AlertPresenter::linesOf(alert)).chopped(1));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "keloModel/JSONProblems.h"
 #include "keloModel/TreatmentNote.h"
+#include "viewer/Limits.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -41,15 +42,26 @@ std::set<std::string> buttonKeys()
                    kelo::TreatmentNote::lowerLingualButtonNameKeys());
 }
 
+std::set<std::string> membersOfElastics()
+{
+    std::set<std::string> keys = toothKeys();
+    keys.merge(buttonKeys());
+    return keys;
+}
+
 /// Reads the members of one treatment, each with its place.
 class Reader
 {
 public:
-    explicit Reader(JSONProblems &problems) : problems_(problems) {}
+    Reader(JSONProblems &problems, const kelo::Catalogue &catalogue)
+        : problems_(problems),
+          colorIDs_(identifiersOf(catalogue.bracketColorTypes)),
+          sizeIDs_(identifiersOf(catalogue.elasticsSizeTypes)),
+          configIDs_(identifiersOf(catalogue.elasticsConfigTypes))
+    {}
 
-    TreatmentRecord treatment(const QJsonObject &object, const kelo::Catalogue &catalogue)
+    TreatmentRecord treatment(const QJsonObject &object)
     {
-        catalogue_ = &catalogue;
         reportUnknownMembers(
             object, {},
             {"format", "version", "patient", "currentDate", "approvedDate", "notes", "catalogue"});
@@ -59,7 +71,7 @@ public:
         record.approvedDate = date(object, {}, "approvedDate");
         const QJsonValue notes = object["notes"];
         if (!notes.isArray() && !notes.isUndefined()) problems_.add("notes", "must be a list");
-        const QJsonArray list = notes.toArray();
+        const QJsonArray list = limited(notes, "notes", mostNotes, "notes");
         for (qsizetype i = 0; i < list.size(); ++i)
             addNote(record, list[i], JSONProblems::element("notes", i));
         std::sort(record.notes.begin(), record.notes.end(),
@@ -68,6 +80,26 @@ public:
     }
 
 private:
+    template<class Type>
+    static std::set<long> identifiersOf(const std::vector<std::shared_ptr<Type>> &records)
+    {
+        std::set<long> identifiers;
+        for (const auto &record : records)
+            identifiers.insert(record->typeID);
+        return identifiers;
+    }
+
+    /// The list, or an empty one and a problem where it is too long.
+    QJsonArray limited(const QJsonValue &value, const std::string &place, qsizetype most,
+                       const char *kind)
+    {
+        const QJsonArray list = value.toArray();
+        if (list.size() <= most) return list;
+        problems_.add(place, "has " + std::to_string(list.size()) + " " + kind + "; at most " +
+                                 std::to_string(most) + " are read");
+        return {};
+    }
+
     void reportUnknownMembers(const QJsonObject &object, const std::string &place,
                               const QStringList &known)
     {
@@ -83,7 +115,12 @@ private:
         const QJsonValue value = object[QLatin1String(member)];
         if (!value.isString() && !value.isUndefined())
             problems_.add(JSONProblems::member(place, member), "must be a text");
-        return value.toString();
+        const QString text = value.toString();
+        if (text.size() > longestText)
+            problems_.add(JSONProblems::member(place, member),
+                          "has " + std::to_string(text.size()) + " characters; at most " +
+                              std::to_string(longestText) + " are read");
+        return text;
     }
 
     std::optional<QDate> date(const QJsonObject &object, const std::string &place,
@@ -127,17 +164,13 @@ private:
             note.date = *noteDate;
         else if (object["date"].isUndefined() || object["date"].isNull())
             problems_.add(JSONProblems::member(place, "date"), "the date is missing");
-        const bool isKnownDate =
-            note.date.isValid() &&
-            std::any_of(record.notes.begin(), record.notes.end(),
-                        [&note](const NoteRecord &other) { return other.date == note.date; });
-        if (isKnownDate)
+        if (note.date.isValid() && !noteDates_.insert(note.date).second)
             problems_.add(JSONProblems::member(place, "date"),
                           "there is a note of this date already");
         note.approvedDate = date(object, place, "approvedDate");
-        note.toothVisibilities = visibilities(object, place, "toothVisibilities", toothKeys());
-        note.bracketVisibilities = visibilities(object, place, "bracketVisibilities", toothKeys());
-        note.buttonVisibilities = visibilities(object, place, "buttonVisibilities", buttonKeys());
+        note.toothVisibilities = visibilities(object, place, "toothVisibilities", teeth_);
+        note.bracketVisibilities = visibilities(object, place, "bracketVisibilities", teeth_);
+        note.buttonVisibilities = visibilities(object, place, "buttonVisibilities", buttons_);
         note.bracketColorTypeIDs = colors(object, place);
         note.elastics = elastics(object, place);
         record.notes.push_back(std::move(note));
@@ -155,7 +188,7 @@ private:
                     const std::set<std::string> &known, const char *kind)
     {
         if (known.count(key) != 0) return true;
-        problems_.add(place, "'" + key + "' is no " + kind);
+        problems_.add(place, "'" + JSONProblems::shown(key) + "' is no " + kind);
         return false;
     }
 
@@ -184,10 +217,10 @@ private:
         const std::string here = JSONProblems::member(place, "bracketColorTypeIDs");
         for (const QString &name : values.keys()) {
             const std::string key = name.toStdString();
-            if (!isKnownKey(here, key, toothKeys(), "tooth")) continue;
+            if (!isKnownKey(here, key, teeth_, "tooth")) continue;
             auto typeID = identifier(values[name], JSONProblems::member(here, key));
             if (typeID == kelo::noBracketColorTypeID) typeID.reset();
-            if (typeID && !catalogue_->bracketColorType(*typeID))
+            if (typeID && !colorIDs_.contains(*typeID))
                 problems_.add(JSONProblems::member(here, key),
                               std::to_string(*typeID) + " is the identifier of no colour");
             colorByKey[key] = typeID;
@@ -210,7 +243,7 @@ private:
         const std::string here = JSONProblems::member(place, "elastics");
         const QJsonValue value = object["elastics"];
         if (!value.isArray() && !value.isUndefined()) problems_.add(here, "must be a list");
-        const QJsonArray list = value.toArray();
+        const QJsonArray list = limited(value, here, mostElastics, "elastics");
         std::vector<ElasticRecord> records;
         for (qsizetype i = 0; i < list.size(); ++i)
             records.push_back(elastic(list[i], JSONProblems::element(here, i)));
@@ -229,13 +262,12 @@ private:
         ElasticRecord record;
         const std::string configPlace = JSONProblems::member(place, "elasticsConfigTypeID");
         record.elasticsConfigTypeID = identifier(object["elasticsConfigTypeID"], configPlace);
-        if (record.elasticsConfigTypeID &&
-            !catalogue_->elasticsConfigType(*record.elasticsConfigTypeID))
+        if (record.elasticsConfigTypeID && !configIDs_.contains(*record.elasticsConfigTypeID))
             problems_.add(configPlace, std::to_string(*record.elasticsConfigTypeID) +
                                            " is the identifier of no configuration");
         const std::string sizePlace = JSONProblems::member(place, "elasticsSizeTypeID");
         record.elasticsSizeTypeID = identifier(object["elasticsSizeTypeID"], sizePlace);
-        if (record.elasticsSizeTypeID && !catalogue_->elasticsSizeType(*record.elasticsSizeTypeID))
+        if (record.elasticsSizeTypeID && !sizeIDs_.contains(*record.elasticsSizeTypeID))
             problems_.add(sizePlace, std::to_string(*record.elasticsSizeTypeID) +
                                          " is the identifier of no size");
         record.bracketSequence =
@@ -250,15 +282,18 @@ private:
                           value.isUndefined() ? "the sequence is missing" : "must be a list");
             return {};
         }
-        std::set<std::string> known = toothKeys();
-        known.merge(buttonKeys());
         std::vector<std::string> keys;
+        if (value.toArray().size() > mostMembers) {
+            limited(value, place, mostMembers, "members");
+            return {};
+        }
         const QJsonArray list = value.toArray();
         for (qsizetype i = 0; i < list.size(); ++i) {
             const std::string here = JSONProblems::element(place, i);
             if (!list[i].isString())
                 problems_.add(here, "must be a text");
-            else if (isKnownKey(here, list[i].toString().toStdString(), known, "tooth or button"))
+            else if (isKnownKey(here, list[i].toString().toStdString(), members_,
+                                "tooth or button"))
                 keys.push_back(list[i].toString().toStdString());
         }
         if (list.size() < 2) problems_.add(place, "a band needs two brackets or buttons");
@@ -266,7 +301,12 @@ private:
     }
 
     JSONProblems &problems_;
-    const kelo::Catalogue *catalogue_ = nullptr;
+    // What is looked up for every entry is made once.
+    const std::set<std::string> teeth_ = toothKeys();
+    const std::set<std::string> buttons_ = buttonKeys();
+    const std::set<std::string> members_ = membersOfElastics();
+    const std::set<long> colorIDs_, sizeIDs_, configIDs_;
+    std::set<QDate> noteDates_;
 };
 
 /// Whether the text is a treatment file of a version that this program reads.
@@ -361,7 +401,7 @@ TreatmentFileReading treatmentFromJSON(const QByteArray &text, const kelo::Catal
     } else if (!catalogue.isUndefined()) {
         problems.add("catalogue", "must be an object");
     }
-    file.treatment = Reader(problems).treatment(*object, file.catalogue);
+    file.treatment = Reader(problems, file.catalogue).treatment(*object);
     if (!problems.empty()) return {std::nullopt, asStringList(problems.take())};
     return {std::move(file), {}};
 }

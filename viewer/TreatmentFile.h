@@ -26,7 +26,8 @@ struct TreatmentFileReading
 };
 
 /// Reads the JSON form of a treatment (format "treatment", version 1). Catalogue lists that the
-/// text leaves out are those of `defaults`. Notes are sorted by date. A newer version is refused.
+/// text leaves out are those of `defaults`. Notes are sorted by date. A newer version is refused,
+/// and so is what goes beyond viewer/Limits.h. Takes time in proportion to the text.
 TreatmentFileReading treatmentFromJSON(const QByteArray &text, const kelo::Catalogue &defaults);
 
 /// The text that reads back as the same treatment and the same catalogue.

@@ -1,5 +1,6 @@
 #include "viewer/TreatmentPage.h"
 
+#include "viewer/Limits.h"
 #include "viewer/OutputFile.h"
 
 #include <QBuffer>
@@ -51,6 +52,13 @@ QFont fontOfSize(int points, bool bold = false)
     return font;
 }
 
+/// Names as the page prints them. Breaking a word into lines takes time in proportion to the square
+/// of its length, and a database may hold a name of any length.
+QString printedName(const QString &name)
+{
+    return name.size() <= longestText ? name : name.left(longestText) + QStringLiteral("…");
+}
+
 QColor asQColor(const kelo::Color &color)
 {
     return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
@@ -81,7 +89,7 @@ std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, Tooth
     std::vector<Row> rows;
     for (const kelo::ElasticDescription &elastic : elastics) {
         const QString teeth = toothNames(elastic.brackets, notation);
-        const QString size = QString::fromStdString(elastic.name);
+        const QString size = printedName(QString::fromStdString(elastic.name));
         rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
                         size.isEmpty() ? teeth : TreatmentPageText::tr("%1: %2").arg(size, teeth)});
     }
@@ -92,9 +100,10 @@ std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors, ToothNota
 {
     std::vector<Row> rows;
     for (const PrintedColor &color : colors)
-        rows.push_back({asQColor(color.color),
-                        TreatmentPageText::tr("%1: %2").arg(
-                            color.label, toothNames(color.teeth, notation, QStringLiteral(", ")))});
+        rows.push_back(
+            {asQColor(color.color), TreatmentPageText::tr("%1: %2").arg(
+                                        printedName(color.label),
+                                        toothNames(color.teeth, notation, QStringLiteral(", ")))});
     return rows;
 }
 
@@ -210,9 +219,9 @@ private:
 
     QString patientText() const
     {
-        return page_.patientIdentifier.isEmpty() ? page_.patientName
-                                                 : TreatmentPageText::tr("%1 (%2)").arg(
-                                                       page_.patientName, page_.patientIdentifier);
+        const QString name = printedName(page_.patientName);
+        const QString identifier = printedName(page_.patientIdentifier);
+        return identifier.isEmpty() ? name : TreatmentPageText::tr("%1 (%2)").arg(name, identifier);
     }
 
     double dateWidth()
@@ -337,7 +346,8 @@ private:
             painter_.setFont(fontOfSize(textSize));
             painter_.drawText(QRectF(0.0, bottom(), size_.width(), footerHeight),
                               Qt::AlignRight | Qt::AlignBottom,
-                              TreatmentPageText::tr("Page %1 of %2").arg(number).arg(count));
+                              TreatmentPageText::tr("Page %1 of %2")
+                                  .arg(QString::number(number), QString::number(count)));
         }
     }
 
@@ -463,7 +473,8 @@ QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layo
     QPdfWriter writer(&buffer);
     writer.setPageLayout(layout);
     writer.setTitle(TreatmentPageText::tr("Treatment of %1, %2")
-                        .arg(page.patientName, QLocale().toString(page.date, QLocale::LongFormat)));
+                        .arg(printedName(page.patientName),
+                             QLocale().toString(page.date, QLocale::LongFormat)));
     writer.setCreator(QStringLiteral("treatment-viewer"));
     return paintTreatmentPage(page, writer) > 0 ? pdf : QByteArray();
 }

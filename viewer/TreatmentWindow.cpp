@@ -422,9 +422,10 @@ void TreatmentWindow::approve(bool isApproved)
         return;
     }
     history_.noticeChanges();
-    treatment_->setApproved(*view_, isApproved);
+    const QString problem = treatment_->setApproved(*view_, isApproved);
     history_.noticeChanges(); // an elastic that was being strung is placed
     noteMayHaveClosed();
+    if (!problem.isEmpty()) tell(problem);
 }
 
 void TreatmentWindow::noteWasChosen()
@@ -438,11 +439,11 @@ void TreatmentWindow::noteWasChosen()
 void TreatmentWindow::noteMayHaveClosed()
 {
     const auto &session = treatment_->session();
-    mayEdit_ = !treatment_->isReadOnly() && session.date() == treatment_->today() &&
-               !session.approvedDate();
+    const std::optional<QDate> approval = treatment_->approvedDate();
+    mayEdit_ = !treatment_->isReadOnly() && session.date() == treatment_->today() && !approval;
     history_.setOffersSteps(mayEdit_);
-    dates_->setApproval(session.approvedDate());
-    approved_->setChecked(session.approvedDate().has_value());
+    dates_->setApproval(approval);
+    approved_->setChecked(approval.has_value());
     const std::vector<QDate> &dates = dates_->dates();
     earlier_->setEnabled(!dates.empty() && session.date() != dates.front());
     later_->setEnabled(!dates.empty() && session.date() != dates.back());
@@ -498,11 +499,11 @@ void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &ela
     };
     apply(naming);
     const QString teeth = toothNames(elastic->bracketSequence(), pageSettings().notation);
-    const QString text = naming.before
-                             ? tr("Rename elastic %1, from %2 to %3")
-                                   .arg(teeth, QString::fromStdString(naming.before->typeLabel),
-                                        name.trimmed())
-                             : tr("Name elastic %1, %2").arg(teeth, name.trimmed());
+    const QString text =
+        naming.before
+            ? tr("Rename elastic %1, from %2 to %3")
+                  .arg(teeth, QString::fromStdString(naming.before->typeLabel), name.trimmed())
+            : tr("Name elastic %1, %2").arg(teeth, name.trimmed());
     history_.addStep(
         text,
         [=] {

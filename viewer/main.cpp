@@ -1,32 +1,29 @@
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/CommandLine.h"
+#include "viewer/DatabaseAdvice.h"
 #include "viewer/HeadlessRun.h"
 #include "viewer/InterfaceFiles.h"
 #include "viewer/OpenTreatments.h"
 #include "viewer/OpenedTreatment.h"
+#include "viewer/OutputFile.h"
 #include "viewer/ScriptRun.h"
+#include "viewer/ShownText.h"
 #include "viewer/Theme.h"
 #include "viewer/Translation.h"
 #include "viewer/TreatmentWindow.h"
+#include "viewer/WindowSystem.h"
 
 #include <QApplication>
 #include <QLocale>
+#include <QMessageBox>
 
 #include <algorithm>
-#include <cstdio>
 #include <exception>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
-
-/// Qt's messages as they are, but for one about a folder of desktop sessions: a night job has no
-/// session, and nothing here needs the folder.
-void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &message)
-{
-    if (!message.startsWith(QStringLiteral("QStandardPaths: XDG_RUNTIME_DIR not set")))
-        viewer::tellUser(message);
-}
 
 bool hasDisplay()
 {
@@ -59,6 +56,34 @@ void playInWindow(const viewer::ParsedScript &script, const QString &file,
     player.handOver();
 }
 
+/// Opens what the command line names. Where the database cannot be used the user is told why and
+/// what can be done, and may try again; a script gets the sentence alone, as an exception.
+viewer::TreatmentDocument &openFirst(viewer::OpenTreatments &all, bool mayAsk)
+{
+    for (;;) {
+        try {
+            return all.openFirst();
+        } catch (const viewer::UnusableDatabase &failure) {
+            if (!mayAsk) throw;
+            QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(),
+                            QString::fromUtf8(failure.what()), QMessageBox::Close);
+            box.setTextFormat(Qt::PlainText); // the name of the file is no text of ours
+            box.setInformativeText(viewer::adviceOn(failure.problem()));
+            if (viewer::isWorthAnotherTry(failure.problem())) box.addButton(QMessageBox::Retry);
+            if (box.exec() != QMessageBox::Retry) throw;
+        }
+    }
+}
+
+/// Stores what every open treatment has not stored yet; what cannot be stored is told.
+void storeAll(const viewer::OpenTreatments &all)
+{
+    for (const auto &document : all.documents()) {
+        const QString problem = document->treatment()->storeWithoutAsking();
+        if (!problem.isEmpty()) viewer::tellUser(problem);
+    }
+}
+
 viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandLine &commandLine)
 {
     try {
@@ -68,7 +93,8 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
         viewer::followThemePreference();
         viewer::OpenTreatments all(commandLine);
         if (all.isShownElsewhere()) return viewer::Done;
-        viewer::TreatmentDocument &first = all.openFirst();
+        viewer::TreatmentDocument &first = openFirst(all, commandLine.script.isEmpty());
+        const viewer::StoredAtLossOfDisplay stored([&all] { storeAll(all); });
         // These outlive the window, which the user closes first.
         const auto view = first.mainWindow()->sharedView();
         const auto treatment = first.treatment();
@@ -95,20 +121,48 @@ viewer::ExitStatus runInWindow(QApplication &application, const viewer::CommandL
     }
 }
 
+/// What a command line that ends at once says: on standard output, or for wrong use on standard
+/// error.
+viewer::ExitStatus tell(const viewer::ParsedCommandLine &parsed)
+{
+    if (parsed.endsWith != viewer::Done) {
+        viewer::tellUser(parsed.message.trimmed());
+        return parsed.endsWith.value_or(viewer::WrongUse);
+    }
+    const QString problem = viewer::writeToStandardOutput(parsed.message.toUtf8());
+    if (problem.isEmpty()) return viewer::Done;
+    viewer::tellUser(problem);
+    return viewer::BadInput;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
-    qInstallMessageHandler(passOnMessage);
-    const bool headless = viewer::asksForHeadless(argc, argv);
-    if (headless)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    else if (!hasDisplay()) {
-        viewer::tellUser(
-            QStringLiteral("There is no display to open a window on; --headless needs none."));
+    viewer::watchQtMessages();
+    if (const QString problem = viewer::problemOfArguments(argc, argv); !problem.isEmpty()) {
+        viewer::tellUser(problem);
         return viewer::WrongUse;
     }
+    if (viewer::asksForText(argc, argv)) {
+        const QCoreApplication application(argc, argv);
+        const viewer::ParsedCommandLine parsed =
+            viewer::parseCommandLine(QCoreApplication::arguments());
+        if (parsed.endsWith) return tell(parsed); // else it was the value of another option
+    }
+    const bool headless = viewer::asksForHeadless(argc, argv);
+    if (headless) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        // Fonts are looked for by language too: a picture is the same wherever it is made.
+        qputenv("FC_LANG", "en");
+    } else if (!hasDisplay()) {
+        viewer::tellUser(
+            QStringLiteral("There is no display to open a window on; --headless needs none."));
+        return viewer::NoOpenGL;
+    }
+    std::optional<viewer::StartOfWindowSystem> start(std::in_place);
     QApplication application(argc, argv);
+    start.reset();
     QApplication::setApplicationName(QStringLiteral("treatment-viewer"));
     QApplication::setOrganizationName(QStringLiteral("keloOpenGL"));
     QApplication::setApplicationVersion(viewer::version());
@@ -116,11 +170,7 @@ int main(int argc, char **argv)
     viewer::installTranslations(QLocale());
 
     const viewer::ParsedCommandLine parsed = viewer::parseCommandLine(QApplication::arguments());
-    if (parsed.endsWith) {
-        std::fputs(parsed.message.toUtf8().constData(),
-                   *parsed.endsWith == viewer::Done ? stdout : stderr);
-        return *parsed.endsWith;
-    }
+    if (parsed.endsWith) return tell(parsed);
     if (!viewer::meshesCanBeLoaded(parsed.commandLine)) return viewer::BadInput;
     return headless ? viewer::runHeadless(parsed.commandLine)
                     : runInWindow(application, parsed.commandLine);

@@ -86,10 +86,11 @@ void HVOGLBasicView::resizeGL()
                                              static_cast<int>(bounds().size.height)};
     if (bounds().size == cameraSize && pixels == viewportSize_) return;
     cameraSize = bounds().size;
-    if (!makeCurrentContextIfNeeded()) return;
-    viewportSize_ = pixels;
-    glViewport(0, 0, pixels.width, pixels.height);
-    adjustWindow();
+    if (makeCurrentContextIfNeeded()) {
+        viewportSize_ = pixels;
+        glViewport(0, 0, pixels.width, pixels.height);
+    }
+    adjustWindow(); // what the view shows is known without drawing it, too
 }
 
 void HVOGLBasicView::adjustWindow()

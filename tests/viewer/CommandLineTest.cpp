@@ -63,6 +63,10 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
         {{"--size", "8000x8000", "--scale", "2"},
          "--size times --scale may be 8192 pixels at most on each side."},
         {{"--meshes", ""}, "--meshes takes the name of a folder."},
+        {{"--headless", "--print-images", "pictures", "one.json", "day/...json"},
+         "'day/...json' has no name to be printed under."},
+        {{"--headless", "--print", "pages", "..json"}, "'..json' has no name to be printed under."},
+        {{"--headless", "--print", "pages", ".json"}, "'.json' has no name to be printed under."},
         {{"one.json", "two.json"},
          "Unexpected argument 'two.json': several FILEs are only printed, with --headless and "
          "--print or --print-images."},

@@ -131,7 +131,10 @@ TEST(MeshFolder, controlCharactersOfNamesAreEscaped)
 
 TEST(MeshFolder, aBadFileIsNamedWithItsLineAndTheReason)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir parent;
+    // A name that looks like a place in a message.
+    const QDir folder(parent.filePath("a%1b%2"));
+    ASSERT_TRUE(folder.mkpath("."));
     copyMeshes(folder.path());
     const QString path = folder.filePath("_tooth_8.obj");
     QFile file(path);

@@ -105,25 +105,119 @@ TEST(Program, anUnwritablePictureIsNamedAndEndsWithStatusTwo)
 TEST(Program, withoutADisplayItSaysSoInsteadOfCrashing)
 {
     const Ended ended = run({});
-    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.status, 3);
     EXPECT_EQ(ended.errors.toStdString(),
               "There is no display to open a window on; --headless needs none.\n");
 }
 
-TEST(Program, helpAndVersionNeedNoDisplay)
+TEST(Program, helpAndVersionNeedNeitherDisplayNorPlugin)
 {
-    EXPECT_EQ(run({"--version"}).output.toStdString(), "treatment-viewer 0.1.0\n");
-    const Ended help = run({"--help"});
+    QProcessEnvironment environment = bareEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "nothing");
+    EXPECT_EQ(run({"--version"}, environment).output.toStdString(), "treatment-viewer 0.1.0\n");
+    const Ended help = run({"--help"}, environment);
     EXPECT_EQ(help.status, 0);
     EXPECT_TRUE(help.output.contains("--picture"));
+    EXPECT_EQ(help.errors.toStdString(), "");
 }
+
+TEST(Program, helpThatHasNoRoomIsToldAndEndsWithStatusTwo)
+{
+    for (const char *option : {"--help", "--version"}) {
+        QProcess process;
+        process.setProcessEnvironment(bareEnvironment());
+        process.setStandardOutputFile("/dev/full");
+        const Ended full = ended(process, {option});
+        EXPECT_EQ(full.status, 2) << option;
+        EXPECT_EQ(full.errors.toStdString(), "standard output: could not be written\n");
+    }
+}
+
+TEST(Program, anArgumentThatIsNoTextIsRefused)
+{
+    const QTemporaryDir folder;
+    QProcess process;
+    process.setProcessEnvironment(bareEnvironment());
+    process.setWorkingDirectory(folder.path());
+    process.start("sh", {"-c", "exec \"$0\" --headless --picture \"$(printf 'caf\\351.png')\"",
+                         KELO_VIEWER_PROGRAM});
+    ASSERT_TRUE(process.waitForFinished(120000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
+              QString("Argument 3 is not text in the encoding of the system: 'caf\ufffd.png'.\n"));
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+namespace {
+
+/// No graphics driver, and no other to fall back to.
+QProcessEnvironment environmentWithoutOpenGL()
+{
+    QProcessEnvironment environment = bareEnvironment();
+    environment.insert("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent.json");
+    return environment;
+}
+
+} // namespace
 
 TEST(Program, withoutUsableOpenGLItEndsWithStatusThreeAndASentence)
 {
-    QProcessEnvironment environment = bareEnvironment();
-    // A driver that does not exist, and no other to fall back to.
-    environment.insert("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent.json");
-    const Ended ended = run({"--headless", "--picture", "/dev/null"}, environment);
+    const Ended ended = run({"--headless", "--picture", "/dev/null"}, environmentWithoutOpenGL());
     EXPECT_EQ(ended.status, 3) << ended.errors.toStdString();
     EXPECT_EQ(ended.errors.count('\n'), 1) << ended.errors.toStdString();
+}
+
+TEST(Program, aStateAndASceneNeedNoOpenGLAndAreTheSame)
+{
+    const QTemporaryDir folder;
+    const QString script = folder.filePath("nothing.script");
+    QFile(script).open(QIODevice::WriteOnly);
+    const QStringList size{"--headless", "--size", "500x700", "--scale", "2"};
+    // With a script the view draws.
+    const Ended drawn = run(size + QStringList{"--play", script, "--state", "-", "--export",
+                                               folder.filePath("drawn.obj")});
+    const Ended computed =
+        run(size + QStringList{"--state", "-", "--export", folder.filePath("computed.obj")},
+            environmentWithoutOpenGL());
+    EXPECT_EQ(computed.status, 0);
+    EXPECT_EQ(computed.errors.toStdString(), "");
+    EXPECT_EQ(computed.output.toStdString(), drawn.output.toStdString());
+    EXPECT_GT(contentOf(folder.filePath("computed.obj")).size(), 1000000);
+    EXPECT_EQ(contentOf(folder.filePath("computed.obj")), contentOf(folder.filePath("drawn.obj")));
+}
+
+TEST(Program, oneTextGivesOnePictureInEveryLocale)
+{
+    const QTemporaryDir folder;
+    const QString fonts = folder.filePath("fonts.conf");
+    QFile file(fonts);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    // As on desktops with many fonts, which one stands in depends on the language.
+    file.write(R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig><dir>/usr/share/fonts</dir><cachedir>)" +
+               folder.path().toUtf8() + R"(</cachedir>
+<match target="pattern"><test name="lang" compare="contains"><string>fr</string></test>
+<edit name="family" mode="prepend" binding="strong"><string>DejaVu Sans Mono</string></edit></match>
+<match target="pattern"><edit name="family" mode="append"><string>DejaVu Sans</string></edit></match>
+</fontconfig>)");
+    file.close();
+    QFile script(folder.filePath("a.script"));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write("date 2030-12-31\n"); // "31/12/2030" in both
+    script.close();
+    QByteArray first;
+    for (const QString &locale : {"en_GB.UTF-8", "fr_FR.UTF-8"}) {
+        QProcessEnvironment environment = bareEnvironment();
+        environment.insert("LC_ALL", locale);
+        environment.insert("LANG", locale);
+        environment.insert("FONTCONFIG_FILE", fonts);
+        const QString picture = folder.filePath(locale + ".png");
+        const Ended ended = run(
+            {"--headless", "--size", "300x300", "--play", script.fileName(), "--picture", picture},
+            environment);
+        ASSERT_EQ(ended.status, 0) << ended.errors.toStdString();
+        if (first.isEmpty()) first = contentOf(picture);
+        EXPECT_FALSE(first.isEmpty());
+        EXPECT_EQ(contentOf(picture), first) << locale.toStdString();
+    }
 }

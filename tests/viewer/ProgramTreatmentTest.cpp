@@ -135,19 +135,21 @@ TEST(ProgramTreatment, aNewDatabaseGetsTheSamplePatient)
     }
 }
 
-TEST(ProgramTreatment, aDatabaseThatIsNoneIsToldAndTheTreatmentGoesOnInMemory)
+TEST(ProgramTreatment, aDayThatNeverWasInTheLocalCalendarCanBeEdited)
 {
     const QTemporaryDir folder;
-    const QString database = folder.filePath("treatments.sqlite");
-    const QByteArray content(4096, 'x');
-    write(database, content);
-    const Ended ended = run({"--headless", "--state", "-", "--database", database});
-    EXPECT_EQ(ended.status, 0);
-    EXPECT_TRUE(ended.errors.contains(database.toUtf8())) << ended.errors.toStdString();
-    EXPECT_TRUE(ended.errors.endsWith("What is changed now is kept until the program ends.\n"));
-    EXPECT_EQ(QJsonDocument::fromJson(ended.output).object()["toothVisibilities"].toObject().size(),
-              28);
-    EXPECT_EQ(contentOf(database), content);
+    const QString path = folder.filePath("patient.json");
+    QProcessEnvironment environment = bareEnvironment();
+    environment.insert("TZ", "Pacific/Apia");
+    // Samoa went from 29 to 31 December 2011.
+    for (const char *day : {"2011-12-29", "2011-12-30", "2011-12-31"}) {
+        write(path, QByteArray(treatment).replace("2026-11-20", day));
+        const Ended ended = run({"--headless", "--state", "-", path}, environment);
+        ASSERT_EQ(ended.status, 0) << ended.errors.toStdString();
+        const QJsonObject state = QJsonDocument::fromJson(ended.output).object();
+        EXPECT_TRUE(state["displayedDateIsToday"].toBool()) << day;
+        EXPECT_EQ(state["mouseMode"].toInt(), 6) << day;
+    }
 }
 
 TEST(ProgramTreatment, severalTreatmentsArePrintedIntoAFolderAndABadOneIsNamed)

@@ -110,4 +110,23 @@ TEST_F(ProgramInWindow, aWindowThatIsClosedDuringAWaitEndsTheRunAfterTheScript)
     EXPECT_EQ(state("end.json")["mouthOpenAngle"], QJsonValue(20.0));
 }
 
+TEST_F(ProgramInWindow, aDatabaseThatCannotBeUsedIsABoxAndNoSamplePatient)
+{
+    ASSERT_TRUE(QDir().mkdir(path("data")));
+    process.start(KELO_VIEWER_PROGRAM, {"--database", path("data"), "--state", path("end.json")});
+    // The box takes Escape for its only answer beside trying again.
+    bool hasEnded = false;
+    for (int attempt = 0; attempt < 30 && !hasEnded; ++attempt) {
+        xdotool({"search", "--onlyvisible", "--pid", QString::number(process.processId()), "--name",
+                 "treatment-viewer", "windowactivate", "--sync", "key", "Escape"});
+        hasEnded = process.waitForFinished(2000);
+    }
+    ASSERT_TRUE(hasEnded);
+    EXPECT_EQ(process.exitCode(), 2);
+    EXPECT_EQ(process.readAllStandardError().toStdString(),
+              path("data").toStdString() + ": the database could not be opened\n");
+    EXPECT_FALSE(QFile::exists(path("end.json")));
+    EXPECT_TRUE(QDir(path("data")).isEmpty());
+}
+
 } // namespace

@@ -14,14 +14,20 @@ struct Ended
     QByteArray errors;
 };
 
-inline Ended run(const QStringList &arguments, const QProcessEnvironment &environment)
+/// Runs the program to its end in a process that is prepared for it.
+inline Ended ended(QProcess &process, const QStringList &arguments)
 {
-    QProcess process;
-    process.setProcessEnvironment(environment);
     process.start(KELO_VIEWER_PROGRAM, arguments);
     if (!process.waitForFinished(120000)) return {-1, {}, process.errorString().toUtf8()};
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2,
             process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+inline Ended run(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    return ended(process, arguments);
 }
 
 /// No display server of any kind.

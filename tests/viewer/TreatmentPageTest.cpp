@@ -275,6 +275,18 @@ TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightAreThereFromBeginningToEnd
     }
 }
 
+TEST(TreatmentPage, aNameOfAnyLengthIsPrintedInTime)
+{
+    // A million letters without a space: broken as a whole they take hours.
+    TreatmentPage page = pageWith(1);
+    page.patientName = QString(1'000'000, 'Q');
+    page.patientIdentifier = QString(1'000'000, 'K');
+    page.right.elastics[0].name = std::string(1'000'000, 'Z');
+    const QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
+    for (const char letter : {'Q', 'K', 'Z'}) // none of which is in the other texts
+        EXPECT_EQ(text.count(letter), 1000) << letter;
+}
+
 TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightKeepClearOfTheDate)
 {
     TreatmentPage page = pageWith(1);

@@ -2,9 +2,11 @@
 kelo_test(script_tests QT
     SOURCES
         DelegateCallLogTest.cpp
+        DisplayLossTest.cpp
         PickPointsTest.cpp
         PickScalesTest.cpp
         ProgramScriptTest.cpp
+        ScriptLimitsTest.cpp
         ScriptModifiersTest.cpp
         ScriptPlayerTest.cpp
         ScriptRunTest.cpp

@@ -320,6 +320,41 @@
     </message>
 </context>
 <context>
+    <name>DatabaseAdvice</name>
+    <message>
+        <source>Close the other program that works with the database, then try again.</source>
+        <translation>Schließen Sie das andere Programm, das mit der Datenbank arbeitet, und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Ask for permission to write to the file and its folder.</source>
+        <translation>Lassen Sie sich das Recht geben, die Datei und ihren Ordner zu ändern.</translation>
+    </message>
+    <message>
+        <source>Make room on the disk, then try again.</source>
+        <translation>Schaffen Sie Platz auf dem Datenträger und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Check that the folder is there, that you may read and write the file, and that there is room on the disk, then try again.</source>
+        <translation>Prüfen Sie, ob es den Ordner gibt, ob Sie die Datei lesen und ändern dürfen und ob auf dem Datenträger Platz ist, und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Keep a copy of the file as it is, and put the last backup in its place.</source>
+        <translation>Heben Sie eine Kopie der Datei auf, wie sie ist, und legen Sie die letzte Sicherung an ihre Stelle.</translation>
+    </message>
+    <message>
+        <source>Start the program with another file: --database FILE.</source>
+        <translation>Starten Sie das Programm mit einer anderen Datei: --database FILE.</translation>
+    </message>
+    <message>
+        <source>Install the newer version of this program.</source>
+        <translation>Installieren Sie die neuere Version dieses Programms.</translation>
+    </message>
+    <message>
+        <source>Nothing was changed in the file.</source>
+        <translation>An der Datei wurde nichts geändert.</translation>
+    </message>
+</context>
+<context>
     <name>ElasticName</name>
     <message>
         <source>Name Elastic</source>
@@ -375,10 +410,6 @@
 </context>
 <context>
     <name>OpenedTreatment</name>
-    <message>
-        <source>What is changed now is kept until the program ends.</source>
-        <translation>Was jetzt geändert wird, bleibt bis zum Programmende erhalten.</translation>
-    </message>
     <message>
         <source>A name is needed.</source>
         <translation>Ein Name ist nötig.</translation>

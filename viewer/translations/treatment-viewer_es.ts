@@ -320,6 +320,41 @@
     </message>
 </context>
 <context>
+    <name>DatabaseAdvice</name>
+    <message>
+        <source>Close the other program that works with the database, then try again.</source>
+        <translation>Cierre el otro programa que usa la base de datos e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Ask for permission to write to the file and its folder.</source>
+        <translation>Pida permiso para modificar el archivo y su carpeta.</translation>
+    </message>
+    <message>
+        <source>Make room on the disk, then try again.</source>
+        <translation>Libere espacio en el disco e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Check that the folder is there, that you may read and write the file, and that there is room on the disk, then try again.</source>
+        <translation>Compruebe que la carpeta existe, que puede leer y modificar el archivo y que hay espacio en el disco, e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Keep a copy of the file as it is, and put the last backup in its place.</source>
+        <translation>Guarde una copia del archivo tal como está y ponga en su lugar la última copia de seguridad.</translation>
+    </message>
+    <message>
+        <source>Start the program with another file: --database FILE.</source>
+        <translation>Inicie el programa con otro archivo: --database FILE.</translation>
+    </message>
+    <message>
+        <source>Install the newer version of this program.</source>
+        <translation>Instale la versión más reciente de este programa.</translation>
+    </message>
+    <message>
+        <source>Nothing was changed in the file.</source>
+        <translation>No se ha cambiado nada en el archivo.</translation>
+    </message>
+</context>
+<context>
     <name>ElasticName</name>
     <message>
         <source>Name Elastic</source>
@@ -375,10 +410,6 @@
 </context>
 <context>
     <name>OpenedTreatment</name>
-    <message>
-        <source>What is changed now is kept until the program ends.</source>
-        <translation>Lo que se cambie ahora se conserva hasta que termine el programa.</translation>
-    </message>
     <message>
         <source>A name is needed.</source>
         <translation>Hace falta un nombre.</translation>
