@@ -9,6 +9,7 @@ kelo_test(store_tests QT
         DatabaseClaimTest.cpp
         ElasticMergeTest.cpp
         TreatmentSessionTest.cpp
+        TreatmentSessionTimingTest.cpp
         TreatmentStoreKilledTest.cpp
         TreatmentStoreOpeningTest.cpp
         TreatmentStoreTest.cpp
