@@ -61,6 +61,7 @@ private:
 
 constexpr int screenWidth = 800;
 constexpr int screenHeight = 600;
+constexpr QRect window(0, 0, 500, 400); ///< the view's, which it fills
 
 class MenuWayland : public testing::Test
 {
@@ -135,7 +136,14 @@ protected:
             30000);
     }
     QPoint onScreen(const QPoint &pointInView) const { return origin + pointInView; }
-    /// Clicks in the view's middle; where the menu comes up, in the view's points.
+    /// Where the menu has come up that was opened last, in the view's points.
+    QRect placeOfMenu()
+    {
+        const QList<int> place = view.numbers("menu");
+        if (place.size() != 4) return {};
+        return {QPoint(place.at(0), place.at(1)), QPoint(place.at(2), place.at(3))};
+    }
+    /// A click in the view's middle by a hand that wobbles.
     QRect openMenu()
     {
         movePointer(onScreen({250, 200}));
@@ -143,9 +151,7 @@ protected:
         EXPECT_TRUE(view.says("menu"));
         input({"mousemove_relative", "6", "6", "mouseup", "1"});
         EXPECT_TRUE(view.says("released"));
-        const QList<int> place = view.numbers("menu");
-        if (place.size() != 4) return {};
-        return {QPoint(place.at(0), place.at(1)), QPoint(place.at(2), place.at(3))};
+        return placeOfMenu();
     }
 
     QTemporaryDir folder;
@@ -164,7 +170,7 @@ TEST_F(MenuWayland, theReleaseChoosesNothingAndEscapeClosesTheMenu)
     const QList<int> pressed = view.numbers("press");
     ASSERT_EQ(pressed.size(), 2);
     EXPECT_FALSE(place.contains(pressed.at(0), pressed.at(1))) << "the pointer";
-    EXPECT_TRUE(QRect(0, 0, 500, 400).contains(place)) << "the window, which is on the screen";
+    EXPECT_TRUE(window.contains(place)) << "which is on the screen";
     EXPECT_EQ(view.count("closed"), 0);
     input({"key", "Escape"});
     EXPECT_TRUE(view.says("closed"));
@@ -201,4 +207,29 @@ TEST_F(MenuWayland, aClickOnARowChoosesItAndOneOutsideOfTheWindowNothing)
     input({"click", "1"});
     EXPECT_TRUE(view.says("closed", 2));
     EXPECT_EQ(view.count("chosen"), 1);
+}
+
+TEST_F(MenuWayland, theKeysReachTheLastRowWhichWasScrolledAway)
+{
+    openMenu();
+    movePointer(onScreen({40, 60})); // off the row that it had come over
+    input({"key", "Up", "Return"});
+    EXPECT_TRUE(view.says("closed"));
+    EXPECT_EQ(view.count("chosen row 39"), 1) << view.lines().join('\n').toStdString();
+    EXPECT_EQ(view.count("key"), 0);
+}
+
+TEST_F(MenuWayland, aSubmenuStaysInsideOfTheWindowToo)
+{
+    const QRect place = openMenu();
+    movePointer(onScreen({40, 60}));
+    input({"key", "Down", "Down", "Right"});
+    ASSERT_TRUE(view.says("menu", 2));
+    const QRect inner = placeOfMenu();
+    EXPECT_TRUE(window.contains(inner));
+    EXPECT_FALSE(inner.intersects(place)) << "it is beside its menu";
+    movePointer(onScreen(inner.topLeft() + QPoint(30, 10)));
+    input({"click", "1"});
+    EXPECT_TRUE(view.says("closed"));
+    EXPECT_EQ(view.count("chosen inner row 0"), 1);
 }

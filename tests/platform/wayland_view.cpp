@@ -46,12 +46,12 @@ protected:
     }
 };
 
-std::shared_ptr<Menu> makeMenu()
+std::shared_ptr<Menu> makeMenu(const std::string &title)
 {
-    auto menu = std::make_shared<Menu>("menu");
+    auto menu = std::make_shared<Menu>(title);
     for (int row = 0; row < 40; ++row)
         menu->addItemWithTitle_actionName_action(
-            "row " + std::to_string(row),
+            title + ' ' + std::to_string(row),
             "choose:", [](MenuItem &item) { say("chosen " + item.title); });
     return menu;
 }
@@ -85,7 +85,8 @@ int main(int argc, char **argv)
     OpenGLView::setSurfaceKind(SurfaceKind::Window);
     const auto view = std::make_shared<test::DrawingView>(Rect{{0.0, 0.0}, {500.0, 350.0}});
     view->acceptsMouseMovedEvents = true;
-    const auto menu = makeMenu();
+    const auto menu = makeMenu("row");
+    menu->items().at(1)->submenu = makeMenu("inner row");
     QWidget top;
     auto *layout = new QVBoxLayout(&top);
     layout->setContentsMargins({});
@@ -100,17 +101,17 @@ int main(int argc, char **argv)
         say("closed");
     };
     // A menu is open as soon as the compositor shows it.
-    bool isOpen = false;
+    const QWidget *shown = nullptr;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
         const QWidget *popup = QApplication::activePopupWidget();
         const bool isShown = popup && popup->windowHandle() && popup->windowHandle()->isExposed();
-        if (isShown && !isOpen) {
+        if (isShown && popup != shown) {
             const QPoint corner = container->mapFromGlobal(popup->geometry().topLeft());
             const QPoint end = container->mapFromGlobal(popup->geometry().bottomRight());
             say("menu " + text(corner) + ' ' + text(end));
         }
-        isOpen = isShown;
+        shown = isShown ? popup : nullptr;
     });
     poll.start(5);
     ReleaseWatch watch;
