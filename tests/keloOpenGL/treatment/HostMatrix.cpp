@@ -252,6 +252,14 @@ void appendElasticOperations(std::vector<MatrixOperation> &list)
                         MenuItem row = rowFor(host.configuration);
                         host.view->placeSelectedElasticsConfigType(row);
                     }});
+    list.push_back({"placeConfigurationAgain",
+                    [](MatrixHost &host) {
+                        host.place({"7", "26"});
+                    },
+                    [](MatrixHost &host) {
+                        MenuItem row = rowFor(host.configuration);
+                        host.view->placeSelectedElasticsConfigType(row);
+                    }});
     list.push_back({"colorElasticRow", onFirstElastic,
                     rowAction(&View::updateElasticColorMenuItemSelected, sizeRow)});
     list.push_back(
@@ -394,6 +402,10 @@ void MatrixHost::reactTo(int call, std::function<void(MatrixHost &)> reaction)
     viewDelegate->toggleFullScreenMode = told;
     viewDelegate->printImagesLeft_front_right_forDate_elasticsLeft_front_right = told;
     viewDelegate->launchElasticsConfigAssociationSheetWithElasticModel_namingAction = told;
+    viewDelegate->mayPlaceAgain = [this](const auto &) {
+        wasTold();
+        return true;
+    };
     document->setDelegate(documentDelegate.get());
     view->setDelegate(viewDelegate.get());
 }
