@@ -1,6 +1,5 @@
 #include "viewer/TreatmentPage.h"
 
-#include "viewer/Limits.h"
 #include "viewer/OutputFile.h"
 
 #include <QBuffer>
@@ -52,11 +51,15 @@ QFont fontOfSize(int points, bool bold = false)
     return font;
 }
 
-/// Names as the page prints them. Breaking a word into lines takes time in proportion to the square
-/// of its length, and a database may hold a name of any length.
-QString printedName(const QString &name)
+/// In characters: a heading of two such names leaves room for the lists below it on every paper.
+constexpr qsizetype longestHeadingName = 300;
+
+/// A name as the heading has it. The heading is on every sheet, and a database may hold a name of
+/// any length.
+QString headingName(const QString &name)
 {
-    return name.size() <= longestText ? name : name.left(longestText) + QStringLiteral("…");
+    return name.size() <= longestHeadingName ? name
+                                             : name.left(longestHeadingName) + QStringLiteral("…");
 }
 
 QColor asQColor(const kelo::Color &color)
@@ -89,7 +92,7 @@ std::vector<Row> rowsOfElastics(const kelo::ElasticDescriptions &elastics, Tooth
     std::vector<Row> rows;
     for (const kelo::ElasticDescription &elastic : elastics) {
         const QString teeth = toothNames(elastic.brackets, notation);
-        const QString size = printedName(QString::fromStdString(elastic.name));
+        const QString size = QString::fromStdString(elastic.name);
         rows.push_back({asQColor(elastic.color.value_or(kelo::Color::whiteColor())),
                         size.isEmpty() ? teeth : TreatmentPageText::tr("%1: %2").arg(size, teeth)});
     }
@@ -100,10 +103,9 @@ std::vector<Row> rowsOfColors(const std::vector<PrintedColor> &colors, ToothNota
 {
     std::vector<Row> rows;
     for (const PrintedColor &color : colors)
-        rows.push_back(
-            {asQColor(color.color), TreatmentPageText::tr("%1: %2").arg(
-                                        printedName(color.label),
-                                        toothNames(color.teeth, notation, QStringLiteral(", ")))});
+        rows.push_back({asQColor(color.color),
+                        TreatmentPageText::tr("%1: %2").arg(
+                            color.label, toothNames(color.teeth, notation, QStringLiteral(", ")))});
     return rows;
 }
 
@@ -219,8 +221,8 @@ private:
 
     QString patientText() const
     {
-        const QString name = printedName(page_.patientName);
-        const QString identifier = printedName(page_.patientIdentifier);
+        const QString name = headingName(page_.patientName);
+        const QString identifier = headingName(page_.patientIdentifier);
         return identifier.isEmpty() ? name : TreatmentPageText::tr("%1 (%2)").arg(name, identifier);
     }
 
@@ -473,7 +475,7 @@ QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layo
     QPdfWriter writer(&buffer);
     writer.setPageLayout(layout);
     writer.setTitle(TreatmentPageText::tr("Treatment of %1, %2")
-                        .arg(printedName(page.patientName),
+                        .arg(headingName(page.patientName),
                              QLocale().toString(page.date, QLocale::LongFormat)));
     writer.setCreator(QStringLiteral("treatment-viewer"));
     return paintTreatmentPage(page, writer) > 0 ? pdf : QByteArray();

@@ -133,11 +133,21 @@ TEST_F(DatabaseThatCannotBeUsed, thatIsDamagedIsNamedAndLeftAsItIs)
 TEST_F(DatabaseThatCannotBeUsed, thatIsLockedIsNamedAndLeftAsItIs)
 {
     makeDatabase();
-    const Connection other(path);
-    other.run("PRAGMA journal_mode = DELETE");
-    other.run("BEGIN EXCLUSIVE");
-    expectRefused("the database is locked by another program");
-    other.run("ROLLBACK");
+    Connection(path).run("PRAGMA journal_mode = DELETE");
+    const QByteArray before = contentOf(path);
+    Ended ended{};
+    {
+        // While the lock is held this process must not open the file otherwise: closing it again
+        // would take the lock away.
+        const Connection other(path);
+        other.run("BEGIN EXCLUSIVE");
+        ended = runLimited(Limit::None, {"--headless", "--database", path, "--picture", picture});
+        other.run("ROLLBACK");
+    }
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_EQ(ended.errors, path.toUtf8() + ": the database is locked by another program\n");
+    EXPECT_FALSE(QFile::exists(picture));
+    EXPECT_EQ(contentOf(path), before);
 }
 
 TEST_F(DatabaseThatCannotBeUsed, thatHasNoRoomOnTheDiskIsNamed)
