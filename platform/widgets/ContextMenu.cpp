@@ -171,6 +171,9 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
         const MenuOpening opening(*nativeMenu, pointer, areaForMenus(topLevel, pointer));
         chosen = itemOfAction(nativeMenu->exec(opening.menuPosition()));
         delete nativeMenu;
+        // What is chosen may take a while. The window system takes the menu off the screen first,
+        // and what it covered is painted: the window system keeps no picture of it.
+        QGuiApplication::sync();
         return opening.pressHasEnded();
     };
     // The delegate and the actions are the view's affair as a rule, and end with it.
