@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QProcess>
 #include <QWidget>
 #include <QWindow>
 
@@ -76,6 +78,36 @@ TEST_F(ContextMenuWindowTest, theMenuOpensAtTheEventInFrontOfTheTopLevelWindow)
     popUpNativeContextMenu(menu, event, *view);
     EXPECT_EQ(position, expected);
     EXPECT_EQ(transientParent, host->windowHandle());
+}
+
+TEST_F(ContextMenuWindowTest, aMenuIsOffTheScreenBeforeWhatWasChosenBegins)
+{
+    // Asked by another program: this one's own requests would push the menu's end before them.
+    const auto windowsOnTheScreen = [] {
+        QProcess search;
+        search.start(QStringLiteral("xdotool"),
+                     {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                      QStringLiteral("--name"), QStringLiteral("^$|.")});
+        search.waitForFinished();
+        return QString::fromLatin1(search.readAllStandardOutput()).count(QLatin1Char('\n'));
+    };
+    const auto before = windowsOnTheScreen();
+    auto whileOpen = before;
+    auto inTheAction = before - 1;
+    menu->items().front()->action = [&](MenuItem &) { inTheAction = windowsOnTheScreen(); };
+    RunLoop::main().performSoon([&] {
+        auto *native = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_NE(native, nullptr);
+        while (!native->windowHandle()->isExposed())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        whileOpen = windowsOnTheScreen();
+        native->setActiveAction(native->actions().front());
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QApplication::sendEvent(native, &press);
+    });
+    popUpNativeContextMenu(menu, {}, *view);
+    EXPECT_GT(whileOpen, before);
+    EXPECT_EQ(inTheAction, before);
 }
 
 TEST_F(ContextMenuWindowTest, aViewThatEndsWhileItsMenuIsOpenIsNotToldOfTheClosing)
