@@ -143,7 +143,8 @@ void HVOGLBasicView::updateExtents()
     try {
         const auto united = std::make_shared<MutableExtents>();
         if (documentModel()) {
-            for (const auto &model : documentModel()->loadedModels())
+            // Throws where a gum is missing: a scene that is not whole has the default frame.
+            for (const auto &model : documentModel()->models())
                 united->absorbExtents(model->extents());
         }
         setModelExtents(united->active() ? united : nullptr);
