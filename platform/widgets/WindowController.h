@@ -63,6 +63,9 @@ signals:
     void documentChanged();
 
 protected:
+    /// Watches the window for Close, by which windowWillClose runs. Event filters that were
+    /// installed before the window was handed over come after this one and do not hear of Close;
+    /// later ones hear of every closing.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:

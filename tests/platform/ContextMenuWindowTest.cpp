@@ -1,13 +1,13 @@
 #include "platform/Menu.h"
 #include "platform/OpenGLView.h"
 #include "platform/RunLoop.h"
+#include "tests/support/WindowTest.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QProcess>
 #include <QWidget>
 #include <QWindow>
 
@@ -15,6 +15,8 @@
 #include <memory>
 
 using namespace kelo;
+using kelo::test::screenshotOf;
+using kelo::test::waitUntil;
 
 namespace {
 
@@ -82,32 +84,33 @@ TEST_F(ContextMenuWindowTest, theMenuOpensAtTheEventInFrontOfTheTopLevelWindow)
 
 TEST_F(ContextMenuWindowTest, aMenuIsOffTheScreenBeforeWhatWasChosenBegins)
 {
-    // Asked by another program: this one's own requests would push the menu's end before them.
-    const auto windowsOnTheScreen = [] {
-        QProcess search;
-        search.start(QStringLiteral("xdotool"),
-                     {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                      QStringLiteral("--name"), QStringLiteral("^$|.")});
-        search.waitForFinished();
-        return QString::fromLatin1(search.readAllStandardOutput()).count(QLatin1Char('\n'));
+    // The menu opens at the view's lower left corner and covers what is below the view.
+    QPalette red;
+    red.setColor(QPalette::Window, Qt::red);
+    host->setPalette(red);
+    const auto belowTheView = [this] {
+        return screenshotOf(*host->windowHandle()).copy(42, 185, 20, 20);
     };
-    const auto before = windowsOnTheScreen();
-    auto whileOpen = before;
-    auto inTheAction = before - 1;
-    menu->items().front()->action = [&](MenuItem &) { inTheAction = windowsOnTheScreen(); };
+    QImage painted(20, 20, QImage::Format_RGB32);
+    painted.fill(Qt::red);
+    const auto isPainted = [&] {
+        return belowTheView().convertToFormat(QImage::Format_RGB32) == painted;
+    };
+    ASSERT_TRUE(waitUntil(isPainted));
+    bool coveredByTheMenu = false;
+    bool paintedInTheAction = false;
+    menu->items().front()->action = [&](MenuItem &) { paintedInTheAction = isPainted(); };
     RunLoop::main().performSoon([&] {
         auto *native = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         ASSERT_NE(native, nullptr);
-        while (!native->windowHandle()->isExposed())
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        whileOpen = windowsOnTheScreen();
+        coveredByTheMenu = waitUntil([&] { return !isPainted(); });
         native->setActiveAction(native->actions().front());
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
         QApplication::sendEvent(native, &press);
     });
     popUpNativeContextMenu(menu, {}, *view);
-    EXPECT_GT(whileOpen, before);
-    EXPECT_EQ(inTheAction, before);
+    EXPECT_TRUE(coveredByTheMenu);
+    EXPECT_TRUE(paintedInTheAction) << "what the menu covered";
 }
 
 TEST_F(ContextMenuWindowTest, aViewThatEndsWhileItsMenuIsOpenIsNotToldOfTheClosing)
