@@ -13,11 +13,10 @@
 
 #include <map>
 #include <set>
+#include <string>
 
 namespace kelo {
 namespace {
-
-/// Stands for a bracket without colour in the change reports, so that no colour may have it.
 
 const QString bracketColorTypesName = QStringLiteral("bracketColorTypes");
 const QString elasticsSizeTypesName = QStringLiteral("elasticsSizeTypes");
@@ -247,7 +246,8 @@ CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string 
         problems, [](BracketColorType &type, Record &record) {
             type.bracketColor = record.color("bracketColor");
             if (type.typeID == noBracketColorTypeID)
-                record.problem("typeID", "4999 stands for a bracket without colour");
+                record.problem("typeID", std::to_string(noBracketColorTypeID) +
+                                             " stands for a bracket without colour");
         });
     catalogue.elasticsSizeTypes = readList<ElasticsSizeType>(
         object, elasticsSizeTypesName, place, defaults ? &defaults->elasticsSizeTypes : nullptr,

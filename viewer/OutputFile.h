@@ -12,8 +12,8 @@ QString writeWholeFile(const QString &path, const QByteArray &content);
 /// Writes to standard output, up to its last byte. Returns what went wrong, or an empty text.
 QString writeToStandardOutput(const QByteArray &content);
 
-/// The same as writeWholeFile for a picture or a page: where none could be made (no content), an earlier file stays
-/// and the text is "PATH: PROBLEM".
+/// The same as writeWholeFile for a picture or a page: where none could be made (no content), an
+/// earlier file stays and the text is "PATH: PROBLEM".
 QString writeWhatWasMade(const QString &path, const QByteArray &content, const QString &problem);
 
 } // namespace viewer

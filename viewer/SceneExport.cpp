@@ -2,11 +2,11 @@
 
 #include "document/DXDocumentModel.h"
 #include "geometry/Matrix.h"
+#include "keloModel/NameKey.h"
 #include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/RubberBand.h"
 #include "models/DXGLightweightModel.h"
-#include "keloModel/NameKey.h"
 
 #include <algorithm>
 #include <charconv>
@@ -142,11 +142,9 @@ void addJaw(OBJText &text, const kelo::DXDocumentModel &document, const kelo::DX
 bool showsElasticOver(const kelo::DXOpenGL &view, const std::vector<std::string> &keys)
 {
     using kelo::ScenePart;
-    const auto upper = kelo::TreatmentNote::upperToothNameKeys();
     const auto archIsShown = [&](const std::string &key) {
-        const bool isUpper =
-            std::find(upper.begin(), upper.end(), kelo::toothKeyOfNameKey(key)) != upper.end();
-        return view.showsScenePart(isUpper ? ScenePart::UpperArch : ScenePart::LowerArch);
+        return view.showsScenePart(kelo::isUpperArchKey(key) ? ScenePart::UpperArch
+                                                             : ScenePart::LowerArch);
     };
     return view.showsScenePart(ScenePart::Elastics) &&
            std::all_of(keys.begin(), keys.end(), archIsShown);

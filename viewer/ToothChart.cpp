@@ -48,7 +48,7 @@ QIcon iconOf(Shape shape, const std::optional<QColor> &fill, const QPalette &pal
     return icon;
 }
 
-QColor colorOf(const kelo::BracketColorType &type)
+QColor swatchColor(const kelo::BracketColorType &type)
 {
     if (!type.bracketColor) return Qt::white;
     const auto &color = *type.bracketColor;
@@ -161,7 +161,7 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
     std::sort(types.begin(), types.end(),
               [](const auto &a, const auto &b) { return a->displayOrder < b->displayOrder; });
     for (const auto &type : types)
-        bracket.menu()->addAction(iconOf(Shape::Square, colorOf(*type), palette()),
+        bracket.menu()->addAction(iconOf(Shape::Square, swatchColor(*type), palette()),
                                   QString::fromStdString(type->typeLabel), this,
                                   [choose, type] { choose(type->typeID); });
 }
@@ -202,7 +202,7 @@ void ToothChart::showBracket(const std::string &key, QToolButton &bracket, bool 
     const auto color = colors.find(key);
     const auto type = color == colors.end() ? types.end() : types.find(color->second);
     const bool hasColor = type != types.end();
-    const QColor fill = hasColor ? colorOf(*type->second) : QColor(Qt::white);
+    const QColor fill = hasColor ? swatchColor(*type->second) : QColor(Qt::white);
     bracket.setChecked(placed);
     bracket.setEnabled(mayEdit_ && toothIsThere);
     bracket.setIcon(iconOf(Shape::Square, placed ? std::optional(fill) : std::nullopt, palette()));

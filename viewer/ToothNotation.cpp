@@ -1,5 +1,7 @@
 #include "viewer/ToothNotation.h"
 
+#include "keloModel/NameKey.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 
@@ -47,9 +49,8 @@ QString nameOf(int universalNumber, ToothNotation notation)
 
 QString toothName(const std::string &key, ToothNotation notation)
 {
-    QString number = QString::fromStdString(key);
-    const bool isButton = number.endsWith(QLatin1Char('l'));
-    if (isButton) number.chop(1);
+    const bool isButton = kelo::isButtonKey(key);
+    const QString number = QString::fromStdString(kelo::toothKeyOfNameKey(key));
     bool isNumber = false;
     const int universalNumber = number.toInt(&isNumber);
     if (!isNumber || universalNumber < 1 || universalNumber > 4 * teethInQuadrant)

@@ -18,7 +18,6 @@ namespace {
 using kelo::JSONProblems;
 
 constexpr int currentVersion = 1;
-/// What the change reports call a bracket without colour; files may say it instead of null.
 
 const QString dateForm = QStringLiteral("yyyy-MM-dd");
 

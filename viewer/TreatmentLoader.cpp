@@ -68,7 +68,7 @@ MeshPaths pathsInFolder(const QDir &folder, const std::vector<std::string> &toot
         paths.brackets[key] = path("bracket_" + key + ".obj");
     }
     for (const std::string &key : buttonKeys) {
-        const std::string tooth = key.substr(0, key.size() - 1);
+        const std::string tooth = kelo::toothKeyOfNameKey(key);
         if (!isMissing(tooth)) paths.buttons[key] = path("button_" + tooth + ".obj");
     }
     return paths;

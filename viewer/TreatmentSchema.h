@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keloOpenGL/keloOpenGL.h"
 #include "viewer/TreatmentSchemaVersions.h"
 #include "viewer/TreatmentStoreConnection.h"
 
@@ -9,8 +10,10 @@ namespace viewer {
 /// tables is the user_version.
 inline constexpr int treatmentApplicationID = 0x6b656c6f;
 
-/// What stands in place of a bracket's colour type when it has none.
+/// What is stored for a bracket without colour. Databases hold this number: should the library's
+/// ever be another one, it is translated here.
 inline constexpr long storedNoColorTypeID = 4999;
+static_assert(storedNoColorTypeID == kelo::noBracketColorTypeID);
 
 /// Throws StoreError for a database of a newer version or of another program, and for one with
 /// tables, views or triggers that this program did not make: none of them is ever run. Changes

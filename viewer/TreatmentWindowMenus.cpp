@@ -22,11 +22,6 @@
 #include <utility>
 
 namespace viewer {
-namespace {
-
-/// Posted for every option panel of the program to close.
-
-} // namespace
 
 void TreatmentWindow::makeMenus()
 {

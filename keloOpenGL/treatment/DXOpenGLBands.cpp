@@ -77,7 +77,7 @@ Matrix identity()
     return matrix;
 }
 
-std::optional<Color> colorOf(const std::shared_ptr<ElasticsSizeType> &size)
+std::optional<Color> colorOfSize(const std::shared_ptr<ElasticsSizeType> &size)
 {
     return size ? Color::fromComponents(size->elasticsColor) : std::nullopt;
 }
@@ -127,15 +127,15 @@ void DXOpenGL::drawElastics()
     for (std::size_t i = 0; i < elastics.size(); ++i) {
         if (!drawsElasticOver(elastics[i]->bracketSequence())) continue;
         drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
-            elastics[i]->bracketSequence(), colorOf(elastics[i]->elasticsSizeType()), true,
+            elastics[i]->bracketSequence(), colorOfSize(elastics[i]->elasticsSizeType()), true,
             isInColorPickMode(), static_cast<std::uint32_t>(i));
     }
     if (!bracketSequence_ || bracketSequence_->size() < 2) return;
     const auto &sizes = document->availableElasticsSizeTypes();
     const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
     drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
-        *bracketSequence_, size == sizes.end() ? std::nullopt : colorOf(size->second), false, false,
-        0);
+        *bracketSequence_, size == sizes.end() ? std::nullopt : colorOfSize(size->second), false,
+        false, 0);
 }
 
 ElasticDescriptions
@@ -150,7 +150,7 @@ DXOpenGL::elasticsForToothNames(const std::vector<std::string> &toothNames) cons
         const auto &keys = elastic->bracketSequence();
         if (std::none_of(keys.begin(), keys.end(), isGiven)) continue;
         const auto &size = elastic->elasticsSizeType();
-        descriptions.push_back({colorOf(size), size ? size->typeLabel : std::string(), keys});
+        descriptions.push_back({colorOfSize(size), size ? size->typeLabel : std::string(), keys});
     }
     return descriptions;
 }

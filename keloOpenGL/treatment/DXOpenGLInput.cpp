@@ -281,12 +281,13 @@ void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
     Event press = keyEvent;
     press.type = EventType::RightMouseDown;
     press.clickCount = 1;
-    const auto thisLife = life();
-    if (mouseModeIsElastics())
-        elasticsMouseDown(press);
-    else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
-        colorMouseDown(press);
-    if (!thisLife.expired()) _rotating = false; // on nothing a press begins a drag, a key does not
+    const auto openMenu = [&] {
+        if (mouseModeIsElastics())
+            elasticsMouseDown(press);
+        else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
+            colorMouseDown(press);
+    };
+    if (survives(openMenu)) _rotating = false; // on nothing a press begins a drag, a key does not
 }
 
 void DXOpenGL::exitFullScreenModeWithOptions()

@@ -91,12 +91,10 @@ void DXOpenGL::signalElasticsPlacement(const std::string &name)
     const auto pulse = std::make_shared<Pulse>();
     pulse->model = model;
     const auto pulseBefore = std::exchange(pulse_, pulse);
-    const auto thisLife = life();
     for (int step = 0; step < pulseSteps; ++step) {
         const double change = step < pulseSteps / 2 ? -pulseShininessStep : pulseShininessStep;
         working->setShininess(working->shininess() + change);
-        display();
-        if (thisLife.expired()) return; // drawing lets in events that are waiting
+        if (!survives([this] { display(); })) return; // drawing lets in events that are waiting
     }
     pulse_ = pulseBefore;
 }

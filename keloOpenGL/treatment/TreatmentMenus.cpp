@@ -24,7 +24,7 @@ const std::string elasticsConfigEntity = "ElasticsConfigType";
 constexpr int rowIndentation = 2;
 
 /// A record without a colour is shown as a white one.
-Color colorOf(const std::optional<std::array<double, 4>> &components)
+Color colorOrWhite(const std::optional<std::array<double, 4>> &components)
 {
     return Color::fromComponents(components).value_or(Color::whiteColor());
 }
@@ -33,7 +33,7 @@ template<class Type>
 CatalogueRow rowOf(const std::shared_ptr<Type> &type,
                    const std::optional<std::array<double, 4>> &color)
 {
-    return {type->typeLabel, type->typeID, type->displayOrder, colorOf(color), type};
+    return {type->typeLabel, type->typeID, type->displayOrder, colorOrWhite(color), type};
 }
 
 } // namespace
@@ -135,8 +135,9 @@ void TreatmentMenus::
         const auto size = configuration->elasticsSizeTypeID > 0
                               ? sizeTypes.find(configuration->elasticsSizeTypeID)
                               : sizeTypes.end();
-        item->image = images_.color(size == sizeTypes.end() ? Color::whiteColor()
-                                                            : colorOf(size->second->elasticsColor));
+        item->image =
+            images_.color(size == sizeTypes.end() ? Color::whiteColor()
+                                                  : colorOrWhite(size->second->elasticsColor));
     }
     if (isEmpty) return;
     header->tag = -4;

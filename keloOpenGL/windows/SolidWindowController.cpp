@@ -8,11 +8,6 @@
 #include <utility>
 
 namespace kelo {
-namespace {
-
-const std::string zoomToFitNotification = "zoomToFitNotification";
-
-} // namespace
 
 SolidWindowController::SolidWindowController(std::string windowNibName)
     : WindowControllerWithDocumentController(std::move(windowNibName))

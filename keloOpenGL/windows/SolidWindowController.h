@@ -11,6 +11,9 @@
 
 namespace kelo {
 
+/// Asks the view that is its object to fit the scene into the window.
+inline constexpr char zoomToFitNotification[] = "zoomToFitNotification";
+
 /// The main window of a treatment: its interface file holds a kelo::TreatmentView named "view",
 /// which shows the document's model while the window is open, and may hold a control named
 /// "mouseModeView".
@@ -28,7 +31,7 @@ public:
     QWidget *mouseModeView() const { return mouseModeView_; }
 
     /// Binds the view's "documentModel" to the document's "model" and queues a
-    /// "zoomToFitNotification" about the view, which fits the scene into the window.
+    /// zoomToFitNotification about the view.
     void awakeFromNib() override;
     void windowWillClose(QWidget *window) override;
 

@@ -1,8 +1,11 @@
 // A second start of the viewer on a database that is open in a window.
 
 #include "tests/viewer/TreatmentWindowFixture.h"
+#include "viewer/DatabaseClaim.h"
 
 #include <QProcess>
+
+#include <optional>
 
 using namespace viewer;
 using namespace viewer::test;
@@ -53,6 +56,29 @@ TEST_F(SecondStart, handsItsFileOver)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(SecondStart, besideAProgramWithoutItsDatabaseIsUnusable)
+{
+    const DatabaseClaim held(commandLine.database);
+    ASSERT_FALSE(held.isElsewhere());
+    all = std::make_unique<OpenTreatments>(commandLine);
+    std::optional<StoreProblem> problem;
+    try {
+        all->openFirst();
+    } catch (const UnusableDatabase &failure) {
+        problem = failure.problem();
+        EXPECT_EQ(QString::fromUtf8(failure.what()),
+                  commandLine.database + ": the database could not be opened");
+    }
+    EXPECT_EQ(problem, StoreProblem::NotReachable);
+    EXPECT_FALSE(QFile::exists(commandLine.database));
+
+    answerNextBox(QMessageBox::Ok);
+    all->importFile(writeFile("patient.json"), nullptr);
+    EXPECT_EQ(said, commandLine.database + ": the database could not be opened");
+    EXPECT_EQ(advised, "Check that the folder is there, that you may read and write the file, and "
+                       "that there is room on the disk, then try again.");
+}
+
 TEST_F(SecondStart, thatIsToPlayAScriptOpensForReadingOnly)
 {
     open();
@@ -60,22 +86,25 @@ TEST_F(SecondStart, thatIsToPlayAScriptOpensForReadingOnly)
     another.script = "a.script";
     OpenTreatments others(another);
     EXPECT_FALSE(others.isShownElsewhere());
-    QString sentence;
+    QString sentence, advice;
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [&] {
         for (QWidget *widget : QApplication::topLevelWidgets()) {
             auto *box = qobject_cast<QMessageBox *>(widget);
             if (!box || !box->isVisible()) continue;
             sentence = box->text();
+            advice = box->informativeText();
             box->accept();
         }
     });
     answer.start(50);
     TreatmentDocument &document = others.openFirst();
     waitUntil([&] { return !sentence.isEmpty(); });
-    EXPECT_EQ(sentence, commandLine.database +
-                        ": another window of the program works with the database; it is open for "
-                        "reading only");
+    EXPECT_EQ(sentence,
+              commandLine.database +
+                  ": another window of the program works with the database; it is open for "
+                  "reading only");
+    EXPECT_EQ(advice, "Close the other program that works with the database, then try again.");
     EXPECT_TRUE(document.treatment()->isReadOnly());
     const auto &view = document.mainWindow()->view();
     EXPECT_FALSE(view.displayedDateIsToday());
