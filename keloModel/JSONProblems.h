@@ -44,15 +44,17 @@ public:
         return std::exchange(sentences_, {});
     }
 
-    /// A piece of the text as problems repeat it: of a long one the beginning, followed by "…".
+    /// A piece of the text as problems repeat it: of a long one the beginning, followed by "…", and
+    /// control characters, line breaks among them, as "\x0a": a problem is one line. What turns the
+    /// direction of writing is left to whoever shows it.
     static std::string shown(const std::string &text)
     {
-        if (text.size() <= mostShownBytes) return text;
+        if (text.size() <= mostShownBytes) return withoutControls(text);
         std::size_t length = mostShownBytes;
         // Bytes of the form 10xxxxxx go on with a character that began before.
         while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
             --length;
-        return text.substr(0, length) + "…";
+        return withoutControls(text.substr(0, length)) + "…";
     }
 
     static std::string member(const std::string &place, const std::string &name)
@@ -65,6 +67,20 @@ public:
     }
 
 private:
+    static std::string withoutControls(const std::string &text)
+    {
+        static constexpr char digits[] = "0123456789abcdef";
+        std::string shown;
+        for (const char c : text) {
+            const auto byte = static_cast<unsigned char>(c);
+            if (byte < 0x20 || byte == 0x7F)
+                shown += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+            else
+                shown += c;
+        }
+        return shown;
+    }
+
     std::vector<std::string> sentences_;
     std::size_t furtherCount_ = 0;
 };

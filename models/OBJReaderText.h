@@ -46,10 +46,23 @@ inline bool isControlCharacter(std::string_view character)
     return character.size() == 2 && byte(0) == 0xC2 && byte(1) < 0xA0;
 }
 
+/// Whether the character turns the direction of what is written around it (U+061C, U+200E, U+200F,
+/// U+202A to U+202E, U+2066 to U+2069) or begins a line of its own (U+2028, U+2029).
+inline bool turnsText(std::string_view character)
+{
+    if (character == "\u061C") return true;
+    if (character.size() != 3 || character[0] != '\xE2') return false;
+    const auto second = static_cast<unsigned char>(character[1]);
+    const auto third = static_cast<unsigned char>(character[2]);
+    if (second == 0x81) return third >= 0xA6 && third <= 0xA9;
+    return second == 0x80 && (third == 0x8E || third == 0x8F || (third >= 0xA8 && third <= 0xAE));
+}
+
 } // namespace detail
 
-/// Text from a file, or a file's name, as a message shows it: control characters and bytes that are
-/// no UTF-8 as `\x1b`, so that they never reach a terminal, and no more than `longest` bytes of the
+/// Text from a file, or a file's name, as a message shows it: control characters, marks
+/// that turn the direction of writing and bytes that are no UTF-8 as `\x1b`, byte by byte, so that
+/// they never reach a terminal, and no more than `longest` bytes of the
 /// text, with "..." for the rest.
 inline std::string shownText(std::string_view text, std::size_t longest)
 {
@@ -60,7 +73,8 @@ inline std::string shownText(std::string_view text, std::size_t longest)
         const std::size_t taken = length == 0 ? 1 : length;
         if (at + taken > longest) return shown + "...";
         const std::string_view character = text.substr(at, taken);
-        if (length != 0 && !detail::isControlCharacter(character)) {
+        if (length != 0 && !detail::isControlCharacter(character) &&
+            !detail::turnsText(character)) {
             shown += character;
         } else {
             for (const char c : character) {

@@ -1,5 +1,7 @@
 #include "viewer/ElasticNameController.h"
 
+#include "keloModel/Catalogue.h"
+
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -23,6 +25,8 @@ void ElasticNameController::awakeFromNib()
     auto *dialog = qobject_cast<QDialog *>(sheet);
     kelo::assertThat(label_ && name_ && reason_ && buttons && dialog,
                      "The interface file ElasticName lacks a part of its sheet");
+    // A name that is longer could be exported, and not be read again.
+    name_->setMaxLength(static_cast<int>(kelo::longestCatalogueText));
     accept_ = buttons->button(QDialogButtonBox::Ok);
     connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);

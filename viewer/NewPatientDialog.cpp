@@ -1,6 +1,7 @@
 #include "viewer/NewPatientDialog.h"
 
 #include "viewer/DateText.h"
+#include "viewer/Limits.h"
 
 #include <QCheckBox>
 #include <QDate>
@@ -39,6 +40,9 @@ NewPatientDialog::NewPatientDialog(QStringList identifiers, QWidget *parent)
     birthDate_->setEnabled(false);
     birthDate_->setAccessibleName(tr("Date of birth"));
     name_->setMinimumWidth(260);
+    // What is longer could be exported, and not be read again.
+    for (QLineEdit *text : {name_, identifier_})
+        text->setMaxLength(static_cast<int>(longestText));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     accept_ = buttons->button(QDialogButtonBox::Ok);
     auto *layout = new QFormLayout(this);

@@ -1,12 +1,13 @@
 #include "viewer/OpenTreatments.h"
 
+#include "viewer/DatabaseAdvice.h"
 #include "viewer/DatabaseClaim.h"
 #include "viewer/OpenedTreatment.h"
+#include "viewer/PlainBox.h"
 #include "viewer/Preferences.h"
 #include "viewer/TreatmentWindow.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPointer>
 #include <QProgressDialog>
 #include <QTimer>
@@ -90,9 +91,9 @@ TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
     // A treatment of a file has a store in memory to itself, unless a database is named.
     const bool isInDatabase = commandLine.file.isEmpty() || !commandLine.database.isEmpty();
     if (isInDatabase) {
-        const auto opened = store();
-        // Beside another program nothing is made that is not there.
-        if (!opened && claim().isElsewhere()) throw BadTreatment(opened.sentence().toStdString());
+        // The only place where windows open the database: beside another program nothing is made
+        // that is not there, and what fails is not tried once more in another way.
+        if (const auto opened = store(); !opened) throw UnusableDatabase(opened.failure());
     }
     auto document = std::make_unique<TreatmentDocument>(commandLine, told, *this,
                                                         isInDatabase ? store_ : nullptr);
@@ -115,8 +116,11 @@ void OpenTreatments::openOrTell(const CommandLine &commandLine, QWidget *over)
     }
     try {
         open(commandLine);
+    } catch (const UnusableDatabase &failure) {
+        warn(over, tr("Open Treatment"), QString::fromUtf8(failure.what()),
+             adviceOn(failure.problem()));
     } catch (const std::exception &failure) {
-        QMessageBox::warning(over, tr("Open Treatment"), QString::fromUtf8(failure.what()));
+        warn(over, tr("Open Treatment"), QString::fromUtf8(failure.what()));
     }
 }
 
@@ -148,10 +152,13 @@ void OpenTreatments::importFile(const QString &path, QWidget *over)
 {
     const auto database = store();
     try {
-        if (!database) throw BadTreatment(database.sentence().toStdString());
+        if (!database) throw UnusableDatabase(database.failure());
         openStored(importTreatment(*database.value(), path), over);
+    } catch (const UnusableDatabase &failure) {
+        warn(over, tr("Import Treatment"), QString::fromUtf8(failure.what()),
+             adviceOn(failure.problem()));
     } catch (const BadTreatment &failure) {
-        QMessageBox::warning(over, tr("Import Treatment"), QString::fromUtf8(failure.what()));
+        warn(over, tr("Import Treatment"), QString::fromUtf8(failure.what()));
     }
 }
 

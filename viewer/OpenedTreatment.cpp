@@ -380,12 +380,13 @@ void OpenedTreatment::takeNewNames()
 {
     const auto named = store_->namedElastics();
     if (!named) return; // told when something is stored
+    std::unordered_set<long> namedIDs;
+    for (const auto &other : named.value())
+        namedIDs.insert(other.typeID);
     // A name that was taken back elsewhere stays where an elastic has it.
     const auto isGone = [&](const auto &type) {
         const auto &elastics = document_->elasticModels();
-        return type->typeID >= firstOwnTypeID &&
-               std::none_of(named.value().begin(), named.value().end(),
-                            [&](const auto &other) { return other.typeID == type->typeID; }) &&
+        return type->typeID >= firstOwnTypeID && !namedIDs.contains(type->typeID) &&
                std::none_of(elastics.begin(), elastics.end(), [&](const auto &elastic) {
                    return isSameConfiguration(elastic->elasticsConfigType(), type);
                });

@@ -1,13 +1,14 @@
 #include "viewer/PatientsDialog.h"
 
+#include "viewer/DatabaseAdvice.h"
 #include "viewer/DateText.h"
 #include "viewer/NewPatientDialog.h"
+#include "viewer/PlainBox.h"
 #include "viewer/SearchableTable.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
@@ -125,7 +126,7 @@ void PatientsDialog::addPatient()
     record.patient = dialog.patient();
     const auto added = store_.addTreatment(record);
     if (!added) {
-        QMessageBox::warning(this, windowTitle(), added.sentence());
+        warn(this, windowTitle(), added.sentence(), adviceOn(added.failure().problem));
         return;
     }
     treatment_ = added.value();

@@ -1,5 +1,7 @@
 #include "viewer/ShownText.h"
 
+#include <QStringList>
+
 #include <cstdio>
 
 namespace viewer {
@@ -7,7 +9,6 @@ namespace {
 
 bool steersTerminals(QChar character)
 {
-    if (character == QLatin1Char('\n')) return false;
     // Other_Control is what terminals obey; Other_Format has the marks that turn a text's
     // direction.
     const QChar::Category category = character.category();
@@ -22,27 +23,34 @@ QString written(QChar character)
                         : QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
 }
 
+/// Without what would steer a terminal, line breaks included: a name with one in it could pass for
+/// a line of the program's own.
+QString oneLine(const QString &text)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar character : text)
+        shown += steersTerminals(character) ? written(character) : QString(character);
+    return shown;
+}
+
 } // namespace
 
-QString shortened(const QString &text)
+QString shortened(const QString &text, qsizetype mostCharacters)
 {
-    if (text.size() <= mostShownCharacters) return text;
-    qsizetype length = mostShownCharacters;
+    if (text.size() <= mostCharacters) return oneLine(text);
+    qsizetype length = mostCharacters;
     if (text[length - 1].isHighSurrogate()) --length; // half a character is none
-    return text.left(length) + QStringLiteral("…");
+    return oneLine(text.left(length)) + QStringLiteral("…");
 }
 
 QString terminalText(const QString &message)
 {
-    QString shown;
-    shown.reserve(message.size());
-    for (const QChar character : message) {
-        if (steersTerminals(character))
-            shown += written(character);
-        else
-            shown += character;
-    }
-    return shown;
+    // Between the lines that the program joined; those of others were escaped with their texts.
+    QStringList lines = message.split(QLatin1Char('\n'));
+    for (QString &line : lines)
+        line = oneLine(line);
+    return lines.join(QLatin1Char('\n'));
 }
 
 void tellUser(const QString &message)

@@ -3,11 +3,12 @@
 #include "models/DXGLightweightModel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
+#include "viewer/ToldSentences.h"
 #include "viewer/TreatmentSchema.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace viewer {
@@ -70,8 +71,8 @@ storedColors(const kelo::DXDocumentModel::ColorTypeIDs &typeIDs)
 {
     kelo::NameKeyDictionary<std::optional<long>> colors;
     for (const auto &[key, typeID] : typeIDs)
-        colors.emplace(key,
-                       typeID == storedNoColorTypeID ? std::nullopt : std::optional<long>(typeID));
+        colors.emplace(key, typeID == kelo::noBracketColorTypeID ? std::nullopt
+                                                                 : std::optional<long>(typeID));
     return colors;
 }
 
@@ -81,6 +82,13 @@ QString sequenceText(const ElasticRecord &record)
 }
 
 } // namespace
+
+/// What the elastics of a note are shown with.
+struct TreatmentSession::Showing
+{
+    std::unordered_map<long, std::shared_ptr<kelo::ElasticsConfigType>> configurations;
+    ToldSentences told;
+};
 
 TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
                                    std::shared_ptr<kelo::DXDocumentModel> document)
@@ -363,7 +371,10 @@ StoreResult<QStringList> TreatmentSession::openNote(const QDate &date)
 
 QStringList TreatmentSession::show(const NoteRecord &note)
 {
-    QStringList sentences;
+    Showing showing;
+    for (const auto &type : document_->availableElasticsConfigTypes()) {
+        if (type) showing.configurations.emplace(type->typeID, type);
+    }
     approvedDate_ = note.approvedDate;
     document_->setToothVisibilities(
         completed(document_->toothModels(), note.toothVisibilities, true));
@@ -378,46 +389,44 @@ QStringList TreatmentSession::show(const NoteRecord &note)
     kelo::DXDocumentModel::ElasticModels elastics;
     elasticsNotShown_.clear();
     for (const ElasticRecord &record : note.elastics) {
-        if (auto elastic = elasticOf(record, sentences))
+        if (auto elastic = elasticOf(record, showing))
             elastics.push_back(std::move(elastic));
         else
             elasticsNotShown_.push_back(record);
     }
     document_->setElasticModels(elastics);
     elasticsTold_ = elasticsInDocument();
-    return sentences;
+    return showing.told.take();
 }
 
 std::shared_ptr<kelo::ElasticModel> TreatmentSession::elasticOf(const ElasticRecord &record,
-                                                                QStringList &sentences) const
+                                                                Showing &showing) const
 {
     for (const std::string &member : record.bracketSequence) {
         if (document_->bracketModels().contains(member) ||
             document_->buttonModels().contains(member))
             continue;
-        sentences.append(SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
+        showing.told.add(SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
                                          "of this document")
                              .arg(sequenceText(record), QString::fromStdString(member)));
         return nullptr;
     }
     const auto size =
-        record.elasticsSizeTypeID ? sizeType(*record.elasticsSizeTypeID, sentences) : nullptr;
+        record.elasticsSizeTypeID ? sizeType(*record.elasticsSizeTypeID, showing) : nullptr;
     const auto config =
-        record.elasticsConfigTypeID ? configType(*record.elasticsConfigTypeID, sentences) : nullptr;
+        record.elasticsConfigTypeID ? configType(*record.elasticsConfigTypeID, showing) : nullptr;
     return std::make_shared<kelo::ElasticModel>(config, size, record.bracketSequence);
 }
 
 std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
-                                                                   QStringList &sentences) const
+                                                                   Showing &showing) const
 {
     const auto &available = document_->availableElasticsSizeTypes();
     const auto known = available.find(typeID);
     if (known != available.end() && known->second) return known->second;
-    const QString sentence =
-        SessionText::tr("The elastic size %1 is not in the catalogue; elastics of this size are "
-                        "shown without colour")
-            .arg(typeID);
-    if (!sentences.contains(sentence)) sentences.append(sentence);
+    showing.told.add(SessionText::tr("The elastic size %1 is not in the catalogue; elastics of "
+                                     "this size are shown without colour")
+                         .arg(typeID));
     // A size of its own carries the identifier back to the store.
     auto unknown = std::make_shared<kelo::ElasticsSizeType>();
     unknown->typeID = typeID;
@@ -426,16 +435,12 @@ std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
 }
 
 std::shared_ptr<kelo::ElasticsConfigType> TreatmentSession::configType(long typeID,
-                                                                       QStringList &sentences) const
+                                                                       Showing &showing)
 {
-    const auto &available = document_->availableElasticsConfigTypes();
-    const auto known = std::find_if(available.begin(), available.end(), [typeID](const auto &type) {
-        return type && type->typeID == typeID;
-    });
-    if (known != available.end()) return *known;
-    const QString sentence =
-        SessionText::tr("The elastic configuration %1 is not in the catalogue").arg(typeID);
-    if (!sentences.contains(sentence)) sentences.append(sentence);
+    const auto known = showing.configurations.find(typeID);
+    if (known != showing.configurations.end()) return known->second;
+    showing.told.add(
+        SessionText::tr("The elastic configuration %1 is not in the catalogue").arg(typeID));
     auto unknown = std::make_shared<kelo::ElasticsConfigType>();
     unknown->typeID = typeID;
     unknown->typeLabel = "Configuration " + std::to_string(typeID);

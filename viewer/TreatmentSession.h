@@ -64,8 +64,8 @@ public:
     ///
     /// Returns sentences about what could not be shown in full: elastics of a size or configuration
     /// that the document's catalogue does not have (shown without colour), and elastics with
-    /// members that are not loaded (not shown). Both stay in the note. On failure the document and
-    /// the date are as before.
+    /// members that are not loaded (not shown). Both stay in the note. Of more than a hundred
+    /// sentences the rest is counted. On failure the document and the date are as before.
     StoreResult<QStringList> openNote(const QDate &date);
     /// Of the note that is shown; invalid before the first one.
     const QDate &date() const { return date_; }
@@ -90,6 +90,7 @@ public:
     StoreOutcome close();
 
 private:
+    struct Showing;
     void listen();
     void changesAreGathered();
     void storeGathered();
@@ -107,9 +108,9 @@ private:
     std::optional<QDate> lastKeptDateBefore(const QDate &date) const;
     QStringList show(const NoteRecord &note);
     std::shared_ptr<kelo::ElasticModel> elasticOf(const ElasticRecord &record,
-                                                  QStringList &sentences) const;
-    std::shared_ptr<kelo::ElasticsSizeType> sizeType(long typeID, QStringList &sentences) const;
-    std::shared_ptr<kelo::ElasticsConfigType> configType(long typeID, QStringList &sentences) const;
+                                                  Showing &showing) const;
+    std::shared_ptr<kelo::ElasticsSizeType> sizeType(long typeID, Showing &showing) const;
+    static std::shared_ptr<kelo::ElasticsConfigType> configType(long typeID, Showing &showing);
 
     std::shared_ptr<TreatmentStore> store_;
     qint64 treatmentID_;

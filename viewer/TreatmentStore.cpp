@@ -49,10 +49,10 @@ void assertFileIsOurs(const QString &path)
     if (file.size() == 0 && !isOther) return;
     try {
         if (isOther)
-            throw StoreError({StoreProblem::NotADatabase,
-                              QCoreApplication::translate("TreatmentStore",
-                                                          "%1: the file is not a database")
-                                  .arg(path)});
+            throw StoreError(
+                {StoreProblem::NotADatabase,
+                 QCoreApplication::translate("TreatmentStore", "%1: the file is not a database")
+                     .arg(path)});
         TreatmentStoreConnection look(path, Mode::Untouched);
         look.pragma(QStringLiteral("trusted_schema = OFF"));
         // SQLite takes a file of one byte for an empty one and would write over it.
@@ -80,6 +80,14 @@ StoreError cannotBeWritten(const TreatmentStoreConnection &connection)
     return connection.error(
         StoreProblem::ReadOnly,
         QCoreApplication::translate("TreatmentStore", "the database cannot be written to"));
+}
+
+/// What the user is told where a database that cannot be written is read instead.
+StoreFailure butOpenForReading(const StoreFailure &failure)
+{
+    return {failure.problem,
+            QCoreApplication::translate("TreatmentStore", "%1; it is open for reading only")
+                .arg(failure.sentence)};
 }
 
 /// Whether it was writing that failed, to a file that is there.
@@ -149,7 +157,7 @@ StoreResult<std::shared_ptr<TreatmentStore>> TreatmentStore::open(const QString 
         assertFileIsOurs(path);
         if (access == StoreAccess::ReadOnly)
             return openedForReading(
-                path, {StoreProblem::ReadOnly,
+                path, {StoreProblem::Locked, // closing the other window helps
                        QCoreApplication::translate("TreatmentStore",
                                                    "%1: another window of the program works with "
                                                    "the database; it is open for reading only")
@@ -159,12 +167,13 @@ StoreResult<std::shared_ptr<TreatmentStore>> TreatmentStore::open(const QString 
             prepare(*connection);
             std::shared_ptr<TreatmentStore> store(new TreatmentStore(std::move(connection)));
             if (store->connection_->isReadOnly())
-                store->readOnlyReason_ = cannotBeWritten(*store->connection_).failure();
+                store->readOnlyReason_ =
+                    butOpenForReading(cannotBeWritten(*store->connection_).failure());
             return store;
         } catch (const StoreError &error) {
             if (!mayBeReadAllTheSame(error.failure(), path)) throw;
             try {
-                return openedForReading(path, error.failure());
+                return openedForReading(path, butOpenForReading(error.failure()));
             } catch (const StoreError &) {
                 throw error;
             }

@@ -2,6 +2,7 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/ChangeLogDialog.h"
+#include "viewer/DatabaseAdvice.h"
 #include "viewer/DateBar.h"
 #include "viewer/ElasticNameController.h"
 #include "viewer/HeadlessRun.h"
@@ -11,6 +12,7 @@
 #include "viewer/OpenedTreatment.h"
 #include "viewer/PagePreview.h"
 #include "viewer/PatientsDialog.h"
+#include "viewer/PlainBox.h"
 #include "viewer/Preferences.h"
 #include "viewer/PrintRequest.h"
 #include "viewer/ToothChartPanel.h"
@@ -129,8 +131,8 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     materials_.restoreAllSaved();
     // After the window's own observer, which was there first: the view's fit suits wide windows.
     kelo::NotificationCenter::defaultCenter().addObserver(
-        this, [this](const kelo::Notification &) { zoomToFit(*view_); }, "zoomToFitNotification",
-        view_.get());
+        this, [this](const kelo::Notification &) { zoomToFit(*view_); },
+        kelo::zoomToFitNotification, view_.get());
     makeMenus();
     dates_->setDates(treatment_->dates(), treatment_->today());
     noteWasChosen();
@@ -175,7 +177,10 @@ bool TreatmentWindow::restorePlace(int openWindowCount)
 
 void TreatmentWindow::tellAboutOpening()
 {
-    if (!treatment_->sentences().isEmpty()) tell(treatment_->sentences().join(QLatin1Char('\n')));
+    if (treatment_->sentences().isEmpty()) return;
+    tell(treatment_->sentences().join(QLatin1Char('\n')),
+         treatment_->isReadOnly() ? adviceOn(treatment_->store()->readOnlyReason()->problem)
+                                  : QString());
 }
 
 bool TreatmentWindow::close()
@@ -253,9 +258,10 @@ bool TreatmentWindow::mayClose()
 bool TreatmentWindow::mayCloseFile()
 {
     if (!treatment_->hasUnsavedChanges()) return true;
-    const auto answer = QMessageBox::question(
-        &window_, tr("Unsaved changes"), tr("Save the changes to %1?").arg(treatment_->file()),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    const auto answer =
+        ask(QMessageBox::Question, &window_, tr("Unsaved changes"),
+            tr("Save the changes to %1?").arg(treatment_->file()),
+            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Save) return saveTreatment();
     return answer == QMessageBox::Discard;
 }
@@ -264,11 +270,10 @@ bool TreatmentWindow::mayCloseStore()
 {
     const StoreOutcome closed = treatment_->session().close();
     if (closed) return true;
-    return QMessageBox::warning(&window_, tr("Changes are not stored"),
-                                closed.sentence() + QLatin1Char('\n') +
-                                    tr("Close all the same and lose them?"),
-                                QMessageBox::Discard | QMessageBox::Cancel,
-                                QMessageBox::Cancel) == QMessageBox::Discard;
+    return ask(QMessageBox::Warning, &window_, tr("Changes are not stored"),
+               closed.sentence() + QLatin1Char('\n') + tr("Close all the same and lose them?"),
+               QMessageBox::Discard | QMessageBox::Cancel,
+               QMessageBox::Cancel) == QMessageBox::Discard;
 }
 
 void TreatmentWindow::preferencesChanged()
@@ -295,11 +300,12 @@ PageSettings TreatmentWindow::pageSettings() const
     return settings;
 }
 
-void TreatmentWindow::tell(const QString &sentence)
+void TreatmentWindow::tell(const QString &sentence, const QString &advice)
 {
     // Not modal: a treatment goes on while its database is out of reach.
-    auto *box = new QMessageBox(QMessageBox::Warning, window_.windowTitle(), sentence,
+    auto *box = new QMessageBox(QMessageBox::Warning, window_.windowTitle(), QString(),
                                 QMessageBox::Ok, &window_);
+    setPlainText(*box, sentence, advice);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
 }
@@ -322,7 +328,7 @@ void TreatmentWindow::choosePatient()
 {
     const auto store = all_.store();
     if (!store) {
-        tell(store.sentence());
+        tell(store.sentence(), adviceOn(store.failure().problem));
         return;
     }
     PatientsDialog dialog(*store.value(), &window_);
@@ -418,7 +424,8 @@ void TreatmentWindow::approve(bool isApproved)
 {
     if (treatment_->isReadOnly()) {
         noteMayHaveClosed(); // the button is as it was
-        tell(treatment_->store()->readOnlyReason()->sentence);
+        const StoreFailure &reason = *treatment_->store()->readOnlyReason();
+        tell(reason.sentence, adviceOn(reason.problem));
         return;
     }
     history_.noticeChanges();
@@ -474,8 +481,7 @@ bool TreatmentWindow::mayPlaceAgain(const kelo::ElasticsConfigType &configuratio
     std::vector<std::string> members;
     for (const QString &key : QString::fromStdString(configuration.bracketSequence).split(u','))
         members.push_back(key.toStdString());
-    return QMessageBox::question(
-               &window_, tr("Place Named Elastic"),
+    return ask(QMessageBox::Question, &window_, tr("Place Named Elastic"),
                tr("An elastic runs over %1 already. Place %2 on top of it as a second one?")
                    .arg(toothNames(members, pageSettings().notation),
                         QString::fromStdString(configuration.typeLabel)),

@@ -81,7 +81,7 @@ private:
     bool mayCloseStore();
     void preferencesChanged();
     PageSettings pageSettings() const;
-    void tell(const QString &sentence);
+    void tell(const QString &sentence, const QString &advice = {});
 
     /// @name Menus
     /// @{

@@ -6,6 +6,7 @@
 #include "viewer/OpenTreatments.h"
 #include "viewer/OpenedTreatment.h"
 #include "viewer/OutputFile.h"
+#include "viewer/PlainBox.h"
 #include "viewer/ScriptRun.h"
 #include "viewer/ShownText.h"
 #include "viewer/Theme.h"
@@ -66,9 +67,9 @@ viewer::TreatmentDocument &openFirst(viewer::OpenTreatments &all, bool mayAsk)
         } catch (const viewer::UnusableDatabase &failure) {
             if (!mayAsk) throw;
             QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(),
-                            QString::fromUtf8(failure.what()), QMessageBox::Close);
-            box.setTextFormat(Qt::PlainText); // the name of the file is no text of ours
-            box.setInformativeText(viewer::adviceOn(failure.problem()));
+                            QString(), QMessageBox::Close);
+            viewer::setPlainText(box, QString::fromUtf8(failure.what()),
+                                 viewer::adviceOn(failure.problem()));
             if (viewer::isWorthAnotherTry(failure.problem())) box.addButton(QMessageBox::Retry);
             if (box.exec() != QMessageBox::Retry) throw;
         }

@@ -26,6 +26,9 @@ TEST(OBJReaderText, controlCharactersAndBytesThatAreNoUTF8AreEscaped)
          "\xC2\x9B"
          "31m\xC2\xA0",
          "\\xc2\\x9b31m\xC2\xA0"},
+        {"marks that turn the direction of writing", "a\u202Eb\u2066c\u200Fd\u061Ce",
+         "a\\xe2\\x80\\xaeb\\xe2\\x81\\xa6c\\xe2\\x80\\x8fd\\xd8\\x9ce"},
+        {"a line separator, but no dash", "a\u2028b\u2014", "a\\xe2\\x80\\xa8b\u2014"},
         {"a byte that begins nothing", "\xFF\x80", "\\xff\\x80"},
         {"a character that is cut off", "\xE6\xAD", "\\xe6\\xad"},
         {"a form that is too long", "\xC0\x9B\xE0\x80\x9B", "\\xc0\\x9b\\xe0\\x80\\x9b"},

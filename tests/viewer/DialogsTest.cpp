@@ -114,6 +114,18 @@ TEST(NewPatient, needsANameAndMayHaveADateOfBirth)
     EXPECT_EQ(dialog.patient().birthDate, QDate(2012, 5, 6));
 }
 
+TEST(NewPatient, takesNoLongerTextsThanAreReadFromAFile)
+{
+    NewPatientDialog dialog({});
+    for (QLineEdit *field :
+         dialog.findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly)) {
+        field->clear();
+        field->insert(QString(1001, 'x'));
+    }
+    EXPECT_EQ(dialog.patient().name, QString(1000, 'x'));
+    EXPECT_EQ(dialog.patient().identifier, QString(1000, 'x'));
+}
+
 TEST(NewPatient, aNumberThatAnotherPatientHasIsNotTaken)
 {
     NewPatientDialog dialog({"A-1", ""});

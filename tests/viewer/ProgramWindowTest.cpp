@@ -114,11 +114,23 @@ TEST_F(ProgramInWindow, aDatabaseThatCannotBeUsedIsABoxAndNoSamplePatient)
 {
     ASSERT_TRUE(QDir().mkdir(path("data")));
     process.start(KELO_VIEWER_PROGRAM, {"--database", path("data"), "--state", path("end.json")});
-    // The box takes Escape for its only answer beside trying again.
+    ASSERT_TRUE(process.waitForStarted());
+    const QStringList box = {"search", "--onlyvisible",
+                             "--pid",  QString::number(process.processId()),
+                             "--name", "treatment-viewer"};
+    bool isShown = false;
+    const auto isShownOrOver = [&] {
+        isShown = xdotool(box);
+        return isShown || process.state() == QProcess::NotRunning;
+    };
+    ASSERT_TRUE(waitUntil(isShownOrOver, 120000));
+    ASSERT_TRUE(isShown) << process.readAllStandardError().toStdString();
+    ASSERT_EQ(process.state(), QProcess::Running) << "the box waits for its answer";
+    // It takes Escape for its only answer beside trying again; what comes too early is pressed
+    // again.
     bool hasEnded = false;
     for (int attempt = 0; attempt < 30 && !hasEnded; ++attempt) {
-        xdotool({"search", "--onlyvisible", "--pid", QString::number(process.processId()), "--name",
-                 "treatment-viewer", "windowactivate", "--sync", "key", "Escape"});
+        xdotool(box + QStringList{"windowactivate", "--sync", "key", "Escape"});
         hasEnded = process.waitForFinished(2000);
     }
     ASSERT_TRUE(hasEnded);

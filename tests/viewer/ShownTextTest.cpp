@@ -23,3 +23,11 @@ TEST(ShownText, whatSteersATerminalIsWrittenOut)
         << "turns the direction of writing";
     EXPECT_EQ(terminalText("two\nlines, Zähne").toStdString(), "two\nlines, Zähne");
 }
+
+TEST(ShownText, aPieceFromElsewhereIsOneLine)
+{
+    EXPECT_EQ(shortened("a\nother.json: ok\r\x1b").toStdString(), "a\\x0aother.json: ok\\x0d\\x1b");
+    EXPECT_EQ(shortened(QString("a") + QChar(0x202e) + QChar(0x2028)).toStdString(),
+              "a\\u202e\\u2028");
+    EXPECT_EQ(shortened(QString(81, '\n')), QString("\\x0a").repeated(80) + QStringLiteral("…"));
+}

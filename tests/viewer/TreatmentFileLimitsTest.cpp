@@ -130,3 +130,13 @@ TEST(TreatmentFileLimits, aLongKeyIsRepeatedWithItsBeginning)
                                      umlauts.toUtf8() + "\": 1")),
               QStringList(QString(79, 'k') + QStringLiteral("…: there is no such member")));
 }
+
+TEST(TreatmentFileLimits, aLineBreakInAKeyDoesNotBeginALine)
+{
+    EXPECT_EQ(
+        problemsOf(withMembers(R"("patient": {"name": "A", "id": "1"}, "a\nother.json: ok": 1)")),
+        QStringList("a\\x0aother.json: ok: there is no such member"));
+    EXPECT_EQ(
+        problemsOf(withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8\nb": true}})")),
+        QStringList("notes[0].toothVisibilities: '8\\x0ab' is no tooth or button"));
+}

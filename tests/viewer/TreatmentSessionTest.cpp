@@ -377,6 +377,26 @@ TEST_F(TreatmentSessionTest, elasticsAreRestoredWithTheRecordsOfTheCatalogue)
     EXPECT_EQ(document->elasticModels()[2]->elasticsSizeType(), nullptr);
 }
 
+TEST_F(TreatmentSessionTest, ofWhatIsUnknownAHundredAreToldAndTheRestCounted)
+{
+    TreatmentRecord record;
+    record.notes.resize(1);
+    record.notes[0].date = day(20);
+    // Every other one repeats the one before it, which is no further sentence.
+    for (long typeID = 1001; typeID <= 1150; ++typeID) {
+        record.notes[0].elastics.push_back({typeID, std::nullopt, {"6", "30"}});
+        record.notes[0].elastics.push_back({typeID, std::nullopt, {"6", "30"}});
+    }
+    treatmentID = store->addTreatment(record).value();
+    startSession();
+    const QStringList told = session->openNote(day(20)).value();
+    ASSERT_EQ(told.size(), 101);
+    EXPECT_EQ(told[0], "The elastic configuration 1001 is not in the catalogue");
+    EXPECT_EQ(told[99], "The elastic configuration 1100 is not in the catalogue");
+    EXPECT_EQ(told[100], "and 50 more");
+    EXPECT_EQ(document->elasticModels().size(), 300u);
+}
+
 TEST_F(TreatmentSessionTest, anUnknownSizeIsToldAndKept)
 {
     TreatmentRecord record;

@@ -251,7 +251,9 @@ TEST_F(TreatmentStoreOpening, aReadOnlyFileIsReadAndNotWritten)
         const WithoutPrivileges nobody;
         store = opened();
         ASSERT_TRUE(store);
-        EXPECT_EQ(store->readOnlyReason()->sentence, path + ": the database cannot be written to");
+        EXPECT_EQ(store->readOnlyReason()->sentence,
+                  path + ": the database cannot be written to; it is open for reading only");
+        EXPECT_EQ(store->readOnlyReason()->problem, StoreProblem::ReadOnly);
         EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
         NoteReport report;
         report.date = day(2);
@@ -279,6 +281,8 @@ TEST_F(TreatmentStoreOpening, aDatabaseInAReadOnlyFolderIsReadAndSaysSo)
         ASSERT_TRUE(store->readOnlyReason());
         EXPECT_TRUE(store->readOnlyReason()->sentence.startsWith(path + ": the database c"))
             << store->readOnlyReason()->sentence.toStdString();
+        EXPECT_TRUE(store->readOnlyReason()->sentence.endsWith("; it is open for reading only"))
+            << store->readOnlyReason()->sentence.toStdString();
         EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
         EXPECT_FALSE(store->startNote(treatmentID, day(30)));
         store.reset();
@@ -296,6 +300,7 @@ TEST_F(TreatmentStoreOpening, forReadingOnlyNothingIsWritten)
     EXPECT_EQ(store->readOnlyReason()->sentence,
               path + ": another window of the program works with the database; it is open for "
                      "reading only");
+    EXPECT_EQ(store->readOnlyReason()->problem, StoreProblem::Locked);
     EXPECT_EQ(store->loadTreatment(treatmentID).value(), fullRecord());
     const auto written = store->startNote(treatmentID, day(30));
     ASSERT_FALSE(written);

@@ -95,6 +95,8 @@ protected:
                 return;
             }
             said = box->text();
+            saidAs = box->textFormat();
+            advised = box->informativeText();
             box->button(button)->click();
         });
     }
@@ -109,6 +111,8 @@ protected:
     std::unique_ptr<OpenTreatments> all;
     QObject receiver;
     QString said;
+    Qt::TextFormat saidAs = Qt::AutoText;
+    QString advised;
 };
 
 } // namespace viewer::test

@@ -517,6 +517,10 @@
 <context>
     <name>TreatmentSession</name>
     <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
         <source>The changes could not be stored and are kept in memory for the next try: %1</source>
         <translation>Die Änderungen konnten nicht gespeichert werden und bleiben für den nächsten Versuch im Speicher: %1</translation>
     </message>
@@ -574,6 +578,10 @@
     <message>
         <source>%1: another window of the program works with the database; it is open for reading only</source>
         <translation>%1: ein anderes Fenster des Programms arbeitet mit der Datenbank; sie ist nur zum Lesen geöffnet</translation>
+    </message>
+    <message>
+        <source>%1; it is open for reading only</source>
+        <translation>%1; sie ist nur zum Lesen geöffnet</translation>
     </message>
     <message>
         <source>the database takes too long to answer</source>

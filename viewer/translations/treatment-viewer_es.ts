@@ -517,6 +517,10 @@
 <context>
     <name>TreatmentSession</name>
     <message>
+        <source>and %1 more</source>
+        <translation>y %1 más</translation>
+    </message>
+    <message>
         <source>The changes could not be stored and are kept in memory for the next try: %1</source>
         <translation>Los cambios no se pudieron guardar y quedan en memoria para el próximo intento: %1</translation>
     </message>
@@ -574,6 +578,10 @@
     <message>
         <source>%1: another window of the program works with the database; it is open for reading only</source>
         <translation>%1: otra ventana del programa trabaja con la base de datos; está abierta solo para lectura</translation>
+    </message>
+    <message>
+        <source>%1; it is open for reading only</source>
+        <translation>%1; está abierta solo para lectura</translation>
     </message>
     <message>
         <source>the database takes too long to answer</source>
