@@ -113,8 +113,8 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
     if (version > currentSchemaVersion)
         throw connection.error(
             StoreProblem::NewerVersion,
-            QStringLiteral("the database was written by a newer version of this program "
-                           "(its tables are of version %1, this program knows version %2)")
+            StoreText::tr("the database was written by a newer version of this program "
+                          "(its tables are of version %1, this program knows version %2)")
                 .arg(version)
                 .arg(currentSchemaVersion));
     const bool isEmpty = !StoreStatement(connection, "SELECT 1 FROM sqlite_schema LIMIT 1").next();
@@ -122,7 +122,7 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
     if (isEmpty && version == 0 && application == 0) return;
     if (application != treatmentApplicationID || version <= 0)
         throw connection.error(StoreProblem::Foreign,
-                               QStringLiteral("the database belongs to another program"));
+                               StoreText::tr("the database belongs to another program"));
     assertEntriesAreOurs(connection, version);
 }
 

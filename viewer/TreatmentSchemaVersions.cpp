@@ -2,6 +2,7 @@
 
 #include <span>
 #include <stdexcept>
+#include <string>
 
 namespace viewer {
 namespace {
@@ -195,9 +196,12 @@ QStringList schemaStep(int toVersion)
     case 3:
         step.append(QString::fromUtf8(namedElasticsOfVersion3));
         break;
-    default:
+    case 4:
         step.append(QString::fromUtf8(cataloguesOfVersion4));
         break;
+    default:
+        // A version without a step would be called by its number and have the tables of another.
+        throw std::logic_error("no step leads to version " + std::to_string(toVersion));
     }
     return step;
 }

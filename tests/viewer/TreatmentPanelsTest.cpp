@@ -149,7 +149,7 @@ TEST_F(TreatmentPanels, aPanelsFrameStandsFivePointsBesideTheWindowsAndSixBelowI
         QWidget *const panel =
             document.existingWindowControllerForWindowNibName("Materials")->window();
         ASSERT_TRUE(waitUntil([panel] { return panel->frameGeometry() != panel->geometry(); }));
-        letPass(0.2);
+        letPass(200);
         const QRect mother = windowOf(document).frameGeometry();
         EXPECT_EQ(panel->frameGeometry().topLeft(), mother.topRight() + QPoint(6, 6))
             << "showing " << showing;

@@ -568,6 +568,14 @@
         <translation>die Datenbank ist beschädigt</translation>
     </message>
     <message>
+        <source>the database was written by a newer version of this program (its tables are of version %1, this program knows version %2)</source>
+        <translation>die Datenbank wurde von einer neueren Version dieses Programms geschrieben (ihre Tabellen haben Version %1, dieses Programm kennt Version %2)</translation>
+    </message>
+    <message>
+        <source>the database belongs to another program</source>
+        <translation>die Datenbank gehört zu einem anderen Programm</translation>
+    </message>
+    <message>
         <source>the database was changed by another program (%1 &quot;%2&quot; is not as this program makes it)</source>
         <translation>die Datenbank wurde von einem anderen Programm verändert (%1 „%2“ ist nicht so, wie dieses Programm es anlegt)</translation>
     </message>

@@ -568,6 +568,14 @@
         <translation>la base de datos está dañada</translation>
     </message>
     <message>
+        <source>the database was written by a newer version of this program (its tables are of version %1, this program knows version %2)</source>
+        <translation>la base de datos fue escrita por una versión más reciente de este programa (sus tablas son de la versión %1, este programa conoce la versión %2)</translation>
+    </message>
+    <message>
+        <source>the database belongs to another program</source>
+        <translation>la base de datos pertenece a otro programa</translation>
+    </message>
+    <message>
         <source>the database was changed by another program (%1 &quot;%2&quot; is not as this program makes it)</source>
         <translation>otro programa modificó la base de datos (%1 «%2» no es como la crea este programa)</translation>
     </message>
