@@ -146,8 +146,8 @@ public:
     /// loaded.
     ModelList upperModels() const;
     ModelList lowerModels() const;
-    /// The same three lists, in the same order, without what is not loaded; what a view draws and
-    /// fits. A tooth whose set is not loaded is like one that the patient does not have.
+    /// The same three lists, in the same order, without what is not loaded. Views draw and pick
+    /// these: a tooth whose set is not loaded is like one that the patient does not have.
     ModelList loadedModels() const;
     ModelList loadedUpperModels() const;
     ModelList loadedLowerModels() const;
