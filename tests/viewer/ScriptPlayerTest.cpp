@@ -150,8 +150,9 @@ TEST_F(ScriptPlayerTest, rowsAreChosenByTitleInEveryLanguageAndByShownTitleToo)
     const kelo::test::ShoutingTranslator language("DXOpenGL");
     for (const char *title : {"Start New Elastic", "START NEW ELASTIC"}) {
         play("click bracket 8\n");
-        ASSERT_NE(row("Start New Elastic"), nullptr);
-        EXPECT_EQ(row("Start New Elastic")->shownTitle, "START NEW ELASTIC");
+        const auto start = row("Start New Elastic");
+        ASSERT_NE(start, nullptr);
+        EXPECT_EQ(start->shownTitle, "START NEW ELASTIC");
         play(QByteArray("menu \"") + title + "\" > \"1/8\\\" 2 oz\"\n");
         EXPECT_EQ(view->bracketSequence(), std::vector<std::string>{"8"}) << title;
         play("key escape\n");
