@@ -444,8 +444,7 @@ TEST_F(BasicViewDrawing, withoutTheUpperGumBothJawsAreDrawn)
     view->setDocumentModel(document);
     const QImage withAnEmptyGum = view->grabImage();
 
-    document->setUpperGumModel(nullptr);
-    view->setDocumentModel(document);
+    document->setUpperGumModel(nullptr); // in the frame that the view has: it is not fitted again
     EXPECT_EQ(view->grabImage(), withAnEmptyGum);
     for (const auto &model : document->loadedLowerModels())
         model->setHiddenPrimary(true);
