@@ -22,12 +22,6 @@ std::uint64_t &counter()
     return next;
 }
 
-/// Buffer offsets travel through OpenGL's pointer arguments.
-const void *bufferOffset(std::size_t bytes)
-{
-    return reinterpret_cast<const void *>(bytes); // NOLINT(performance-no-int-to-ptr)
-}
-
 Extents extentsOf(const std::vector<OBJVertex> &vertices)
 {
     MutableExtents extents;

@@ -11,7 +11,7 @@
 namespace kelo {
 namespace {
 
-AlertPresenter::Presenter &presenterSlot()
+AlertPresenter::Presenter &alertPresenter()
 {
     static AlertPresenter::Presenter presenter;
     return presenter;
@@ -38,7 +38,7 @@ void AlertPresenter::runModal(const Alert &alert)
 {
     const RunLoop::ModeScope modal(RunLoop::main(), RunLoopMode::ModalPanel);
     // A copy: the presenter may be replaced while it shows the alert.
-    if (const Presenter presenter = presenterSlot())
+    if (const Presenter presenter = alertPresenter())
         presenter(alert);
     else if (canShowABox())
         runModalAlertBox(alert);
@@ -48,7 +48,7 @@ void AlertPresenter::runModal(const Alert &alert)
 
 AlertPresenter::Presenter AlertPresenter::setPresenter(Presenter presenter)
 {
-    return std::exchange(presenterSlot(), std::move(presenter));
+    return std::exchange(alertPresenter(), std::move(presenter));
 }
 
 std::string AlertPresenter::linesOf(const Alert &alert)

@@ -5,7 +5,7 @@
 namespace kelo {
 namespace {
 
-ContextMenuPresenter::Presenter &presenterSlot()
+ContextMenuPresenter::Presenter &menuPresenter()
 {
     static ContextMenuPresenter::Presenter presenter;
     return presenter;
@@ -87,7 +87,7 @@ void ContextMenuPresenter::popUpContextMenu(const std::shared_ptr<Menu> &menu, c
 {
     menu->update();
     // A copy: the presenter may be replaced while it shows the menu.
-    if (const Presenter presenter = presenterSlot())
+    if (const Presenter presenter = menuPresenter())
         presenter(menu, event, view);
     else
         popUpNativeContextMenu(menu, event, view);
@@ -95,7 +95,7 @@ void ContextMenuPresenter::popUpContextMenu(const std::shared_ptr<Menu> &menu, c
 
 ContextMenuPresenter::Presenter ContextMenuPresenter::setPresenter(Presenter presenter)
 {
-    return std::exchange(presenterSlot(), std::move(presenter));
+    return std::exchange(menuPresenter(), std::move(presenter));
 }
 
 } // namespace kelo

@@ -23,12 +23,12 @@ constexpr double toolTipDelay = 0.7;
 constexpr std::uint32_t heldKeysMask =
     ModifierFlag::Shift | ModifierFlag::Control | ModifierFlag::Option | ModifierFlag::Command;
 
-enum class Phase { Down, Dragged, Up };
+enum class Press { Down, Dragged, Up };
 
-EventType mouseEventType(Qt::MouseButton button, Phase phase)
+EventType mouseEventType(Qt::MouseButton button, Press phase)
 {
     const auto choose = [phase](EventType down, EventType dragged, EventType up) {
-        return phase == Phase::Down ? down : phase == Phase::Dragged ? dragged : up;
+        return phase == Press::Down ? down : phase == Press::Dragged ? dragged : up;
     };
     switch (button) {
     case Qt::LeftButton:
@@ -168,7 +168,7 @@ void ViewInput::mousePressed(const QMouseEvent &event)
     noteModifiers(event.modifiers());
     if (!view_) return;
     heldButtons_.push_back(event.button());
-    Event press = makeEvent(mouseEventType(event.button(), Phase::Down), heldFlags_);
+    Event press = makeEvent(mouseEventType(event.button(), Press::Down), heldFlags_);
     press.clickCount = countClick(event, lastLocation_);
     send(press);
 }
@@ -181,7 +181,7 @@ void ViewInput::mouseReleased(const QMouseEvent &event)
     noteModifiers(event.modifiers());
     // A release whose press went elsewhere, or was given up.
     if (std::erase(heldButtons_, event.button()) == 0 || !view_) return;
-    Event release = makeEvent(mouseEventType(event.button(), Phase::Up), heldFlags_);
+    Event release = makeEvent(mouseEventType(event.button(), Press::Up), heldFlags_);
     release.clickCount = event.button() == lastClick_.button ? lastClick_.count : 1;
     send(release);
 }
@@ -202,7 +202,7 @@ void ViewInput::mouseMoved(const QMouseEvent &event)
     if (!view_) return;
     const bool dragging = !heldButtons_.empty();
     if (!dragging) pointerRestsSoon();
-    Event move = makeEvent(dragging ? mouseEventType(heldButtons_.front(), Phase::Dragged)
+    Event move = makeEvent(dragging ? mouseEventType(heldButtons_.front(), Press::Dragged)
                                     : EventType::MouseMoved,
                            heldFlags_);
     if (dragging) move.clickCount = lastClick_.count;

@@ -51,7 +51,7 @@ private:
 };
 
 /// Those of `records` that `others` does not have, in their order.
-Records difference(const Records &records, const Records &others)
+Records recordsWithout(const Records &records, const Records &others)
 {
     Bag known(others);
     Records left;
@@ -91,13 +91,13 @@ struct Changes
 /// so shortened elastics come in the order in which they were.
 Changes changesBetween(const Records &before, const Records &after)
 {
-    Records added = difference(after, before);
+    Records added = recordsWithout(after, before);
     std::map<Sequence, std::vector<std::size_t>> bySequence;
     for (std::size_t i = added.size(); i-- > 0;)
         bySequence[added[i].bracketSequence].push_back(i);
     std::vector<bool> isPaired(added.size(), false);
     Changes found;
-    for (const ElasticRecord &gone : difference(before, after)) {
+    for (const ElasticRecord &gone : recordsWithout(before, after)) {
         Change change{gone, std::nullopt};
         const auto same = bySequence.find(gone.bracketSequence);
         if (same != bySequence.end() && !same->second.empty()) {

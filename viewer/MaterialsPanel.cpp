@@ -16,7 +16,7 @@
 namespace viewer {
 namespace {
 
-constexpr int swatchSize = 16;
+constexpr int materialSwatchSize = 16;
 
 QColor asQColor(const kelo::HVOGLMaterial &material)
 {
@@ -93,7 +93,7 @@ void MaterialsPanel::showPart()
 {
     const kelo::HVOGLMaterial &material = materials_.material(part());
     const QColor color = asQColor(material);
-    QPixmap swatch(swatchSize, swatchSize);
+    QPixmap swatch(materialSwatchSize, materialSwatchSize);
     swatch.fill(color);
     color_->setIcon(QIcon(swatch));
     color_->setText(color.name());

@@ -185,7 +185,7 @@ private:
     std::size_t next_ = 0;
 };
 
-using Reader = std::function<ScriptCommand(LineReader &)>;
+using CommandReader = std::function<ScriptCommand(LineReader &)>;
 
 ScriptCommand readPress(LineReader &line)
 {
@@ -298,7 +298,7 @@ ScriptCommand readZoom(LineReader &line)
     return zoom;
 }
 
-Reader readerOfShow(bool shows)
+CommandReader readerOfShow(bool shows)
 {
     return [shows](LineReader &line) -> ScriptCommand {
         const QString name = line.text("the part");
@@ -328,9 +328,9 @@ ScriptCommand readFullScreen(LineReader &line)
     return FullScreenCommand{word == QStringLiteral("on")};
 }
 
-const QHash<QString, Reader> &readers()
+const QHash<QString, CommandReader> &readers()
 {
-    static const QHash<QString, Reader> all = {
+    static const QHash<QString, CommandReader> all = {
         {QStringLiteral("press"), readPress},
         {QStringLiteral("drag"), [](LineReader &line) { return DragCommand{line.point()}; }},
         {QStringLiteral("release"), [](LineReader &line) { return ReleaseCommand{line.point()}; }},

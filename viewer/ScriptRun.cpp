@@ -14,7 +14,7 @@ namespace {
 /// Often enough for smooth animation.
 constexpr std::chrono::milliseconds tickInterval(8);
 
-QString shownName(const QString &file)
+QString sourceName(const QString &file)
 {
     return file == QStringLiteral("-") ? QStringLiteral("standard input") : file;
 }
@@ -36,10 +36,10 @@ ParsedScript readScript(const QString &file)
     if (script.problems.isEmpty()) return script;
     QStringList lines;
     for (const QString &problem : script.problems)
-        lines << shownName(file) + QLatin1Char(':') + problem;
+        lines << sourceName(file) + QLatin1Char(':') + problem;
     if (script.furtherProblemCount > 0)
         lines << QStringLiteral("%1: and %2 more")
-                     .arg(shownName(file), QString::number(script.furtherProblemCount));
+                     .arg(sourceName(file), QString::number(script.furtherProblemCount));
     throw BadScript(lines.join(QLatin1Char('\n')).toStdString());
 }
 
@@ -47,7 +47,7 @@ void playScript(const ParsedScript &script, const QString &file, ScriptPlayer &p
 {
     const QString failure = player.play(script);
     if (!failure.isEmpty())
-        throw BadScript((shownName(file) + QLatin1Char(':') + failure).toStdString());
+        throw BadScript((sourceName(file) + QLatin1Char(':') + failure).toStdString());
 }
 
 RealTime::RealTime(kelo::VirtualRunLoop &clock, double end) : clock_(clock), end_(end)

@@ -8,36 +8,36 @@ namespace viewer {
 namespace {
 
 /// 1/sqrt(3): the axes of the side views are diagonals of a cube.
-constexpr double diagonal = 0.57735026;
+constexpr double cubeDiagonal = 0.57735026;
 
-struct Place
+struct Viewpoint
 {
     double degrees, x, y, z;
     bool showsUpperArch, showsLowerArch;
     const char *title;
 };
 
-const Place &placeOf(StandardView standardView)
+const Viewpoint &viewpointOf(StandardView standardView)
 {
-    static constexpr Place front{
+    static constexpr Viewpoint front{
         90.0, -1.0, 0.0, 0.0, true, true, QT_TRANSLATE_NOOP("StandardView", "Front")};
-    static constexpr Place right{120.0,
-                                 -diagonal,
-                                 diagonal,
-                                 diagonal,
+    static constexpr Viewpoint right{120.0,
+                                 -cubeDiagonal,
+                                 cubeDiagonal,
+                                 cubeDiagonal,
                                  true,
                                  true,
                                  QT_TRANSLATE_NOOP("StandardView", "Right")};
-    static constexpr Place left{120.0,
-                                -diagonal,
-                                -diagonal,
-                                -diagonal,
+    static constexpr Viewpoint left{120.0,
+                                -cubeDiagonal,
+                                -cubeDiagonal,
+                                -cubeDiagonal,
                                 true,
                                 true,
                                 QT_TRANSLATE_NOOP("StandardView", "Left")};
-    static constexpr Place upper{
+    static constexpr Viewpoint upper{
         180.0, -1.0, 0.0, 0.0, true, false, QT_TRANSLATE_NOOP("StandardView", "Upper Occlusal")};
-    static constexpr Place lower{
+    static constexpr Viewpoint lower{
         0.0, -1.0, 0.0, 0.0, false, true, QT_TRANSLATE_NOOP("StandardView", "Lower Occlusal")};
     switch (standardView) {
     case StandardView::Right:
@@ -58,7 +58,7 @@ const Place &placeOf(StandardView standardView)
 
 void showStandardView(kelo::DXOpenGL &view, StandardView standardView)
 {
-    const Place &place = placeOf(standardView);
+    const Viewpoint &place = viewpointOf(standardView);
     view.setShowsScenePart(kelo::ScenePart::UpperArch, place.showsUpperArch);
     view.setShowsScenePart(kelo::ScenePart::LowerArch, place.showsLowerArch);
     view.setTargetWorldRotationAngle_axis(place.degrees, place.x, place.y, place.z);
@@ -67,7 +67,7 @@ void showStandardView(kelo::DXOpenGL &view, StandardView standardView)
 
 QString titleOfStandardView(StandardView standardView)
 {
-    return QCoreApplication::translate("StandardView", placeOf(standardView).title);
+    return QCoreApplication::translate("StandardView", viewpointOf(standardView).title);
 }
 
 } // namespace viewer

@@ -49,10 +49,10 @@ std::set<std::string> membersOfElastics()
 }
 
 /// Reads the members of one treatment, each with its place.
-class Reader
+class TreatmentReader
 {
 public:
-    Reader(JSONProblems &problems, const kelo::Catalogue &catalogue)
+    TreatmentReader(JSONProblems &problems, const kelo::Catalogue &catalogue)
         : problems_(problems),
           colorIDs_(identifiersOf(catalogue.bracketColorTypes)),
           sizeIDs_(identifiersOf(catalogue.elasticsSizeTypes)),
@@ -400,7 +400,7 @@ TreatmentFileReading treatmentFromJSON(const QByteArray &text, const kelo::Catal
     } else if (!catalogue.isUndefined()) {
         problems.add("catalogue", "must be an object");
     }
-    file.treatment = Reader(problems, file.catalogue).treatment(*object);
+    file.treatment = TreatmentReader(problems, file.catalogue).treatment(*object);
     if (!problems.empty()) return {std::nullopt, asStringList(problems.take())};
     return {std::move(file), {}};
 }

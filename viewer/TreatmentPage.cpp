@@ -21,7 +21,7 @@ namespace {
 // Points of 1/72 inch throughout: the painter is scaled to them.
 constexpr double pointsPerInch = 72.0;
 constexpr double gap = 10.0;
-constexpr double swatchSize = 8.0;
+constexpr double colorSwatchSize = 8.0;
 constexpr double lineSpacing = 3.0;
 constexpr double footerHeight = 16.0;
 constexpr int headingSize = 16;
@@ -176,8 +176,8 @@ private:
     double rowHeight(const QString &text, double width)
     {
         const double height =
-            textHeight(fontOfSize(textSize), width - swatchSize - lineSpacing, text);
-        return std::max(height, swatchSize) + lineSpacing;
+            textHeight(fontOfSize(textSize), width - colorSwatchSize - lineSpacing, text);
+        return std::max(height, colorSwatchSize) + lineSpacing;
     }
 
     /// Gives each row its height; one that is higher than a sheet becomes several, broken between
@@ -205,7 +205,7 @@ private:
         layout.setTextOption(wrapped());
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine())
-            line.setLineWidth(width - swatchSize - lineSpacing);
+            line.setLineWidth(width - colorSwatchSize - lineSpacing);
         layout.endLayout();
         QStringList pieces;
         for (int first = 0; first < layout.lineCount(); first += lineCount) {
@@ -394,10 +394,10 @@ private:
     {
         painter_.setPen(QPen(Qt::black, 0.5));
         painter_.setBrush(printedColor(row.swatch));
-        painter_.drawRect(QRectF(x, y + 1.0, swatchSize, swatchSize));
+        painter_.drawRect(QRectF(x, y + 1.0, colorSwatchSize, colorSwatchSize));
         painter_.setFont(fontOfSize(textSize));
-        const double textX = x + swatchSize + lineSpacing;
-        painter_.drawText(textRect(textX, y, width - swatchSize - lineSpacing), row.text,
+        const double textX = x + colorSwatchSize + lineSpacing;
+        painter_.drawText(textRect(textX, y, width - colorSwatchSize - lineSpacing), row.text,
                           wrapped());
     }
 

@@ -11,7 +11,7 @@ namespace viewer {
 namespace {
 
 /// The sentences' context for translators.
-struct StoreText
+struct SchemaText
 {
     Q_DECLARE_TR_FUNCTIONS(TreatmentStore)
 };
@@ -22,7 +22,7 @@ using SchemaEntries = std::vector<SchemaEntry>;
 
 /// A name that somebody else chose, for a sentence of one line: no control characters, not longer
 /// than a person reads.
-QString shownName(const QString &name)
+QString printableName(const QString &name)
 {
     constexpr qsizetype longest = 80;
     QString shown = name.left(longest);
@@ -77,9 +77,9 @@ void assertEntriesAreOurs(TreatmentStoreConnection &connection, int version)
     const SchemaEntry &first = different.front();
     throw connection.error(
         StoreProblem::Foreign,
-        StoreText::tr("the database was changed by another program (%1 \"%2\" is not as this "
+        SchemaText::tr("the database was changed by another program (%1 \"%2\" is not as this "
                       "program makes it)")
-            .arg(shownName(first[0]), shownName(first[1])));
+            .arg(printableName(first[0]), printableName(first[1])));
 }
 
 int versionOf(TreatmentStoreConnection &connection)
@@ -99,7 +99,7 @@ void runStep(TreatmentStoreConnection &connection)
     const int toVersion = isNew ? currentSchemaVersion : version + 1;
     execute(connection, isNew ? schemaDefinitions(toVersion) : schemaStep(toVersion));
     if (connection.pragma(QStringLiteral("foreign_key_check")).isValid())
-        throw connection.error(StoreProblem::Damaged, StoreText::tr("the database is damaged"));
+        throw connection.error(StoreProblem::Damaged, SchemaText::tr("the database is damaged"));
     connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(treatmentApplicationID));
     connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(toVersion));
     transaction.commit();
@@ -113,7 +113,7 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
     if (version > currentSchemaVersion)
         throw connection.error(
             StoreProblem::NewerVersion,
-            StoreText::tr("the database was written by a newer version of this program "
+            SchemaText::tr("the database was written by a newer version of this program "
                           "(its tables are of version %1, this program knows version %2)")
                 .arg(version)
                 .arg(currentSchemaVersion));
@@ -122,7 +122,7 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
     if (isEmpty && version == 0 && application == 0) return;
     if (application != treatmentApplicationID || version <= 0)
         throw connection.error(StoreProblem::Foreign,
-                               StoreText::tr("the database belongs to another program"));
+                               SchemaText::tr("the database belongs to another program"));
     assertEntriesAreOurs(connection, version);
 }
 

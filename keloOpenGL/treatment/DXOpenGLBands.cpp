@@ -45,18 +45,13 @@ bool fillBoundBuffers(std::span<const RubberBandNode> nodes)
     return hasVertices && hasIndices;
 }
 
-const void *offset(std::size_t bytes)
-{
-    return reinterpret_cast<const void *>(bytes);
-}
-
 void drawBoundBuffers(std::size_t indexCount)
 {
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
-    glVertexPointer(3, GL_FLOAT, sizeof(RubberBandVertex), offset(0));
-    glNormalPointer(GL_FLOAT, sizeof(RubberBandVertex), offset(offsetof(RubberBandVertex, normal)));
-    glDrawElements(GL_QUADS, static_cast<GLsizei>(indexCount), GL_UNSIGNED_INT, offset(0));
+    glVertexPointer(3, GL_FLOAT, sizeof(RubberBandVertex), bufferOffset(0));
+    glNormalPointer(GL_FLOAT, sizeof(RubberBandVertex), bufferOffset(offsetof(RubberBandVertex, normal)));
+    glDrawElements(GL_QUADS, static_cast<GLsizei>(indexCount), GL_UNSIGNED_INT, bufferOffset(0));
     glDisableClientState(GL_VERTEX_ARRAY);
     glDisableClientState(GL_NORMAL_ARRAY);
 }

@@ -40,11 +40,6 @@ bool fillBuffer(GLenum target, const void *data, std::size_t size)
     return glUnmapBuffer(target) == GL_TRUE;
 }
 
-const void *offset(std::size_t bytes)
-{
-    return reinterpret_cast<const void *>(bytes);
-}
-
 /// The projection and state of the flat overlay, for as long as it lives.
 class OverlayState
 {
@@ -192,11 +187,11 @@ void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &textu
     if (filled) {
         glEnableClientState(GL_VERTEX_ARRAY);
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-        glVertexPointer(2, GL_FLOAT, sizeof(QuadVertex), offset(0));
-        glTexCoordPointer(2, GL_FLOAT, sizeof(QuadVertex), offset(offsetof(QuadVertex, s)));
+        glVertexPointer(2, GL_FLOAT, sizeof(QuadVertex), bufferOffset(0));
+        glTexCoordPointer(2, GL_FLOAT, sizeof(QuadVertex), bufferOffset(offsetof(QuadVertex, s)));
         texture->bind();
         glDrawElements(GL_QUADS, static_cast<GLsizei>(quadIndices.size()), GL_UNSIGNED_INT,
-                       offset(0));
+                       bufferOffset(0));
         SimpleTexture::unbind();
         glDisableClientState(GL_VERTEX_ARRAY);
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);

@@ -28,7 +28,7 @@ Elements elementsOf(const Matrix &m)
     return elements;
 }
 
-void expectNear(const Elements &expected, const Matrix &actual, double tolerance)
+void expectElements(const Elements &expected, const Matrix &actual, double tolerance)
 {
     for (std::size_t i = 0; i < 16; ++i)
         EXPECT_NEAR(actual.m[i], expected[i], tolerance) << "element " << i;
@@ -127,7 +127,7 @@ TEST(Matrix, multiplyPutsTheSecondMatrixOnTheRight)
         const Matrix left = someMatrix(generator), right = someMatrix(generator);
         Matrix m = left;
         Matrix_multiply(&m, right);
-        expectNear(productOf(elementsOf(left), elementsOf(right)), m, 4e-6);
+        expectElements(productOf(elementsOf(left), elementsOf(right)), m, 4e-6);
         EXPECT_TRUE(sameBits(m, Matrix_multiplied(left, right)));
     }
     // A translation on the right of a scale is scaled.
@@ -141,7 +141,7 @@ TEST(Matrix, aMatrixMayBeMultipliedByItself)
     Matrix m = general;
     Matrix_multiply(&m, m);
     EXPECT_TRUE(sameBits(m, Matrix_multiplied(general, general)));
-    expectNear(productOf(elementsOf(general), elementsOf(general)), m, 1e-5);
+    expectElements(productOf(elementsOf(general), elementsOf(general)), m, 1e-5);
 }
 
 // One elementary operation in both its forms, and the matrix it multiplies onto the right.
@@ -226,11 +226,11 @@ TEST(Matrix, eachElementaryOperationMultipliesItsMatrixOntoTheRight)
         SCOPED_TRACE(operation.name);
         Matrix fromIdentity = identity();
         operation.inPlace(&fromIdentity);
-        expectNear(operation.factor, fromIdentity, 1e-6);
+        expectElements(operation.factor, fromIdentity, 1e-6);
 
         Matrix m = general;
         operation.inPlace(&m);
-        expectNear(productOf(elementsOf(general), operation.factor), m, 1e-5);
+        expectElements(productOf(elementsOf(general), operation.factor), m, 1e-5);
     }
 }
 
@@ -414,8 +414,8 @@ TEST(Matrix, theInverseTimesTheMatrixIsTheIdentity)
     matrices.push_back(Matrix_rotated(Matrix_translated(identity(), 1, 2, 3), {1, 1, 0}, 2));
     for (const Matrix &m : matrices) {
         const Matrix inverse = Matrix_inverted(m);
-        expectNear(unit, Matrix_multiplied(inverse, m), 2e-6);
-        expectNear(unit, Matrix_multiplied(m, inverse), 2e-6);
+        expectElements(unit, Matrix_multiplied(inverse, m), 2e-6);
+        expectElements(unit, Matrix_multiplied(m, inverse), 2e-6);
     }
 }
 

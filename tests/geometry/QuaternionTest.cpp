@@ -16,7 +16,7 @@ namespace {
 using Components = std::array<double, 4>;
 using Bits = std::array<std::uint32_t, 4>;
 
-const double pi = std::acos(-1.0);
+const double halfTurn = std::acos(-1.0);
 
 Components componentsOf(Quaternion q)
 {
@@ -28,7 +28,7 @@ Bits bitsOf(Quaternion q)
     return std::bit_cast<Bits>(q);
 }
 
-void expectNear(const Components &expected, Quaternion actual, double tolerance = 2e-6)
+void expectComponents(const Components &expected, Quaternion actual, double tolerance = 2e-6)
 {
     for (std::size_t i = 0; i < 4; ++i)
         EXPECT_NEAR(componentsOf(actual)[i], expected[i], tolerance) << "component " << i;
@@ -75,7 +75,7 @@ Components turned(const Components &v, const Components &axis, double angle)
     return result;
 }
 
-const Quaternion identity = {0, 0, 0, 1};
+const Quaternion noRotation = {0, 0, 0, 1};
 
 // Neither has the length 1.
 const Quaternion someQuaternion = {1, -2, 3, 0.5f};
@@ -102,7 +102,7 @@ TEST(Quaternion, anAxisOfAnyLengthAndAnAngleGiveAUnitQuaternion)
     for (const float length : {1e-6f, 1.0f, 250.0f}) {
         for (const float angle : {-4.0f, -0.5f, 0.0f, 1.0f, 3.0f, 7.0f}) {
             const double s = std::sin(angle / 2.0), c = std::cos(angle / 2.0);
-            expectNear({s / 3, s * 2 / 3, s * -2 / 3, c},
+            expectComponents({s / 3, s * 2 / 3, s * -2 / 3, c},
                        Quaternion_fromAxisAngle({length, 2 * length, -2 * length}, angle));
         }
     }
@@ -147,7 +147,7 @@ TEST(Quaternion, theIdentityHasTheAngle0AndTheAxis0)
 {
     Vector3 axis = {7, 7, 7};
     float angle = 7;
-    Quaternion_toAxisAngle(identity, &axis, &angle);
+    Quaternion_toAxisAngle(noRotation, &axis, &angle);
     EXPECT_EQ(angle, 0.0f);
     EXPECT_EQ(axis.x, 0.0f);
     EXPECT_EQ(axis.y, 0.0f);
@@ -221,7 +221,7 @@ TEST(Quaternion, normalizeDividesByTheLength)
 {
     Quaternion q = {1, -2, 2, 4};
     Quaternion_normalize(&q);
-    expectNear({0.2, -0.4, 0.4, 0.8}, q, 1e-7);
+    expectComponents({0.2, -0.4, 0.4, 0.8}, q, 1e-7);
     EXPECT_EQ(bitsOf(Quaternion_normalized({1, -2, 2, 4})), bitsOf(q));
 }
 
@@ -267,11 +267,11 @@ TEST(Quaternion, rotateMultipliesTheRotationOntoTheRight)
 TEST(Quaternion, theInverseUndoesAlsoAQuaternionOfAnotherLength)
 {
     // 1 + 4 + 9 + 0.25 = 14.25
-    expectNear({-1 / 14.25, 2 / 14.25, -3 / 14.25, 0.5 / 14.25},
+    expectComponents({-1 / 14.25, 2 / 14.25, -3 / 14.25, 0.5 / 14.25},
                Quaternion_inverted(someQuaternion), 1e-7);
     const Quaternion inverse = Quaternion_inverted(someQuaternion);
-    expectNear({0, 0, 0, 1}, Quaternion_multiplied(someQuaternion, inverse), 1e-6);
-    expectNear({0, 0, 0, 1}, Quaternion_multiplied(inverse, someQuaternion), 1e-6);
+    expectComponents({0, 0, 0, 1}, Quaternion_multiplied(someQuaternion, inverse), 1e-6);
+    expectComponents({0, 0, 0, 1}, Quaternion_multiplied(inverse, someQuaternion), 1e-6);
 }
 
 TEST(Quaternion, eachParticipleReturnsWhatItsVerbDoesAndLeavesItsArgumentAlone)
@@ -308,14 +308,14 @@ TEST(Quaternion, eachParticipleReturnsWhatItsVerbDoesAndLeavesItsArgumentAlone)
 TEST(QuaternionSlerp, betweenDistantQuaternionsTheWeightsAreSpherical)
 {
     for (const double dot : {0.0, 0.3, 0.9, 0.98}) {
-        const Quaternion left = identity, right = withDotToIdentity(dot);
+        const Quaternion left = noRotation, right = withDotToIdentity(dot);
         ASSERT_GT(1 - std::abs(dotOf(left, right)), 0.011) << "the spherical branch";
         const double angle = std::acos(dot);
         for (const float t : {0.0f, 0.1f, 0.5f, 0.75f, 1.0f}) {
             SCOPED_TRACE(testing::Message() << "dot " << dot << ", t " << t);
             const double leftWeight = std::sin((1 - t) * angle), rightWeight = std::sin(t * angle);
             const Quaternion q = Quaternion_slerp(left, right, t);
-            expectNear(normalizedSumOf(left, leftWeight, right, rightWeight), q);
+            expectComponents(normalizedSumOf(left, leftWeight, right, rightWeight), q);
             // About one axis the angle grows evenly: half the angle from the identity is t * angle.
             EXPECT_NEAR(std::atan2(q.z, q.w), t * angle, 2e-6);
         }
@@ -325,47 +325,47 @@ TEST(QuaternionSlerp, betweenDistantQuaternionsTheWeightsAreSpherical)
 TEST(QuaternionSlerp, theSphericalWeightsAreNotTheLinearOnes)
 {
     const Quaternion right = withDotToIdentity(0.0);
-    const Quaternion q = Quaternion_slerp(identity, right, 0.25f);
-    EXPECT_NEAR(q.w, std::cos(pi / 8), 1e-6);
-    EXPECT_GT(std::abs(q.w - normalizedSumOf(identity, 0.75, right, 0.25)[3]), 0.02);
+    const Quaternion q = Quaternion_slerp(noRotation, right, 0.25f);
+    EXPECT_NEAR(q.w, std::cos(halfTurn / 8), 1e-6);
+    EXPECT_GT(std::abs(q.w - normalizedSumOf(noRotation, 0.75, right, 0.25)[3]), 0.02);
 }
 
 TEST(QuaternionSlerp, aDotProductOfMinus0Point9TakesTheSphericalBranchWithTheLeftWeightNegated)
 {
-    const Quaternion left = identity, right = withDotToIdentity(-0.9);
+    const Quaternion left = noRotation, right = withDotToIdentity(-0.9);
     const double dot = dotOf(left, right);
     ASSERT_NEAR(dot, -0.9, 1e-6);
     ASSERT_GT(1 - std::abs(dot), 0.011) << "the spherical branch";
     const double angle = std::acos(0.9);
     for (const float t : {0.0f, 0.25f, 0.5f, 1.0f}) {
         SCOPED_TRACE(t);
-        expectNear(normalizedSumOf(left, -std::sin((1 - t) * angle), right, std::sin(t * angle)),
+        expectComponents(normalizedSumOf(left, -std::sin((1 - t) * angle), right, std::sin(t * angle)),
                    Quaternion_slerp(left, right, t));
     }
     // So the path starts at the left quaternion turned round and ends at the right one itself.
-    expectNear({0, 0, 0, -1}, Quaternion_slerp(left, right, 0));
-    expectNear(componentsOf(right), Quaternion_slerp(left, right, 1));
+    expectComponents({0, 0, 0, -1}, Quaternion_slerp(left, right, 0));
+    expectComponents(componentsOf(right), Quaternion_slerp(left, right, 1));
 }
 
 TEST(QuaternionSlerp, aDotProductOfMinus0Point995TakesTheLinearBranchWithoutSignCorrection)
 {
-    const Quaternion left = identity, right = withDotToIdentity(-0.995);
+    const Quaternion left = noRotation, right = withDotToIdentity(-0.995);
     const double dot = dotOf(left, right);
     ASSERT_NEAR(dot, -0.995, 1e-6);
     ASSERT_LT(1 - std::abs(dot), 0.009) << "the linear branch";
     for (const float t : {0.0f, 0.25f, 0.5f, 0.9f, 1.0f}) {
         SCOPED_TRACE(t);
-        expectNear(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t), 2e-5);
+        expectComponents(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t), 2e-5);
     }
     EXPECT_GT(Quaternion_slerp(left, right, 0).w, 0) << "the left quaternion is not turned round";
 }
 
 TEST(QuaternionSlerp, betweenCloseQuaternionsTheWeightsAreLinear)
 {
-    const Quaternion left = identity, right = withDotToIdentity(0.995);
+    const Quaternion left = noRotation, right = withDotToIdentity(0.995);
     ASSERT_LT(1 - std::abs(dotOf(left, right)), 0.009) << "the linear branch";
     for (const float t : {0.0f, 0.25f, 0.5f, 1.0f})
-        expectNear(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t));
+        expectComponents(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t));
     EXPECT_EQ(componentsOf(Quaternion_slerp(left, left, 0.5f)), componentsOf(left));
 }
 
@@ -380,7 +380,7 @@ TEST(QuaternionSlerp, theBranchesPartAtTheSinglePrecision0Point01)
     // A left quaternion of (0, 0, 0, 1) makes the right one's w the dot product. With the negative
     // sign the branches differ in the sign of the left weight.
     const auto atTheStart = [](float dot) {
-        return Quaternion_slerp(identity, {0.14f, 0, 0, -dot}, 0).w;
+        return Quaternion_slerp(noRotation, {0.14f, 0, 0, -dot}, 0).w;
     };
     EXPECT_EQ(atTheStart(linearDot), 1.0f);
     EXPECT_EQ(atTheStart(sphericalDot), -1.0f);
@@ -390,7 +390,7 @@ TEST(QuaternionSlerp, theResultHasTheLength1InBothBranches)
 {
     for (const double dot : {-0.999, -0.9, -0.2, 0.0, 0.5, 0.97, 0.999}) {
         for (const float t : {-0.5f, 0.1f, 0.5f, 0.8f, 1.5f}) {
-            const Quaternion q = Quaternion_slerp(identity, withDotToIdentity(dot), t);
+            const Quaternion q = Quaternion_slerp(noRotation, withDotToIdentity(dot), t);
             EXPECT_NEAR(dotOf(q, q), 1, 1e-6) << "dot " << dot << ", t " << t;
         }
     }
@@ -405,9 +405,9 @@ TEST(Quaternion, vectorsAreTurnedAboutTheAxis)
         const Quaternion q = Quaternion_fromAxisAngle({1, 2, -2}, angle);
         const Components expected = turned({4, -5, 6, 0}, axis, angle);
         const Vector3 v3 = Quaternion_multiplyVector3(q, {4, -5, 6});
-        expectNear({expected[0], expected[1], expected[2], 0}, {v3.x, v3.y, v3.z, 0}, 4e-6);
+        expectComponents({expected[0], expected[1], expected[2], 0}, {v3.x, v3.y, v3.z, 0}, 4e-6);
         const Vector4 v4 = Quaternion_multiplyVector4(q, {4, -5, 6, 7});
-        expectNear({expected[0], expected[1], expected[2], 7}, {v4.x, v4.y, v4.z, v4.w}, 4e-6);
+        expectComponents({expected[0], expected[1], expected[2], 7}, {v4.x, v4.y, v4.z, v4.w}, 4e-6);
     }
 }
 
@@ -417,9 +417,9 @@ TEST(Quaternion, aQuaternionOfAnotherLengthTurnsWithoutScaling)
     const float component = static_cast<float>(10 * std::sqrt(0.5));
     const Quaternion q = {0, 0, component, component};
     const Vector3 v3 = Quaternion_multiplyVector3(q, {3, 0, 2});
-    expectNear({0, 3, 2, 0}, {v3.x, v3.y, v3.z, 0});
+    expectComponents({0, 3, 2, 0}, {v3.x, v3.y, v3.z, 0});
     const Vector4 v4 = Quaternion_multiplyVector4(q, {3, 0, 2, -8});
-    expectNear({0, 3, 2, -8}, {v4.x, v4.y, v4.z, v4.w});
+    expectComponents({0, 3, 2, -8}, {v4.x, v4.y, v4.z, v4.w});
 }
 
 TEST(Quaternion, theProductOfQuaternionsAndTheProductOfTheirMatricesAgree)

@@ -14,6 +14,7 @@
 
 namespace {
 
+using kelo::test::contains;
 using kelo::test::contentOfSourceFile;
 using kelo::test::endsWith;
 using kelo::test::existsInSourceTree;
@@ -48,7 +49,7 @@ struct Code
     Texts blocks;   ///< the blocks marked cpp, whole
 };
 
-Code codeOf(const std::string &document)
+Code codeInDocument(const std::string &document)
 {
     static const std::regex span("`([^`]+)`");
     Code code;
@@ -84,11 +85,6 @@ const Texts &presets()
 {
     static const Texts list = presetsIn(contentOfSourceFile("CMakePresets.json"));
     return list;
-}
-
-bool contains(const Texts &list, const std::string &wanted)
-{
-    return std::find(list.begin(), list.end(), wanted) != list.end();
 }
 
 /// The files of the tree by their last names: a text may call a file by that alone.
@@ -170,7 +166,7 @@ TEST(Documents, everyPathAndCommandInThemIsThere)
 {
     std::size_t lookedAt = 0;
     for (const std::string &document : documents()) {
-        const Code code = codeOf(contentOfSourceFile(document));
+        const Code code = codeInDocument(contentOfSourceFile(document));
         for (const Texts &texts : {code.spans, code.commands}) {
             for (const std::string &text : texts) {
                 ++lookedAt;
@@ -231,7 +227,7 @@ TEST(Documents, theCodeInThemIsCodeThatIsCompiled)
             compiled += withoutIndentation(contentOfSourceFile(path));
     std::size_t blockCount = 0;
     for (const std::string &document : documents()) {
-        for (const std::string &block : codeOf(contentOfSourceFile(document)).blocks) {
+        for (const std::string &block : codeInDocument(contentOfSourceFile(document)).blocks) {
             ++blockCount;
             EXPECT_NE(compiled.find(withoutIndentation(block)), std::string::npos)
                 << document << " shows code that no example holds:\n"

@@ -10,6 +10,7 @@
 
 namespace {
 
+using kelo::test::contains;
 using kelo::test::contentOfSourceFile;
 using kelo::test::existsInSourceTree;
 using kelo::test::linesOf;
@@ -86,11 +87,6 @@ const Room *roomOf(const std::string &path)
     for (const Room &room : houseRooms())
         if (startsWith(path, room.folder)) return &room;
     return nullptr;
-}
-
-bool contains(const std::vector<std::string> &list, const std::string &wanted)
-{
-    return std::find(list.begin(), list.end(), wanted) != list.end();
 }
 
 /// The Qt module of a header, or nothing for other headers. The old home of a class that moved to

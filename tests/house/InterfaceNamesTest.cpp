@@ -44,7 +44,7 @@ const std::vector<Row> &pageRows()
 }
 
 /// The header's text without its comments, in which a name may stand without being declared.
-std::string codeOf(const std::string &header)
+std::string codeInHeader(const std::string &header)
 {
     std::string code;
     for (const std::string &line : linesOf(header))
@@ -55,7 +55,7 @@ std::string codeOf(const std::string &header)
 /// A function's name before its parenthesis, or that of a delegate's member before the semicolon.
 bool isDeclaredIn(const std::string &name, const std::string &header)
 {
-    return std::regex_search(codeOf(header), std::regex("\\b" + name + "\\s*[(;]"));
+    return std::regex_search(codeInHeader(header), std::regex("\\b" + name + "\\s*[(;]"));
 }
 
 /// Whether a host can call what is declared under the name: a declaration that is not private.
@@ -65,7 +65,7 @@ bool isOpenIn(const std::string &name, const std::string &header)
     static const std::regex access("\\s*(public|protected|private):.*");
     const std::regex declaration("\\b" + name + "\\s*[(;]");
     bool isPrivate = false;
-    for (const std::string &line : linesOf(codeOf(header))) {
+    for (const std::string &line : linesOf(codeInHeader(header))) {
         std::smatch match;
         if (std::regex_match(line, match, type)) isPrivate = match[1] == "class";
         if (std::regex_match(line, match, access)) isPrivate = match[1] == "private";

@@ -54,6 +54,11 @@ std::string contentOfSourceFile(const std::string &path)
     return content.str();
 }
 
+bool contains(const std::vector<std::string> &list, const std::string &wanted)
+{
+    return std::find(list.begin(), list.end(), wanted) != list.end();
+}
+
 std::vector<std::string> linesOf(const std::string &text)
 {
     std::vector<std::string> lines;

@@ -15,6 +15,8 @@ bool existsInSourceTree(const std::string &path);
 /// The content of a file of the tree.
 std::string contentOfSourceFile(const std::string &path);
 
+bool contains(const std::vector<std::string> &list, const std::string &wanted);
+
 std::vector<std::string> linesOf(const std::string &text);
 
 bool startsWith(const std::string &text, const std::string &start);

@@ -32,7 +32,7 @@ namespace {
 using test::TemporaryFile;
 
 /// One call with outputs that show whether they were written.
-struct Call
+struct FailingCall
 {
     OBJVertex vertexMark{};
     std::uint32_t indexMark = 0;
@@ -42,16 +42,16 @@ struct Call
     bool read = false;
     std::string messages;
 
-    explicit Call(const std::string &path, const detail::OBJReadingLimits &limits = {})
+    explicit FailingCall(const std::string &path, const detail::OBJReadingLimits &limits = {})
     {
         messages = test::standardErrorOf([&] {
             read = detail::loadOBJFile(path.c_str(), limits, &vertices, &vertexCount, &indexes,
                                        &indexCount);
         });
     }
-    Call(const Call &) = delete;
-    Call &operator=(const Call &) = delete;
-    ~Call()
+    FailingCall(const FailingCall &) = delete;
+    FailingCall &operator=(const FailingCall &) = delete;
+    ~FailingCall()
     {
         if (vertices != &vertexMark) std::free(vertices);
         if (indexes != &indexMark) std::free(indexes);
@@ -66,7 +66,7 @@ struct Call
 
 TEST(OBJReaderFailure, aMissingFileIsFalseWithoutAMessageAndWithoutOutputs)
 {
-    const Call call("/no/such/folder/tooth.obj");
+    const FailingCall call("/no/such/folder/tooth.obj");
     EXPECT_FALSE(call.read);
     EXPECT_TRUE(call.untouched());
     EXPECT_EQ(call.messages, "");
@@ -74,7 +74,7 @@ TEST(OBJReaderFailure, aMissingFileIsFalseWithoutAMessageAndWithoutOutputs)
 
 TEST(OBJReaderFailure, aDirectoryIsFalseWithoutAMessage)
 {
-    const Call call(std::filesystem::temp_directory_path());
+    const FailingCall call(std::filesystem::temp_directory_path());
     EXPECT_FALSE(call.read);
     EXPECT_TRUE(call.untouched());
     EXPECT_EQ(call.messages, "");
@@ -86,7 +86,7 @@ TEST(OBJReaderFailure, aPipeHasNoSizeAndIsNotWaitedFor)
     ASSERT_NE(::mkdtemp(folder.data()), nullptr);
     const std::string path = folder + "/pipe.obj";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    const Call call(path);
+    const FailingCall call(path);
     EXPECT_FALSE(call.read);
     EXPECT_TRUE(call.untouched());
     EXPECT_EQ(call.messages, "");
@@ -97,7 +97,7 @@ TEST(OBJReaderFailure, devicesOfSizeZeroAreEmptyMeshes)
 {
     for (const char *path : {"/dev/null", "/dev/zero"}) {
         SCOPED_TRACE(path);
-        const Call call(path);
+        const FailingCall call(path);
         EXPECT_TRUE(call.read);
         EXPECT_EQ(call.vertexCount, 0u);
         EXPECT_EQ(call.indexCount, 0u);
@@ -114,7 +114,7 @@ TEST(OBJReaderFailure, aFileOfFiveGigabytesOfHolesIsReadWithoutHoldingIt)
     ASSERT_EQ(::ftruncate(descriptor, 5'000'000'000), 0);
     rusage before{}, after{};
     ::getrusage(RUSAGE_SELF, &before);
-    const Call call("/proc/self/fd/" + std::to_string(descriptor));
+    const FailingCall call("/proc/self/fd/" + std::to_string(descriptor));
     ::getrusage(RUSAGE_SELF, &after);
     ::close(descriptor);
     EXPECT_TRUE(call.read);
@@ -151,7 +151,7 @@ TEST(OBJReaderFailure, countsBeyondTheirRangeAreAMessageAndFalse)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         const TemporaryFile file(c.text);
-        const Call call(file.path, {.maximumVertexCount = 8, .maximumIndexCount = 8});
+        const FailingCall call(file.path, {.maximumVertexCount = 8, .maximumIndexCount = 8});
         EXPECT_EQ(call.read, c.fits);
         EXPECT_EQ(call.untouched(), !c.fits);
         EXPECT_EQ(call.messages,
@@ -176,7 +176,7 @@ TEST(OBJReaderFailure, everyAllocationThatFailsIsAMessageAndFalseWithoutOutputs)
     int failures = 0;
     for (int allowed = 0;; ++allowed) {
         allocationsLeft = allowed;
-        const Call call(file.path, {.blockSize = 4096, .reallocate = failingReallocate});
+        const FailingCall call(file.path, {.blockSize = 4096, .reallocate = failingReallocate});
         if (call.read) break;
         ++failures;
         EXPECT_TRUE(call.untouched());
@@ -342,7 +342,7 @@ TEST(OBJReaderFailure, aFileThatBecomesShorterIsAMessageAndFalse)
 {
     const TemporaryFile file("v 1 2 3\nv 1 2 3\nf 1 2 1\nf 1 2 1\n");
     fileToCut = file.path;
-    const Call call(file.path, {.reallocate = cuttingReallocate});
+    const FailingCall call(file.path, {.reallocate = cuttingReallocate});
     EXPECT_FALSE(call.read);
     EXPECT_TRUE(call.untouched());
     EXPECT_EQ(call.messages, "Cannot read " + file.path + ": it became shorter\n");
@@ -359,7 +359,7 @@ TEST(OBJReaderFailure, aFileThatBecomesLongerEndsWhereItsSizeWas)
 {
     const TemporaryFile file("v 1 2 3\nv 4 5 6\n");
     fileToCut = file.path;
-    const Call call(file.path, {.reallocate = appendingReallocate});
+    const FailingCall call(file.path, {.reallocate = appendingReallocate});
     EXPECT_TRUE(call.read);
     EXPECT_EQ(call.vertexCount, 2u);
     EXPECT_GT(std::filesystem::file_size(file.path), 16u);
@@ -381,7 +381,7 @@ TEST(OBJReaderFailure, aFileThatShrinksAndGrowsWhileItIsReadNeverBreaksTheReader
         }
     });
     for (int i = 0; i < 200; ++i) {
-        const Call call(file.path, {.blockSize = 4096});
+        const FailingCall call(file.path, {.blockSize = 4096});
         if (call.read) {
             EXPECT_LE(call.vertexCount, 40'000u);
             EXPECT_EQ(call.indexCount, 0u);

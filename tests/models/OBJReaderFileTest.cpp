@@ -22,7 +22,7 @@ using test::standardErrorOf;
 using test::TemporaryFile;
 
 /// One call with outputs that show whether they were written.
-struct Call
+struct FileCall
 {
     OBJVertex vertexMark{};
     std::uint32_t indexMark = 0;
@@ -32,15 +32,15 @@ struct Call
     std::optional<MeshFileRefusal> refusal;
     std::string messages;
 
-    explicit Call(const std::string &path, const MeshFileLimits &limits = {})
+    explicit FileCall(const std::string &path, const MeshFileLimits &limits = {})
     {
         messages = standardErrorOf([&] {
             refusal = readMeshFile(path, limits, &vertices, &vertexCount, &indexes, &indexCount);
         });
     }
-    Call(const Call &) = delete;
-    Call &operator=(const Call &) = delete;
-    ~Call()
+    FileCall(const FileCall &) = delete;
+    FileCall &operator=(const FileCall &) = delete;
+    ~FileCall()
     {
         if (vertices != &vertexMark) std::free(vertices);
         if (indexes != &indexMark) std::free(indexes);
@@ -60,7 +60,7 @@ TEST(OBJReaderFile, aFileInOrderIsReadAsTheReaderReadsIt)
 {
     const TemporaryFile file("v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nvn 0 0 1\nvn 0 1 0\n"
                              "f 1//1 2//1 3//1\nf 1//2 3//2 4//2\n");
-    const Call call(file.path);
+    const FileCall call(file.path);
     EXPECT_FALSE(call.refusal);
     EXPECT_EQ(call.vertexCount, 6u);
     EXPECT_EQ(call.indexCount, 6u);
@@ -70,7 +70,7 @@ TEST(OBJReaderFile, aFileInOrderIsReadAsTheReaderReadsIt)
 TEST(OBJReaderFile, aFaceMayNameVerticesThatComeLater)
 {
     const TemporaryFile file("f 1 2 3\nv 0 0 0\nv 1 0 0\nv 0 1 0\n");
-    EXPECT_EQ(Call(file.path).reason(), "no refusal");
+    EXPECT_EQ(FileCall(file.path).reason(), "no refusal");
 }
 
 TEST(OBJReaderFile, aVertexThatIsNotInTheFileIsRefusedWithTheLine)
@@ -101,7 +101,7 @@ TEST(OBJReaderFile, aVertexThatIsNotInTheFileIsRefusedWithTheLine)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         const TemporaryFile file(c.text);
-        const Call call(file.path);
+        const FileCall call(file.path);
         ASSERT_TRUE(call.refusal);
         EXPECT_EQ(call.refusal->line, c.line);
         EXPECT_EQ(call.refusal->reason, c.reason);
@@ -117,7 +117,7 @@ TEST(OBJReaderFile, theLineIsCountedAcrossTheBlocksThatAreRead)
     for (int i = 0; i < 100'000; ++i)
         text += i % 3 == 0 ? "\r\n" : "# x\r\n";
     const TemporaryFile file(text + "v 0 0 0\r\nf 1 1 2\r\n");
-    const Call call(file.path);
+    const FileCall call(file.path);
     ASSERT_TRUE(call.refusal);
     EXPECT_EQ(call.refusal->line, 100'002u);
 }
@@ -127,7 +127,7 @@ TEST(OBJReaderFile, aFaceWithoutALineBreakIsRefusedAndNotReportedForEver)
     for (const char *end : {"f 1 2 3", "f 1 2 3 ", "f", "f 1/", "f 1//1"}) {
         SCOPED_TRACE(end);
         const TemporaryFile file(triangle + "\r\n" + end);
-        const Call call(file.path);
+        const FileCall call(file.path);
         ASSERT_TRUE(call.refusal);
         EXPECT_EQ(call.refusal->line, 6u);
         EXPECT_EQ(call.refusal->reason,
@@ -136,7 +136,7 @@ TEST(OBJReaderFile, aFaceWithoutALineBreakIsRefusedAndNotReportedForEver)
         EXPECT_EQ(call.messages, "");
     }
     const TemporaryFile comment(triangle + "# no line break");
-    EXPECT_EQ(Call(comment.path).reason(), "no refusal");
+    EXPECT_EQ(FileCall(comment.path).reason(), "no refusal");
 }
 
 TEST(OBJReaderFile, whatIsNoRegularFileIsRefusedAtOnce)
@@ -148,14 +148,14 @@ TEST(OBJReaderFile, whatIsNoRegularFileIsRefusedAtOnce)
     for (const std::string &path :
          {pipe, folder, std::string("/dev/zero"), std::string("/dev/null")}) {
         SCOPED_TRACE(path);
-        const Call call(path);
+        const FileCall call(path);
         ASSERT_TRUE(call.refusal);
         EXPECT_EQ(call.refusal->reason, "cannot be read: not a regular file");
         EXPECT_FALSE(call.refusal->wasOpened);
         EXPECT_TRUE(call.untouched());
         EXPECT_EQ(call.messages, "");
     }
-    const Call missing(folder + "/missing.obj");
+    const FileCall missing(folder + "/missing.obj");
     ASSERT_TRUE(missing.refusal);
     EXPECT_EQ(missing.refusal->reason, "cannot be read: No such file or directory");
     EXPECT_FALSE(missing.refusal->wasOpened);
@@ -167,7 +167,7 @@ TEST(OBJReaderFile, aFileThatExistsAndMayNotBeReadIsRefused)
     const TemporaryFile file(triangle);
     ASSERT_EQ(::chmod(file.path.c_str(), 0), 0);
     const std::string reason =
-        test::resultWithoutPrivileges([&] { return Call(file.path).reason(); });
+        test::resultWithoutPrivileges([&] { return FileCall(file.path).reason(); });
     EXPECT_EQ(reason, "cannot be read: Permission denied");
     // loadOBJFile says false about it, and nothing else.
     const std::string loaded = test::resultWithoutPrivileges([&] {
@@ -211,7 +211,7 @@ TEST(OBJReaderFile, whatIsBeyondTheLimitsIsRefused)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         const TemporaryFile file(c.text);
-        const Call call(file.path, limits);
+        const FileCall call(file.path, limits);
         EXPECT_EQ(call.reason(), c.reason);
         EXPECT_EQ(call.refusal.has_value(), call.untouched());
         EXPECT_EQ(call.messages, "");
@@ -222,7 +222,7 @@ TEST(OBJReaderFile, aFileOfFourGigabytesIsRefusedBeforeItIsRead)
 {
     const TemporaryFile file(triangle);
     ASSERT_EQ(::truncate(file.path.c_str(), 4'294'967'296), 0);
-    EXPECT_EQ(Call(file.path).reason(), "the file has 4294967296 bytes; a mesh may have 268435456");
+    EXPECT_EQ(FileCall(file.path).reason(), "the file has 4294967296 bytes; a mesh may have 268435456");
 }
 
 TEST(OBJReaderFile, ofManyMalformedLinesTheFirstAreReportedAndTheOthersCounted)
@@ -233,7 +233,7 @@ TEST(OBJReaderFile, ofManyMalformedLinesTheFirstAreReportedAndTheOthersCounted)
     const TemporaryFile file(text);
     for (int line = 5; line < 105; ++line)
         expected += "Malformed number on line " + std::to_string(line) + " of " + file.path + "\n";
-    const Call call(file.path);
+    const FileCall call(file.path);
     EXPECT_FALSE(call.refusal);
     EXPECT_EQ(call.messages, expected + "and 150 more problems in " + file.path + "\n");
 }
@@ -242,7 +242,7 @@ TEST(OBJReaderFile, controlCharactersOfNamesAndLinesAreEscapedInMessages)
 {
     const std::string path = std::filesystem::temp_directory_path() / "mesh\x1b[31m.obj";
     std::ofstream(path) << "v\x1b 1 2\nv 1 2\n" << triangle;
-    const Call call(path);
+    const FileCall call(path);
     std::filesystem::remove(path);
     const std::string shown = std::filesystem::temp_directory_path() / "mesh\\x1b[31m.obj";
     EXPECT_FALSE(call.refusal);

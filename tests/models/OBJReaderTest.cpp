@@ -61,7 +61,7 @@ Mesh meshOf(const std::string &text, const detail::OBJReadingLimits &limits = {}
     return mesh;
 }
 
-using Floats = std::vector<float>;
+using FloatList = std::vector<float>;
 using Indexes = std::vector<std::uint32_t>;
 
 TEST(OBJReader, threePositionsAndAFaceAreOneTriangleWithoutNormals)
@@ -69,9 +69,9 @@ TEST(OBJReader, threePositionsAndAFaceAreOneTriangleWithoutNormals)
     const Mesh mesh = meshOf("v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     EXPECT_TRUE(mesh.read);
     ASSERT_EQ(mesh.vertices.size(), 3u);
-    EXPECT_EQ(mesh.position(1), (Floats{1, 0, 0}));
+    EXPECT_EQ(mesh.position(1), (FloatList{1, 0, 0}));
     for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_EQ(mesh.normal(i), (Floats{0, 0, 0}));
+        EXPECT_EQ(mesh.normal(i), (FloatList{0, 0, 0}));
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 2}));
     EXPECT_EQ(mesh.messages, "");
 }
@@ -94,12 +94,12 @@ TEST(OBJReader, aVertexThatCarriesAnotherNormalIsCopiedForEveryUse)
     const Mesh mesh = meshOf(start + "f 1//2 3//2 4//2\n");
     ASSERT_EQ(mesh.vertices.size(), 6u);
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 2, 4, 5, 3}));
-    EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 1}));
-    EXPECT_EQ(mesh.normal(3), (Floats{0, 1, 0}));
+    EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 1}));
+    EXPECT_EQ(mesh.normal(3), (FloatList{0, 1, 0}));
     EXPECT_EQ(mesh.position(4), mesh.position(0));
-    EXPECT_EQ(mesh.normal(4), (Floats{0, 1, 0}));
+    EXPECT_EQ(mesh.normal(4), (FloatList{0, 1, 0}));
     EXPECT_EQ(mesh.position(5), mesh.position(2));
-    EXPECT_EQ(mesh.normal(5), (Floats{0, 1, 0}));
+    EXPECT_EQ(mesh.normal(5), (FloatList{0, 1, 0}));
 
     const Mesh again = meshOf(start + "f 1//2 3//2 4//2\nf 1//2 3//2 4//2\n");
     EXPECT_EQ(again.vertices.size(), 8u) << "no earlier copy is looked for";
@@ -112,8 +112,8 @@ TEST(OBJReader, aCopyCanBeNamedByItsNumberAndIsCopiedInItsTurn)
         meshOf("v 1 2 3\nvn 0 0 1\nvn 0 1 0\nvn 1 0 0\nf 1//1 1//2 2//2\nf 2//3 1 1\n");
     ASSERT_EQ(mesh.vertices.size(), 3u);
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 1, 2, 0, 0}));
-    EXPECT_EQ(mesh.normal(2), (Floats{1, 0, 0}));
-    EXPECT_EQ(mesh.position(2), (Floats{1, 2, 3}));
+    EXPECT_EQ(mesh.normal(2), (FloatList{1, 0, 0}));
+    EXPECT_EQ(mesh.position(2), (FloatList{1, 2, 3}));
 }
 
 TEST(OBJReader, theTextureNumberIsIgnoredAndTheNormalBehindItIsRead)
@@ -121,7 +121,7 @@ TEST(OBJReader, theTextureNumberIsIgnoredAndTheNormalBehindItIsRead)
     const Mesh mesh = meshOf("v 0 0 0\nvn 0 0 1\nf 1/5/1 1/x/1 1//1\n");
     EXPECT_EQ(mesh.indexes, (Indexes{0, 0, 0}));
     EXPECT_EQ(mesh.vertices.size(), 1u);
-    EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 1}));
+    EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 1}));
     EXPECT_EQ(mesh.messages, "");
 }
 
@@ -130,7 +130,7 @@ TEST(OBJReader, aFaceWithTextureNumbersOnlyHasNoNormals)
     const Mesh mesh = meshOf("v 0 0 0\nv 1 0 0\nv 0 1 0\nvn 0 0 1\nf 1/5 2/5 3/5\n");
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 2}));
     for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_EQ(mesh.normal(i), (Floats{0, 0, 0}));
+        EXPECT_EQ(mesh.normal(i), (FloatList{0, 0, 0}));
     EXPECT_EQ(mesh.messages, "");
 }
 
@@ -171,7 +171,7 @@ TEST(OBJReader, aNormalNumberBeyondTheNormalsReadKeepsTheVertexAndItsOldNormal)
         meshOf("v 1 2 3\nvn 0 0 1\nf 1//1 1//2 1//0\nf 1//-1 1//9223372036854775807 1\nvn 0 1 0\n");
     EXPECT_EQ(mesh.indexes, (Indexes{0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(mesh.vertices.size(), 1u);
-    EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 1}));
+    EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 1}));
     EXPECT_EQ(mesh.messages, "");
 }
 
@@ -221,8 +221,8 @@ TEST(OBJReader, aMalformedNumberDropsThePositionOrNormalLineWithOneMessage)
         const Mesh mesh = meshOf(std::string(c.line) + "v 0 0 0\nf 1//1 1 1\n");
         EXPECT_EQ(mesh.messages, mesh.malformedNumberOnLine(1));
         EXPECT_EQ(mesh.vertices.size(), 1u);
-        EXPECT_EQ(mesh.position(0), (Floats{0, 0, 0}));
-        EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 0}));
+        EXPECT_EQ(mesh.position(0), (FloatList{0, 0, 0}));
+        EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 0}));
     }
 }
 
@@ -266,7 +266,7 @@ TEST(OBJReader, aFaceKeepsTheVerticesAroundAMalformedNumber)
 TEST(OBJReader, theFourthNumberOfALineIsIgnored)
 {
     const Mesh mesh = meshOf("v 1 2 3 4 five\nvn 0 0 1 x\n");
-    EXPECT_EQ(mesh.position(0), (Floats{1, 2, 3}));
+    EXPECT_EQ(mesh.position(0), (FloatList{1, 2, 3}));
     EXPECT_EQ(mesh.messages, "");
 }
 
@@ -283,7 +283,7 @@ TEST(OBJReader, otherLinesAreSkippedSilently)
 
 TEST(OBJReader, aLastPositionLineWithoutALineBreakIsRead)
 {
-    EXPECT_EQ(meshOf("v 1 2 3").position(0), (Floats{1, 2, 3}));
+    EXPECT_EQ(meshOf("v 1 2 3").position(0), (FloatList{1, 2, 3}));
     const Mesh cut = meshOf("v 1 2");
     EXPECT_EQ(cut.messages, cut.malformedNumberOnLine(1));
     EXPECT_TRUE(cut.vertices.empty());
@@ -302,7 +302,7 @@ TEST(OBJReader, vertexNumbersAreNotCheckedAndWrapTo32Bits)
                        // the largest number - 1 and the smallest number - 1, modulo 2^32
                        4294967294u, 4294967295u, 0}));
     EXPECT_EQ(mesh.vertices.size(), 1u);
-    EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 0}));
+    EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 0}));
     EXPECT_EQ(mesh.messages, "");
 }
 
@@ -310,7 +310,7 @@ TEST(OBJReader, aFaceBeforeItsVerticesLeavesTheirNormalsToLaterFaces)
 {
     const Mesh mesh = meshOf("vn 0 0 1\nf 1//1 2//1 3//1\nv 1 2 3\nf 1//1 1//1 1//1\n");
     ASSERT_EQ(mesh.vertices.size(), 1u);
-    EXPECT_EQ(mesh.normal(0), (Floats{0, 0, 1}));
+    EXPECT_EQ(mesh.normal(0), (FloatList{0, 0, 1}));
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 2, 0, 0, 0}));
 }
 
@@ -319,8 +319,8 @@ TEST(OBJReader, aZeroByteIsAnOrdinaryCharacterAndDoesNotEndTheText)
     using namespace std::string_literals;
     const Mesh mesh = meshOf("#\0\nv 1\0 2\0x 3\nf 1\0 2 3\0\nf \0 1 2 3\n\0\nv 4 5 6\n"s);
     ASSERT_EQ(mesh.vertices.size(), 2u);
-    EXPECT_EQ(mesh.position(0), (Floats{1, 2, 3}));
-    EXPECT_EQ(mesh.position(1), (Floats{4, 5, 6}));
+    EXPECT_EQ(mesh.position(0), (FloatList{1, 2, 3}));
+    EXPECT_EQ(mesh.position(1), (FloatList{4, 5, 6}));
     EXPECT_EQ(mesh.indexes, (Indexes{0, 1, 2, 0, 1, 2}));
     EXPECT_EQ(mesh.messages, mesh.malformedNumberOnLine(4));
 }
@@ -337,7 +337,7 @@ TEST(OBJReader, normalsAreCopiedAsWrittenAndTheSlotIsEmptyUntilAFaceAssignsOne)
     ASSERT_EQ(mesh.vertices.size(), 3000u);
     for (std::size_t i = 0; i < 3000; ++i) {
         ASSERT_EQ(mesh.indexes[i], i);
-        ASSERT_EQ(mesh.normal(i), (Floats{0, 0, 7}));
+        ASSERT_EQ(mesh.normal(i), (FloatList{0, 0, 7}));
     }
 }
 

@@ -358,7 +358,7 @@ TEST_F(ToothModelLoaderTest, missingGumsGiveNoModelAndOneErrorLine)
     EXPECT_EQ(failures.size(), 1u);
 }
 
-void expectNear(const std::optional<Color> &color, const Color &expected)
+void expectColor(const std::optional<Color> &color, const Color &expected)
 {
     ASSERT_TRUE(color.has_value());
     EXPECT_NEAR(color->red, expected.red, 1e-15);
@@ -372,10 +372,10 @@ TEST(ToothModelLoader, theGumMaterialIsPinkWithShininess16)
     const auto gum = ToothModelLoader::gumModelMaterial();
     EXPECT_EQ(gum->color(), Color(0.75, 0.375, 0.5, 1.0));
     EXPECT_EQ(gum->shininess(), 16.0);
-    expectNear(gum->frontAmbientColor(), Color(0.6, 0.3, 0.4, 1.0));
-    expectNear(gum->frontSpecularColor(), Color(0.1875, 0.09375, 0.125, 1.0));
+    expectColor(gum->frontAmbientColor(), Color(0.6, 0.3, 0.4, 1.0));
+    expectColor(gum->frontSpecularColor(), Color(0.1875, 0.09375, 0.125, 1.0));
     // What the material derives from its colour stays at the back: 0.3 of it and 0.7 of black.
-    expectNear(gum->backAmbientColor(), Color(0.225, 0.1125, 0.15, 1.0));
+    expectColor(gum->backAmbientColor(), Color(0.225, 0.1125, 0.15, 1.0));
 }
 
 TEST(ToothModelLoader, theToothMaterialIsTheDefaultWithItsOwnAmbientAndSpecular)
@@ -383,8 +383,8 @@ TEST(ToothModelLoader, theToothMaterialIsTheDefaultWithItsOwnAmbientAndSpecular)
     const auto tooth = ToothModelLoader::toothModelMaterial();
     EXPECT_EQ(tooth->color(), Color::whiteColor());
     EXPECT_EQ(tooth->shininess(), 32.0);
-    expectNear(tooth->frontAmbientColor(), Color(0.625, 0.625, 0.625, 1.0));
-    expectNear(tooth->frontSpecularColor(), Color::whiteColor());
+    expectColor(tooth->frontAmbientColor(), Color(0.625, 0.625, 0.625, 1.0));
+    expectColor(tooth->frontSpecularColor(), Color::whiteColor());
     EXPECT_EQ(tooth->frontDiffuseColor(), Color::whiteColor());
 }
 

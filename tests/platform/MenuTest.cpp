@@ -13,7 +13,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 /// Notes what it is asked, and forbids the rows that it is told to.
-class NotingDelegate : public MenuDelegate
+class AskingDelegate : public MenuDelegate
 {
 public:
     void menuNeedsUpdate(Menu &menu) override { asked.push_back("update " + menu.title()); }
@@ -38,7 +38,7 @@ protected:
         });
     }
 
-    NotingDelegate delegate;
+    AskingDelegate delegate;
     Menu menu{"main"};
 };
 
@@ -114,7 +114,7 @@ TEST_F(MenuTest, aMenuThatDoesNotAutoenableKeepsItsRowsAsTheyAre)
 
 TEST_F(MenuTest, aSubmenusOwnDelegateComesBeforeItsParents)
 {
-    NotingDelegate own;
+    AskingDelegate own;
     menu.delegate = &delegate;
     const auto submenu = std::make_shared<Menu>("sub");
     submenu->delegate = &own;

@@ -5,6 +5,7 @@
 #include "tools/meshcheck/MeshSurface.h"
 
 #include "tests/models/OBJReaderMesh.h"
+#include "tests/tools/TetrahedronText.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +16,6 @@
 namespace kelo {
 namespace {
 
-/// A closed tetrahedron, wound outwards.
-const std::string positions = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\n";
-const std::string tetrahedron = positions + "f 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n";
-
 /// A cube whose upper side is drawn out downwards through the lower side (two triangles, lines 10
 /// and 11) to a point below.
 const std::string spike = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 0 1\nv 1 0 1\nv 1 1 1\nv 0 1 1\n"
@@ -26,7 +23,7 @@ const std::string spike = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 0 1\nv 1 0 1\
                           "f 4 1 5 8\nf 5 6 9\nf 6 7 9\nf 7 8 9\nf 8 5 9\n";
 
 /// `line: reason` for every problem.
-std::vector<std::string> problemsIn(const std::string &text, Strictness strictness)
+std::vector<std::string> strictProblemsIn(const std::string &text, Strictness strictness)
 {
     std::vector<std::string> lines;
     for (const MeshProblem &problem : checkMeshText(text, "tooth.obj", strictness))
@@ -94,7 +91,7 @@ TEST(MeshcheckStrict, everyKindOfProblemIsToldWithItsLineAndReason)
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(problemsIn(c.input, Strictness::strict), c.expected);
+        EXPECT_EQ(strictProblemsIn(c.input, Strictness::strict), c.expected);
     }
 }
 
@@ -104,12 +101,12 @@ TEST(MeshcheckStrict, bodiesThatRunIntoEachOtherAreNoProblem)
     const std::string both = tetrahedron +
                              "v 0.2 0.2 0.1\nv 1.2 0.2 0.1\nv 0.2 1.2 0.1\nv 0.2 0.2 1.1\n"
                              "f 5 7 6\nf 5 6 8\nf 5 8 7\nf 6 7 8\n";
-    EXPECT_EQ(problemsIn(both, Strictness::strict), std::vector<std::string>{});
+    EXPECT_EQ(strictProblemsIn(both, Strictness::strict), std::vector<std::string>{});
 }
 
 TEST(MeshcheckStrict, withoutItOnlyTheUsualProblemsAreTold)
 {
-    EXPECT_EQ(problemsIn(spike, Strictness::usual), std::vector<std::string>{});
+    EXPECT_EQ(strictProblemsIn(spike, Strictness::usual), std::vector<std::string>{});
 }
 
 TEST(MeshcheckStrict, theOptionMakesTheProgramStrict)

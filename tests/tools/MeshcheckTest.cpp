@@ -2,6 +2,7 @@
 
 #include "tests/models/OBJReaderMesh.h"
 #include "tests/support/WithoutPrivileges.h"
+#include "tests/tools/TetrahedronText.h"
 #include "tools/meshcheck/CommandLine.h"
 
 #include <gtest/gtest.h>
@@ -21,10 +22,6 @@ namespace kelo {
 namespace {
 
 using test::TemporaryFile;
-
-/// A closed tetrahedron, wound outwards: volume 1/6.
-const std::string positions = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\n";
-const std::string tetrahedron = positions + "f 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n";
 
 /// `line: reason` for every problem.
 std::vector<std::string> problemsIn(const std::string &text)

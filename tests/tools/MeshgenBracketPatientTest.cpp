@@ -26,7 +26,7 @@ struct Bonded
 };
 
 /// The patient as the program writes it: simplified teeth, meshes in the renderer's order.
-const std::vector<Bonded> &patient()
+const std::vector<Bonded> &bondedTeeth()
 {
     static const std::vector<Bonded> all = [] {
         const HookTable hooks = readHooks(KELO_MESH_TABLES "/hooks.csv");
@@ -48,8 +48,8 @@ const std::vector<Bonded> &patient()
 
 TEST(MeshgenPatientBrackets, all56MeshesAreClosedOutwardShellsWithUnitNormals)
 {
-    ASSERT_EQ(patient().size(), 28u);
-    for (const Bonded &b : patient()) {
+    ASSERT_EQ(bondedTeeth().size(), 28u);
+    for (const Bonded &b : bondedTeeth()) {
         EXPECT_EQ(meshDefects(b.bracket), Sentences{}) << b.placement.number;
         EXPECT_EQ(meshDefects(b.button), Sentences{}) << b.placement.number;
     }
@@ -57,7 +57,7 @@ TEST(MeshgenPatientBrackets, all56MeshesAreClosedOutwardShellsWithUnitNormals)
 
 TEST(MeshgenPatientBrackets, allPostsAndNecksAreWhereTheTableHasThem)
 {
-    for (const Bonded &b : patient()) {
+    for (const Bonded &b : bondedTeeth()) {
         const int number = b.placement.number;
         test::expectRodAlongHook(b.bracket, b.hook, test::bracketKey(number), test::placesOnPost);
         test::expectRodAlongHook(b.button, b.neck, test::buttonKey(number),
@@ -67,7 +67,7 @@ TEST(MeshgenPatientBrackets, allPostsAndNecksAreWhereTheTableHasThem)
 
 TEST(MeshgenPatientBrackets, noBaseStandsOffItsToothByMoreThan015)
 {
-    for (const Bonded &b : patient()) {
+    for (const Bonded &b : bondedTeeth()) {
         const BracketMeasures measures = bracketMeasures(b.placement.number);
         const BracketSeat seat = bracketSeat(b.tooth, b.placement, b.hook);
         const test::Contact contact =
@@ -79,7 +79,7 @@ TEST(MeshgenPatientBrackets, noBaseStandsOffItsToothByMoreThan015)
 
 TEST(MeshgenPatientBrackets, noButtonBaseStandsOffItsToothByMoreThan015)
 {
-    for (const Bonded &b : patient()) {
+    for (const Bonded &b : bondedTeeth()) {
         const SurfaceFrame seat = buttonSeat(b.tooth, b.placement, b.neck);
         const test::Contact contact = test::contactOf(b.button, b.tooth, seat, 1.9, 1.7);
         EXPECT_LE(contact.gap, 0.15) << b.placement.number;
@@ -89,7 +89,7 @@ TEST(MeshgenPatientBrackets, noButtonBaseStandsOffItsToothByMoreThan015)
 
 TEST(MeshgenPatientBrackets, noBracketIsMovedByMoreThanAMillimetreFromTheFacialAxisPoint)
 {
-    for (const Bonded &b : patient()) {
+    for (const Bonded &b : bondedTeeth()) {
         const BracketSeat seat = bracketSeat(b.tooth, b.placement, b.hook);
         const Vec3 moved = seat.pad.origin - b.placement.facialAxisPoint;
         EXPECT_LE(std::abs(dot(moved, b.placement.occlusalDirection)), 0.75) << b.placement.number;
@@ -100,7 +100,7 @@ TEST(MeshgenPatientBrackets, noBracketIsMovedByMoreThanAMillimetreFromTheFacialA
 TEST(MeshgenPatientBrackets, all28BracketsTogetherHaveNoMoreThan42000Triangles)
 {
     std::size_t count = 0;
-    for (const Bonded &b : patient())
+    for (const Bonded &b : bondedTeeth())
         count += b.bracket.triangles.size();
     EXPECT_LE(count, 42000u);
 }

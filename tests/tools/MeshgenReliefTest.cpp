@@ -14,7 +14,7 @@
 namespace kelo::meshgen {
 namespace {
 
-const std::string heading = "tooth,x,y,z,dx,dy,dz\n";
+const std::string reliefHeading = "tooth,x,y,z,dx,dy,dz\n";
 
 using MeshgenReliefFile = test::ParameterFileTest<&readReliefs>;
 
@@ -38,13 +38,13 @@ TEST_F(MeshgenReliefFile, everyLineIsAReliefInTheOrderOfTheFile)
 
 TEST_F(MeshgenReliefFile, aDirectionRoundedToHundredthsBecomesAUnitVector)
 {
-    const std::vector<Relief> reliefs = read(heading + "8,0,0,0,0.58,0.58,0.58\n");
+    const std::vector<Relief> reliefs = read(reliefHeading + "8,0,0,0,0.58,0.58,0.58\n");
     EXPECT_DOUBLE_EQ(length(reliefs.at(0).direction), 1.0);
 }
 
 TEST_F(MeshgenReliefFile, aHeadingWithoutLinesMeansNoReliefs)
 {
-    EXPECT_TRUE(read(heading).empty());
+    EXPECT_TRUE(read(reliefHeading).empty());
 }
 
 TEST_F(MeshgenReliefFile, everyFaultIsToldWithItsLineAndReason)
@@ -60,20 +60,20 @@ TEST_F(MeshgenReliefFile, everyFaultIsToldWithItsLineAndReason)
         {"unknown column", "tooth,x,y,z,dx,dy,dz,depth\n", ":1: unknown column \"depth\""},
         {"column twice", "tooth,x,y,z,dx,dy,dz,x\n", ":1: column \"x\" stands here twice"},
         {"needed column", "# a\ntooth,x,y,z,dx,dz\n", ":2: column \"dy\" is missing"},
-        {"too few cells", heading + "8,1,2\n", ":2: 3 cells instead of 7"},
-        {"wisdom tooth", heading + "17,0,0,0,1,0,0\n",
+        {"too few cells", reliefHeading + "8,1,2\n", ":2: 3 cells instead of 7"},
+        {"wisdom tooth", reliefHeading + "17,0,0,0,1,0,0\n",
          ":2: there is no tooth 17: 2 to 15 or 18 to 31"},
-        {"a word", heading + "8,left,0,0,1,0,0\n", ":2: malformed number \"left\" in column \"x\""},
-        {"empty cell", heading + "8,0,0,,1,0,0\n", ":2: column \"z\" is empty"},
-        {"far away", heading + "8,0,0,51,1,0,0\n",
+        {"a word", reliefHeading + "8,left,0,0,1,0,0\n", ":2: malformed number \"left\" in column \"x\""},
+        {"empty cell", reliefHeading + "8,0,0,,1,0,0\n", ":2: column \"z\" is empty"},
+        {"far away", reliefHeading + "8,0,0,51,1,0,0\n",
          ":2: 51 in column \"z\" is not between -50 and 50"},
-        {"not a number", heading + "8,0,nan,0,1,0,0\n",
+        {"not a number", reliefHeading + "8,0,nan,0,1,0,0\n",
          ":2: nan in column \"y\" is not between -50 and 50"},
         {"too wide", "tooth,x,y,z,dx,dy,dz,radius\n8,0,0,0,1,0,0,10.5\n",
          ":2: 10.5 in column \"radius\" is not between 1 and 10"},
         {"too sharp", "tooth,x,y,z,dx,dy,dz,blend\n8,0,0,0,1,0,0,0\n",
          ":2: 0 in column \"blend\" is not between 0.1 and 2"},
-        {"no unit vector", heading + "8,0,0,0,0.5,0.5,0\n",
+        {"no unit vector", reliefHeading + "8,0,0,0,0.5,0.5,0\n",
          ":2: the direction's length is 0.71 instead of 1"},
     };
     for (const Case &c : cases) {

@@ -40,7 +40,7 @@ private:
     QString display_;
 };
 
-void write(const QString &path, const QByteArray &content)
+void writeFile(const QString &path, const QByteArray &content)
 {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -79,7 +79,7 @@ TEST(DisplayLoss, whatIsPendingIsStoredAndTheStatusIsThree)
 {
     const QTemporaryDir folder;
     const QString database = folder.filePath("treatments.sqlite");
-    write(folder.filePath("a.script"), "modifiers control\nclick tooth 8\nmenu \"Red\"\nmodifiers\n"
+    writeFile(folder.filePath("a.script"), "modifiers control\nclick tooth 8\nmenu \"Red\"\nmodifiers\n"
                                        "state " +
                                            folder.filePath("played.json").toUtf8() +
                                            "\nwait 600\n");

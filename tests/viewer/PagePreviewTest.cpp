@@ -52,13 +52,13 @@ void printIntoFile(PagePreview &preview, const QString &file)
     preview.dialog().findChild<QPrintPreviewWidget *>()->print();
 }
 
-QByteArray contentOf(const QString &path)
+QByteArray pageFileContent(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool hasColour(const QImage &picture)
+bool previewHasColour(const QImage &picture)
 {
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
@@ -126,7 +126,7 @@ TEST(PagePreview, printedIntoAFileItIsAWholePageOnThatPaper)
     PagePreview preview(page(), uprightLetter(), "Sample Patient", nullptr);
     printIntoFile(preview, file);
     EXPECT_EQ(preview.failure(), QString());
-    const QByteArray pdf = contentOf(file);
+    const QByteArray pdf = pageFileContent(file);
     EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
     const PDFPages pages(pdf);
     EXPECT_TRUE(pages.information().contains("612 x 792 pts (letter)"));
@@ -141,13 +141,13 @@ TEST(PagePreview, whatTheUserChoosesOnThePrinterIsPrinted)
     PagePreview preview(page(), PageSettings(), "Sample Patient", nullptr);
     preview.printer().setColorMode(QPrinter::Color);
     printIntoFile(preview, file);
-    EXPECT_TRUE(hasColour(PDFPages(contentOf(file)).pictures().at(0)));
+    EXPECT_TRUE(previewHasColour(PDFPages(pageFileContent(file)).pictures().at(0)));
     preview.printer().setColorMode(QPrinter::GrayScale);
     preview.printer().setPageSize(QPageSize(QPageSize::A5));
     printIntoFile(preview, file);
     EXPECT_EQ(preview.failure(), QString());
-    const PDFPages pages(contentOf(file));
-    EXPECT_FALSE(hasColour(pages.pictures().at(0)));
+    const PDFPages pages(pageFileContent(file));
+    EXPECT_FALSE(previewHasColour(pages.pictures().at(0)));
     EXPECT_TRUE(pages.information().contains("595 x 420 pts")) << pages.information().toStdString();
 }
 
@@ -169,7 +169,7 @@ TEST(PagePreview, aFullDiskIsASentenceAndLeavesTheEarlierPageWhole)
     const QString file = folder.filePath("page.pdf");
     PagePreview preview(page(), PageSettings(), "Sample Patient", nullptr);
     printIntoFile(preview, file);
-    const QByteArray earlier = contentOf(file);
+    const QByteArray earlier = pageFileContent(file);
     ASSERT_GT(earlier.size(), 4096);
     {
         const FullDisk disk(4096);
@@ -177,7 +177,7 @@ TEST(PagePreview, aFullDiskIsASentenceAndLeavesTheEarlierPageWhole)
     }
     EXPECT_EQ(preview.failure().toStdString(),
               file.toStdString() + ": could not be written: File too large");
-    EXPECT_EQ(contentOf(file), earlier);
+    EXPECT_EQ(pageFileContent(file), earlier);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"page.pdf"});
 }
 

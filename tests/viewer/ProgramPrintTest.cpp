@@ -10,7 +10,7 @@ using namespace viewer::test;
 
 namespace {
 
-const QByteArray treatment = R"({
+const QByteArray printedTreatment = R"({
   "format": "treatment", "version": 1,
   "patient": {"name": "A Patient", "id": "P-7"}, "currentDate": "2026-11-20",
   "notes": [{"date": "2026-11-20", "bracketVisibilities": {"8": true}}]
@@ -23,7 +23,7 @@ QStringList files(const QTemporaryDir &folder, int count)
     for (int i = 0; i < count; ++i) {
         QFile file(folder.filePath(QString("p%1.json").arg(i, 2, 10, QChar('0'))));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(treatment);
+        file.write(printedTreatment);
         names << file.fileName();
     }
     return names;

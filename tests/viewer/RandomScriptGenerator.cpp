@@ -15,7 +15,7 @@ QByteArray number(double value)
     return QByteArray::number(value, 'g', 8);
 }
 
-QByteArray quoted(const std::string &title)
+QByteArray quotedTitle(const std::string &title)
 {
     QByteArray text;
     for (const char character : title) {
@@ -44,11 +44,11 @@ std::vector<QByteArray> choices(const kelo::Menu &menu)
 {
     std::vector<QByteArray> lines, idleLines;
     for (const auto &item : rowsWithTitlesOfTheirOwn(menu)) {
-        const QByteArray line = "menu " + quoted(item->title);
+        const QByteArray line = "menu " + quotedTitle(item->title);
         (item->submenu || item->actionName == "doNothing:" ? idleLines : lines).push_back(line);
         if (!item->submenu) continue;
         for (const auto &row : rowsWithTitlesOfTheirOwn(*item->submenu))
-            lines.push_back(line + " > " + quoted(row->title));
+            lines.push_back(line + " > " + quotedTitle(row->title));
     }
     return lines.empty() ? idleLines : lines;
 }
@@ -61,7 +61,7 @@ std::vector<QByteArray> commandsAmong(const kelo::Menu &menu, bool withRemovalOf
         const bool isOneOfMany = item->representedObject.has_value();
         if (item->submenu || isOneOfMany || item->actionName == "doNothing:") continue;
         if (!withRemovalOfAll && item->actionName.starts_with("removeAll")) continue;
-        lines.push_back("menu " + quoted(item->title));
+        lines.push_back("menu " + quotedTitle(item->title));
     }
     return lines;
 }

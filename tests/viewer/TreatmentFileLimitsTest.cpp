@@ -13,7 +13,7 @@ QByteArray withMembers(const QByteArray &members)
     return R"({"format": "treatment", "version": 1, )" + members + "}";
 }
 
-QByteArray withNotes(const QByteArray &notes)
+QByteArray treatmentWithNotes(const QByteArray &notes)
 {
     return withMembers(R"("patient": {"name": "A", "id": "1"}, "notes": [)" + notes + "]");
 }
@@ -31,18 +31,18 @@ QByteArray notes(int count)
     for (int i = 0; i < count; ++i)
         list += (i == 0 ? "" : ",") + QByteArray(R"({"date": ")") +
                 QDate(1900, 1, 1).addDays(i).toString(Qt::ISODate).toUtf8() + "\"}";
-    return withNotes(list);
+    return treatmentWithNotes(list);
 }
 
-QByteArray elastics(int count)
+QByteArray treatmentWithElastics(int count)
 {
-    return withNotes(R"({"date": "2026-11-20", "elastics": [)" +
+    return treatmentWithNotes(R"({"date": "2026-11-20", "elastics": [)" +
                      repeated(R"({"bracketSequence": ["6", "30"]})", count) + "]}");
 }
 
 QByteArray members(int count)
 {
-    return withNotes(R"({"date": "2026-11-20", "elastics": [{"bracketSequence": [)" +
+    return treatmentWithNotes(R"({"date": "2026-11-20", "elastics": [{"bracketSequence": [)" +
                      repeated("\"6\"", count) + "]}]}");
 }
 
@@ -87,7 +87,7 @@ TEST(TreatmentFileLimits, whatIsTooMuchIsRefusedAndWhatIsJustEnoughIsRead)
     };
     const Row rows[] = {
         {notes, 10000, "notes: has 10001 notes; at most 10000 are read"},
-        {elastics, 1000, "notes[0].elastics: has 1001 elastics; at most 1000 are read"},
+        {treatmentWithElastics, 1000, "notes[0].elastics: has 1001 elastics; at most 1000 are read"},
         {members, 112,
          "notes[0].elastics[0].bracketSequence: has 113 members; at most 112 are read"},
         {named, 10000, "catalogue.elasticsConfigTypes: has 10001 entries; at most 10000 are read"},
@@ -107,7 +107,7 @@ TEST(TreatmentFileLimits, aHundredProblemsAreToldAndHowManyMoreThereAre)
     for (int i = 0; i < 1234; ++i)
         wrong += (i == 0 ? "" : ",") + QByteArray("\"k") + QByteArray::number(i) + "\": true";
     const QByteArray text =
-        withNotes(R"({"date": "2026-11-20", "bracketVisibilities": {)" + wrong + "}}");
+        treatmentWithNotes(R"({"date": "2026-11-20", "bracketVisibilities": {)" + wrong + "}}");
     const QStringList problems = problemsOf(text);
     ASSERT_EQ(problems.size(), 101);
     EXPECT_EQ(problems[0].toStdString(),
@@ -120,7 +120,7 @@ TEST(TreatmentFileLimits, aLongKeyIsRepeatedWithItsBeginning)
     const QByteArray key(10'000'000, 'k');
     EXPECT_EQ(problemsOf(withMembers(R"("patient": {"name": "A", "id": "1"}, ")" + key + "\": 1")),
               QStringList(QString(80, 'k') + QStringLiteral("…: there is no such member")));
-    EXPECT_EQ(problemsOf(withNotes(R"({"date": "2026-11-20", "toothVisibilities": {")" + key +
+    EXPECT_EQ(problemsOf(treatmentWithNotes(R"({"date": "2026-11-20", "toothVisibilities": {")" + key +
                                    R"(": true}})")),
               QStringList("notes[0].toothVisibilities: '" + QString(80, 'k') +
                           QStringLiteral("…' is no tooth or button")));
@@ -137,6 +137,6 @@ TEST(TreatmentFileLimits, aLineBreakInAKeyDoesNotBeginALine)
         problemsOf(withMembers(R"("patient": {"name": "A", "id": "1"}, "a\nother.json: ok": 1)")),
         QStringList("a\\x0aother.json: ok: there is no such member"));
     EXPECT_EQ(
-        problemsOf(withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8\nb": true}})")),
+        problemsOf(treatmentWithNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8\nb": true}})")),
         QStringList("notes[0].toothVisibilities: '8\\x0ab' is no tooth or button"));
 }

@@ -11,7 +11,7 @@ namespace kelo::meshgen {
 namespace {
 
 // Metal parts have crisp bevels; the facets of rods and rounded wings stay smooth.
-constexpr double creaseAngle = 42.0;
+constexpr double bracketCreaseAngle = 42.0;
 
 // The lowest and highest a body stands over its tooth: room for the slot and an undercut below it,
 // and the bulk that cheeks bear.
@@ -138,7 +138,7 @@ Mesh makeBracket(const Mesh &tooth, const ToothPlacement &placement, const Hook 
     const Root root =
         measures.tube ? tubeRoot(frame, measures, top, hook) : twinRoot(frame, measures, top, hook);
     append(bracket, makeHookArm(root.point, root.direction, hook));
-    computeSmoothNormals(bracket, creaseAngle);
+    computeSmoothNormals(bracket, bracketCreaseAngle);
     return bracket;
 }
 

@@ -11,7 +11,7 @@ namespace kelo::meshgen {
 
 namespace {
 
-constexpr double creaseAngle = 50.0;
+constexpr double buttonCreaseAngle = 50.0;
 constexpr int sides = 12;
 
 // Half the thickness of the elastic that lies round the neck, and a little play.
@@ -80,7 +80,7 @@ Mesh makeButton(const Mesh &tooth, const ToothPlacement &placement, const Hook &
         {capStart + off * 0.55, 0.8 * r, off},
     };
     append(button, rodThrough(stations, sides, -0.05, 0.03));
-    computeSmoothNormals(button, creaseAngle);
+    computeSmoothNormals(button, buttonCreaseAngle);
     return button;
 }
 

@@ -29,12 +29,6 @@ constexpr double endLength = 6.0;
 // The part of a tooth's half width on which its rows stand; beyond lies the papilla's.
 constexpr double lastRow = 0.93;
 
-double smoothstep(double from, double to, double x)
-{
-    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
-    return t * t * (3.0 - 2.0 * t);
-}
-
 Vec3 mixed(const Vec3 &a, const Vec3 &b, double f)
 {
     return a * (1.0 - f) + b * f;

@@ -11,9 +11,9 @@ namespace kelo::meshgen {
 
 namespace {
 
-using Column = ParameterColumn<ToothParameters>;
+using ToothColumn = ParameterColumn<ToothParameters>;
 
-constexpr Column columns[] = {
+constexpr ToothColumn toothColumns[] = {
     // First, so that what the patient does not say is the anatomy of that tooth.
     {"tooth", 2.0, 31.0, true,
      [](ToothParameters &t, double v) {
@@ -46,9 +46,9 @@ PatientParameters readPatient(const std::string &path)
 {
     PatientParameters teeth;
     std::map<int, int> lines; // on which a tooth stands
-    readParameterTable(path, rulesOf(columns), [&](const ParameterRow &row) {
+    readParameterTable(path, rulesOf(toothColumns), [&](const ParameterRow &row) {
         ToothParameters tooth;
-        row.storeIn(tooth, columns);
+        row.storeIn(tooth, toothColumns);
         const auto [other, isNew] = lines.try_emplace(tooth.number, row.lineNumber);
         if (!isNew)
             row.fail("tooth " + std::to_string(tooth.number) + " stands on line " +

@@ -22,12 +22,6 @@ double softMinimum(double a, double b, double width)
     return std::min(a, b) - nearness * nearness * width / 4.0;
 }
 
-double smoothstep(double from, double to, double x)
-{
-    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
-    return t * t * (3.0 - 2.0 * t);
-}
-
 Vec3 directionToOwn(const ToothPlacement &placement, const Vec3 &jaw)
 {
     return {dot(jaw, placement.mesialDirection), dot(jaw, placement.labialNormal),

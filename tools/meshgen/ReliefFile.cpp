@@ -9,9 +9,9 @@ namespace kelo::meshgen {
 
 namespace {
 
-using Column = ParameterColumn<Relief>;
+using ReliefColumn = ParameterColumn<Relief>;
 
-constexpr Column columns[] = {
+constexpr ReliefColumn reliefColumns[] = {
     {"tooth", 2.0, 31.0, true, [](Relief &r, double v) { r.tooth = static_cast<int>(v); }},
     {"x", -50.0, 50.0, true, [](Relief &r, double v) { r.place.x = v; }},
     {"y", -50.0, 50.0, true, [](Relief &r, double v) { r.place.y = v; }},
@@ -29,9 +29,9 @@ constexpr Column columns[] = {
 std::vector<Relief> readReliefs(const std::string &path)
 {
     std::vector<Relief> reliefs;
-    readParameterTable(path, rulesOf(columns), [&](const ParameterRow &row) {
+    readParameterTable(path, rulesOf(reliefColumns), [&](const ParameterRow &row) {
         Relief relief;
-        row.storeIn(relief, columns);
+        row.storeIn(relief, reliefColumns);
         // The table rounds to hundredths, so that a unit vector is one only nearly.
         const double size = length(relief.direction);
         if (!(std::abs(size - 1.0) <= 0.05))

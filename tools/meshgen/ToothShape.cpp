@@ -36,12 +36,6 @@ double profileAt(const SideProfile &profile, double t)
                   (3.0 * p1 - p0 - 3.0 * p2 + p3) * f * f * f);
 }
 
-double smoothstep(double from, double to, double x)
-{
-    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
-    return t * t * (3.0 - 2.0 * t);
-}
-
 double bump(double x, double centre, double width)
 {
     const double d = (x - centre) / width;

@@ -1,8 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelo::meshgen {
+
+/// 0 up to `from`, 1 beyond `to`, and between them a cubic without a kink at either end.
+inline double smoothstep(double from, double to, double x)
+{
+    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
+    return t * t * (3.0 - 2.0 * t);
+}
 
 /// A point or direction in double precision, in millimetres where it is a point.
 struct Vec3

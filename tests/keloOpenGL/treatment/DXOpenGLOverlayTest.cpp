@@ -17,13 +17,13 @@ namespace {
 
 using namespace kelo;
 
-const QDateTime today(QDate(2026, 11, 20), QTime(0, 0));
-const QDateTime yesterday(QDate(2026, 11, 19), QTime(0, 0));
+const QDateTime shownToday(QDate(2026, 11, 20), QTime(0, 0));
+const QDateTime shownYesterday(QDate(2026, 11, 19), QTime(0, 0));
 constexpr int viewWidth = 400;
 constexpr int viewHeight = 300;
 constexpr double rectTolerance = 1e-6;
 
-class ViewUnderTest : public DXOpenGL
+class OverlayView : public DXOpenGL
 {
 public:
     using DXOpenGL::cameraSize;
@@ -79,7 +79,7 @@ protected:
     DXOpenGLOverlay()
     {
         view->setDelegate(&delegate);
-        view->setCurrentDate(today);
+        view->setCurrentDate(shownToday);
     }
 
     std::shared_ptr<SimpleTexture> textureOf(const QImage &picture)
@@ -164,11 +164,11 @@ protected:
 
     QTemporaryDir folder;
     DXOpenGLDelegate delegate;
-    std::shared_ptr<ViewUnderTest> view =
-        makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
+    std::shared_ptr<OverlayView> view =
+        makeView<OverlayView>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
 };
 
-void expectRect(const Rect &rect, double x, double y, double width, double height)
+void expectToolRect(const Rect &rect, double x, double y, double width, double height)
 {
     EXPECT_NEAR(rect.origin.x, x, rectTolerance);
     EXPECT_NEAR(rect.origin.y, y, rectTolerance);
@@ -178,20 +178,20 @@ void expectRect(const Rect &rect, double x, double y, double width, double heigh
 
 TEST_F(DXOpenGLOverlay, theToolsOfAViewOf800By600LieAtTheTopRight)
 {
-    view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {800.0, 600.0}});
+    view = makeView<OverlayView>(Rect{{0.0, 0.0}, {800.0, 600.0}});
     view->setElasticsToolTexture(plain(Qt::red, 128, 64));
     view->setBracketToolTexture(plain(Qt::red, 128, 64));
     for (const bool drawnBefore : {false, true}) {
         if (drawnBefore) view->display();
-        expectRect(view->elasticsToolRect(), 1.0208333, 0.8125, 0.25, 0.125);
-        expectRect(view->bracketColorToolRect(), 1.0520833, 0.65625, 0.1875, 0.09375);
+        expectToolRect(view->elasticsToolRect(), 1.0208333, 0.8125, 0.25, 0.125);
+        expectToolRect(view->bracketColorToolRect(), 1.0520833, 0.65625, 0.1875, 0.09375);
     }
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLOverlay, aToolsRectangleFollowsFromItsPicturesSize)
 {
-    expectRect(DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(4.0f / 3.0f, 128.0f,
+    expectToolRect(DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(4.0f / 3.0f, 128.0f,
                                                                               64.0f, 0.0f, 1.0f),
                1.0208333, 0.8125, 0.25, 0.125);
 }
@@ -208,7 +208,7 @@ TEST_F(DXOpenGLOverlay, thePrintButtonsBottomEdgeStaysWhateverThePicturesProport
 TEST_F(DXOpenGLOverlay, todayAllOfItIsDrawnAndNothingElse)
 {
     setPlainPictures();
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     expectDrawnExactlyIn({labelRect(), view->elasticsToolRect(), view->bracketColorToolRect(),
                           view->printButtonRect()});
     EXPECT_NO_GL_ERROR();
@@ -217,7 +217,7 @@ TEST_F(DXOpenGLOverlay, todayAllOfItIsDrawnAndNothingElse)
 TEST_F(DXOpenGLOverlay, onAPastDateOnlyTheLabelAndThePrintButtonAreDrawn)
 {
     setPlainPictures();
-    view->setDisplayedDate(yesterday);
+    view->setDisplayedDate(shownYesterday);
     expectDrawnExactlyIn({labelRect(), view->printButtonRect()});
     EXPECT_NO_GL_ERROR();
 }
@@ -225,8 +225,8 @@ TEST_F(DXOpenGLOverlay, onAPastDateOnlyTheLabelAndThePrintButtonAreDrawn)
 TEST_F(DXOpenGLOverlay, withAnApprovalDateOnlyTheLabelAndThePrintButtonAreDrawn)
 {
     setPlainPictures();
-    view->setApprovedDate(yesterday);
-    view->setDisplayedDate(today);
+    view->setApprovedDate(shownYesterday);
+    view->setDisplayedDate(shownToday);
     ASSERT_TRUE(view->displayedDateIsToday());
     expectDrawnExactlyIn({labelRect(), view->printButtonRect()});
     EXPECT_NO_GL_ERROR();
@@ -235,7 +235,7 @@ TEST_F(DXOpenGLOverlay, withAnApprovalDateOnlyTheLabelAndThePrintButtonAreDrawn)
 TEST_F(DXOpenGLOverlay, theToolOfTheModeIsDrawnChosen)
 {
     setPlainPictures();
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     struct Row
     {
         long mode;
@@ -258,11 +258,11 @@ TEST_F(DXOpenGLOverlay, aChosenToolIsDrawnInTheRectangleMeasuredOnTheOtherPictur
 {
     setPlainPictures();
     view->setElasticsToolSelectedTexture(plain(Qt::green, 16, 64));
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     ASSERT_TRUE(view->mouseModeIsElastics());
     expectDrawnExactlyIn({labelRect(), view->elasticsToolRect(), view->bracketColorToolRect(),
                           view->printButtonRect()});
-    expectRect(view->elasticsToolRect(), 1.0208333, 0.8125, 0.25, 0.125);
+    expectToolRect(view->elasticsToolRect(), 1.0208333, 0.8125, 0.25, 0.125);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -308,7 +308,7 @@ TEST_F(DXOpenGLOverlay, thePressedPrintButtonIsDrawnDarkerAndNothingElseIs)
 {
     setPlainPictures();
     view->setElasticsToolSelectedTexture(plain(Qt::white));
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     const QPoint print = middleOf(view->printButtonRect());
     const QPoint tool = middleOf(view->elasticsToolRect());
     view->sendEvent(pointerAt(EventType::LeftMouseDown, view->printButtonRect()));
@@ -332,7 +332,7 @@ TEST_F(DXOpenGLOverlay, toolsWithoutPicturesHaveNoRectanglesAndAreNotDrawn)
     view->setBracketToolTexture(nullptr);
     view->setBracketToolSelectedTexture(nullptr);
     view->setPrintButtonTexture(nullptr);
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     EXPECT_EQ(view->elasticsToolRect(), Rect{});
     EXPECT_EQ(view->bracketColorToolRect(), Rect{});
     EXPECT_EQ(view->printButtonRect(), Rect{});
@@ -343,7 +343,7 @@ TEST_F(DXOpenGLOverlay, toolsWithoutPicturesHaveNoRectanglesAndAreNotDrawn)
 TEST_F(DXOpenGLOverlay, withoutALabelOrWithAnEmptyOneOnlyTheButtonsAreDrawn)
 {
     setPlainPictures();
-    view->setDisplayedDate(yesterday);
+    view->setDisplayedDate(shownYesterday);
     view->setDateStringTexture(nullptr);
     expectDrawnExactlyIn({view->printButtonRect()});
     view->setDateStringTexture(std::make_shared<StringTexture>("", TextAttributes{}));
@@ -377,9 +377,9 @@ TEST_F(DXOpenGLOverlay, theLabelStandsUprightAndUnmirrored)
 
 TEST_F(DXOpenGLOverlay, theLabelIsOpaqueWhiteAndNotWashedOut)
 {
-    view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {800.0, 600.0}});
-    view->setCurrentDate(today);
-    view->setDisplayedDate(today);
+    view = makeView<OverlayView>(Rect{{0.0, 0.0}, {800.0, 600.0}});
+    view->setCurrentDate(shownToday);
+    view->setDisplayedDate(shownToday);
     const QImage picture = view->grabImage();
     int whitePixels = 0;
     for (int y = 37; y < 75; ++y) { // 0.125 of 2 units high, from 0.125 below the top
@@ -407,7 +407,7 @@ TEST_F(DXOpenGLOverlay, aHostsOwnLabelComesBackAfterALostContext)
 TEST_F(DXOpenGLOverlay, whilePrintingItChangesNoOpenGLStateAtAll)
 {
     view->setDocumentModel(kelo::test::boxDocument());
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     int prints = 0;
     delegate.printImagesLeft_front_right_forDate_elasticsLeft_front_right = [&prints](auto &&...) {
         ++prints;
@@ -440,7 +440,7 @@ TEST_F(DXOpenGLOverlay, whilePrintingItChangesNoOpenGLStateAtAll)
 TEST_F(DXOpenGLOverlay, itPutsBackMatricesMatrixModeAndDepthTest)
 {
     setPlainPictures();
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     view->display();
     ASSERT_TRUE(view->openGLContext().makeCurrentContext());
     for (const bool depthTest : {true, false}) {
@@ -468,7 +468,7 @@ TEST_F(DXOpenGLOverlay, itPutsBackMatricesMatrixModeAndDepthTest)
 
 TEST_F(DXOpenGLOverlay, itLeavesBlendingLightingAndRectangleTexturesOff)
 {
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     view->display();
     ASSERT_TRUE(view->openGLContext().makeCurrentContext());
     glEnable(GL_BLEND);
@@ -491,10 +491,10 @@ TEST_F(DXOpenGLOverlay, theToolsAndTheBandsShareOneIndexBuffer)
     const auto elastic =
         std::make_shared<ElasticModel>(nullptr, size, std::vector<std::string>{"6", "27"});
     for (const bool toolsFirst : {true, false}) {
-        view = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
+        view = makeView<OverlayView>(Rect{{0.0, 0.0}, {viewWidth, viewHeight}});
         view->setDocumentModel(document);
-        view->setCurrentDate(today);
-        view->setDisplayedDate(today);
+        view->setCurrentDate(shownToday);
+        view->setDisplayedDate(shownToday);
         const auto printer = view->printButtonTexture();
         ASSERT_NE(printer, nullptr);
         for (const auto set :
@@ -520,7 +520,7 @@ TEST_F(DXOpenGLOverlay, theToolsAndTheBandsShareOneIndexBuffer)
 TEST_F(DXOpenGLOverlay, aBufferWithoutMemoryLeavesTheToolsUndrawn)
 {
     setPlainPictures();
-    view->setDisplayedDate(today);
+    view->setDisplayedDate(shownToday);
     const QImage whole = view->grabImage();
     const auto keptMapBuffer = epoxy_glMapBuffer;
     epoxy_glMapBuffer = [](GLenum, GLenum) -> void * { return nullptr; };
@@ -532,7 +532,7 @@ TEST_F(DXOpenGLOverlay, aBufferWithoutMemoryLeavesTheToolsUndrawn)
 
 TEST_F(DXOpenGLOverlay, aViewWithoutAreaDrawsNone)
 {
-    const auto flat = makeView<ViewUnderTest>(Rect{{0.0, 0.0}, {0.0, 0.0}});
+    const auto flat = makeView<OverlayView>(Rect{{0.0, 0.0}, {0.0, 0.0}});
     ASSERT_TRUE(view->openGLContext().makeCurrentContext());
     flat->drawExtraContent();
     EXPECT_NO_GL_ERROR();

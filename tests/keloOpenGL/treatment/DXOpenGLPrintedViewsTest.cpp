@@ -26,7 +26,7 @@ constexpr GLuint lastName = 2000;
 
 /// The names that a context has.
 template<class Asked>
-std::vector<GLuint> namesOf(Asked asked)
+std::vector<GLuint> usedNames(Asked asked)
 {
     std::vector<GLuint> names;
     for (GLuint name = 1; name <= lastName; ++name) {
@@ -37,15 +37,15 @@ std::vector<GLuint> namesOf(Asked asked)
 
 std::vector<GLuint> renderbuffers()
 {
-    return namesOf([](GLuint name) { return glIsRenderbuffer(name) == GL_TRUE; });
+    return usedNames([](GLuint name) { return glIsRenderbuffer(name) == GL_TRUE; });
 }
 std::vector<GLuint> framebuffers()
 {
-    return namesOf([](GLuint name) { return glIsFramebuffer(name) == GL_TRUE; });
+    return usedNames([](GLuint name) { return glIsFramebuffer(name) == GL_TRUE; });
 }
 std::vector<GLuint> buffersAndTextures()
 {
-    return namesOf(
+    return usedNames(
         [](GLuint name) { return glIsBuffer(name) == GL_TRUE || glIsTexture(name) == GL_TRUE; });
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using namespace kelo;
 
-GLint integer(GLenum name)
+GLint glInteger(GLenum name)
 {
     GLint value = -1;
     glGetIntegerv(name, &value);
@@ -50,7 +50,7 @@ TEST_F(PickTargetTest, drawingAndReadingGoToTheTargetWhileItIsBoundAndBackAfterw
         clearTo(0.0f, 0.0f, 1.0f);
         EXPECT_EQ(pixelAt(3, 4), (std::array<GLubyte, 4>{0, 0, 255, 255}));
     }
-    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING_EXT), 0);
+    EXPECT_EQ(glInteger(GL_FRAMEBUFFER_BINDING_EXT), 0);
     EXPECT_EQ(pixelAt(3, 4), (std::array<GLubyte, 4>{255, 0, 0, 255}));
     EXPECT_NO_GL_ERROR();
 }
@@ -58,11 +58,11 @@ TEST_F(PickTargetTest, drawingAndReadingGoToTheTargetWhileItIsBoundAndBackAfterw
 TEST_F(PickTargetTest, hasEightBitsAColourAtLeast24OfDepthAndOneSample)
 {
     const PickTarget::Binding binding(target, {20, 10});
-    EXPECT_EQ(integer(GL_RED_BITS), 8);
-    EXPECT_EQ(integer(GL_GREEN_BITS), 8);
-    EXPECT_EQ(integer(GL_BLUE_BITS), 8);
-    EXPECT_GE(integer(GL_DEPTH_BITS), 24);
-    EXPECT_EQ(integer(GL_SAMPLES), 0);
+    EXPECT_EQ(glInteger(GL_RED_BITS), 8);
+    EXPECT_EQ(glInteger(GL_GREEN_BITS), 8);
+    EXPECT_EQ(glInteger(GL_BLUE_BITS), 8);
+    EXPECT_GE(glInteger(GL_DEPTH_BITS), 24);
+    EXPECT_EQ(glInteger(GL_SAMPLES), 0);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -75,7 +75,7 @@ TEST_F(PickTargetTest, isKeptFromUseToUse)
     binding.reset();
     binding.emplace(target, PixelSize{20, 10});
     EXPECT_EQ(target.framebufferName(), name);
-    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING_EXT), static_cast<GLint>(name));
+    EXPECT_EQ(glInteger(GL_FRAMEBUFFER_BINDING_EXT), static_cast<GLint>(name));
     EXPECT_NO_GL_ERROR();
 }
 
@@ -94,12 +94,12 @@ TEST_F(PickTargetTest, isMadeAnewForAnotherSize)
 
 TEST_F(PickTargetTest, aSizeThatCannotBeHadLeavesDrawingWhereItWas)
 {
-    const int tooLarge = integer(GL_MAX_RENDERBUFFER_SIZE_EXT) + 1;
+    const int tooLarge = glInteger(GL_MAX_RENDERBUFFER_SIZE_EXT) + 1;
     for (const PixelSize &size :
          {PixelSize{tooLarge, 10}, PixelSize{10, tooLarge}, PixelSize{0, 10}, PixelSize{10, -1}}) {
         const PickTarget::Binding binding(target, size);
         EXPECT_FALSE(binding.isBound());
-        EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING_EXT), 0);
+        EXPECT_EQ(glInteger(GL_FRAMEBUFFER_BINDING_EXT), 0);
         EXPECT_EQ(target.framebufferName(), 0u);
     }
     EXPECT_NO_GL_ERROR();
@@ -113,7 +113,7 @@ TEST_F(PickTargetTest, insideAnotherFramebufferDrawingGoesBackThere)
         const PickTarget::Binding binding(target, {20, 10});
         EXPECT_NE(target.framebufferName(), outer.framebufferName());
     }
-    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING_EXT), static_cast<GLint>(outer.framebufferName()));
+    EXPECT_EQ(glInteger(GL_FRAMEBUFFER_BINDING_EXT), static_cast<GLint>(outer.framebufferName()));
     EXPECT_NO_GL_ERROR();
 }
 

@@ -13,7 +13,7 @@ namespace {
 using namespace kelo;
 using kelo::test::PickView;
 
-constexpr std::uint32_t sentinel = 0xABCDEF;
+constexpr std::uint32_t notDrawn = 0xABCDEF;
 constexpr double scales[] = {1.0, 1.25, 1.5, 1.75, 2.0, 3.0};
 
 /// Keeps the press that arrived last.
@@ -132,7 +132,7 @@ TEST_F(PointerPixel, theLowestAndTheTopmostRowsOfPixelsCanBeClickedAtSixScales)
             }
         }
         send(QEvent::MouseButtonPress, 5, size.height); // a drag's place below the view
-        EXPECT_EQ(view->pickIdentifierAtPoint(view->backingPointForEvent(view->press)), sentinel);
+        EXPECT_EQ(view->pickIdentifierAtPoint(view->backingPointForEvent(view->press)), notDrawn);
         send(QEvent::MouseButtonRelease, 5, size.height);
     }
     EXPECT_NO_GL_ERROR();

@@ -14,7 +14,7 @@ namespace {
 
 using namespace kelo;
 
-Extents box(float x, float y, float z, float width, float depth, float height)
+Extents toothBox(float x, float y, float z, float width, float depth, float height)
 {
     return {Vector3{x, y, z}, Vector3{width, depth, height}};
 }
@@ -37,11 +37,11 @@ Matrix projection()
     return ortho;
 }
 
-const Extents arch = box(-30.0f, -20.0f, 0.0f, 60.0f, 40.0f, 10.0f);
+const Extents arch = toothBox(-30.0f, -20.0f, 0.0f, 60.0f, 40.0f, 10.0f);
 
 TEST(ToothLabelSpots, anUpperLabelIsAtTheUpperEndAndALowerOneAtTheLower)
 {
-    const Extents tooth = box(4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
+    const Extents tooth = toothBox(4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
     // x: the middle, 8 of 40 to the right, times the aspect of 1.5; y: 10 of 40 up, or 0.
     const auto upper = toothLabelSpot(tooth, arch, true, fromTheFront(), projection(), 1.5);
     EXPECT_NEAR(upper.position.x, 0.3, 1e-6);
@@ -52,11 +52,11 @@ TEST(ToothLabelSpots, anUpperLabelIsAtTheUpperEndAndALowerOneAtTheLower)
 
 TEST(ToothLabelSpots, aFrontToothFacesTheViewerAndALastMolarIsSeenFromTheEdge)
 {
-    const Extents incisor = box(-4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
+    const Extents incisor = toothBox(-4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
     EXPECT_NEAR(toothLabelSpot(incisor, arch, true, fromTheFront(), projection(), 1.0).facing, 1.0,
                 1e-6);
     const Extents molar =
-        box(22.0f, 16.0f, 0.0f, 8.0f, 8.0f, 10.0f); // its middle is the arch's end
+        toothBox(22.0f, 16.0f, 0.0f, 8.0f, 8.0f, 10.0f); // its middle is the arch's end
     EXPECT_NEAR(toothLabelSpot(molar, arch, true, fromTheFront(), projection(), 1.0).facing, 0.0,
                 1e-6);
 }
@@ -67,7 +67,7 @@ TEST(ToothLabelSpots, fromBehindTheFrontTeethAreTurnedAway)
     Matrix_loadIdentity(&fromBehind);
     Matrix_rotate(&fromBehind, Vector3{1.0f, 0.0f, 0.0f}, -std::numbers::pi_v<float> / 2.0f);
     Matrix_rotate(&fromBehind, Vector3{0.0f, 0.0f, 1.0f}, std::numbers::pi_v<float>);
-    const Extents incisor = box(-4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
+    const Extents incisor = toothBox(-4.0f, -20.0f, 0.0f, 8.0f, 6.0f, 10.0f);
     EXPECT_NEAR(toothLabelSpot(incisor, arch, true, fromBehind, projection(), 1.0).facing, -1.0,
                 1e-6);
 }

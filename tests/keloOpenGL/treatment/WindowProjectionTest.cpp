@@ -8,7 +8,7 @@ namespace {
 
 using namespace kelo;
 
-Matrix identity()
+Matrix identityMatrix()
 {
     Matrix matrix;
     Matrix_loadIdentity(&matrix);
@@ -16,14 +16,14 @@ Matrix identity()
 }
 
 /// World units are pixels of a window of 100 by 80.
-WindowProjection pixelProjection()
+WindowProjection pixelWindow()
 {
     return WindowProjection({0, 0, 100, 80},
-                            Matrix_ortho(identity(), 0.0f, 100.0f, 0.0f, 80.0f, -100.0f, 100.0f),
-                            identity());
+                            Matrix_ortho(identityMatrix(), 0.0f, 100.0f, 0.0f, 80.0f, -100.0f, 100.0f),
+                            identityMatrix());
 }
 
-Extents box(double xMin, double xMax, double yMin, double yMax)
+Extents flatBox(double xMin, double xMax, double yMin, double yMax)
 {
     MutableExtents extents;
     extents.absorb(xMin, yMin, 0.0);
@@ -34,33 +34,33 @@ Extents box(double xMin, double xMax, double yMin, double yMax)
 TEST(WindowProjection, aBoxCoversItsPixelsAndTheirNeighbours)
 {
     // x 20.5 to 30.5 lies in the columns 20 to 30, y 40.5 to 50.5 in the rows 40 to 50.
-    const auto pixels = pixelProjection().pixelsOf(box(20.5, 30.5, 40.5, 50.5), 0.0, identity());
+    const auto pixels = pixelWindow().pixelsOf(flatBox(20.5, 30.5, 40.5, 50.5), 0.0, identityMatrix());
     EXPECT_EQ(pixels, (PixelRect{19, 39, 13, 13}));
 }
 
 TEST(WindowProjection, aMarginAndATransformCount)
 {
-    const Matrix moved = Matrix_translated(identity(), 10.0f, -5.0f, 0.0f);
-    const auto pixels = pixelProjection().pixelsOf(box(20.5, 30.5, 40.5, 50.5), 2.0, moved);
+    const Matrix moved = Matrix_translated(identityMatrix(), 10.0f, -5.0f, 0.0f);
+    const auto pixels = pixelWindow().pixelsOf(flatBox(20.5, 30.5, 40.5, 50.5), 2.0, moved);
     EXPECT_EQ(pixels, (PixelRect{27, 32, 17, 17}));
 }
 
 TEST(WindowProjection, whatIsOutsideTheWindowIsToldToo)
 {
-    const auto pixels = pixelProjection().pixelsOf(box(-50.5, -40.5, 90.5, 95.5), 0.0, identity());
+    const auto pixels = pixelWindow().pixelsOf(flatBox(-50.5, -40.5, 90.5, 95.5), 0.0, identityMatrix());
     EXPECT_EQ(pixels, (PixelRect{-52, 89, 13, 8}));
 }
 
 TEST(WindowProjection, perspectivesAndNoNumbersAreNotKnown)
 {
-    Matrix perspective = identity();
+    Matrix perspective = identityMatrix();
     perspective.m[11] = -1.0f;
-    const Extents some = box(0.0, 1.0, 0.0, 1.0);
-    EXPECT_EQ(pixelProjection().pixelsOf(some, 0.0, perspective), std::nullopt);
-    EXPECT_FALSE(pixelProjection().spansOf(some, 0.0, perspective).has_value());
-    Matrix noNumbers = identity();
+    const Extents some = flatBox(0.0, 1.0, 0.0, 1.0);
+    EXPECT_EQ(pixelWindow().pixelsOf(some, 0.0, perspective), std::nullopt);
+    EXPECT_FALSE(pixelWindow().spansOf(some, 0.0, perspective).has_value());
+    Matrix noNumbers = identityMatrix();
     noNumbers.m[12] = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_EQ(pixelProjection().pixelsOf(some, 0.0, noNumbers), std::nullopt);
+    EXPECT_EQ(pixelWindow().pixelsOf(some, 0.0, noNumbers), std::nullopt);
 }
 
 TEST(WindowProjection, rectanglesAreUnited)
