@@ -11,7 +11,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
 source "$root/scripts/common.sh"
 
 install_packages "$root/scripts/packages.txt"
-build release
+build release --target treatment-viewer
 viewer=$root/build/release/bin/treatment-viewer
 
 # Makes the folders that the viewer's output options name.

@@ -44,7 +44,7 @@ export LSAN_OPTIONS=suppressions=$root/tests/support/lsan.supp
 export TSAN_OPTIONS=suppressions=$root/tests/support/tsan.supp
 
 install_packages "$root/scripts/packages.txt" "$root/scripts/packages-tests.txt"
-build "$preset" "${wrapper[@]}"
+build "$preset" -- "${wrapper[@]}"
 
 source "$root/scripts/display.sh"
 trap stop_display EXIT
@@ -56,7 +56,7 @@ if [ "$preset" = coverage ]; then
     find "$root/build/coverage" -name '*.gcda' -delete
 fi
 status=0
-"${wrapper[@]}" ctest --test-dir "$root/build/$preset" -j2 --output-on-failure \
+"${wrapper[@]}" ctest --test-dir "$root/build/$preset" -j"$(($(nproc) + 1))" --output-on-failure \
     "${ctest_arguments[@]}" || status=$?
 if [ "$preset" = coverage ]; then
     "$root/scripts/coverage.sh" "$root/build/coverage/coverage.txt"

@@ -8,19 +8,20 @@ add_library(kelo_test_options INTERFACE)
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
     target_compile_options(kelo_test_options INTERFACE -O1 -g1)
 endif()
-if(KELO_UNITY)
+if(KELO_QUICK_BUILD)
     target_compile_options(kelo_test_options INTERFACE -Wno-shadow -Wno-subobject-linkage)
 endif()
 
-# kelo_test(NAME [QT] SOURCES file... [LINKS target...] [LABELS label...])
+# kelo_test(NAME [QT] [APART] SOURCES file... [LINKS target...] [LABELS label...])
 #
 # QT gives the program an application object and a guard that fails a test on an unannounced Qt
 # warning; without it the program is plain C++ and GoogleTest. The environment that the sanitizers
 # want is set by test.sh and by the test presets.
-# One test program a room. Every test runs in a process of its own, so that process-wide counters
-# start afresh; the label `window` marks programs that need an X display (test.sh starts one).
+# One test program a room, and one process a program. APART gives every test a process of its own, for
+# those that end processes or count what a process has; so does the label `window`, which marks programs
+# that need an X display (test.sh starts one): what one test leaves on a display disturbs the next.
 function(kelo_test NAME)
-    cmake_parse_arguments(TEST "QT" "" "SOURCES;LINKS;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "QT;APART" "" "SOURCES;LINKS;LABELS" ${ARGN})
     add_executable(${NAME} ${TEST_SOURCES})
     target_include_directories(${NAME} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${NAME} PRIVATE kelo_options kelo_test_options ${TEST_LINKS} GTest::gtest)
@@ -28,6 +29,9 @@ function(kelo_test NAME)
         target_link_libraries(${NAME} PRIVATE kelo_qt_test_main)
     else()
         target_link_libraries(${NAME} PRIVATE GTest::gtest_main)
+    endif()
+    if("window" IN_LIST TEST_LABELS)
+        set(TEST_APART ON)
     endif()
     set(properties TIMEOUT 300)
     if("window" IN_LIST TEST_LABELS)
@@ -39,6 +43,12 @@ function(kelo_test NAME)
     # One display has one pointer and one keyboard: two such programs at a time disturb each other.
     if("window" IN_LIST TEST_LABELS)
         list(APPEND properties RESOURCE_LOCK display)
+    endif()
+    if(NOT TEST_APART)
+        add_test(NAME ${NAME} COMMAND ${NAME})
+        # The sanitizers slow a whole program down; the longest ones start first.
+        set_tests_properties(${NAME} PROPERTIES ${properties} TIMEOUT 1500 COST 10)
+        return()
     endif()
     gtest_discover_tests(${NAME}
         TEST_PREFIX "${NAME}."

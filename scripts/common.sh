@@ -59,12 +59,18 @@ configure() {
     (cd "$root" && cmake --fresh --preset "$preset") >&2
 }
 
-# build PRESET [COMMAND...]: configures and builds everything in build/PRESET, under COMMAND if
-# there is one. What the build says goes to standard error: standard output is the viewer's.
+# build PRESET [OPTION...] [-- COMMAND...]: configures and builds in build/PRESET with these options of
+# cmake --build, under COMMAND if there is one. What the build says goes to standard error: standard
+# output is the viewer's.
 build() {
-    local preset=$1
+    local preset=$1 options=()
     shift
+    while [ $# -gt 0 ] && [ "$1" != -- ]; do
+        options+=("$1")
+        shift
+    done
+    [ $# -eq 0 ] || shift
     configure "$preset"
-    "$@" cmake --build "$root/build/$preset" >&2 ||
+    "$@" cmake --build "$root/build/$preset" "${options[@]}" >&2 ||
         fail "The build in build/$preset failed; its messages stand above."
 }

@@ -1,6 +1,6 @@
 # Installs the library of one kind, moves the installation elsewhere, builds hosts against it, and runs
 # them without a display. Called with KIND (static or shared), SOURCE_DIR, BUILD_DIR, WORK_DIR,
-# GENERATOR, COMPILER, LAUNCHER, BUILD_TYPE, LINK_FLAGS, VERSION, NM and READELF; for the shared kind
+# GENERATOR, COMPILER, BUILD_TYPE, LINK_FLAGS, VERSION, NM and READELF; for the shared kind
 # with OBJECTS, the list of the build's objects.
 
 # run(WHAT COMMAND...): stops with WHAT and what the command said when it fails; otherwise leaves its
@@ -25,9 +25,8 @@ endfunction()
 # configure(WHAT SOURCE_FOLDER BUILD_FOLDER OPTION...)
 function(configure what source build)
     run("Configuring ${what}" ${CMAKE_COMMAND} -S ${source} -B ${build} -G ${GENERATOR}
-        -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
-        -DCMAKE_BUILD_TYPE=${BUILD_TYPE} -DCMAKE_EXE_LINKER_FLAGS=${LINK_FLAGS}
-        -DCMAKE_SHARED_LINKER_FLAGS=${LINK_FLAGS} ${ARGN})
+        -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_BUILD_TYPE=${BUILD_TYPE}
+        -DCMAKE_EXE_LINKER_FLAGS=${LINK_FLAGS} -DCMAKE_SHARED_LINKER_FLAGS=${LINK_FLAGS} ${ARGN})
     run("Building ${what}" ${CMAKE_COMMAND} --build ${build} -j2)
 endfunction()
 

@@ -6,7 +6,7 @@ kelo_test(glview_tests QT
     LINKS keloOpenGL)
 
 # Without an application object.
-kelo_test(glview_plain_tests
+kelo_test(glview_plain_tests APART
     SOURCES
         OpenGLViewWithoutApplicationTest.cpp
     LINKS keloOpenGL)

@@ -2,13 +2,13 @@
 add_library(kelo_random_scripts STATIC
     RandomScriptCampaign.cpp RandomScriptGenerator.cpp RandomScriptScene.cpp)
 target_include_directories(kelo_random_scripts PUBLIC ${PROJECT_SOURCE_DIR})
-target_link_libraries(kelo_random_scripts PRIVATE kelo_options PUBLIC kelo_viewer GTest::gtest)
+target_link_libraries(kelo_random_scripts PRIVATE kelo_options kelo_test_options PUBLIC kelo_viewer GTest::gtest)
 
 add_executable(random_scripts RandomScriptMain.cpp)
-target_link_libraries(random_scripts PRIVATE kelo_options kelo_random_scripts)
+target_link_libraries(random_scripts PRIVATE kelo_options kelo_test_options kelo_random_scripts)
 add_dependencies(random_scripts kelo_resources)
 
-kelo_test(random_script_tests QT
+kelo_test(random_script_tests QT APART
     SOURCES RandomScriptTest.cpp RandomScriptSeedsTest.cpp
     LINKS kelo_random_scripts)
 target_compile_definitions(random_script_tests PRIVATE

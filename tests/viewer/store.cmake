@@ -27,7 +27,7 @@ add_executable(session_writer session_writer.cpp)
 target_include_directories(session_writer PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(session_writer PRIVATE kelo_options kelo_viewer GTest::gtest)
 
-kelo_test(store_campaign_tests QT
+kelo_test(store_campaign_tests QT APART
     SOURCES
         TreatmentSessionKilledTest.cpp
     LINKS kelo_viewer
@@ -37,7 +37,7 @@ target_compile_definitions(store_campaign_tests PRIVATE
 add_dependencies(store_campaign_tests session_writer)
 
 # A second start on a database, on a display.
-kelo_test(second_start_tests QT
+kelo_test(second_start_tests QT APART
     SOURCES
         SecondStartTest.cpp
     LINKS kelo_viewer
