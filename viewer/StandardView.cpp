@@ -22,19 +22,19 @@ const Viewpoint &viewpointOf(StandardView standardView)
     static constexpr Viewpoint front{
         90.0, -1.0, 0.0, 0.0, true, true, QT_TRANSLATE_NOOP("StandardView", "Front")};
     static constexpr Viewpoint right{120.0,
-                                 -cubeDiagonal,
-                                 cubeDiagonal,
-                                 cubeDiagonal,
-                                 true,
-                                 true,
-                                 QT_TRANSLATE_NOOP("StandardView", "Right")};
+                                     -cubeDiagonal,
+                                     cubeDiagonal,
+                                     cubeDiagonal,
+                                     true,
+                                     true,
+                                     QT_TRANSLATE_NOOP("StandardView", "Right")};
     static constexpr Viewpoint left{120.0,
-                                -cubeDiagonal,
-                                -cubeDiagonal,
-                                -cubeDiagonal,
-                                true,
-                                true,
-                                QT_TRANSLATE_NOOP("StandardView", "Left")};
+                                    -cubeDiagonal,
+                                    -cubeDiagonal,
+                                    -cubeDiagonal,
+                                    true,
+                                    true,
+                                    QT_TRANSLATE_NOOP("StandardView", "Left")};
     static constexpr Viewpoint upper{
         180.0, -1.0, 0.0, 0.0, true, false, QT_TRANSLATE_NOOP("StandardView", "Upper Occlusal")};
     static constexpr Viewpoint lower{

@@ -78,7 +78,7 @@ void assertEntriesAreOurs(TreatmentStoreConnection &connection, int version)
     throw connection.error(
         StoreProblem::Foreign,
         SchemaText::tr("the database was changed by another program (%1 \"%2\" is not as this "
-                      "program makes it)")
+                       "program makes it)")
             .arg(printableName(first[0]), printableName(first[1])));
 }
 
@@ -114,7 +114,7 @@ void assertSchemaIsReadable(TreatmentStoreConnection &connection)
         throw connection.error(
             StoreProblem::NewerVersion,
             SchemaText::tr("the database was written by a newer version of this program "
-                          "(its tables are of version %1, this program knows version %2)")
+                           "(its tables are of version %1, this program knows version %2)")
                 .arg(version)
                 .arg(currentSchemaVersion));
     const bool isEmpty = !StoreStatement(connection, "SELECT 1 FROM sqlite_schema LIMIT 1").next();

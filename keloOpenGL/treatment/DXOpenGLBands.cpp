@@ -50,7 +50,8 @@ void drawBoundBuffers(std::size_t indexCount)
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(RubberBandVertex), bufferOffset(0));
-    glNormalPointer(GL_FLOAT, sizeof(RubberBandVertex), bufferOffset(offsetof(RubberBandVertex, normal)));
+    glNormalPointer(GL_FLOAT, sizeof(RubberBandVertex),
+                    bufferOffset(offsetof(RubberBandVertex, normal)));
     glDrawElements(GL_QUADS, static_cast<GLsizei>(indexCount), GL_UNSIGNED_INT, bufferOffset(0));
     glDisableClientState(GL_VERTEX_ARRAY);
     glDisableClientState(GL_NORMAL_ARRAY);

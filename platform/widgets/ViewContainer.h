@@ -11,8 +11,8 @@
 namespace kelo {
 
 /// The widget that a host puts a view into. Holds the view's native window in an inner container
-/// that is made anew whenever the window comes (back), and has the keyboard for it; a view without a native window is painted,
-/// and its input forwarded. Either may end first.
+/// that is made anew whenever the window comes (back), and has the keyboard for it; a view without
+/// a native window is painted, and its input forwarded. Either may end first.
 class ViewContainer : public QWidget, private ViewHost
 {
 public:

@@ -103,7 +103,7 @@ TEST(Quaternion, anAxisOfAnyLengthAndAnAngleGiveAUnitQuaternion)
         for (const float angle : {-4.0f, -0.5f, 0.0f, 1.0f, 3.0f, 7.0f}) {
             const double s = std::sin(angle / 2.0), c = std::cos(angle / 2.0);
             expectComponents({s / 3, s * 2 / 3, s * -2 / 3, c},
-                       Quaternion_fromAxisAngle({length, 2 * length, -2 * length}, angle));
+                             Quaternion_fromAxisAngle({length, 2 * length, -2 * length}, angle));
         }
     }
 }
@@ -268,7 +268,7 @@ TEST(Quaternion, theInverseUndoesAlsoAQuaternionOfAnotherLength)
 {
     // 1 + 4 + 9 + 0.25 = 14.25
     expectComponents({-1 / 14.25, 2 / 14.25, -3 / 14.25, 0.5 / 14.25},
-               Quaternion_inverted(someQuaternion), 1e-7);
+                     Quaternion_inverted(someQuaternion), 1e-7);
     const Quaternion inverse = Quaternion_inverted(someQuaternion);
     expectComponents({0, 0, 0, 1}, Quaternion_multiplied(someQuaternion, inverse), 1e-6);
     expectComponents({0, 0, 0, 1}, Quaternion_multiplied(inverse, someQuaternion), 1e-6);
@@ -339,8 +339,9 @@ TEST(QuaternionSlerp, aDotProductOfMinus0Point9TakesTheSphericalBranchWithTheLef
     const double angle = std::acos(0.9);
     for (const float t : {0.0f, 0.25f, 0.5f, 1.0f}) {
         SCOPED_TRACE(t);
-        expectComponents(normalizedSumOf(left, -std::sin((1 - t) * angle), right, std::sin(t * angle)),
-                   Quaternion_slerp(left, right, t));
+        expectComponents(
+            normalizedSumOf(left, -std::sin((1 - t) * angle), right, std::sin(t * angle)),
+            Quaternion_slerp(left, right, t));
     }
     // So the path starts at the left quaternion turned round and ends at the right one itself.
     expectComponents({0, 0, 0, -1}, Quaternion_slerp(left, right, 0));
@@ -355,7 +356,8 @@ TEST(QuaternionSlerp, aDotProductOfMinus0Point995TakesTheLinearBranchWithoutSign
     ASSERT_LT(1 - std::abs(dot), 0.009) << "the linear branch";
     for (const float t : {0.0f, 0.25f, 0.5f, 0.9f, 1.0f}) {
         SCOPED_TRACE(t);
-        expectComponents(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t), 2e-5);
+        expectComponents(normalizedSumOf(left, 1 - t, right, t), Quaternion_slerp(left, right, t),
+                         2e-5);
     }
     EXPECT_GT(Quaternion_slerp(left, right, 0).w, 0) << "the left quaternion is not turned round";
 }
@@ -407,7 +409,8 @@ TEST(Quaternion, vectorsAreTurnedAboutTheAxis)
         const Vector3 v3 = Quaternion_multiplyVector3(q, {4, -5, 6});
         expectComponents({expected[0], expected[1], expected[2], 0}, {v3.x, v3.y, v3.z, 0}, 4e-6);
         const Vector4 v4 = Quaternion_multiplyVector4(q, {4, -5, 6, 7});
-        expectComponents({expected[0], expected[1], expected[2], 7}, {v4.x, v4.y, v4.z, v4.w}, 4e-6);
+        expectComponents({expected[0], expected[1], expected[2], 7}, {v4.x, v4.y, v4.z, v4.w},
+                         4e-6);
     }
 }
 

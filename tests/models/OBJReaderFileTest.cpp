@@ -222,7 +222,8 @@ TEST(OBJReaderFile, aFileOfFourGigabytesIsRefusedBeforeItIsRead)
 {
     const TemporaryFile file(triangle);
     ASSERT_EQ(::truncate(file.path.c_str(), 4'294'967'296), 0);
-    EXPECT_EQ(FileCall(file.path).reason(), "the file has 4294967296 bytes; a mesh may have 268435456");
+    EXPECT_EQ(FileCall(file.path).reason(),
+              "the file has 4294967296 bytes; a mesh may have 268435456");
 }
 
 TEST(OBJReaderFile, ofManyMalformedLinesTheFirstAreReportedAndTheOthersCounted)

@@ -7,7 +7,7 @@
 namespace kelo::test {
 
 /// What `action` writes to standard error.
-template <class Action>
+template<class Action>
 std::string standardErrorOf(Action &&action)
 {
     testing::internal::CaptureStderr();
@@ -16,7 +16,7 @@ std::string standardErrorOf(Action &&action)
 }
 
 /// What `action` writes to standard output.
-template <class Action>
+template<class Action>
 std::string standardOutputOf(Action &&action)
 {
     testing::internal::CaptureStdout();

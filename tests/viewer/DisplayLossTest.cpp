@@ -79,10 +79,10 @@ TEST(DisplayLoss, whatIsPendingIsStoredAndTheStatusIsThree)
 {
     const QTemporaryDir folder;
     const QString database = folder.filePath("treatments.sqlite");
-    writeFile(folder.filePath("a.script"), "modifiers control\nclick tooth 8\nmenu \"Red\"\nmodifiers\n"
-                                       "state " +
-                                           folder.filePath("played.json").toUtf8() +
-                                           "\nwait 600\n");
+    writeFile(folder.filePath("a.script"),
+              "modifiers control\nclick tooth 8\nmenu \"Red\"\nmodifiers\n"
+              "state " +
+                  folder.filePath("played.json").toUtf8() + "\nwait 600\n");
     XServer server;
     QProcess process;
     QProcessEnvironment environment = bareEnvironment();

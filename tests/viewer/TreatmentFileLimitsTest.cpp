@@ -37,13 +37,13 @@ QByteArray notes(int count)
 QByteArray treatmentWithElastics(int count)
 {
     return treatmentWithNotes(R"({"date": "2026-11-20", "elastics": [)" +
-                     repeated(R"({"bracketSequence": ["6", "30"]})", count) + "]}");
+                              repeated(R"({"bracketSequence": ["6", "30"]})", count) + "]}");
 }
 
 QByteArray members(int count)
 {
     return treatmentWithNotes(R"({"date": "2026-11-20", "elastics": [{"bracketSequence": [)" +
-                     repeated("\"6\"", count) + "]}]}");
+                              repeated("\"6\"", count) + "]}]}");
 }
 
 QByteArray named(int count)
@@ -87,7 +87,8 @@ TEST(TreatmentFileLimits, whatIsTooMuchIsRefusedAndWhatIsJustEnoughIsRead)
     };
     const Row rows[] = {
         {notes, 10000, "notes: has 10001 notes; at most 10000 are read"},
-        {treatmentWithElastics, 1000, "notes[0].elastics: has 1001 elastics; at most 1000 are read"},
+        {treatmentWithElastics, 1000,
+         "notes[0].elastics: has 1001 elastics; at most 1000 are read"},
         {members, 112,
          "notes[0].elastics[0].bracketSequence: has 113 members; at most 112 are read"},
         {named, 10000, "catalogue.elasticsConfigTypes: has 10001 entries; at most 10000 are read"},
@@ -120,8 +121,8 @@ TEST(TreatmentFileLimits, aLongKeyIsRepeatedWithItsBeginning)
     const QByteArray key(10'000'000, 'k');
     EXPECT_EQ(problemsOf(withMembers(R"("patient": {"name": "A", "id": "1"}, ")" + key + "\": 1")),
               QStringList(QString(80, 'k') + QStringLiteral("…: there is no such member")));
-    EXPECT_EQ(problemsOf(treatmentWithNotes(R"({"date": "2026-11-20", "toothVisibilities": {")" + key +
-                                   R"(": true}})")),
+    EXPECT_EQ(problemsOf(treatmentWithNotes(R"({"date": "2026-11-20", "toothVisibilities": {")" +
+                                            key + R"(": true}})")),
               QStringList("notes[0].toothVisibilities: '" + QString(80, 'k') +
                           QStringLiteral("…' is no tooth or button")));
     // Cut between two characters: ä takes two bytes, of which the 80th is the second.
@@ -136,7 +137,7 @@ TEST(TreatmentFileLimits, aLineBreakInAKeyDoesNotBeginALine)
     EXPECT_EQ(
         problemsOf(withMembers(R"("patient": {"name": "A", "id": "1"}, "a\nother.json: ok": 1)")),
         QStringList("a\\x0aother.json: ok: there is no such member"));
-    EXPECT_EQ(
-        problemsOf(treatmentWithNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8\nb": true}})")),
-        QStringList("notes[0].toothVisibilities: '8\\x0ab' is no tooth or button"));
+    EXPECT_EQ(problemsOf(treatmentWithNotes(
+                  R"({"date": "2026-11-20", "toothVisibilities": {"8\nb": true}})")),
+              QStringList("notes[0].toothVisibilities: '8\\x0ab' is no tooth or button"));
 }

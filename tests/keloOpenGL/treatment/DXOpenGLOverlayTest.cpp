@@ -191,9 +191,9 @@ TEST_F(DXOpenGLOverlay, theToolsOfAViewOf800By600LieAtTheTopRight)
 
 TEST_F(DXOpenGLOverlay, aToolsRectangleFollowsFromItsPicturesSize)
 {
-    expectToolRect(DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(4.0f / 3.0f, 128.0f,
-                                                                              64.0f, 0.0f, 1.0f),
-               1.0208333, 0.8125, 0.25, 0.125);
+    expectToolRect(DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(
+                       4.0f / 3.0f, 128.0f, 64.0f, 0.0f, 1.0f),
+                   1.0208333, 0.8125, 0.25, 0.125);
 }
 
 TEST_F(DXOpenGLOverlay, thePrintButtonsBottomEdgeStaysWhateverThePicturesProportionsAre)

@@ -18,9 +18,9 @@ Matrix identityMatrix()
 /// World units are pixels of a window of 100 by 80.
 WindowProjection pixelWindow()
 {
-    return WindowProjection({0, 0, 100, 80},
-                            Matrix_ortho(identityMatrix(), 0.0f, 100.0f, 0.0f, 80.0f, -100.0f, 100.0f),
-                            identityMatrix());
+    return WindowProjection(
+        {0, 0, 100, 80}, Matrix_ortho(identityMatrix(), 0.0f, 100.0f, 0.0f, 80.0f, -100.0f, 100.0f),
+        identityMatrix());
 }
 
 Extents flatBox(double xMin, double xMax, double yMin, double yMax)
@@ -34,7 +34,8 @@ Extents flatBox(double xMin, double xMax, double yMin, double yMax)
 TEST(WindowProjection, aBoxCoversItsPixelsAndTheirNeighbours)
 {
     // x 20.5 to 30.5 lies in the columns 20 to 30, y 40.5 to 50.5 in the rows 40 to 50.
-    const auto pixels = pixelWindow().pixelsOf(flatBox(20.5, 30.5, 40.5, 50.5), 0.0, identityMatrix());
+    const auto pixels =
+        pixelWindow().pixelsOf(flatBox(20.5, 30.5, 40.5, 50.5), 0.0, identityMatrix());
     EXPECT_EQ(pixels, (PixelRect{19, 39, 13, 13}));
 }
 
@@ -47,7 +48,8 @@ TEST(WindowProjection, aMarginAndATransformCount)
 
 TEST(WindowProjection, whatIsOutsideTheWindowIsToldToo)
 {
-    const auto pixels = pixelWindow().pixelsOf(flatBox(-50.5, -40.5, 90.5, 95.5), 0.0, identityMatrix());
+    const auto pixels =
+        pixelWindow().pixelsOf(flatBox(-50.5, -40.5, 90.5, 95.5), 0.0, identityMatrix());
     EXPECT_EQ(pixels, (PixelRect{-52, 89, 13, 8}));
 }
 
