@@ -45,7 +45,7 @@ fi
 export LC_ALL=C.UTF-8
 export ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1
 export UBSAN_OPTIONS=print_stacktrace=1
-export LSAN_OPTIONS=suppressions=$root/tests/support/lsan.supp
+export LSAN_OPTIONS=suppressions=$root/tests/support/lsan.supp:print_suppressions=0
 export TSAN_OPTIONS=suppressions=$root/tests/support/tsan.supp
 
 install_packages "$root/scripts/packages.txt" "$root/scripts/packages-tests.txt"
