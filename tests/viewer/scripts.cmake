@@ -3,6 +3,7 @@ kelo_test(script_tests QT
     SOURCES
         DelegateCallLogTest.cpp
         DisplayLossTest.cpp
+        DocumentedFormatsTest.cpp
         PickPointsTest.cpp
         PickScalesTest.cpp
         ProgramScriptTest.cpp
