@@ -48,7 +48,7 @@ struct ElasticModelDictionary
 
 /// The state of one treatment: which meshes exist and are shown, the colour of every bracket, the
 /// catalogues, and the placed elastics. The view reads it to draw and changes it through its
-/// operations; the host loads it and hears of changes through the delegate.
+/// operations; the host loads it and is told of changes through the delegate.
 ///
 /// Visibility lives in the meshes' hidden flags. A tooth is hidden by hiddenPrimary; a bracket or a
 /// button by hiddenPrimary when it is not placed, and by hiddenSecondary when its tooth is hidden.
@@ -58,8 +58,8 @@ struct ElasticModelDictionary
 /// once, when the change is made and before the delegate is told. So does a change of one of its
 /// meshes that somebody else makes. The setters of models and catalogues announce nothing.
 ///
-/// Hold it in a shared_ptr: then it stays alive for as long as one of its operations runs, whatever
-/// the delegate lets go of. Timers are the main run loop's. Main thread only.
+/// Hold it in a shared_ptr: then it stays alive while one of its operations runs, whatever the
+/// delegate releases. Timers are the main run loop's. Main thread only.
 class KELO_EXPORT DXDocumentModel : public std::enable_shared_from_this<DXDocumentModel>
 {
 public:
@@ -80,7 +80,7 @@ public:
                                              ElasticModelDictionary, std::string>;
 
     DXDocumentModel();
-    /// Drops a pending notice: what the host did not flush or take is lost.
+    /// Cancels a pending notice: what the host did not flush or fetch is lost.
     ~DXDocumentModel();
     DXDocumentModel(const DXDocumentModel &) = delete;
     DXDocumentModel &operator=(const DXDocumentModel &) = delete;
@@ -96,14 +96,14 @@ public:
     MeshFailures loadUpperAndLowerGumModels();
     MeshFailures loadToothModelFilesForToothNameKeys(const std::vector<std::string> &keys);
     MeshFailures loadToothModelFiles(const Paths &files);
-    /// Brackets exist for the keys "2" to "15" and "18" to "31" only: elastics know where the hooks
-    /// of these are.
+    /// Brackets exist for the keys "2" to "15" and "18" to "31" only: elastics have hooks for
+    /// these.
     MeshFailures loadBracketModelFilesForToothNameKeys(const std::vector<std::string> &keys);
     MeshFailures loadBracketModelFiles(const Paths &files);
     MeshFailures loadButtonModelFilesForButtonNameKeys(const std::vector<std::string> &keys);
     MeshFailures loadButtonModelFiles(const Paths &files);
-    /// Told while teeth, brackets or buttons are loaded, after every file: how many of the running
-    /// call are done and how many it has. Not told when empty.
+    /// Called after every file while teeth, brackets or buttons are loaded, with how many files of
+    /// the running call are done and how many it has. May be empty.
     std::function<void(std::size_t doneCount, std::size_t fileCount)> loadingProgress;
     /// @}
 
@@ -154,10 +154,10 @@ public:
     /// @}
 
     /// @name Visibilities
-    /// The dictionaries tell hiddenPrimary alone: a placed bracket on a hidden tooth is "visible".
-    /// The setters are for restoring saved state: keys that are not in the given dictionary stay as
-    /// they are, keys without a model are passed over, the delegate hears nothing, no update is
-    /// accumulated and no elastic changes.
+    /// The dictionaries reflect hiddenPrimary alone: a placed bracket on a hidden tooth is
+    /// "visible". The setters are for restoring saved state: keys that are not in the given
+    /// dictionary stay as they are, keys without a model are skipped, the delegate is not told, no
+    /// update is accumulated and no elastic changes.
     /// @{
     Visibilities toothVisibilities() const;
     Visibilities bracketVisibilities() const;
@@ -183,11 +183,11 @@ public:
     const ColorTypeIDs &bracketColorsTypeIDs() const { return _bracketColorTypeIDs; }
     /// Replaces all colours, to restore saved state: paints each bracket of the dictionary in its
     /// type's colour, or white where there is `nullopt`. A type that is not available, or has no
-    /// colour, is said on standard error and leaves its bracket as it was, without an entry:
+    /// colour, is reported on standard error and leaves its bracket as it was, without an entry:
     ///     Error: Specified color "ID" for bracket KEY is not in the list of available colors (IDs)
-    /// No update is accumulated, and the delegate hears nothing.
+    /// No update is accumulated, and the delegate is not told.
     void setBracketColorTypeIDs(const OptionalColorTypeIDs &typeIDs);
-    /// The same from what bracketColorsTypeIDs gave. (A template, so that a braced list always
+    /// The same from what bracketColorsTypeIDs returned. (A template, so that a braced list always
     /// means the dictionary above.)
     template<std::same_as<ColorTypeIDs> TypeIDs>
     void setBracketColorTypeIDs(const TypeIDs &typeIDs)
@@ -218,14 +218,15 @@ public:
     void accumulateUpdateForButton_visibility(const std::string &key, bool visible);
     /// What the timer calls: offers what is pending to the delegate.
     void updateAccumulationTimer(Timer &timer);
-    /// Fires the pending timer now, for a host that does not want to wait; nothing without one.
+    /// Fires the pending timer now, for a host that does not want to wait; without one it does
+    /// nothing.
     void flushOutstandingUpdates();
 
-    /// Each returns what is pending and empties it.
+    /// Each returns what is pending and clears it.
     ColorTypeIDs bracketColorTypeIDUpdates();
     Visibilities bracketVisibilityUpdates();
     Visibilities buttonVisibilityUpdates();
-    /// What is pending, left pending.
+    /// What is pending, without clearing it.
     const ColorTypeIDs &pendingBracketColorTypeIDUpdates() const
     {
         return bracketColorTypeIDUpdates_;
@@ -248,7 +249,7 @@ public:
     ElasticModels &elasticModels() { return _elasticModels; }
     const ElasticModels &elasticModels() const { return _elasticModels; }
     /// Replaces the list: elastics as they are, dictionaries made into elastics, anything else
-    /// dropped. The delegate hears nothing.
+    /// dropped. The delegate is not told.
     void setElasticModels(const ElasticModels &elastics);
     /// The same from a std::vector<ElasticModelElement>. (A template, so that a braced list always
     /// means a list of elastics.)
@@ -266,9 +267,9 @@ public:
                                           const std::shared_ptr<ElasticsSizeType> &sizeType);
     /// The first placed elastic with this identifier, or null.
     std::shared_ptr<ElasticModel> elasticModelForUniqueID(std::uint32_t uniqueID) const;
-    /// Takes the key out of every elastic if what stands under it is hidden. An elastic that is
-    /// left on a single tooth (a bracket and the button on one tooth count once) is removed. The
-    /// delegate is told once, if any elastic changed.
+    /// Removes the key from every elastic if what it names is hidden. An elastic that is left on a
+    /// single tooth (a bracket and the button on one tooth count once) is removed. The delegate is
+    /// told once, if any elastic changed.
     void refactorElasticModels(const std::string &key);
     /// @}
 
@@ -281,7 +282,7 @@ public:
 
 private:
     enum class Jaw { Upper, Lower };
-    /// What is loaded of a jaw, as it was listed last: views ask for it with every frame and pick.
+    /// What is loaded of a jaw, as it was listed last: views need it for every frame and pick.
     struct JawModels
     {
         std::shared_ptr<const TreatmentNoteKeys> noteKeys; ///< null while nothing is listed
@@ -339,7 +340,7 @@ private:
     mutable JawModels upperJaw_;
     mutable JawModels lowerJaw_;
     int changeDepth_ = 0;
-    // The fields below share their names with operations, hence the underscore behind.
+    // The fields below share their names with operations, hence the trailing underscore.
     std::weak_ptr<Timer> updateAccumulationTimer_; ///< the run loop holds it
     double updateAccumulationTime_ = 3.0;
     ColorTypeIDs bracketColorTypeIDUpdates_;

@@ -13,7 +13,7 @@ namespace kelo {
 
 /// One placed elastic (rubber band): its size and the brackets and lingual buttons that it runs
 /// through. Two elastics are the same only if they are the same object. Its setters announce
-/// nothing; changes that the host is to hear of go through the document model.
+/// nothing; changes that the host should be told of go through the document model.
 class KELO_EXPORT ElasticModel
 {
 public:

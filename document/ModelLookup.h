@@ -8,8 +8,8 @@
 
 namespace kelo {
 
-/// The model under the key, or null. A reference of its own, because whoever hears of a change to
-/// the model may replace the whole dictionary.
+/// The model under the key, or null. The caller gets its own reference, because an observer of a
+/// change to the model may replace the whole dictionary.
 inline std::shared_ptr<DXGLightweightModel>
 modelUnderKey(const NameKeyDictionary<std::shared_ptr<DXGLightweightModel>> &models,
               const std::string &key)

@@ -21,9 +21,9 @@ namespace kelo {
 class ViewSurface;
 struct Teller;
 
-/// Where views draw. A view takes its surface when it first needs one: for its context
+/// Where views draw. A view creates its surface when it first needs one: for its context
 /// (openGLContext, display, grabImage), its window (window, createContainer, enterFullScreenMode)
-/// or an event loop inside an event (lendInput). What only asks about the view makes none.
+/// or an event loop inside an event (lendInput). Operations that only query the view create none.
 enum class SurfaceKind {
     Automatic,   ///< Surfaceless without a graphical application or display, else Window
     Window,      ///< a native window with a context of its own
@@ -34,7 +34,7 @@ enum class SurfaceKind {
 /// Posted with the view as object when its frame changed, if it postsFrameChangedNotifications.
 inline constexpr char viewFrameDidChangeNotification[] = "viewFrameDidChangeNotification";
 
-/// A view that draws with OpenGL and takes input: the ground on which the view classes stand.
+/// A view that draws with OpenGL and takes input: the base of the view classes.
 ///
 /// On a display the view is a native window of its own (true double buffering, a context that
 /// outlives re-parenting and full screen), which a host embeds with createContainer; without a
@@ -43,13 +43,13 @@ inline constexpr char viewFrameDidChangeNotification[] = "viewFrameDidChangeNoti
 /// Coordinates: bounds() starts at (0, 0) and is in points. isFlipped() says which way y counts in
 /// the view; events carry window locations with y counting up. One function, deviceSize(), gives
 /// the size in device pixels; viewport, picking and read-back all use it, and the backing scale is
-/// asked for anew every time, since a window can move to another screen.
+/// queried every time, since a window can move to another screen.
 ///
-/// Redraws are asked for with setNeedsDisplay and coalesced; nothing is drawn while the window is
+/// Redraws are requested with setNeedsDisplay and coalesced; nothing is drawn while the window is
 /// not exposed. Main thread only.
 ///
-/// Hold it in a shared_ptr, as makeView does: then it stays alive for as long as it calls a host,
-/// whatever the host lets go of.
+/// Hold it in a shared_ptr, as makeView does: then it stays alive while it calls a host, whatever
+/// the host releases.
 class KELO_EXPORT OpenGLView : public std::enable_shared_from_this<OpenGLView>
 {
 public:
@@ -58,7 +58,7 @@ public:
     OpenGLView(const OpenGLView &) = delete;
     OpenGLView &operator=(const OpenGLView &) = delete;
 
-    /// Completes a view that was made; makeView calls it. Overriders call their base first.
+    /// Completes a new view; makeView calls it. Overriders call their base first.
     virtual void awakeFromNib();
 
     /// @name Where views draw
@@ -100,38 +100,38 @@ public:
 
     /// @name Drawing
     /// @{
-    /// The view's context, made on first use. Throws OpenGLUnavailable where legacy OpenGL is not
-    /// to be had.
+    /// The view's context, created on first use. Throws OpenGLUnavailable where legacy OpenGL is
+    /// not available.
     OpenGLContext &openGLContext();
     std::shared_ptr<OpenGLContext> sharedOpenGLContext();
     bool hasOpenGLContext() const;
     const PixelFormat &pixelFormat() const { return pixelFormat_; }
-    /// Asks for a redraw (or takes the asking back). Many askings make one redraw.
+    /// Requests a redraw (or withdraws the request). Requests are coalesced.
     void setNeedsDisplay(bool needsDisplay);
     bool needsDisplay() const { return needsDisplay_; }
-    /// Draws now, asked for or not, if the view is exposed; returns when the frame is drawn and
+    /// Draws now, requested or not, if the view is exposed; returns when the frame is drawn and
     /// flushed.
     void display();
-    /// Draws now if a redraw was asked for.
+    /// Draws now if a redraw was requested.
     void displayIfNeeded();
     /// Whether drawing would be seen: an exposed window, or a surface without display. False for a
-    /// view whose window is still to be made.
+    /// view whose window has not been created yet.
     bool isExposed() const;
     /// The drawing itself, for subclasses. The context is not made current before.
     virtual void drawRect(const Rect &dirtyRect);
     /// Called after the view's size in points or pixels changed.
     virtual void reshape();
     /// What the view shows: draws a frame and reads it back, deviceSize() pixels, top row first,
-    /// opaque. Works exposed or not, and shows nothing. A null image when there is nothing to draw
-    /// on. Throws OpenGLUnavailable.
+    /// opaque. Works whether or not the view is exposed, and does not change what is on the screen.
+    /// A null image when there is nothing to draw on. Throws OpenGLUnavailable.
     QImage grabImage();
-    /// Throws away the context, as a display that was lost does, and asks for a redraw; the next
-    /// drawing makes a new one.
+    /// Discards the context, as the loss of a display does, and requests a redraw; the next drawing
+    /// creates a new one.
     void loseContext();
     /// @}
 
     /// @name Input
-    /// What is done with an event; the base does nothing but pass right and other presses on.
+    /// The handlers of events; the base only passes right and other presses on.
     /// @{
     virtual bool acceptsFirstResponder() const { return false; }
     virtual bool becomeFirstResponder() { return true; }
@@ -154,22 +154,22 @@ public:
     virtual void keyUp(const Event &event);
     /// Called when a held button will never be released here (the window was hidden or lost the
     /// mouse); the base sends the matching up event at the last known place, with a click count of
-    /// 0: nobody clicked.
+    /// 0, because nobody clicked.
     virtual void mouseCaptureLost();
     /// Hands an event to the operation that its type names, in the event-tracking mode of the run
     /// loop while a button is held. Windows and scripts both come through here.
     void sendEvent(const Event &event);
-    /// For an event loop inside one of the operations above that has the input meanwhile, as an
-    /// open menu has. Runs `loop`, which says whether a button that is held now has been released
-    /// there, be it held again; then releases what was released (mouseCaptureLost), calls `act`,
-    /// with currentModifierFlags() as the keys are held now, and tells of changed modifiers last
-    /// (flagsChanged), so that what is done in `act` still belongs to the press that began it. When
-    /// the view ends in `loop`, nothing follows.
+    /// For an event loop inside one of the operations above that takes over the input, as an open
+    /// menu does. Runs `loop`, which returns whether a button that was held at the start was
+    /// released in it, even if it is held again. Then ends a press whose button was released
+    /// (mouseCaptureLost), calls `act` with currentModifierFlags() as the keys are held by then,
+    /// and reports changed modifiers last (flagsChanged), so that what `act` does still belongs to
+    /// the press that began it. If the view is destroyed in `loop`, nothing follows.
     void lendInput(const std::function<bool()> &loop, const std::function<void()> &act);
     /// Modifier bits as the last event left them.
     std::uint32_t currentModifierFlags() const { return modifierFlags_; }
-    /// Whether the pointer is over the view, as far as its events have told; with a button held
-    /// also outside.
+    /// Whether the pointer is over the view, as far as its events show; while a button is held,
+    /// also outside it.
     bool pointerIsOverView() const;
     /// Whether mouse moves without a button are delivered.
     bool acceptsMouseMovedEvents = false;
@@ -177,27 +177,26 @@ public:
 
     /// @name Cursor and tracking
     /// @{
-    /// Whether cursors can be made: not without a QGuiApplication, where making one ends the
-    /// program. A view without one has no cursor and no cursor rectangles.
+    /// Whether cursors can be made: not without a QGuiApplication, where creating one terminates
+    /// the program. A view without one has no cursor and no cursor rectangles.
     static bool cursorsAreAvailable();
     /// Shows this cursor until the pointer goes into another cursor rectangle.
     void setCursor(const QCursor &cursor);
     /// The cursor that is shown now. Only where cursors are available.
     QCursor cursor() const;
-    /// Throws the cursor rectangles away and asks resetCursorRects for new ones; the one that the
-    /// pointer is in takes effect at once.
+    /// Discards the cursor rectangles and calls resetCursorRects for new ones; the one under the
+    /// pointer takes effect at once.
     void invalidateCursorRects();
     /// Called only where cursors are available.
     virtual void resetCursorRects();
-    /// Adds a rectangle (view coordinates) with a cursor of its own; of several the first that
-    /// holds the pointer counts, outside all of them the arrow is shown.
+    /// Adds a rectangle (view coordinates) with a cursor of its own; of several that contain the
+    /// pointer the first counts; outside all of them the arrow is shown.
     void addCursorRect(const Rect &rect, const QCursor &cursor);
-    /// Adds a rectangle (view coordinates) whose entering and leaving is told by mouseEntered and
-    /// mouseExited; the tag is never 0.
+    /// Adds a rectangle (view coordinates) whose entering and leaving is reported by mouseEntered
+    /// and mouseExited; the tag is never 0.
     int addTrackingRect(const Rect &rect, bool assumeInside);
     void removeTrackingRect(int tag);
-    /// What the user is told about this point of the view when the pointer rests there; empty for
-    /// nothing.
+    /// The tool tip for this point of the view; empty for none.
     virtual std::string toolTipAtPoint(const Point &pointInView) const
     {
         (void)pointInView;
@@ -213,39 +212,39 @@ public:
     /// @{
     virtual bool isInFullScreenMode() const;
     /// Takes the view out of its widget and gives it the whole screen; the context and its names
-    /// live on. A view without a display stays as large as it is and only counts as in full screen.
+    /// survive. A view without a display stays as large as it is and only counts as in full screen.
     /// False (and nothing happens) for a view that has no window.
     virtual bool enterFullScreenMode();
-    /// Brings the view back to the widget that it came from.
+    /// Returns the view to the widget that it came from.
     virtual void exitFullScreenModeWithOptions();
     /// @}
 
     /// @name For hosts
     /// @{
-    /// Makes a widget that shows the view. The widget does not own the view; the view may go first
-    /// (the widget is then empty) or last. A second call moves the view to the new widget.
-    /// The widget of a view without a display paints what grabImage gives, so that it works on the
-    /// offscreen platform too. Needs a QApplication.
+    /// Creates a widget that shows the view. The widget does not own the view; the view may be
+    /// destroyed first (the widget is then empty) or last. A second call moves the view to the new
+    /// widget. The widget of a view without a display paints what grabImage gives, so that it works
+    /// on the offscreen platform too. Needs a QApplication.
     QWidget *createContainer(QWidget *parent = nullptr);
-    /// The native window of the view, made on first use, or null without a display. Owned by the
+    /// The native window of the view, created on first use, or null without a display. Owned by the
     /// view.
     QWindow *window();
-    /// The same, but makes none: null for a view whose window is still to be made.
+    /// The same, but creates none: null for a view whose window has not been created yet.
     QWindow *window() const;
     /// @}
 
 protected:
-    /// Expires when the view ends. Whoever calls out, to a host for example, and goes on afterwards
-    /// asks it first.
+    /// Expires when the view is destroyed. After calling out, to a host for example, check it
+    /// before going on.
     std::weak_ptr<const void> life() const;
-    /// The view as it tells delegates; see platform/TellDelegate.h.
+    /// The view as a caller of delegates; see platform/TellDelegate.h.
     Teller teller() const;
-    /// Counts the calls of setNeedsDisplay that asked for a redraw: whoever finds it unchanged
-    /// since a frame was drawn knows that nothing in it was announced to have changed.
+    /// Counts the calls of setNeedsDisplay that requested a redraw: while it has not changed since
+    /// a frame was drawn, no change to that frame was announced.
     std::uint64_t redrawRequestCount() const { return redrawRequestCount_; }
     /// Called after the context was destroyed, with the view still whole: forget the names that
-    /// were made in it and do what is done once per context again in the next drawing. No context
-    /// is current. Not called when the view itself ends.
+    /// were created in it, and repeat in the next drawing what is done once per context. No context
+    /// is current. Not called when the view itself is destroyed.
     virtual void contextWasLost();
 
 private:
@@ -256,7 +255,7 @@ private:
     friend class ViewWindow;
     friend class ViewContainer;
     struct Private;
-    ViewSurface &surface(); ///< made on first use
+    ViewSurface &surface(); ///< created on first use
     /// Pixels of a size in points, rounded once.
     PixelSize pixelSize(const Size &size) const;
     /// Notes a new size in points, or a new number of pixels for the same size.
@@ -278,7 +277,7 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/// Makes a view of any class of the chain and completes it.
+/// Creates a view of any class of the chain and completes it.
 template<class View, class... Arguments>
 std::shared_ptr<View> makeView(Arguments &&...arguments)
 {

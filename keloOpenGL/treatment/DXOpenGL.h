@@ -58,13 +58,13 @@ inline constexpr std::uint64_t noElasticIndex = 0x7FFFFFFFFFFFFFFF;
 /// | left, right arrow           | turn by 45 degrees, animated                              |
 /// | up, down arrow              | open the mouth by a step, or close it, animated           |
 /// | 0                           | front view, mouth closed, animated                        |
-/// | Escape                      | gives up the elastic being strung, else leaves full screen|
+/// | Escape                      | discards the elastic being strung, else leaves full screen|
 /// | menu key                    | the context menu of what is under the pointer             |
 /// | Control, held               | in the elastics mode: clicks are for brackets             |
 /// | double click                | full screen, if the host does it                          |
 ///
-/// A mouth left within 22 degrees of closed shuts by itself when the drag ends, or half a second
-/// after the last turn of the wheel.
+/// A mouth left within 22 degrees of closed closes automatically when the drag ends, or half a
+/// second after the last turn of the wheel.
 ///
 /// Timers are the main run loop's. Main thread only.
 class KELO_EXPORT DXOpenGL : public HVOGLSmoothView
@@ -89,9 +89,9 @@ public:
     /// When the treatment was approved; an approved treatment is not edited.
     const QDateTime &approvedDate() const { return _approvedDate; }
     void setApprovedDate(const QDateTime &date);
-    /// The date that the label shows. Setting another one makes the label anew, "Today" in the
-    /// user's language for the current date, any other as the day that it falls on in the user's
-    /// time zone, and chooses the mode: elastics for today's treatment while it is not approved,
+    /// The date that the label shows. Setting another one replaces the label ("Today" in the user's
+    /// language for the current date, for any other the day that it falls on in the user's time
+    /// zone) and chooses the mode: elastics for today's treatment while it is not approved,
     /// otherwise rotate. Set the current and the approval date before.
     const QDateTime &displayedDate() const { return _displayedDate; }
     void setDisplayedDate(const QDateTime &date);
@@ -158,7 +158,7 @@ public:
     std::uint64_t currentEventElasticIndex() const { return currentEventElasticIndex_; }
     /// Whether the press that is going on began on nothing, so that its drag turns the jaws.
     bool isRotating() const { return _rotating; }
-    /// The keys of the elastic that is being strung; there exactly while one is.
+    /// The keys of the elastic that is being strung; present exactly while one is.
     const std::optional<std::vector<std::string>> &bracketSequence() const
     {
         return bracketSequence_;
@@ -166,7 +166,7 @@ public:
     std::optional<long> lastBracketColorTypeID() const { return lastBracketColorTypeID_; }
     std::optional<long> lastElasticsSizeTypeID() const { return lastElasticsSizeTypeID_; }
     std::uint64_t lastClickedElasticID() const { return lastClickedElasticID_; }
-    /// False while lastClickedElasticID is only the zero that it begins with.
+    /// False while lastClickedElasticID is still the zero that it starts with.
     bool elasticWasClicked() const { return elasticWasClicked_; }
     /// The kind of the last action on one bracket, button or tooth: an ActionType.
     std::int64_t lastActionType() const { return lastActionType_; }
@@ -174,14 +174,14 @@ public:
 
     /// @name Drawing
     /// @{
-    /// Turns the world about the vertical axis, within the front half, and asks for a redraw.
+    /// Turns the world about the vertical axis, within the front half, and requests a redraw.
     void rotateByDegrees(float degrees);
     /// The jaws, then the placed elastics, then the one that is being strung.
     void drawContent() override;
     /// Draws one band over the hooks of these keys, moved with the jaws; see RubberBand.h. In the
     /// pick mode it has the flat colour red 128, green 0, blue the low byte of colorPickID; else a
-    /// material of the colour (white for none). A key without a hook is told on standard error, and
-    /// nothing is drawn:
+    /// material of the colour (white for none). A key without a hook is reported on standard error,
+    /// and nothing is drawn:
     ///     Hook position for bracket "KEY" not defined; cannot draw elastics (check ...)
     void drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
         const std::vector<std::string> &keys, const std::optional<Color> &color, bool closeLoop,
@@ -229,8 +229,8 @@ public:
 
     /// @name Picking
     /// What lies under a point. Points are in device pixels, counted from the lower left corner;
-    /// coordinates are cut to whole numbers. A pick neither changes the picture that the view shows
-    /// nor asks for a redraw.
+    /// coordinates are truncated to whole numbers. A pick neither changes the picture that the view
+    /// shows nor requests a redraw.
     /// @{
     /// 0 where nothing lies under the point; the unique identifier of a tooth, bracket, button or
     /// gum, hidden ones included (a model with an extended hit box lies all over that box);
@@ -248,8 +248,8 @@ public:
     Name bracketNameAtPoint_includeTeeth_isLingualButton(const Point &backingPoint,
                                                          bool includeTeeth, bool *isLingualButton);
     /// The identifiers of all pixels at once, deviceSize() of them row by row from the bottom left;
-    /// for hosts that look for where an object can be clicked. Empty when there is nothing to draw
-    /// on.
+    /// for hosts that look for a point where an object can be clicked. Empty when there is nothing
+    /// to draw on.
     std::vector<std::uint32_t> pickIdentifiers();
     /// Where an event happened, as a point to pick at. For a view without the best resolution the
     /// event's point in the view, unscaled.
@@ -293,8 +293,8 @@ public:
     void resolveElasticPlacement();
     /// Ends the stringing without placing anything.
     void endElasticPlacement();
-    /// Shows on the bracket or button that a click was taken: a short pulse of its highlight, drawn
-    /// at once in twenty frames.
+    /// Confirms a click on the bracket or button: a short pulse of its highlight, drawn at once in
+    /// twenty frames.
     void signalElasticsPlacement(const std::string &name);
     /// @}
 
@@ -329,8 +329,8 @@ public:
     /// @{
     /// Draws the arches from the two sides and the front, mouth closed and brackets white, and
     /// hands the pictures with the displayed date and the elastics of each side to the delegate.
-    /// What the view shows stays as it is; a view in full screen leaves it. Nothing without the
-    /// delegate's operation.
+    /// What the view shows stays as it is; a view in full screen leaves full screen. Does nothing
+    /// without the delegate's operation.
     void submitPrintRequest();
     /// The pictures of a print request, with pixels of their own.
     struct PrintPictures
@@ -349,7 +349,7 @@ public:
                                                                              float x, float y,
                                                                              float z, int width,
                                                                              int offset);
-    /// For hosts about to close or switch: places or gives up an elastic that is being strung.
+    /// For hosts about to close or switch: places or discards an elastic that is being strung.
     void finishOperations();
     /// @}
 
@@ -385,7 +385,7 @@ public:
     void elasticsMouseDragged(const Event &event) override;
     void elasticsMouseUp(const Event &event) override;
     void scrollWheel(const Event &event) override;
-    /// Control held in the elastics mode enters the bracket-colour mode until it is let go.
+    /// Control held in the elastics mode enters the bracket-colour mode until it is released.
     void flagsChanged(const Event &event) override;
     void keyDown(const Event &event) override;
     void exitFullScreenModeWithOptions() override;
@@ -394,11 +394,11 @@ public:
 protected:
     void contextWasLost() override;
     /// What the context can do, and whether the bound framebuffer is complete. A subclass that
-    /// answers otherwise is refused a print as a computer that cannot is.
+    /// returns something else is refused a print, like a computer that cannot make one.
     virtual std::string openGLExtensions() const;
     virtual unsigned framebufferStatus() const;
-    /// Whether a pick may draw where nobody sees it; otherwise it draws into the view's own buffer
-    /// and then draws the view again.
+    /// Whether a pick may draw off screen; otherwise it draws into the view's own buffer and then
+    /// draws the view again.
     virtual bool canPickOffScreen() const;
     bool shouldDraw(const DXGLightweightModel &model) const override;
     /// False for a model that cannot be seen in the pixel that is being picked.
