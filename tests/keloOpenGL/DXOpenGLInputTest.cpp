@@ -130,7 +130,7 @@ TEST_F(DXOpenGLInput, anotherButtonsPressAndReleaseDoNotEndADrag)
 
 TEST_F(DXOpenGLInput, aDragOfTheRightButtonIsNotTheLeftOnes)
 {
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     view->sendEvent(eventAt(EventType::RightMouseDown, 2, 100));
     view->sendEvent(eventAt(EventType::LeftMouseDown, 50, 100));
     view->sendEvent(eventAt(EventType::LeftMouseDragged, 90, 100));
@@ -336,10 +336,10 @@ TEST_F(DXOpenGLInput, aModifierChangeShowsTheCursorOfTheModeWhereThePointerIs)
         view->sendEvent(eventAt(EventType::FlagsChanged, x, 10, flags));
         return view->cursor().shape();
     };
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     EXPECT_EQ(changeFlags(ModifierFlag::Control, 10), Qt::PointingHandCursor);
     EXPECT_EQ(changeFlags(0, 10), Qt::CrossCursor);
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     EXPECT_EQ(changeFlags(ModifierFlag::Control, 10), Qt::ArrowCursor);
     EXPECT_EQ(changeFlags(ModifierFlag::Control, 500), Qt::WaitCursor) << "outside the view";
     EXPECT_NO_GL_ERROR();

@@ -173,10 +173,10 @@ TEST_F(MouseView, neitherDoThoseToTheOtherOperationNorThoseThatThePlatformDelive
 
 TEST_F(MouseView, changingModifiersDuringADragHasNoEffectUntilTheReleaseWhichAppliesThem)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(HVOGLBasicView::rotateMode);
     view->mouseDown(down);
     view->flagsChanged(flags(ModifierFlag::Option));
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::rotateMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
 
     Event released = up;
@@ -205,34 +205,34 @@ TEST_F(MouseView, anotherButtonsReleaseLeavesThePressGoingOn)
 
 TEST_F(MouseView, twoTemporaryModesInARowKeepTheFirstSavedPermanentMode)
 {
-    view->setMouseMode(2);
-    view->setTemporaryMouseMode(5);
-    view->setTemporaryMouseMode(6);
-    EXPECT_EQ(view->mouseMode(), 6);
-    EXPECT_EQ(view->permanentMouseMode(), 2);
+    view->setMouseMode(HVOGLBasicView::rotateMode);
+    view->setTemporaryMouseMode(HVOGLBasicView::colorMode);
+    view->setTemporaryMouseMode(HVOGLBasicView::elasticsMode);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::elasticsMode);
+    EXPECT_EQ(view->permanentMouseMode(), HVOGLBasicView::rotateMode);
     view->restorePermanentMouseMode();
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::rotateMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
 }
 
 TEST_F(MouseView, restoringWithoutATemporaryModeKeepsTheMode)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::colorMode);
     view->restorePermanentMouseMode();
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::colorMode);
 }
 
 TEST_F(MouseView, restoringShowsTheCursorOfThePresentMode)
 {
     view->crossMode = 5;
-    view->setMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::colorMode);
     view->setCursor(QCursor(Qt::WaitCursor));
     view->restorePermanentMouseMode();
     EXPECT_EQ(view->cursor().shape(), Qt::CrossCursor) << "no mode was temporary";
-    view->setTemporaryMouseMode(2);
+    view->setTemporaryMouseMode(HVOGLBasicView::rotateMode);
     view->setCursor(QCursor(Qt::WaitCursor));
     view->restorePermanentMouseMode();
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::colorMode);
     EXPECT_EQ(view->cursor().shape(), Qt::CrossCursor);
 }
 
@@ -286,7 +286,7 @@ TEST_F(MouseView, theHookIsHandedTheBitsThatTheMaskKeeps)
 
 TEST_F(MouseView, confirmingAModeTwiceIsAStress)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::colorMode);
     view->mouseModeAction();
     EXPECT_EQ(view->mouseModeButton(), 5);
     EXPECT_EQ(view->calls, Calls{});
@@ -302,7 +302,7 @@ TEST_F(MouseView, everyModeHasTheArrowCursor)
 
 TEST_F(BasicMouseView, theFirstModeIsRotate)
 {
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::rotateMode);
 }
 
 TEST_F(BasicMouseView, everyButtonReachesTheHandlerOfTheMode)
@@ -351,20 +351,20 @@ TEST_F(BasicMouseView, theControlFlagAloneNamesTheColourMode)
 
 TEST_F(BasicMouseView, optionMakesThePresentModeTemporaryAndControlDoesNothing)
 {
-    view->setMouseMode(6);
+    view->setMouseMode(HVOGLBasicView::elasticsMode);
     view->flagsChanged(eventAt(EventType::FlagsChanged, 1, 1, ModifierFlag::Option));
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::elasticsMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     view->flagsChanged(eventAt(EventType::FlagsChanged, 1, 1, ModifierFlag::Control));
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
 }
 
 TEST_F(BasicMouseView, theModeMenusCheckMarksFollowThePresentModeATemporaryOneIncluded)
 {
     const auto menu = modeMenu("Mode");
-    view->setMouseMode(2);
-    view->setTemporaryMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::rotateMode);
+    view->setTemporaryMouseMode(HVOGLBasicView::colorMode);
     view->menuNeedsUpdate(*menu);
     for (const long tag : {2L, 5L, 6L}) {
         EXPECT_TRUE(menu->itemWithTag(tag)->enabled) << tag;
@@ -388,15 +388,15 @@ TEST_F(BasicMouseView, aMenuRowSetsTheModeOfItsTag)
     MenuItem row;
     row.tag = 6;
     view->mouseModeAction(row);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::elasticsMode);
 }
 
 TEST_F(BasicMouseView, confirmingAModeWithoutAMenuRowTakesTheBaseForm)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::colorMode);
     view->mouseModeAction();
     EXPECT_EQ(view->mouseModeButton(), 5);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::colorMode);
 }
 
 TEST_F(BasicMouseView, pointsAreConvertedToRowsCountedFromTheBottomPixel)

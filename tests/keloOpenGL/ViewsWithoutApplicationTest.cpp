@@ -32,9 +32,9 @@ TEST_F(ViewsWithoutApplication, itsModesComeAndGo)
         view->setMouseMode(mode);
         EXPECT_EQ(view->mouseMode(), mode);
     }
-    view->setTemporaryMouseMode(5);
+    view->setTemporaryMouseMode(HVOGLBasicView::colorMode);
     view->restorePermanentMouseMode();
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), HVOGLBasicView::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -43,7 +43,7 @@ TEST_F(ViewsWithoutApplication, itsInputTurnsTheJaws)
     const auto view = makeView<DXOpenGL>(Rect{{0.0, 0.0}, {200.0, 100.0}});
     view->setDocumentModel(boxDocument());
     view->display();
-    view->setMouseMode(2);
+    view->setMouseMode(HVOGLBasicView::rotateMode);
     const auto before = view->worldRotation();
     view->sendEvent(eventAt(EventType::MouseMoved, 100, 50));
     view->sendEvent(eventAt(EventType::FlagsChanged, 100, 50, ModifierFlag::Control));

@@ -49,7 +49,7 @@ protected:
     {
         EXPECT_EQ(view->lastActionType(), lastActionType);
         EXPECT_TRUE(view->repeatActionTimerIsRunning());
-        EXPECT_EQ(view->mouseMode(), 5);
+        EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
         EXPECT_TRUE(view->mouseModeIsTemporary());
         EXPECT_EQ(view->lastClickedToothName(), "8");
     }
@@ -217,7 +217,7 @@ TEST_F(ActionRows, aRepeatedToothActionLooksAtTheToothsFlag)
 #define EXPECT_NO_REPEAT_PERIOD()                                                                  \
     EXPECT_FALSE(view->repeatActionTimerIsRunning());                                              \
     EXPECT_FALSE(view->mouseModeIsTemporary());                                                    \
-    EXPECT_EQ(view->lastActionType(), 0)
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::ColorBracket)
 
 TEST_F(ActionRows, placingAllPlacesThoseThatAreNotPlacedOnTeethThatAreThere)
 {
@@ -395,9 +395,9 @@ TEST_F(ActionRows, aRepeatAsksForARedrawWhetherItsConditionHoldsOrNot)
 TEST_F(ActionRows, aRepeatLeavesTheKindOfActionAsItWas)
 {
     play("click tooth 8\nmenu \"Remove Lingual Button\"\nclick tooth 9\nclick tooth 10");
-    EXPECT_EQ(view->lastActionType(), 4);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::RemoveButton);
     play("advance 4\nclick tooth 8\nmenu \"Remove Tooth\"\nclick tooth 9\nclick tooth 9");
-    EXPECT_EQ(view->lastActionType(), 6);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::RemoveTooth);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -34,7 +34,7 @@ TEST_F(Clinician, aBracketPlacedFromTheMenuIsPlacedOnTheNextTeethByAClickEach)
     document().bracket_setColorWithBracketColorTypeID("11", typeIDOf("Gold"));
     play("click tool bracket\nclick tooth 8\nmenu \"Red\"\n");
     EXPECT_TRUE(bracketIsShown("8"));
-    EXPECT_EQ(view->lastActionType(), 1);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::PlaceBracket);
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
     play("click tooth 7\nadvance 2\nclick tooth 9\nadvance 2\nclick tooth 10\nclick tooth 11\n");
     for (const char *key : {"7", "8", "9", "10"}) {
@@ -52,7 +52,7 @@ TEST_F(Clinician, aRepeatedColourSkipsOnlyTheToothOfTheMenuAndShowsAHiddenBracke
 {
     hideBracket("9");
     play("click tool bracket\nclick tooth 8\nmenu \"Red\"\nclick tooth 9\nclick tooth 10\n");
-    EXPECT_EQ(view->lastActionType(), 0);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::ColorBracket);
     EXPECT_TRUE(bracketIsShown("9"));
     EXPECT_EQ(colorOf("9"), typeIDOf("Red"));
     EXPECT_EQ(colorOf("10"), typeIDOf("Red"));
@@ -82,7 +82,7 @@ TEST_F(Clinician, afterThePeriodExpiresAClickOnAToothOpensTheMenuAgain)
 {
     play("click tool bracket\nclick tooth 8\nmenu \"Red\"\nadvance 3.1\n");
     EXPECT_EQ(view->lastBracketColorTypeID(), std::nullopt);
-    EXPECT_EQ(view->mouseMode(), 5) << "the tool's own mode";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode) << "the tool's own mode";
     EXPECT_FALSE(view->mouseModeIsTemporary());
     play("click tooth 9\n");
     EXPECT_NE(player->openMenu(), nullptr);
@@ -102,12 +102,12 @@ TEST_F(Clinician, openingTheMenuEndsTheRepeatPeriodAtOnce)
 TEST_F(Clinician, buttonsArePlacedAndRemovedOnTheNextTeethByClicks)
 {
     play("click tool bracket\nclick tooth 8\nmenu \"Remove Lingual Button\"\n");
-    EXPECT_EQ(view->lastActionType(), 4);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::RemoveButton);
     play("click tooth 9\nclick tooth 9\n");
     EXPECT_TRUE(document().buttonModels().at("8l")->hiddenPrimary());
     EXPECT_TRUE(document().buttonModels().at("9l")->hiddenPrimary()) << "removed once, not toggled";
     play("advance 4\nclick tooth 8\nmenu \"Place Lingual Button\"\nclick tooth 9\n");
-    EXPECT_EQ(view->lastActionType(), 3);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::PlaceButton);
     EXPECT_FALSE(document().buttonModels().at("8l")->hiddenPrimary());
     EXPECT_FALSE(document().buttonModels().at("9l")->hiddenPrimary());
     EXPECT_NO_GL_ERROR();
@@ -116,11 +116,11 @@ TEST_F(Clinician, buttonsArePlacedAndRemovedOnTheNextTeethByClicks)
 TEST_F(Clinician, teethAreTakenOutAndPutBackByClicks)
 {
     play("click tool bracket\nclick tooth 8\nmenu \"Remove Tooth\"\nclick tooth 9\n");
-    EXPECT_EQ(view->lastActionType(), 6);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::RemoveTooth);
     EXPECT_TRUE(document().toothModels().at("8")->hiddenPrimary());
     EXPECT_TRUE(document().toothModels().at("9")->hiddenPrimary());
     play("advance 4\nclick tooth 8\nmenu \"Place Tooth\"\nclick tooth 9\nclick tooth 10\n");
-    EXPECT_EQ(view->lastActionType(), 5);
+    EXPECT_EQ(kelo::ActionType(view->lastActionType()), kelo::ActionType::PlaceTooth);
     EXPECT_FALSE(document().toothModels().at("8")->hiddenPrimary());
     EXPECT_FALSE(document().toothModels().at("9")->hiddenPrimary());
     EXPECT_FALSE(document().toothModels().at("10")->hiddenPrimary());
@@ -447,19 +447,19 @@ TEST_F(Clinician, withNoConfigurationThatHasASequenceThePlaceNamedRowIsDisabledW
 TEST_F(Clinician, aMenuThatClosesEndsTheTemporaryModeOfControl)
 {
     play("press left 400 590 control\n"); // nothing is there
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     play("release 400 590\n");
-    EXPECT_EQ(view->mouseMode(), 6) << "the key was held for the press";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode) << "the key was held for the press";
     play("modifiers control\nclick tooth 8\nmodifiers\n");
     EXPECT_NE(player->openMenu(), nullptr);
-    EXPECT_EQ(view->mouseMode(), 5) << "the open menu has the keyboard";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode) << "the open menu has the keyboard";
     play("dismiss\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     play("click tooth 8 control\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     play("dismiss\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -104,10 +104,10 @@ TEST_F(ScriptModifiers, theViewIsNotToldAgainOfKeysThatItKnowsToBeHeld)
 TEST_F(ScriptModifiers, aReleaseAfterControlWentUpDoesNotBringTheColourModeBack)
 {
     play("modifiers control\npress left 400 590\n"); // nothing is there
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     play("modifiers\nrelease 400 590\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_EQ(view->currentModifierFlags(), 0u);
     EXPECT_NO_GL_ERROR();
 }
@@ -115,9 +115,10 @@ TEST_F(ScriptModifiers, aReleaseAfterControlWentUpDoesNotBringTheColourModeBack)
 TEST_F(ScriptModifiers, aClickWithControlOnNothingLeavesTheElasticsMode)
 {
     play("press left 400 590 control\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     play("release 400 590\n");
-    EXPECT_EQ(view->mouseMode(), 6) << "Control was held for the press only";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode)
+        << "Control was held for the press only";
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -126,9 +127,9 @@ TEST_F(ScriptModifiers, theColourModeOfAClickWithControlEndsWhenItsMenuIsDismiss
 {
     play("click tooth 8 control\n");
     ASSERT_NE(player->openMenu(), nullptr);
-    EXPECT_EQ(view->mouseMode(), 5) << "the menu has the keyboard";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode) << "the menu has the keyboard";
     play("dismiss\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_EQ(view->currentModifierFlags(), 0u);
     EXPECT_NO_GL_ERROR();
 }
@@ -137,11 +138,11 @@ TEST_F(ScriptModifiers, theColourModeOfAClickWithControlLastsAsLongAsClicksRepea
 {
     play("click bracket 8 control\nmenu \"Remove Bracket\"\n");
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     play("click bracket 9\n"); // without Control
     EXPECT_FALSE(bracketIsShown("9"));
     play("advance 3.5\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -35,22 +35,23 @@ TEST_F(ScriptPlayerTest, theWheelOpensTheMouthAndAdvancingShutsIt)
 TEST_F(ScriptPlayerTest, aHeldModifierCountsForEveryEventUntilItIsLetGo)
 {
     play("modifiers control\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     EXPECT_EQ(view->currentModifierFlags(), kelo::ModifierFlag::Control);
     play("modifiers\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(ScriptPlayerTest, theViewLearnsOfModifierKeysWhenAnOpenMenuHasClosed)
 {
     play("click bracket 8\nmodifiers control\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     play("menu \"Start New Elastic\" > \"1/8\\\" 2 oz\"\n");
     EXPECT_EQ(view->currentModifierFlags(), kelo::ModifierFlag::Control);
-    EXPECT_EQ(view->mouseMode(), 6) << "Control does not leave an elastic that is being strung";
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode)
+        << "Control does not leave an elastic that is being strung";
     play("modifiers\nkey escape\nclick bracket 8\nmodifiers control\ndismiss\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -89,9 +90,9 @@ TEST_F(ScriptPlayerTest, theMenuKeyOpensTheMenuUnderThePointer)
 TEST_F(ScriptPlayerTest, toolsAreClickedAtTheirMiddle)
 {
     play("click tool bracket\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     play("click tool elastics\n");
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::elasticsMode);
     play("click tool print\n");
     EXPECT_EQ(treatment->callLog().calls().last().toArray().first().toString(),
               "printImagesLeft:front:right:forDate:elasticsLeft:front:right:");
@@ -102,7 +103,7 @@ TEST_F(ScriptPlayerTest, theViewCanBeResizedBetweenClicks)
 {
     play("resize 500 700\nclick tool bracket\n");
     EXPECT_EQ(view->bounds().size, (kelo::Size{500.0, 700.0}));
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::DXOpenGL::colorMode);
     EXPECT_NO_GL_ERROR();
 }
 

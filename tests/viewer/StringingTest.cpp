@@ -103,7 +103,7 @@ TEST_F(Stringing, anActionOnOneToothFromTheOtherButtonsMenuGivesTheElasticUp)
     play(startOn("bracket 8") + "click bracket 25\n");
     rightClickTooth("24");
     play("menu \"Remove Lingual Button\"\n");
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), kelo::HVOGLBasicView::colorMode);
     EXPECT_EQ(view->bracketSequence(), std::nullopt);
     EXPECT_EQ(bracket("8").material(), own);
     EXPECT_EQ(bands(), Bands());
@@ -221,7 +221,7 @@ TEST_F(Stringing, aConfigurationThatCannotBePlacedLeavesTheViewAndTheButtonsAsTh
     EXPECT_EQ(document().buttonVisibilities(), buttons);
     EXPECT_EQ(document().bracketVisibilities(), brackets);
     EXPECT_EQ(treatment->callLog().calls().size(), callCount);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), kelo::HVOGLBasicView::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
     EXPECT_EQ(view->bracketSequence(), std::nullopt);

@@ -15,10 +15,10 @@ using kelo::test::yesterday;
 
 TEST_F(DXOpenGLModes, theModesAnswerForThemselves)
 {
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     EXPECT_TRUE(view->mouseModeIsElastics());
     EXPECT_FALSE(view->mouseModeIsBracketColor());
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     EXPECT_FALSE(view->mouseModeIsElastics());
     EXPECT_TRUE(view->mouseModeIsBracketColor());
     EXPECT_NO_GL_ERROR();
@@ -26,16 +26,16 @@ TEST_F(DXOpenGLModes, theModesAnswerForThemselves)
 
 TEST_F(DXOpenGLModes, everyModeHasACursorOfItsOwn)
 {
-    EXPECT_EQ(view->cursorForMouseMode(2).shape(), Qt::ArrowCursor);
-    EXPECT_EQ(view->cursorForMouseMode(5).shape(), Qt::PointingHandCursor);
-    EXPECT_EQ(view->cursorForMouseMode(6).shape(), Qt::CrossCursor);
+    EXPECT_EQ(view->cursorForMouseMode(DXOpenGL::rotateMode).shape(), Qt::ArrowCursor);
+    EXPECT_EQ(view->cursorForMouseMode(DXOpenGL::colorMode).shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(view->cursorForMouseMode(DXOpenGL::elasticsMode).shape(), Qt::CrossCursor);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
 {
     view->setNeedsDisplay(false);
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     EXPECT_TRUE(view->needsDisplay());
     EXPECT_NO_GL_ERROR();
 }
@@ -43,28 +43,28 @@ TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
 TEST_F(DXOpenGLModes, changingFromMode6To5WhileAnElasticIsHalfStrungEndsThePlacement)
 {
     beginElastic();
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     EXPECT_EQ(view->bracketSequence(), std::nullopt);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, settingMode6AgainLeavesTheElasticBeingStrungAlone)
 {
     beginElastic();
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     EXPECT_NE(view->bracketSequence(), std::nullopt);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, changingFromMode5To6DuringARepeatPeriodCancelsTheRepeat)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     view->restartRepeatActionTimer();
-    view->setTemporaryMouseMode(5);
-    view->setMouseMode(6);
+    view->setTemporaryMouseMode(DXOpenGL::colorMode);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -72,12 +72,12 @@ TEST_F(DXOpenGLModes, changingFromMode5To6DuringARepeatPeriodCancelsTheRepeat)
 TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
 {
     view->restartRepeatActionTimer();
-    view->setTemporaryMouseMode(5);
+    view->setTemporaryMouseMode(DXOpenGL::colorMode);
     view->restorePermanentMouseMode();
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     loop->advance(3.1);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -85,11 +85,11 @@ TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
 TEST_F(DXOpenGLModes,
        withTodaysDateAndNoApprovalAPressOnTheElasticsToolSwitchesToMode6AndDoesNotRotate)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     const auto rotation = view->worldRotation();
     const Point tool = middleOf(view->elasticsToolRect());
     press(tool);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     drag({tool.x - 50.0, tool.y});
     release({tool.x - 50.0, tool.y});
     EXPECT_EQ(view->worldRotation(), rotation);
@@ -99,7 +99,7 @@ TEST_F(DXOpenGLModes,
 TEST_F(DXOpenGLModes, aPressOnTheBracketToolSwitchesToMode5)
 {
     click(middleOf(view->bracketColorToolRect()));
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -107,13 +107,13 @@ TEST_F(DXOpenGLModes, aPressOnTheBracketToolSwitchesToMode5)
 TEST_F(DXOpenGLModes, onAPastDateAPressInTheToolsPlaceRotates)
 {
     view->setDisplayedDate(yesterday);
-    ASSERT_EQ(view->mouseMode(), 2);
+    ASSERT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     const auto rotation = view->worldRotation();
     const Point tool = middleOf(view->elasticsToolRect());
     press(tool);
     drag({tool.x - 50.0, tool.y});
     release({tool.x - 50.0, tool.y});
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_NE(view->worldRotation(), rotation);
     EXPECT_NO_GL_ERROR();
 }
@@ -121,9 +121,9 @@ TEST_F(DXOpenGLModes, onAPastDateAPressInTheToolsPlaceRotates)
 TEST_F(DXOpenGLModes, inAnApprovedTreatmentAPressInTheToolsPlaceChangesNoMode)
 {
     view->setApprovedDate(today);
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     click(middleOf(view->bracketColorToolRect()));
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -239,11 +239,11 @@ TEST_F(DXOpenGLModes, controlHeldInElasticsModeIsATemporaryColourMode)
     control.type = EventType::FlagsChanged;
     control.modifierFlags = ModifierFlag::Control;
     view->sendEvent(control);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     control.modifierFlags = 0;
     view->sendEvent(control);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -255,7 +255,7 @@ TEST_F(DXOpenGLModes, controlHeldWhileAnElasticIsStrungChangesNothing)
     control.type = EventType::FlagsChanged;
     control.modifierFlags = ModifierFlag::Control;
     view->sendEvent(control);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NE(view->bracketSequence(), std::nullopt);
     EXPECT_NO_GL_ERROR();
@@ -263,12 +263,12 @@ TEST_F(DXOpenGLModes, controlHeldWhileAnElasticIsStrungChangesNothing)
 
 TEST_F(DXOpenGLModes, controlHeldInTheRotateModeChangesNothing)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     Event control;
     control.type = EventType::FlagsChanged;
     control.modifierFlags = ModifierFlag::Control;
     view->sendEvent(control);
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -276,18 +276,18 @@ TEST_F(DXOpenGLModes, controlHeldInTheRotateModeChangesNothing)
 TEST_F(DXOpenGLModes, aPressWithControlEntersTheColourModeAndItsReleaseWithoutControlLeavesIt)
 {
     press(background, ModifierFlag::Control);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     release(background);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLModes, aPressWithoutControlLeavesATemporaryColourMode)
 {
-    view->setTemporaryMouseMode(5);
+    view->setTemporaryMouseMode(DXOpenGL::colorMode);
     press(background);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     release(background);
     EXPECT_NO_GL_ERROR();
@@ -309,7 +309,7 @@ TEST_F(DXOpenGLModes, escapeWithNoPlacementAndNotInFullScreenDoesNothing)
     view->setNeedsDisplay(false);
     view->sendEvent(keyEvent(u"\x1b"));
     EXPECT_EQ(fullScreenToggles, 0);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->needsDisplay());
     EXPECT_NO_GL_ERROR();
 }

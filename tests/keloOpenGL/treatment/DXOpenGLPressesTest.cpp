@@ -131,19 +131,19 @@ TEST_F(DXOpenGLPresses, thePrintButtonWinsOverAToolThatCoversIt)
     const Point button = middleOf(view->printButtonRect());
     ASSERT_TRUE(view->elasticsToolRect().contains(
         {(button.x - 200.0) / 150.0, (button.y - 150.0) / 150.0}));
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     click(button);
     EXPECT_EQ(prints, 1);
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLPresses, aPressOnTheElasticsToolWithControlHeldIsBackInTheElasticsMode)
 {
     press(middleOf(view->elasticsToolRect()), ModifierFlag::Control);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     release(middleOf(view->elasticsToolRect()));
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();
 }
@@ -153,21 +153,22 @@ TEST_F(DXOpenGLPresses, theBracketToolPressedWithControlHeldLastsUntilControlIsL
     const Point tool = middleOf(view->bracketColorToolRect());
     press(tool, ModifierFlag::Control);
     release(tool, ModifierFlag::Control);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     setControlHeld(false);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLPresses, aPressOnAToolDuringARepeatPeriodOfTheTemporaryModeKeepsThatMode)
 {
     view->restartRepeatActionTimer();
-    view->setTemporaryMouseMode(5);
+    view->setTemporaryMouseMode(DXOpenGL::colorMode);
     press(background);
-    EXPECT_EQ(view->mouseMode(), 5) << "the period holds the mode though Control is not held";
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode)
+        << "the period holds the mode though Control is not held";
     release(background);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -179,7 +180,7 @@ TEST_F(DXOpenGLPresses, aDoubleClickOnAToolAsksForFullScreenToo)
     click(tool);
     press(tool, 0, 2);
     release(tool, 0, 2);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_EQ(fullScreenToggles, 1);
     EXPECT_NO_GL_ERROR();
 }
@@ -203,7 +204,7 @@ TEST_F(DXOpenGLPresses, theReleasedModifiersHaveTakenEffectBeforeThePrint)
         modeWhilePrinting = view->mouseMode();
     };
     press(button, ModifierFlag::Control);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     release(button);
     EXPECT_EQ(modeWhilePrinting, 6);
     EXPECT_NO_GL_ERROR();
@@ -243,10 +244,10 @@ TEST_F(DXOpenGLPresses, aPressWhereNoPixelIsHitsNoElasticAndOpensNoMenu)
     ASSERT_EQ(view->pickIdentifierAtPoint(outside), 0xABCDEFu);
     EXPECT_FALSE(pressRotates(outside)) << "it reads as an elastic that there is not";
     EXPECT_EQ(view->currentEventElasticIndex(), 0u) << "as it was";
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     EXPECT_TRUE(pressRotates(outside)) << "it names no tooth, bracket or button";
     EXPECT_EQ(view->currentEventToothName(), std::nullopt);
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     beginElastic();
     EXPECT_TRUE(pressRotates(outside)) << "elastics cannot be clicked while one is strung";
     EXPECT_EQ(view->bracketSequence(), (std::vector<std::string>{"8"}));
@@ -258,12 +259,12 @@ TEST_F(DXOpenGLPresses, aPressOnTheDateLabelsWhiteHitsNoElasticAndOpensNoMenu)
 {
     const Point label = pointOfLabel(labelWhite, labelWhite);
     EXPECT_FALSE(pressRotates(label)) << "white has the bit of an elastic that there is not";
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     EXPECT_TRUE(pressRotates(label));
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     beginElastic();
     EXPECT_TRUE(pressRotates(label));
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     EXPECT_TRUE(pressRotates(label));
     EXPECT_EQ(menus, noMenus);
     EXPECT_NO_GL_ERROR();
@@ -289,12 +290,12 @@ TEST_F(DXOpenGLPresses, theMenuKeyOnABracketOpensTheMenuOfTheMode)
     pressMenuKeyAt(bracket);
     EXPECT_EQ(menus, elasticMenu);
     menus.clear();
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     pressMenuKeyAt(bracket);
     EXPECT_EQ(menus, bracketMenu);
     EXPECT_EQ(view->currentEventToothName(), "8");
     menus.clear();
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     pressMenuKeyAt(bracket);
     EXPECT_EQ(menus, noMenus);
     EXPECT_EQ(loop->currentMode(), RunLoopMode::Default) << "a key holds no button";
@@ -336,7 +337,7 @@ TEST_F(DXOpenGLPresses, theMenuKeyStringsNoElastic)
 
 TEST_F(DXOpenGLPresses, theMenuKeyRepeatsNoAction)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     view->restartRepeatActionTimer();
     const Point bracket = pointOfBracket("8");
     const auto material = view->documentModel()->bracketModels().at("8")->material();
@@ -349,7 +350,7 @@ TEST_F(DXOpenGLPresses, theMenuKeyRepeatsNoAction)
 
 TEST_F(DXOpenGLPresses, theMenuKeyLeavesADragGoing)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     const Point bracket = pointOfBracket("8");
     press(background);
     drag(bracket);
@@ -365,7 +366,7 @@ TEST_F(DXOpenGLPresses, theMenuKeyLeavesADragGoing)
 
 TEST_F(DXOpenGLPresses, theMenuKeyOpensNothingWhereThePointerLeftTheView)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     pressMenuKey(pointOfBracket("8"));
     EXPECT_EQ(menus, noMenus) << "no pointer has come yet";
     EXPECT_FALSE(view->pointerIsOverView());

@@ -379,7 +379,7 @@ TEST_F(DXOpenGLPrintedViews, aRequestThatFailsWhileDrawingLeavesTheViewAsItWas)
 
 TEST_F(DXOpenGLPrintedViews, aRequestDuringADragLeavesTheDragWhereItWas)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(DXOpenGL::rotateMode);
     view->display(); // a drag is measured by what was drawn
     std::vector<HVOGLBasicView::Rotation> rotations;
     std::vector<float> angles;
@@ -445,7 +445,7 @@ TEST_F(DXOpenGLPrintedViews, theListsAreMadeBeforeFullScreenIsLeft)
 
 TEST_F(DXOpenGLPrintedViews, finishOperationsPlacesAnElasticThatIsStrungOverTwoBrackets)
 {
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     openPlacementOn("8");
     clickBracket("25");
     ASSERT_EQ(view->bracketSequence(), (std::vector<std::string>{"8", "25"}));

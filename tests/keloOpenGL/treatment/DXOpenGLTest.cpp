@@ -96,7 +96,7 @@ TEST_F(DXOpenGLState, aNewViewHasNoNamesNoDatesAndNoTimers)
     EXPECT_EQ(view->lastClickedElasticID(), 0u);
     EXPECT_EQ(view->lastBracketColorTypeID(), std::nullopt);
     EXPECT_EQ(view->lastElasticsSizeTypeID(), std::nullopt);
-    EXPECT_EQ(view->lastActionType(), 0);
+    EXPECT_EQ(ActionType(view->lastActionType()), ActionType::ColorBracket);
     EXPECT_EQ(view->repeatActionTimerInterval(), 0.0);
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
     EXPECT_NO_GL_ERROR();
@@ -160,7 +160,7 @@ TEST_F(DXOpenGLState, todaysDateWithNoApprovalDateSwitchesTheViewIntoElasticsMod
     view->setCurrentDate(today);
     view->setDisplayedDate(today);
     EXPECT_TRUE(view->displayedDateIsToday());
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -168,21 +168,21 @@ TEST_F(DXOpenGLState, anyOtherDateSwitchesTheViewToTheRotateMode)
 {
     view->setCurrentDate(today);
     view->setDisplayedDate(today);
-    ASSERT_EQ(view->mouseMode(), 6);
+    ASSERT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     view->setDisplayedDate(yesterday);
     EXPECT_FALSE(view->displayedDateIsToday());
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(DXOpenGLState, anApprovedTreatmentSwitchesTheViewToTheRotateModeOnItsOwnDay)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     view->setCurrentDate(today);
     view->setApprovedDate(today);
     view->setDisplayedDate(today);
     EXPECT_TRUE(view->displayedDateIsToday());
-    EXPECT_EQ(view->mouseMode(), 2);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::rotateMode);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -206,14 +206,14 @@ TEST_F(DXOpenGLState, settingTheSameDisplayedDateTwiceRebuildsNothingAndLeavesTh
 {
     view->setCurrentDate(today);
     view->setDisplayedDate(today);
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     view->modeChanges = 0;
     const auto label = view->dateStringTexture();
     view->setNeedsDisplay(false);
     view->setDisplayedDate(today);
     EXPECT_EQ(view->dateStringTexture(), label);
     EXPECT_EQ(view->modeChanges, 0);
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_FALSE(view->needsDisplay());
     EXPECT_NO_GL_ERROR();
 }
@@ -280,12 +280,12 @@ TEST_F(DXOpenGLState, restartingTheRepeatTimerBeginsAFullPeriod)
 
 TEST_F(DXOpenGLState, theEndOfTheRepeatPeriodRestoresThePermanentMode)
 {
-    view->setMouseMode(6);
+    view->setMouseMode(DXOpenGL::elasticsMode);
     view->setRepeatActionTimerInterval(1.0);
     view->restartRepeatActionTimer();
-    view->setTemporaryMouseMode(5);
+    view->setTemporaryMouseMode(DXOpenGL::colorMode);
     loop->advance(1.1);
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
 }
 

@@ -64,7 +64,7 @@ protected:
         }
         document->setAvailableElasticsSizeTypes({{1, sizeType(1)}, {2, sizeType(2)}});
         view->setDocumentModel(document);
-        view->setMouseMode(6);
+        view->setMouseMode(DXOpenGL::elasticsMode);
         keptPresenter = ContextMenuPresenter::setPresenter(
             [this](const std::shared_ptr<Menu> &opened, const Event &, OpenGLView &) {
                 menu = opened;

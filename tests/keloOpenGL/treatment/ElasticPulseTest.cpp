@@ -192,7 +192,7 @@ TEST_F(ElasticPulse, escapeAndAnotherModePulseTheFirstBracketToo)
     EXPECT_EQ(bracket("8").material(), own);
     startOn("8");
     watchBracket("8");
-    view->setMouseMode(5);
+    view->setMouseMode(HVOGLBasicView::colorMode);
     EXPECT_EQ(takeShininess(), pulseFrom(32.0));
     EXPECT_EQ(view->bracketSequence(), std::nullopt);
     EXPECT_EQ(bracket("8").material(), own);

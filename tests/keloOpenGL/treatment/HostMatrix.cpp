@@ -72,7 +72,7 @@ std::function<void(MatrixHost &)> afterAction(void (DXOpenGL::*action)(MenuItem 
 {
     return [action, before](MatrixHost &host) {
         before(host);
-        host.view->setMouseMode(5);
+        host.view->setMouseMode(DXOpenGL::colorMode);
         host.view->setRepeatActionTimerInterval(100.0);
         host.view->setLastClickedToothName("6");
         MenuItem row = colorRow(host);
@@ -82,7 +82,7 @@ std::function<void(MatrixHost &)> afterAction(void (DXOpenGL::*action)(MenuItem 
 
 void stringing(MatrixHost &host)
 {
-    host.view->setMouseMode(6);
+    host.view->setMouseMode(DXOpenGL::elasticsMode);
     host.view->setFirstClickedToothName("8");
     host.view->setLastClickedToothName("8");
     MenuItem row = sizeRow(host);
@@ -92,7 +92,7 @@ void stringing(MatrixHost &host)
 
 void onFirstElastic(MatrixHost &host)
 {
-    host.view->setMouseMode(6);
+    host.view->setMouseMode(DXOpenGL::elasticsMode);
     host.chooseRow("");
     const auto pixels = host.view->pickIdentifiers();
     const auto width = static_cast<std::size_t>(host.view->deviceSize().width);
@@ -235,7 +235,8 @@ void appendBracketOperations(std::vector<MatrixOperation> &list)
         host.document->setToothVisibilities({{"6", false}, {"8", false}});
     }));
     list.push_back(repeated("repeatRemoveTooth", &View::removeToothSelected));
-    list.push_back({"rowOfTheBracketMenu", [](MatrixHost &host) { host.view->setMouseMode(5); },
+    list.push_back({"rowOfTheBracketMenu",
+                    [](MatrixHost &host) { host.view->setMouseMode(DXOpenGL::colorMode); },
                     [](MatrixHost &host) {
                         host.chooseRow("removeBracketSelected:");
                         clickTooth8(host);
@@ -284,7 +285,8 @@ void appendElasticOperations(std::vector<MatrixOperation> &list)
 
 void appendViewOperations(std::vector<MatrixOperation> &list)
 {
-    list.push_back({"doubleClick", [](MatrixHost &host) { host.view->setMouseMode(2); },
+    list.push_back({"doubleClick",
+                    [](MatrixHost &host) { host.view->setMouseMode(DXOpenGL::rotateMode); },
                     [](MatrixHost &host) { host.clickAt(host.placeOf("8"), 2); }});
     list.push_back({"escape", inFullScreen, pressEscape});
     list.push_back({"printButton", nothing, pressPrintButton});
@@ -515,7 +517,7 @@ const std::vector<MatrixReaction> &matrixReactions()
          }},
         {"changes the mode",
          [](MatrixHost &host) {
-             if (host.view) host.view->setMouseMode(2);
+             if (host.view) host.view->setMouseMode(DXOpenGL::rotateMode);
          }},
         {"draws",
          [](MatrixHost &host) {

@@ -110,7 +110,7 @@ TEST_F(HostInTheMatrix, aMenuThatOutlivesItsViewDoesNothing)
     std::shared_ptr<Menu> kept;
     ContextMenuPresenter::setPresenter(
         [&kept](const std::shared_ptr<Menu> &menu, const Event &, OpenGLView &) { kept = menu; });
-    host.view->setMouseMode(5);
+    host.view->setMouseMode(DXOpenGL::colorMode);
     host.clickAt(host.placeOf("8"));
     ASSERT_NE(kept, nullptr);
     host.view.reset();
@@ -132,7 +132,7 @@ TEST_F(HostInTheMatrix, theViewOfAnOperationLivesUntilItReturns)
         host.view.reset();
         wasAlive = !watched.expired() && told.mouseMode() == 2;
     };
-    host.view->setMouseMode(2);
+    host.view->setMouseMode(DXOpenGL::rotateMode);
     host.clickAt(host.placeOf("8"), 2);
     EXPECT_TRUE(wasAlive);
     EXPECT_TRUE(watched.expired());

@@ -61,7 +61,7 @@ protected:
     {
         send(QEvent::MouseButtonPress, column, rowFromTop);
         const Point pixel = view->backingPointForEvent(view->press);
-        view->setMouseMode(2);
+        view->setMouseMode(HVOGLBasicView::rotateMode);
         send(QEvent::MouseButtonRelease, column, rowFromTop);
         return pixel;
     }
@@ -76,7 +76,7 @@ protected:
 
 TEST_F(PointerPixel, aPressOnADevicePixelIsOnThatPixelAtSixScales)
 {
-    view->setMouseMode(2);
+    view->setMouseMode(HVOGLBasicView::rotateMode);
     for (const double scale : scales) {
         useScale(scale);
         const int lastColumn = size.width - 1;
@@ -107,7 +107,7 @@ TEST_F(PointerPixel, aPressPicksWhatThePictureShowsInItsPixelAtSixScales)
             const auto place = static_cast<std::size_t>(size.height - 1 - row) *
                                    static_cast<std::size_t>(size.width) +
                                static_cast<std::size_t>(column);
-            view->setMouseMode(2);
+            view->setMouseMode(HVOGLBasicView::rotateMode);
             EXPECT_EQ(view->pickIdentifierAtPoint(pixelOfPressAt(column, row)), picture[place])
                 << "scale " << scale << ", column " << column << ", row " << row;
             objects += picture[place] != 0;

@@ -43,7 +43,7 @@ protected:
         view->setCurrentDate(today);
         view->setDisplayedDate(today);
         view->setRepeatActionTimerInterval(repeatPeriod);
-        view->setMouseMode(6);
+        view->setMouseMode(DXOpenGL::elasticsMode);
     }
     ~NativeMenu() override
     {
@@ -132,7 +132,7 @@ TEST_F(NativeMenu, controlThatIsLetGoOverTheMenuEndsTheTemporaryMode)
     whileOpen({"keydown", "Control_L", "mousedown", "1"},
               {"mouseup", "1", "keyup", "Control_L", "key", "Escape"});
     EXPECT_EQ(modeWhileOpen, 5) << titles.join(", ").toStdString();
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_FALSE(controlIsKnownHeld());
     EXPECT_EQ(RunLoop::main().currentMode(), RunLoopMode::Default);
@@ -147,7 +147,7 @@ TEST_F(NativeMenu, controlThatIsLetGoOverTheMenuEndsTheTemporaryMode)
 TEST_F(NativeMenu, controlThatIsStillHeldKeepsTheTemporaryMode)
 {
     whileOpen({"keydown", "Control_L", "mousedown", "1"}, {"mouseup", "1"});
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
     EXPECT_TRUE(controlIsKnownHeld());
     ASSERT_TRUE(xdotool({"keyup", "Control_L"}));
@@ -164,15 +164,15 @@ TEST_F(NativeMenu, aRowChosenAfterControlWasLetGoBeginsARepeatPeriodInTheTempora
     EXPECT_EQ(titles.size(), 11);
     EXPECT_EQ(document->bracketModels().at("8")->material()->color(), Color(1, 0, 0));
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
-    EXPECT_EQ(view->mouseMode(), 5);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(waitUntil([this] { return !view->repeatActionTimerIsRunning(); }, 3000));
-    EXPECT_EQ(view->mouseMode(), 6);
+    EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(NativeMenu, aPeriodEndsThoughThePointerRestsAfterTheChoice)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     for (const QString button : {"1", "3"}) {
         whileOpen({"mousedown", button},
                   {"mouseup", button, "key", "Down", "key", "Down", "key", "Return"});
@@ -187,7 +187,7 @@ TEST_F(NativeMenu, aPeriodEndsThoughThePointerRestsAfterTheChoice)
 
 TEST_F(NativeMenu, aButtonThatIsStillHeldWhenTheMenuClosesIsReleasedByItsRelease)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     whileOpen({"mousedown", "3"}, {"key", "Escape"});
     EXPECT_EQ(RunLoop::main().currentMode(), RunLoopMode::EventTracking);
     ASSERT_TRUE(xdotool({"mouseup", "3"}));
@@ -198,7 +198,7 @@ TEST_F(NativeMenu, aButtonThatIsStillHeldWhenTheMenuClosesIsReleasedByItsRelease
 
 TEST_F(NativeMenu, theMenuKeyOpensTheMenuAtThePointerAgainAndAgain)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     for (int i = 0; i < 2; ++i) {
         whileOpen({"key", "Menu"}, {"key", "Escape"});
         EXPECT_EQ(view->currentEventToothName(), "8");
@@ -208,7 +208,7 @@ TEST_F(NativeMenu, theMenuKeyOpensTheMenuAtThePointerAgainAndAgain)
 
 TEST_F(NativeMenu, theMenuKeyOpensNothingWhenThePointerHasLeftTheView)
 {
-    view->setMouseMode(5);
+    view->setMouseMode(DXOpenGL::colorMode);
     ASSERT_TRUE(xdotool({"mousemove", "1270", "1010"}));
     ASSERT_TRUE(waitUntil([this] { return !view->pointerIsOverView(); }));
     bool opened = false;
