@@ -120,7 +120,7 @@ TEST_F(DXDocumentModelChanges, whatChangesNothingIsNotAnnounced)
         << "the setters of models and catalogues announce nothing";
 }
 
-TEST_F(DXDocumentModelChanges, anAnnouncementComesWithTheWholeChangeMadeAndBeforeTheDelegate)
+TEST_F(DXDocumentModelChanges, anAnnouncementComesAfterTheChangeBeforeTheDelegate)
 {
     bool hidesAll = false;
     std::vector<std::string> calls;

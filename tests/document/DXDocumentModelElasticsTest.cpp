@@ -44,7 +44,7 @@ TEST_F(DXDocumentModelElastics, hidingAToothRemovesAnElasticOnceAndItsButtonChan
     EXPECT_EQ(delegate.takeCalls(), (Calls{"tooth 24 hidden", "refactored 24"}));
 }
 
-TEST_F(DXDocumentModelElastics, anElasticThatRunsTwiceThroughAHiddenBracketLosesBothOccurrences)
+TEST_F(DXDocumentModelElastics, anElasticTwiceOverAHiddenBracketLosesBoth)
 {
     const auto elastic = place({"8", "9", "8", "10"});
     document->toggleVisibilityOfBracket("8");

@@ -197,7 +197,7 @@ testing::AssertionResult haveSameElastics(const DXDocumentModel &first,
     return testing::AssertionSuccess();
 }
 
-TEST_F(DXDocumentModelRandom, fiftyThousandOperationsReplayedFromTheDelegatesCallsGiveTheSameState)
+TEST_F(DXDocumentModelRandom, fiftyThousandReplayedOperationsGiveTheSameState)
 {
     const auto copy = std::make_shared<DXDocumentModel>();
     copy->setToothModels(test::emptyModels(teeth));

@@ -82,7 +82,7 @@ TEST_F(DXDocumentModelTest, visibilitiesOfUnknownKeysArePassedOver)
     EXPECT_EQ(document->checkSanity(), Calls());
 }
 
-TEST_F(DXDocumentModelTest, togglingAToothTwiceShowsItsBracketAndButtonButBringsNoElasticBack)
+TEST_F(DXDocumentModelTest, aToothToggledTwiceBringsNoElasticBack)
 {
     const auto shortened = place({"8", "9", "24"});
     const auto removed = place({"8l", "9l"});
@@ -109,7 +109,7 @@ TEST_F(DXDocumentModelTest, aToothToggleAccumulatesNoUpdate)
     EXPECT_TRUE(document->pendingButtonVisibilityUpdates().empty());
 }
 
-TEST_F(DXDocumentModelTest, aBracketToggleThatHidesRefactorsElasticsAndOneThatShowsDoesNot)
+TEST_F(DXDocumentModelTest, hidingABracketRefactorsElasticsAndShowingDoesNot)
 {
     bracket("8")->setHiddenPrimary(true);
     const auto elastic = place({"8", "9", "10"});
@@ -121,7 +121,7 @@ TEST_F(DXDocumentModelTest, aBracketToggleThatHidesRefactorsElasticsAndOneThatSh
     EXPECT_EQ(elastic->bracketSequence(), (Keys{"9", "10"}));
 }
 
-TEST_F(DXDocumentModelTest, aButtonToggleThatHidesRefactorsElasticsAndOneThatShowsDoesNot)
+TEST_F(DXDocumentModelTest, hidingAButtonRefactorsElasticsAndShowingDoesNot)
 {
     const auto elastic = place({"8l", "9", "10"});
     document->toggleVisibilityOfButton("8l");
@@ -133,7 +133,7 @@ TEST_F(DXDocumentModelTest, aButtonToggleThatHidesRefactorsElasticsAndOneThatSho
               (DXDocumentModel::Visibilities{{"8l", true}}));
 }
 
-TEST_F(DXDocumentModelTest, aToggleOfAKeyWithoutAModelChangesNothingButIsAccumulatedAndTold)
+TEST_F(DXDocumentModelTest, aToggleOfAKeyWithoutAModelIsOnlyTold)
 {
     document->toggleVisibilityOfBracket("99");
     document->toggleVisibilityOfButton("99l");

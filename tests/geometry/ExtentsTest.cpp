@@ -343,7 +343,7 @@ TEST(MutableExtents, aNaNLeavesTheBoundsOfAnActiveBox)
     EXPECT_EQ(boundsOf(box), (Bounds{1, 2, 0, 4, 5, 6}));
 }
 
-TEST(MutableExtents, anEmptyBoxTakesOverAnotherAndBecomesActiveWhetherThatIsActiveOrNot)
+TEST(MutableExtents, anEmptyBoxTakesOverAnotherAndBecomesActive)
 {
     MutableExtents box;
     box.absorbExtents(boxOf({1, 2, 3, 4, 6, 5}));

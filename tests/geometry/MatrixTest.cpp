@@ -234,7 +234,7 @@ TEST(Matrix, eachElementaryOperationMultipliesItsMatrixOntoTheRight)
     }
 }
 
-TEST(Matrix, eachParticipleReturnsWhatItsVerbDoesAndLeavesItsArgumentAlone)
+TEST(Matrix, eachParticipleReturnsWhatItsVerbDoes)
 {
     auto operations = elementaryOperations();
     operations.push_back({"transpose",
@@ -292,7 +292,7 @@ TEST(Matrix, aRotationAboutAZeroAxisIsNaNInItsFirstThreeColumns)
     EXPECT_EQ(m.m[15], 1.0f);
 }
 
-TEST(Matrix, aPerspectiveWithoutAspectFieldOfViewOrDepthLeavesTheMatrixAsItWas)
+TEST(Matrix, anEmptyPerspectiveLeavesTheMatrixAsItWas)
 {
     struct Case
     {
@@ -386,7 +386,7 @@ TEST(Matrix, theSubdeterminantLeavesOutTheElementsRowAndColumn)
     EXPECT_EQ(Matrix_subdeterminant(4, m), -8.0f);
 }
 
-TEST(Matrix, theInverseIsTheSignedSubdeterminantsOverTheDeterminantTransposed)
+TEST(Matrix, theInverseIsTheAdjugateOverTheDeterminant)
 {
     std::mt19937 generator(4);
     int tried = 0;

@@ -274,7 +274,7 @@ TEST(Quaternion, theInverseUndoesAlsoAQuaternionOfAnotherLength)
     expectComponents({0, 0, 0, 1}, Quaternion_multiplied(inverse, someQuaternion), 1e-6);
 }
 
-TEST(Quaternion, eachParticipleReturnsWhatItsVerbDoesAndLeavesItsArgumentAlone)
+TEST(Quaternion, eachParticipleReturnsWhatItsVerbDoes)
 {
     struct Case
     {
@@ -330,7 +330,7 @@ TEST(QuaternionSlerp, theSphericalWeightsAreNotTheLinearOnes)
     EXPECT_GT(std::abs(q.w - normalizedSumOf(noRotation, 0.75, right, 0.25)[3]), 0.02);
 }
 
-TEST(QuaternionSlerp, aDotProductOfMinus0Point9TakesTheSphericalBranchWithTheLeftWeightNegated)
+TEST(QuaternionSlerp, aDotProductOfMinus0Point9IsSphericalWithTheLeftNegated)
 {
     const Quaternion left = noRotation, right = withDotToIdentity(-0.9);
     const double dot = dotOf(left, right);
@@ -348,7 +348,7 @@ TEST(QuaternionSlerp, aDotProductOfMinus0Point9TakesTheSphericalBranchWithTheLef
     expectComponents(componentsOf(right), Quaternion_slerp(left, right, 1));
 }
 
-TEST(QuaternionSlerp, aDotProductOfMinus0Point995TakesTheLinearBranchWithoutSignCorrection)
+TEST(QuaternionSlerp, aDotProductOfMinus0Point995IsLinearWithoutSignCorrection)
 {
     const Quaternion left = noRotation, right = withDotToIdentity(-0.995);
     const double dot = dotOf(left, right);

@@ -76,7 +76,7 @@ void expectColor(const QImage &image, int x, int rowFromBottom, const Color &exp
 
 } // namespace
 
-TEST_F(BasicViewDrawing, theFirstCycleSetsUpLightAndMaterialAndThenRunsTheHooksInOrder)
+TEST_F(BasicViewDrawing, theFirstCycleSetsUpLightAndMaterialThenRunsTheHooks)
 {
     view->display();
     EXPECT_EQ(view->hooks, (std::vector<std::string>{"lighting", "material", "modelView",
@@ -104,7 +104,7 @@ TEST_F(BasicViewDrawing, theFirstCycleSetsTheOneTimeState)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(BasicViewDrawing, withDrawRectDisabledNothingIsDrawnAndTheFirstDrawRectIsStillToCome)
+TEST_F(BasicViewDrawing, withDrawRectDisabledTheFirstDrawIsStillToCome)
 {
     HVOGLBasicView::setDrawRectEnabled(false);
     view->display();
@@ -201,7 +201,7 @@ TEST_F(BasicViewDrawing, aViewDrawnBeforeAnyResizeResizesInsideTheCycle)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(BasicViewDrawing, aBoundsSizeEqualToTheLastOneDoesNotTouchTheViewportOrTheProjection)
+TEST_F(BasicViewDrawing, anEqualBoundsSizeLeavesViewportAndProjection)
 {
     view->display();
     glViewport(1, 2, 3, 4);

@@ -41,7 +41,7 @@ TEST_F(BasicView, theWindowHasADoubleBufferAnd24BitsOfDepthAndNothingElse)
     EXPECT_EQ(view->pixelFormat(), HVOGLBasicView::basicPixelFormat());
 }
 
-TEST_F(BasicView, aFreshViewHasAZoomBoxFromMinusOneToOneOnAllAxesAndNoDrawnFrame)
+TEST_F(BasicView, aFreshViewHasAUnitZoomBoxAndNoDrawnFrame)
 {
     EXPECT_EQ(view->zoomBox(), (WindowLimits{-1, 1, -1, 1}));
     EXPECT_EQ(view->zMin(), -1.0);

@@ -91,7 +91,7 @@ TEST_F(DXOpenGLInput, everyDragCountsFromThePointOfTheOneBefore)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLInput, aMouthLeftWithin22DegreesOfClosedSnapsShutInAQuarterOfASecond)
+TEST_F(DXOpenGLInput, aMouthWithin22DegreesSnapsShutInAQuarterOfASecond)
 {
     drag(100, 100, 100, 80); // 18 degrees
     release(100, 80);
@@ -196,7 +196,7 @@ TEST_F(DXOpenGLInput, aHorizontalScrollTurnsByTwoDegreesALineTheOtherWay)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLInput, aVerticalScrollThatLeavesTheMouthAt15DegreesSnapsItShutAfterHalfASecond)
+TEST_F(DXOpenGLInput, aScrollTo15DegreesSnapsShutAfterHalfASecond)
 {
     view->sendEvent(scroll(0.0, -7.5));
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);
@@ -257,7 +257,7 @@ TEST_F(DXOpenGLInput, everyScrollAsksForARedrawAndNoneDoesNot)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLInput, aHorizontalDeltaThatIsNotANumberCountsAsATurnAndZeroLeadsBack)
+TEST_F(DXOpenGLInput, aDeltaThatIsNotANumberIsATurnAndZeroLeadsBack)
 {
     view->setNeedsDisplay(false);
     view->sendEvent(scroll(std::numeric_limits<double>::quiet_NaN(), 0.0));

@@ -142,7 +142,7 @@ TEST_F(MouseView, modesAreComparedAs32BitSignedValues)
     EXPECT_EQ(view->calls, (Calls{"rightDown"}));
 }
 
-TEST_F(MouseView, aPressWhileDisabledIsIgnoredAndSoAreTheDragAndTheReleaseThatFollow)
+TEST_F(MouseView, aPressWhileDisabledIsIgnoredWithItsDragAndRelease)
 {
     view->setEnabled(false);
     view->mouseDown(down);
@@ -152,14 +152,14 @@ TEST_F(MouseView, aPressWhileDisabledIsIgnoredAndSoAreTheDragAndTheReleaseThatFo
     EXPECT_FALSE(view->mouseIsDown());
 }
 
-TEST_F(MouseView, pressesThatComeStraightToTheRightOperationDoNotPassTheEnabledCheck)
+TEST_F(MouseView, pressesStraightToTheRightOperationPassNoEnabledCheck)
 {
     view->setEnabled(false);
     view->rightMouseDown(down);
     EXPECT_EQ(view->calls, (Calls{"rightDown"}));
 }
 
-TEST_F(MouseView, neitherDoThoseToTheOtherOperationNorThoseThatThePlatformDelivers)
+TEST_F(MouseView, otherAndDeliveredPressesPassNoEnabledCheckEither)
 {
     view->setEnabled(false);
     view->otherMouseDown(down);
@@ -171,7 +171,7 @@ TEST_F(MouseView, neitherDoThoseToTheOtherOperationNorThoseThatThePlatformDelive
     EXPECT_EQ(view->calls, (Calls{"entered", "otherDown", "otherUp", "rightDown", "rightUp"}));
 }
 
-TEST_F(MouseView, changingModifiersDuringADragHasNoEffectUntilTheReleaseWhichAppliesThem)
+TEST_F(MouseView, modifiersChangedDuringADragApplyAtItsRelease)
 {
     view->setMouseMode(HVOGLBasicView::rotateMode);
     view->mouseDown(down);
@@ -360,7 +360,7 @@ TEST_F(BasicMouseView, optionMakesThePresentModeTemporaryAndControlDoesNothing)
     EXPECT_FALSE(view->mouseModeIsTemporary());
 }
 
-TEST_F(BasicMouseView, theModeMenusCheckMarksFollowThePresentModeATemporaryOneIncluded)
+TEST_F(BasicMouseView, theModeMenusCheckMarksFollowTheModeTemporaryOnesToo)
 {
     const auto menu = modeMenu("Mode");
     view->setMouseMode(HVOGLBasicView::rotateMode);

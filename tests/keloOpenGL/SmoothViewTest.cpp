@@ -141,7 +141,7 @@ TEST_F(SmoothView, aHostCanHaveTheTimerStopAtRest)
     EXPECT_FALSE(view->animationTimerIsRunning());
 }
 
-TEST_F(SmoothView, aTransitionFromRestTakesTheSameStepsWithAndWithoutTicksAtRest)
+TEST_F(SmoothView, aTransitionFromRestIsTheSameWithAndWithoutTicks)
 {
     for (const bool stops : {false, true}) {
         view = makeView<SlowView>();
@@ -170,7 +170,7 @@ TEST_F(SmoothView, aMouthTransitionTakesTheDurationThatIsGiven)
     EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
 }
 
-TEST_F(SmoothView, aTransitionThatStartsAfterALongIdleTimeStartsFromItsBeginning)
+TEST_F(SmoothView, aTransitionAfterALongIdleTimeStartsAtItsBeginning)
 {
     loop->advance(3600.0);
     view->setTargetMouthOpenAngle(40.0f);
@@ -204,7 +204,7 @@ TEST_F(SmoothView, aDurationOfZeroEndsWithTheFirstTick)
     EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
 }
 
-TEST_F(SmoothView, requestingADifferentTargetRestartsFromThePresentValueWithProgressZero)
+TEST_F(SmoothView, anotherTargetRestartsFromThePresentValue)
 {
     view->setTargetMouthOpenAngle(40.0f);
     advanceTicks(20);
@@ -216,7 +216,7 @@ TEST_F(SmoothView, requestingADifferentTargetRestartsFromThePresentValueWithProg
     EXPECT_NEAR(view->mouthOpenAngle(), reached * (1 - weight) - 10.0 * weight, 1e-3);
 }
 
-TEST_F(SmoothView, aDifferentOrientationRestartsFromTheOneReachedWithProgressZero)
+TEST_F(SmoothView, anotherOrientationRestartsFromTheOneReached)
 {
     view->setWorldRotationAngle_axis(20.0, 0.0, 0.0, 1.0);
     view->setTargetWorldRotationAngle_axis(110.0, 0.0, 0.0, 1.0);
@@ -257,7 +257,7 @@ TEST_F(SmoothView, requestingTheRunningCentreAgainDoesNotRestart)
     EXPECT_NEAR(view->worldCenter().x, 10.0 * eased(30, 0.75), 1e-4);
 }
 
-TEST_F(SmoothView, aNumberThatAFloatDoesNotHaveIsTheSameTargetWhenItIsAskedForAgain)
+TEST_F(SmoothView, aTargetThatNoFloatHasIsTheSameWhenAskedForAgain)
 {
     view->setTargetWorldRotationAngle_axis(60.1, 0.1, 0.2, 0.97);
     advanceTicks(44);
@@ -292,7 +292,7 @@ TEST_F(SmoothView, aRotationFollowsTheSingleAxisPathAndLandsExactlyOnItsTarget)
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{110.0f, 0.0f, 0.0f, 1.0f}));
 }
 
-TEST_F(SmoothView, aRotationFromAnOrientationToTheSameOneInOtherNumbersStaysThere)
+TEST_F(SmoothView, aRotationToTheSameOrientationInOtherNumbersStays)
 {
     view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);
     view->setTargetWorldRotationAngle_axis(0.0, 1.0, 0.0, 0.0);
@@ -306,7 +306,7 @@ TEST_F(SmoothView, aRotationFromAnOrientationToTheSameOneInOtherNumbersStaysTher
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{0.0f, 1.0f, 0.0f, 0.0f}));
 }
 
-TEST_F(SmoothView, aRotationStartsFromAnOrientationWithoutAnAxisAsFromTheIdentity)
+TEST_F(SmoothView, anOrientationWithoutAnAxisStartsAsTheIdentity)
 {
     view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 0.0);
     view->setTargetWorldRotationAngle_axis(80.0, 0.0, 0.0, 1.0);
@@ -315,7 +315,7 @@ TEST_F(SmoothView, aRotationStartsFromAnOrientationWithoutAnAxisAsFromTheIdentit
     EXPECT_NEAR(view->worldRotation()[3], 1.0, 1e-5);
 }
 
-TEST_F(SmoothView, theTargetQuaternionIsTheTransitionsWhileItRunsAndElseThePresentOne)
+TEST_F(SmoothView, theTargetIsTheTransitionsOrElseThePresentOne)
 {
     view->setWorldRotationAngle_axis(0.0, 0.0, 0.0, 1.0);
     EXPECT_NEAR(view->targetWorldQuaternion().w, 1.0f, 1e-6f);
@@ -415,7 +415,7 @@ TEST_F(SmoothView, aClockThatIsSetBackDuringATransitionChangesNothing)
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
 }
 
-TEST_F(SmoothView, aTransitionOfASystemWhoseClockIsSetTakesItsThreeQuartersOfASecond)
+TEST_F(SmoothView, aTransitionTakesItsTimeWhileTheClockIsSet)
 {
     double wall = 1.0e9;
     double steady = 5.0;

@@ -179,7 +179,7 @@ TEST_F(StringTextureOfAText, aNegativeHeightDrawsTheTextUprightAndUnmirrored)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(StringTextureOfAText, drawingAtAPointTakesTheTexturesOwnSizeAndPutsItsFirstRowThere)
+TEST_F(StringTextureOfAText, drawingAtAPointTakesTheTexturesOwnSize)
 {
     const QImage picture = drawnPicture([this] {
         texture.drawAtPoint({10.0, 5.0}); // generates the texture, and so enables the target

@@ -28,7 +28,7 @@ TEST_F(ColorGL, glColorSetsTheCurrentColor)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ColorGL, glClearColorIsOneFunctionForCallersWithAndWithoutOpenGLHeaders)
+TEST_F(ColorGL, glClearColorIsOneFunctionForAllCallers)
 {
     Color(0.25, 0.5, 0.75, 1.0).glClearColor();
     EXPECT_EQ(state(GL_COLOR_CLEAR_VALUE), (std::array<float, 4>{0.25f, 0.5f, 0.75f, 1.0f}));

@@ -12,7 +12,7 @@
 
 using namespace kelo;
 
-TEST(CommaLocale, meshesAreReadTheSameWhileTheApplicationLivesUnderADecimalComma)
+TEST(CommaLocale, meshesAreReadTheSameUnderADecimalComma)
 {
     ASSERT_TRUE(QCoreApplication::instance());
     const test::CommaLocale locale;

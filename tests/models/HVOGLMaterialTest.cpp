@@ -105,7 +105,7 @@ TEST(HVOGLMaterial, theFactoriesTakeColorAndShininess)
     EXPECT_EQ(shiny->shininess(), 16.0);
 }
 
-TEST(HVOGLMaterial, afterSetColorAloneTheGeneralColorIsStillTheOldFrontDiffuseColor)
+TEST(HVOGLMaterial, setColorAloneLeavesTheGeneralColorAsItWas)
 {
     HVOGLMaterial material(teal);
     material.setColor(Color(1.0, 0.0, 0.0));
@@ -198,7 +198,7 @@ TEST(HVOGLMaterial, takingValuesCopiesAllTenParametersWithoutDerivingAny)
     EXPECT_EQ(material._index(), 9);
 }
 
-TEST(HVOGLMaterial, materialsOfTheSameColorAreEqualAndHashAlikeWhateverElseDiffers)
+TEST(HVOGLMaterial, materialsOfTheSameColorAreEqualAndHashAlike)
 {
     HVOGLMaterial one(teal, 1.0);
     HVOGLMaterial other(teal, 2.0);

@@ -150,7 +150,7 @@ TEST(OBJReader, anUnknownVSequenceIsReportedWithItsLetterAndSkipped)
     EXPECT_EQ(mesh.vertices.size(), 2u);
 }
 
-TEST(OBJReader, aLoneVIsReportedWithTheLineEndAsItsCharacterAndTheNextLineIsRead)
+TEST(OBJReader, aLoneVIsReportedAndTheNextLineIsRead)
 {
     const Mesh mesh = meshOf("v\nv 4 5 6\n");
     EXPECT_EQ(mesh.messages, "Malformed obj file " + mesh.path +
@@ -165,7 +165,7 @@ TEST(OBJReader, aLoneVAtTheEndOfTheTextIsReportedWithTheTerminatingZero)
                                  ": Line 1 starts with invalid sequence \"v" + '\0' + "\"\n");
 }
 
-TEST(OBJReader, aNormalNumberBeyondTheNormalsReadKeepsTheVertexAndItsOldNormal)
+TEST(OBJReader, aNormalBeyondThoseReadKeepsTheVertexAndItsNormal)
 {
     const Mesh mesh =
         meshOf("v 1 2 3\nvn 0 0 1\nf 1//1 1//2 1//0\nf 1//-1 1//9223372036854775807 1\nvn 0 1 0\n");
@@ -325,7 +325,7 @@ TEST(OBJReader, aZeroByteIsAnOrdinaryCharacterAndDoesNotEndTheText)
     EXPECT_EQ(mesh.messages, mesh.malformedNumberOnLine(4));
 }
 
-TEST(OBJReader, normalsAreCopiedAsWrittenAndTheSlotIsEmptyUntilAFaceAssignsOne)
+TEST(OBJReader, normalsAreCopiedAsWrittenWhenAFaceAssignsThem)
 {
     // More vertices than the first capacity, so that grown memory is looked at as well.
     std::string text = "vn 0 0 7\n";

@@ -124,7 +124,7 @@ TEST_F(ToothModelLoaderTest, aFileThatIsNotThereGivesNoModelAndNoMessage)
     EXPECT_EQ(model, nullptr);
 }
 
-TEST_F(ToothModelLoaderTest, oneUnreadableFileOfThreeLeavesTwoModelsOfOneMaterialAndOneErrorLine)
+TEST_F(ToothModelLoaderTest, oneUnreadableFileOfThreeLeavesTwoModelsAndOneLine)
 {
     const ToothModelLoader::Paths files{{"2", write("two.obj", oneTriangle)},
                                         {"3", path("missing.obj")},

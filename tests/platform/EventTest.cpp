@@ -28,7 +28,7 @@ TEST(Event, eachModifierKeyHasItsOwnBit)
     EXPECT_EQ(modifierFlagsFromQt(Qt::KeypadModifier), 0x200000u);
 }
 
-TEST(Event, pressesDragsAndReleasesAreAboutTheirButtonAndAllElseIsAboutNone)
+TEST(Event, pressesDragsAndReleasesAreAboutTheirButton)
 {
     for (const EventType type :
          {EventType::LeftMouseDown, EventType::LeftMouseDragged, EventType::LeftMouseUp})

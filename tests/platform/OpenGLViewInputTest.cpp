@@ -132,7 +132,7 @@ TEST_F(OpenGLViewEvents, enteringAndLeavingATrackingRectangleIsTold)
     EXPECT_EQ(view.events.size(), 2u);
 }
 
-TEST_F(OpenGLViewEvents, aTrackingRectangleThatAssumesThePointerInsideTellsTheLeavingFirst)
+TEST_F(OpenGLViewEvents, aTrackingRectangleAssumedInsideTellsTheLeavingFirst)
 {
     view.addTrackingRect({{20, 20}, {30, 30}}, true);
     view.sendEvent(at(EventType::MouseMoved, 30, 30));

@@ -88,7 +88,7 @@ TEST_F(RunLoopTest, aLateRepeatingTimerLeavesOutWhatItMissedAndKeepsItsPhase)
     EXPECT_EQ(times, (std::vector<double>{103.5, 104.0, 105.0}));
 }
 
-TEST_F(RunLoopTest, aClockThatIsSetBackLeavesTheSteadyOneAndWhatTimersHaveStillToWait)
+TEST_F(RunLoopTest, aClockSetBackLeavesTheSteadyOneAndTheTimers)
 {
     loop.scheduledTimer(1.0, false, note("fired"));
     loop.advance(0.5);
@@ -342,7 +342,7 @@ TEST_F(RunLoopTest, anEndlessChainAtOneInstantDoesNotHoldTheClock)
     EXPECT_EQ(links, 3 * VirtualRunLoop::passesPerInstant);
 }
 
-TEST_F(RunLoopTest, aRepeatingTimerWithoutIntervalRepeatsEveryTenthOfAMillisecond)
+TEST_F(RunLoopTest, aTimerWithoutIntervalRepeatsEveryTenthOfAMillisecond)
 {
     int count = 0;
     const auto timer = loop.scheduledTimer(0.0, true, [&](Timer &) { ++count; });

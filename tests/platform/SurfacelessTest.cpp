@@ -352,7 +352,7 @@ TEST_F(Surfaceless, thereIsNoWindow)
     EXPECT_EQ(view.window(), nullptr);
 }
 
-TEST_F(Surfaceless, fullScreenWithoutADisplayIsKnownAndChangesNeitherSizeNorContext)
+TEST_F(Surfaceless, fullScreenWithoutADisplayKeepsSizeAndContext)
 {
     DrawingView view(Rect{{0, 0}, {20, 10}});
     EXPECT_FALSE(view.isInFullScreenMode());

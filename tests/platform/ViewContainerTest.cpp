@@ -240,7 +240,7 @@ TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ViewContainer, aWindowThatOpensRightAfterThisOneBecameActiveKeepsTheKeyboard)
+TEST_F(ViewContainer, aWindowThatOpensAfterThisOneKeepsTheKeyboard)
 {
     showView();
     container->setFocus();

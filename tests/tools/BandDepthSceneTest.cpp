@@ -86,7 +86,7 @@ TEST(BandDepthBands, everyPairOfTheSequenceTablesIsABandOnce)
     EXPECT_EQ(bands.front().name, "6-25");
 }
 
-TEST(BandDepthBands, configurationsAreReadFromACatalogueWithoutThoseThatHaveNoSequence)
+TEST(BandDepthBands, configurationsWithoutASequenceAreNotRead)
 {
     const TemporaryFolder folder;
     const std::string file = folder.write("catalogue.json", R"({"elasticsConfigTypes": [

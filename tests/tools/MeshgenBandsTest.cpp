@@ -13,7 +13,7 @@
 namespace kelo::banddepth {
 namespace {
 
-TEST(MeshgenBands, noBandOfTheTablesRunsDeeperThanHalfAMillimetreInAToothAtTheClosedMouth)
+TEST(MeshgenBands, noBandRunsDeeperThanHalfAMillimetreWithTheMouthClosed)
 {
     const test::TemporaryFolder folder;
     meshgen::writeMeshes(meshgen::makePatient(KELO_MESH_TABLES, KELO_PATIENTS "/sample.csv"),

@@ -65,7 +65,7 @@ TEST(MeshgenMesh, aCubeWithACreaseAngleOf30GetsThreeVerticesAtEveryCorner)
     EXPECT_EQ(meshDefects(mesh), Sentences{});
 }
 
-TEST(MeshgenMesh, aCubeWithACreaseAngleOf180KeepsEightVerticesWithDiagonalNormals)
+TEST(MeshgenMesh, aCubeWithACreaseAngleOf180HasEightDiagonalNormals)
 {
     Mesh mesh = cube(2.0);
     computeSmoothNormals(mesh, 180.0);
@@ -89,7 +89,7 @@ TEST(MeshgenMesh, appendingKeepsBothMeshesApart)
     EXPECT_EQ(meshDefects(mesh), Sentences{});
 }
 
-TEST(MeshgenMesh, orderingForTheVertexCacheKeepsTheSurfaceAndDropsUnusedVertices)
+TEST(MeshgenMesh, vertexCacheOrderKeepsTheSurfaceAndDropsTheUnused)
 {
     Mesh mesh = test::ellipsoid({}, {3.0, 0.0, 0.0}, {0.0, 2.0, 0.0}, {0.0, 0.0, 1.0});
     const std::size_t vertices = mesh.positions.size();

@@ -71,7 +71,7 @@ TEST(MeshgenCrowdedPatient, itsLowerIncisorsAreTurnedAgainstTheRow)
     EXPECT_GE(turned, 3);
 }
 
-TEST(MeshgenCrowdedPatient, itsRightCanineStandsHigherThanTheLeftByMoreThanTwoMillimetres)
+TEST(MeshgenCrowdedPatient, itsRightCanineIsTwoMillimetresHigherThanTheLeft)
 {
     const auto tip = [](const std::string &name) {
         double lowest = 1e9;

@@ -120,7 +120,7 @@ TEST(MeshgenTooth, anUpperCentralIncisorHasALingualFossaBetweenMarginalRidges)
     EXPECT_LT(lingual(-0.7), lingual(0.0) - 0.1);
 }
 
-TEST(MeshgenTooth, theDistalCornerOfAnUpperCentralIncisorIsRounderThanTheMesialOne)
+TEST(MeshgenTooth, anUpperCentralsDistalCornerIsRounderThanTheMesial)
 {
     const ToothAnatomy anatomy = toothAnatomy(8);
     const Mesh tooth = makeTooth(anatomy);

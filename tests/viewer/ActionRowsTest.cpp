@@ -246,7 +246,7 @@ TEST_F(ActionRows, markingAllColoursHiddenOnesTooAndShowsNone)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ActionRows, removingAllHidesThoseThatArePlacedEvenOnTeethThatAreOutAndClearsEveryColour)
+TEST_F(ActionRows, removingAllHidesThosePlacedAndClearsEveryColour)
 {
     document().toggleVisibilityOfBracket("9");
     document().toggleVisibilityOfTooth("10");

@@ -48,7 +48,7 @@ TEST_F(Clinician, aBracketPlacedFromTheMenuIsPlacedOnTheNextTeethByAClickEach)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, aRepeatedColourSkipsOnlyTheToothOfTheMenuAndShowsAHiddenBracket)
+TEST_F(Clinician, aRepeatedColourSkipsTheMenusToothAndShowsBrackets)
 {
     hideBracket("9");
     play("click tool bracket\nclick tooth 8\nmenu \"Red\"\nclick tooth 9\nclick tooth 10\n");
@@ -64,7 +64,7 @@ TEST_F(Clinician, aRepeatedColourSkipsOnlyTheToothOfTheMenuAndShowsAHiddenBracke
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, afterARemovalAClickOnAToothWhoseBracketIsHiddenForASecondaryReasonDoesNothing)
+TEST_F(Clinician, aRepeatedRemovalSkipsABracketHiddenForASecondaryReason)
 {
     document().toggleVisibilityOfTooth("9");
     ASSERT_TRUE(bracket("9").hiddenSecondary());
@@ -228,7 +228,7 @@ TEST_F(Clinician, anElasticIsStrungOverLingualButtonsToo)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, aBracketThatIsPaintedWhileItsElasticIsStrungKeepsItsNewColour)
+TEST_F(Clinician, aBracketPaintedWhileStringingKeepsItsNewColour)
 {
     const std::string rightPressOn8 = [this] {
         const auto point = viewer::clickablePoint(*view, bracket("8").uniqueID()).value();
@@ -273,7 +273,7 @@ TEST_F(Clinician, aBracketThatIsRemovedWhileAnElasticIsStrungOverItTakesNoPart)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, aConfigurationNamingAToothThatIsHiddenShowsTheAlertAndPlacesNothing)
+TEST_F(Clinician, aConfigurationOverAHiddenToothAlertsAndPlacesNothing)
 {
     std::vector<kelo::Alert> alerts;
     const auto kept = kelo::AlertPresenter::setPresenter(
@@ -293,7 +293,7 @@ TEST_F(Clinician, aConfigurationNamingAToothThatIsHiddenShowsTheAlertAndPlacesNo
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, aConfigurationWhoseBracketsAreHiddenShowsThemWithoutColourBeforePlacing)
+TEST_F(Clinician, aConfigurationFirstShowsHiddenBracketsWithoutColour)
 {
     hideBracket("6");
     document().bracket_setColorWithBracketColorTypeID("6", typeIDOf("Gold"));
@@ -427,7 +427,7 @@ TEST_F(Clinician, anUnnamedElasticIsNamedAndANamedOneRenamed)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Clinician, withNoConfigurationThatHasASequenceThePlaceNamedRowIsDisabledWithNoSeparatorAfter)
+TEST_F(Clinician, withNoSequencePlaceNamedIsDisabledWithoutSeparator)
 {
     auto configuration = std::make_shared<kelo::ElasticsConfigType>();
     configuration->typeLabel = "Nowhere";
@@ -465,7 +465,7 @@ TEST_F(Clinician, aMenuThatClosesEndsTheTemporaryModeOfControl)
 
 // Input
 
-TEST_F(Clinician, aScrollThatLeavesTheMouthAt15SnapsItShutAndOneAt30KeepsItOpen)
+TEST_F(Clinician, aScrollTo15DegreesSnapsShutAndOneTo30StaysOpen)
 {
     play("scroll 0 -7.5\n");
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);

@@ -81,7 +81,7 @@ protected:
     QObject receiver;
 };
 
-TEST_F(PageWindows, thePreviewBeginsWithThePageOptionsThatTheProgramWasStartedWith)
+TEST_F(PageWindows, thePreviewBeginsWithTheProgramsPageOptions)
 {
     commandLine.page.layout.setPageSize(QPageSize(QPageSize::Letter));
     commandLine.page.layout.setOrientation(QPageLayout::Portrait);

@@ -53,7 +53,7 @@ constexpr const char *poses[] = {
     "rotation 120 -1 -1 -1\nmouth 40\n", "rotation 90 -1 0 0\nmouth 0\n",
     "rotation 20 -1 0 0\nmouth 50\n",    "rotation 160 -1 0 0\nmouth -50\n"};
 
-TEST_P(PickScales, aClickAtTheInnermostPointOfEachOfThirtyElasticsReachesThatElastic)
+TEST_P(PickScales, aClickInTheMiddleOfEachOfThirtyElasticsReachesIt)
 {
     placeThirtyElastics();
     ASSERT_EQ(document().elasticModels().size(), 30u);

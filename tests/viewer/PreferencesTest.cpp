@@ -31,7 +31,7 @@ protected:
     int changes = 0;
 };
 
-TEST_F(PreferencesOfAUser, atFirstTeethAreUniversalWithoutNumbersAndTheDesktopHasItsColours)
+TEST_F(PreferencesOfAUser, atFirstTeethAreUniversalAndColoursTheDesktops)
 {
     EXPECT_EQ(all.notation(), ToothNotation::Universal);
     EXPECT_FALSE(all.showsToothNumbers());

@@ -124,7 +124,7 @@ TEST(PrintRequest, theLeftSideOfThePageIsThePatientsRight)
     EXPECT_EQ(page.left.elastics.size(), 1u);
 }
 
-TEST(PrintRequest, aTreatmentThatCouldNotBePrintedIsNamedByItsFileOrElseItsOutput)
+TEST(PrintRequest, anUnprintedTreatmentIsNamedByItsFileOrItsOutput)
 {
     CommandLine commandLine;
     commandLine.printImages = "pictures";

@@ -159,7 +159,7 @@ TEST_F(RandomScriptTest, someScriptsUseEveryCommandAndEveryRowOfTheMenus)
     EXPECT_GE(alertCount, 1) << "an elastic whose tooth is missing was asked for";
 }
 
-TEST_F(RandomScriptTest, aComplaintIsMinimisedToAFewLinesAndWrittenToTheFileThatTheMessageNames)
+TEST_F(RandomScriptTest, aComplaintIsMinimisedIntoTheFileThatTheMessageNames)
 {
     // The treatment is well, the oracle is not: it takes an elastic that was strung for a fault.
     // The treatment begins with one that has no configuration.
@@ -253,7 +253,7 @@ TEST_F(RandomScriptTest, aHighlightAndAnElasticOverWhatIsHiddenAreComplaints)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(RandomScriptTest, anElasticStrungFromAnotherMemberThanTheFirstClickedIsAComplaint)
+TEST_F(RandomScriptTest, anElasticNotStrungFromTheFirstClickIsAComplaint)
 {
     RandomScriptScene scene(folder.path());
     ASSERT_TRUE(scene.play("click bracket 6"));
@@ -267,7 +267,7 @@ TEST_F(RandomScriptTest, anElasticStrungFromAnotherMemberThanTheFirstClickedIsAC
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(RandomScriptTest, aTemporaryModeWithoutControlAndATurnWithNoButtonHeldAreComplaints)
+TEST_F(RandomScriptTest, aModeWithoutControlAndATurnWithoutButtonAreComplaints)
 {
     RandomScriptScene scene(folder.path());
     kelo::Event press;
@@ -286,7 +286,7 @@ TEST_F(RandomScriptTest, aTemporaryModeWithoutControlAndATurnWithNoButtonHeldAre
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(RandomScriptTest, elasticsThatRunOverTooLittleOrTwiceOverOneMemberAreComplaints)
+TEST_F(RandomScriptTest, elasticsOverTooLittleOrTwiceOneMemberAreComplaints)
 {
     RandomScriptScene scene(folder.path());
     const auto show = [&scene](const std::vector<std::string> &sequence) {
@@ -315,7 +315,7 @@ TEST_F(RandomScriptTest, aButtonThatKeepsAnotherMaterialIsAComplaint)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(RandomScriptTest, aMinimisedScriptFailsWithTheKindOfComplaintThatTheWholeOneHad)
+TEST_F(RandomScriptTest, aMinimisedScriptFailsWithTheSameKindOfComplaint)
 {
     // Two faults: an open mouth, and a turned head, which is looked at first.
     Campaign campaign;

@@ -134,7 +134,7 @@ TEST_F(ScriptModifiers, theColourModeOfAClickWithControlEndsWhenItsMenuIsDismiss
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ScriptModifiers, theColourModeOfAClickWithControlLastsAsLongAsClicksRepeatItsAction)
+TEST_F(ScriptModifiers, aControlClicksColourModeLastsWhileClicksRepeat)
 {
     play("click bracket 8 control\nmenu \"Remove Bracket\"\n");
     EXPECT_TRUE(view->repeatActionTimerIsRunning());

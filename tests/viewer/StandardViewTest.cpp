@@ -59,7 +59,7 @@ TEST_F(StandardViews, theyTurnThereInThreeQuartersOfASecondWithTheMouthClosed)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(StandardViews, theRightViewShowsThePatientsRightWithTheFrontTeethOnTheRightOfThePicture)
+TEST_F(StandardViews, theRightViewShowsThePatientsRightFrontTeethToTheRight)
 {
     go(StandardView::Right);
     expectNear(inView(front), {1, 0, 0});
@@ -70,7 +70,7 @@ TEST_F(StandardViews, theRightViewShowsThePatientsRightWithTheFrontTeethOnTheRig
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(StandardViews, anOcclusalViewLooksAtTheChewingSurfacesAndLeavesOutTheOtherArch)
+TEST_F(StandardViews, anOcclusalViewShowsChewingSurfacesOfOneArch)
 {
     go(StandardView::UpperOcclusal);
     expectNear(inView(up), {0, 0, -1});

@@ -208,7 +208,7 @@ TEST_F(Stringing, theBackgroundTurnsTheJawsAndNamesNothing)
 
 // A named configuration that cannot be placed
 
-TEST_F(Stringing, aConfigurationThatCannotBePlacedLeavesTheViewAndTheButtonsAsTheyWere)
+TEST_F(Stringing, aConfigurationThatCannotBePlacedLeavesAllAsItWas)
 {
     const auto kept = kelo::AlertPresenter::setPresenter([](const kelo::Alert &) {});
     document().toggleVisibilityOfTooth("30");

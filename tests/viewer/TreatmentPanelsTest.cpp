@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(TreatmentPanels, aTreatmentThatIsOpenedAgainComesToTheFrontWithoutItsClosedPanels)
+TEST_F(TreatmentPanels, aTreatmentOpenedAgainComesForwardWithoutItsPanels)
 {
     TreatmentDocument &document = open();
     action(document, "Tooth Chart")->trigger();
@@ -135,7 +135,7 @@ TEST_F(TreatmentPanels, theChartOfAnApprovedNoteKeepsItsColours)
     EXPECT_EQ(middleOf(*bracket), colored);
 }
 
-TEST_F(TreatmentPanels, aPanelsFrameStandsFivePointsBesideTheWindowsAndSixBelowItsTop)
+TEST_F(TreatmentPanels, aPanelsFrameIsFivePointsBesideTheWindowAndSixBelow)
 {
     TreatmentDocument &document = open();
     // The frame is told by the window manager.

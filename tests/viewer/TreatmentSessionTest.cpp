@@ -95,7 +95,7 @@ TEST_F(TreatmentSessionTest, elasticsAreStoredAtOnceInPlacingOrder)
               (std::vector<ElasticRecord>{{std::nullopt, 1, {"3l", "14", "19"}}}));
 }
 
-TEST_F(TreatmentSessionTest, aRefactoringIsStoredWithTheShortenedAndWithoutTheRemovedElastics)
+TEST_F(TreatmentSessionTest, aRefactoringStoresShortenedAndDropsRemovedElastics)
 {
     document->setBracketVisibilities({{"14", true}, {"3", true}, {"19", true}});
     placed({"3", "14", "19"});

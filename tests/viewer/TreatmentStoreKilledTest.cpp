@@ -63,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(TreatmentStoreKilled, aProgramKilledAHundredTimesInABurstLosesNothingThatItConfirmed)
+TEST_F(TreatmentStoreKilled, aProgramKilledAHundredTimesLosesNothingConfirmed)
 {
     startTreatment();
     store.reset();

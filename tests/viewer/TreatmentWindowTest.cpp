@@ -530,7 +530,7 @@ TEST_F(TreatmentWindows, anotherSolidViewWithoutAMainWindowIsRefusedInASentence)
     }
 }
 
-TEST_F(TreatmentWindows, theViewMovesToAnotherWindowAndBackAHundredTimesWithTheSamePicture)
+TEST_F(TreatmentWindows, aHundredMovesToAnotherWindowKeepThePicture)
 {
     TreatmentDocument &document = open();
     kelo::DXOpenGL &view = document.mainWindow()->view();

@@ -192,7 +192,7 @@ TEST_F(DXOpenGLBands, everyPlacedElasticIsOneDraw)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLBands, aKeyWithoutAHookPrintsTheMessageOncePerDrawAndTheBandIsNotDrawn)
+TEST_F(DXOpenGLBands, aKeyWithoutAHookIsToldOnceADrawAndItsBandIsLeftOut)
 {
     place({"6", "30"});
     // The document does not ask whether hooks exist.
@@ -258,7 +258,7 @@ TEST_F(DXOpenGLBands, theMaterialHasTheBandsColourAndShininessFour)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLBands, theBandBeingPlacedIsDrawnWithItsMaterialEvenWhileTheViewRendersForPicking)
+TEST_F(DXOpenGLBands, theBandBeingPlacedHasItsMaterialWhilePickingToo)
 {
     string({"6", "28"});
     const RecordedCalls calls;
@@ -328,7 +328,7 @@ TEST_F(DXOpenGLBands, bandsFollowTheJawsWhenTheMouthOpens)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLBands, theListOfElasticsHasEachOnceInPlacingOrderWithColourNameAndMembers)
+TEST_F(DXOpenGLBands, theListOfElasticsHasEachOnceInPlacingOrder)
 {
     place({"6", "30"});
     place({"11", "22", "21"});

@@ -40,7 +40,7 @@ TEST_F(DXOpenGLModes, aModeChangeAsksForARedraw)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLModes, changingFromMode6To5WhileAnElasticIsHalfStrungEndsThePlacement)
+TEST_F(DXOpenGLModes, leavingTheElasticsModeWhileStringingEndsThePlacement)
 {
     beginElastic();
     view->setMouseMode(DXOpenGL::colorMode);
@@ -82,8 +82,7 @@ TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLModes,
-       withTodaysDateAndNoApprovalAPressOnTheElasticsToolSwitchesToMode6AndDoesNotRotate)
+TEST_F(DXOpenGLModes, todayAPressOnTheElasticsToolEntersItsModeWithoutRotating)
 {
     view->setMouseMode(DXOpenGL::rotateMode);
     const auto rotation = view->worldRotation();
@@ -134,7 +133,7 @@ TEST_F(DXOpenGLModes, aClickOnThePrintButtonPrintsOnce)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLModes, aPressOnThePrintButtonFollowedByADragOutAndReleasePrintsNothing)
+TEST_F(DXOpenGLModes, aPrintButtonPressThatIsDraggedOutPrintsNothing)
 {
     const auto rotation = view->worldRotation();
     press(middleOf(view->printButtonRect()));
@@ -191,7 +190,7 @@ TEST_F(DXOpenGLModes, aLostReleaseEndsTheDrag)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLModes, aDoubleClickThatIsNotOnThePrintButtonAsksTheDelegateToToggleFullScreen)
+TEST_F(DXOpenGLModes, aDoubleClickBesideThePrintButtonTogglesFullScreen)
 {
     press(background, 0, 1);
     release(background, 0, 1);
@@ -273,7 +272,7 @@ TEST_F(DXOpenGLModes, controlHeldInTheRotateModeChangesNothing)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLModes, aPressWithControlEntersTheColourModeAndItsReleaseWithoutControlLeavesIt)
+TEST_F(DXOpenGLModes, aControlPressEntersTheColourModeUntilItsRelease)
 {
     press(background, ModifierFlag::Control);
     EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);

@@ -196,7 +196,7 @@ TEST_F(DXOpenGLOverlay, aToolsRectangleFollowsFromItsPicturesSize)
                    1.0208333, 0.8125, 0.25, 0.125);
 }
 
-TEST_F(DXOpenGLOverlay, thePrintButtonsBottomEdgeStaysWhateverThePicturesProportionsAre)
+TEST_F(DXOpenGLOverlay, thePrintButtonsBottomEdgeStaysForEveryPicture)
 {
     for (const auto &[width, height] : {std::pair{64, 64}, {128, 32}, {40, 120}}) {
         view->setPrintButtonTexture(plain(Qt::white, width, height));

@@ -112,7 +112,7 @@ const std::vector<std::string> elasticMenu{"ElasticsSizeType Menu"};
 
 // Tools
 
-TEST_F(DXOpenGLPresses, aPressOnTheToolOfThePresentModeNeitherChangesTheModeNorRotates)
+TEST_F(DXOpenGLPresses, aPressOnThePresentModesToolChangesNothing)
 {
     for (const long mode : {5L, 6L}) {
         view->setMouseMode(mode);
@@ -138,7 +138,7 @@ TEST_F(DXOpenGLPresses, thePrintButtonWinsOverAToolThatCoversIt)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPresses, aPressOnTheElasticsToolWithControlHeldIsBackInTheElasticsMode)
+TEST_F(DXOpenGLPresses, aControlPressOnTheElasticsToolIsBackInItsMode)
 {
     press(middleOf(view->elasticsToolRect()), ModifierFlag::Control);
     EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
@@ -160,7 +160,7 @@ TEST_F(DXOpenGLPresses, theBracketToolPressedWithControlHeldLastsUntilControlIsL
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPresses, aPressOnAToolDuringARepeatPeriodOfTheTemporaryModeKeepsThatMode)
+TEST_F(DXOpenGLPresses, aPressOnAToolInARepeatPeriodKeepsTheTemporaryMode)
 {
     view->restartRepeatActionTimer();
     view->setTemporaryMouseMode(DXOpenGL::colorMode);

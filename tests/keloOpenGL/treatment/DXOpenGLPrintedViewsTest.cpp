@@ -163,7 +163,7 @@ protected:
     }
 };
 
-TEST_F(DXOpenGLPrintedViews, theLeftImageIsTheViewTurned120DegreesWithoutItsFirst75Columns)
+TEST_F(DXOpenGLPrintedViews, theLeftImageIsTurned120DegreesWithout75Columns)
 {
     view->submitPrintRequest();
     const QImage shown = onScreenAt(leftView);
@@ -181,7 +181,7 @@ TEST_F(DXOpenGLPrintedViews, theFrontImageIsTheWholeViewFromTheFrontAtTwiceTheZo
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrintedViews, theRightImageIsTheViewTurnedTheOtherWayWithoutItsLast75Columns)
+TEST_F(DXOpenGLPrintedViews, theRightImageIsTurnedTheOtherWayWithout75Columns)
 {
     view->submitPrintRequest();
     const QImage shown = onScreenAt(rightView);
@@ -221,7 +221,7 @@ TEST_F(DXOpenGLPrintedViews, theViewsAreDrawnInTheOrderLeftFrontRightWithTheMout
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrintedViews, thePrintMaterialIsWhiteWithABlackAmbientAndAWhiteSpecularColour)
+TEST_F(DXOpenGLPrintedViews, thePrintMaterialIsWhiteWithBlackAmbientLight)
 {
     int seen = 0;
     view->whileDrawing = [&] {
@@ -263,7 +263,7 @@ TEST_F(DXOpenGLPrintedViews, onlyTheDepthRenderbuffersNameOutlivesTheRequest)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrintedViews, anIncompleteFramebufferLeavesTheDepthRenderbufferAndNothingElse)
+TEST_F(DXOpenGLPrintedViews, anIncompleteFramebufferLeavesOnlyTheRenderbuffer)
 {
     ASSERT_FALSE(view->grabImage().isNull());
     const auto before = renderbuffers();
@@ -402,7 +402,7 @@ TEST_F(DXOpenGLPrintedViews, aRequestDuringADragLeavesTheDragWhereItWas)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrintedViews, aRequestWhileAnElasticIsStrungLeavesItOpenAndItsBracketHighlighted)
+TEST_F(DXOpenGLPrintedViews, aPrintRequestLeavesAnOpenElasticAndItsHighlight)
 {
     const auto own = document->bracketModels().at("8")->material();
     openPlacementOn("8");

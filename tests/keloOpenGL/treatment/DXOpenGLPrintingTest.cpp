@@ -14,7 +14,7 @@ using kelo::test::printedDay;
 class DXOpenGLPrinting : public kelo::test::PrintingFixture
 {};
 
-TEST_F(DXOpenGLPrinting, theFrontImageIs800By400With2400BytesPerRowAndEachSideImage725By400With2175)
+TEST_F(DXOpenGLPrinting, theFrontImageIs800By400AndEachSideImage725By400)
 {
     view->submitPrintRequest();
     ASSERT_EQ(prints, 1);
@@ -93,7 +93,7 @@ TEST_F(DXOpenGLPrinting, withoutAPrintOperationOfTheDelegateNothingHappens)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrinting, whilePrintingTheBracketsAreWhiteAndAfterwardsTheyShowTheirColoursAgain)
+TEST_F(DXOpenGLPrinting, bracketsArePrintedWhiteAndKeepTheirColours)
 {
     ASSERT_TRUE(hasRed(view->grabImage()));
     const auto material = document->bracketModels().at("8")->material();
@@ -122,7 +122,7 @@ TEST_F(DXOpenGLPrinting, whilePrintingTheOverlayIsAbsentFromTheImages)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrinting, anOpenMouthOnScreenIsPrintedClosedAndStaysOpenOnScreenAfterwards)
+TEST_F(DXOpenGLPrinting, anOpenMouthIsPrintedClosedAndStaysOpenOnScreen)
 {
     view->submitPrintRequest();
     const QImage closed = front;
@@ -165,7 +165,7 @@ TEST_F(DXOpenGLPrinting, atTwicePixelsPerPointTheViewportIsRestoredInPixels)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrinting, inFullScreenModeTheViewLeavesFullScreenBeforeTheDelegateIsCalled)
+TEST_F(DXOpenGLPrinting, theViewLeavesFullScreenBeforeTheDelegateIsCalled)
 {
     view->fullScreen = true;
     view->submitPrintRequest();
@@ -175,7 +175,7 @@ TEST_F(DXOpenGLPrinting, inFullScreenModeTheViewLeavesFullScreenBeforeTheDelegat
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrinting, theTopLeftPixelOfTheRectangleReadIsBytes0To2OfTheReturnedBlock)
+TEST_F(DXOpenGLPrinting, theTopLeftPixelIsBytes0To2OfTheReturnedBlock)
 {
     ASSERT_FALSE(view->grabImage().isNull()); // the viewport is 400 x 300, less than a block
     view->setFrameSize({800.0, 400.0});
@@ -225,7 +225,7 @@ TEST_F(DXOpenGLPrinting, theThreeListsHoldTheElasticsOfEachSide)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLPrinting, withoutFramebufferObjectsAnAlertSaysThatTheComputerCannotPrint)
+TEST_F(DXOpenGLPrinting, withoutFramebufferObjectsAnAlertSaysNoPrinting)
 {
     view->extensions = "GL_ARB_multitexture GL_EXT_texture";
     const QImage onScreen = view->grabImage();

@@ -202,7 +202,7 @@ TEST_F(DXOpenGLState, theSameInstantInAnotherTimeZoneIsToday)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLState, settingTheSameDisplayedDateTwiceRebuildsNothingAndLeavesTheMouseModeAlone)
+TEST_F(DXOpenGLState, theSameDisplayedDateAgainChangesNothing)
 {
     view->setCurrentDate(today);
     view->setDisplayedDate(today);
@@ -325,8 +325,7 @@ TEST_F(DXOpenGLState, aTurnWritesTheViewsRotationAndAsksForARedraw)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(DXOpenGLState,
-       expiryOfTheRepeatTimerForgetsTheColourSoThatALaterRepeatHasNoneUntilAMenuSetsOneAgain)
+TEST_F(DXOpenGLState, theRepeatTimersExpiryForgetsTheColourUntilAMenuSetsOne)
 {
     const auto document = kelo::test::boxDocument();
     const auto color = std::make_shared<BracketColorType>();

@@ -168,7 +168,7 @@ TEST_F(ElasticActions, aRowThatStandsForNoConfigurationPlacesNothing)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ElasticActions, whatAConfigurationNeedsIsShownMemberByMemberAndThenItIsPlaced)
+TEST_F(ElasticActions, aConfigurationShowsWhatItNeedsAndThenIsPlaced)
 {
     bracket("6").setHiddenPrimary(true);
     button("27l").setHiddenPrimary(true);
@@ -194,7 +194,7 @@ TEST_F(ElasticActions, aButtonHiddenForBothReasonsIsToggledOnce)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ElasticActions, aHiddenToothOfAnyMemberStopsAConfigurationBeforeAnythingIsShown)
+TEST_F(ElasticActions, aMembersHiddenToothStopsAConfigurationBeforeItShows)
 {
     bracket("6").setHiddenPrimary(true);
     auto &tooth = *document->toothModels().at("27");

@@ -25,7 +25,7 @@ TEST(OverlayLayout, theElasticsToolLiesAtTheTopRight)
     expectRect(fourToThree.elasticsToolRect({128, 64}), 1.0208333, 0.8125, 0.25, 0.125);
 }
 
-TEST(OverlayLayout, theBracketToolIsThreeQuartersAsWideAndCentredUnderTheElasticsTool)
+TEST(OverlayLayout, theBracketToolIsThreeQuartersAsWideAndCentredBelow)
 {
     expectRect(fourToThree.bracketColorToolRect({128, 64}, {128, 64}), 1.0520833, 0.65625, 0.1875,
                0.09375);
@@ -41,7 +41,7 @@ TEST(OverlayLayout, theBracketToolKeepsItsGapUnderATallElasticsTool)
                0.0625);
 }
 
-TEST(OverlayLayout, thePrintButtonsBottomEdgeStaysWhateverTheTexturesProportionsAre)
+TEST(OverlayLayout, thePrintButtonsBottomEdgeStaysForEveryTexture)
 {
     const std::vector<TextureSize> sizes{{192, 192}, {128, 64}, {64, 128},
                                          {7, 300},   {300, 7},  {1, 1}};

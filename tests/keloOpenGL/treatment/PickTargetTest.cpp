@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(PickTargetTest, drawingAndReadingGoToTheTargetWhileItIsBoundAndBackAfterwards)
+TEST_F(PickTargetTest, drawingAndReadingGoToTheBoundTargetAndBack)
 {
     clearTo(1.0f, 0.0f, 0.0f);
     {

@@ -134,7 +134,7 @@ protected:
 
 } // namespace
 
-TEST_F(PickingComparison, twentyThousandRandomPicksReadWhatAPassOverTheWholePictureShows)
+TEST_F(PickingComparison, twentyThousandPicksReadWhatAWholePassShows)
 {
     std::mt19937 random(5202u);
     std::set<std::uint32_t> seen;

@@ -7,7 +7,7 @@ namespace {
 using namespace kelo;
 using namespace kelo::test;
 
-TEST(RubberBandShape, everyRecordAgreesWithTheReferenceForwardsAndBackwardsOpenAndClosed)
+TEST(RubberBandShape, everyRecordAgreesWithTheReferenceInBothDirections)
 {
     double greatest = 0.0;
     int bandCount = 0;

@@ -113,7 +113,7 @@ TEST(RubberBandTables, axesHaveTheLengthOne)
         EXPECT_NEAR(Vector3_magnitude(anchor.direction), 1.0, roundedToSixPlaces);
 }
 
-TEST(RubberBandTables, everyRecordJoinsAnUpperHookToALowerOneThroughAnchorsThatExist)
+TEST(RubberBandTables, everyRecordJoinsUpperToLowerThroughKnownAnchors)
 {
     for (const auto &sequences : {anchorSequences0(), anchorSequences1(), anchorSequences2()}) {
         for (const AnchorSequence &sequence : sequences) {

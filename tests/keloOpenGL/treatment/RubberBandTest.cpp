@@ -62,7 +62,7 @@ TEST(RubberBand, anElasticFrom6To25PassesThroughAnchor2WithTheMouthClosed)
     EXPECT_EQ(anchorsOf(nodesOf({"25", "6"}, false, 0.0)), (std::vector<std::size_t>{2}));
 }
 
-TEST(RubberBand, anElasticFrom6To25PassesThroughAnchors0And15FromFiveDegreesOn)
+TEST(RubberBand, from5DegreesOnTheElastic6To25HasAnchors0And15)
 {
     for (const double angle : {fiveDegrees, 0.2, std::nextafter(twentyDegrees, 0.0)}) {
         EXPECT_EQ(anchorsOf(nodesOf({"6", "25"}, false, angle)), (std::vector<std::size_t>{0, 15}));
@@ -268,7 +268,7 @@ Matrix hook8OnItsAxisFromHook20(float along, float aside)
         eight.position));
 }
 
-TEST(RubberBand, aBandAlongTheHooksAxisTakesItsOwnDirectionInsteadOfTheShortCrossProduct)
+TEST(RubberBand, aBandAlongTheHooksAxisTakesItsOwnDirection)
 {
     // 2 to the power of -8 is 0.00390625: the length that a cross product must have.
     for (const float aside : {0.0f, 0.003f}) {

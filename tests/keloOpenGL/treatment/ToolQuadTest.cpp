@@ -140,7 +140,7 @@ TEST_F(ToolQuad, bothBuffersAreSpecifiedAnewWithoutDataForEveryTool)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(ToolQuad, itIsOneDrawOfFourVerticesFromTheLowerLeftRoundWithTexelsFromTheTopDown)
+TEST_F(ToolQuad, itIsOneDrawOfFourVerticesFromTheLowerLeftRound)
 {
     const auto picture = texture(128, 64);
     const RecordedQuads recorded;

@@ -138,7 +138,7 @@ TEST_F(TreatmentMenusTest, onABracketTheElasticMenuStartsAndPlacesConfigurations
               "-1 0 \"Large\" startElasticColorMenuItemSelected: [swatch 0.5 0 0]\n");
 }
 
-TEST_F(TreatmentMenusTest, withoutASequenceTheConfigurationHeaderKeepsTag0AndNoSeparatorFollows)
+TEST_F(TreatmentMenusTest, withoutASequenceTheHeaderKeepsTag0WithoutSeparator)
 {
     document->setAvailableElasticsConfigTypes({nowhere});
     const auto menu = menus.elasticMenu(context);

@@ -155,7 +155,7 @@ TEST_F(NativeMenu, controlThatIsStillHeldKeepsTheTemporaryMode)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(NativeMenu, aRowChosenAfterControlWasLetGoBeginsARepeatPeriodInTheTemporaryMode)
+TEST_F(NativeMenu, aRowChosenAfterControlBeginsATemporaryRepeatPeriod)
 {
     // Down goes to the first row that can be chosen, the submenu; Down again to the first colour.
     whileOpen(
@@ -185,7 +185,7 @@ TEST_F(NativeMenu, aPeriodEndsThoughThePointerRestsAfterTheChoice)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(NativeMenu, aButtonThatIsStillHeldWhenTheMenuClosesIsReleasedByItsRelease)
+TEST_F(NativeMenu, aButtonHeldWhenTheMenuClosesIsReleasedByItsRelease)
 {
     view->setMouseMode(DXOpenGL::colorMode);
     whileOpen({"mousedown", "3"}, {"key", "Escape"});

@@ -22,7 +22,7 @@ using kelo::test::Windows;
 constexpr Rect screen{{0.0, 0.0}, {1920.0, 1050.0}};
 constexpr Size panelSize{200.0, 300.0};
 
-TEST(OptionPanelPlace, itsUpperLeftCornerIsFivePointsBesideAndSixBelowTheMotherWindowsTop)
+TEST(OptionPanelPlace, itsCornerIsFivePointsBesideAndSixBelowTheWindowsTop)
 {
     const Point origin = optionPanelOrigin({{100.0, 200.0}, {800.0, 600.0}}, panelSize, screen);
     EXPECT_EQ(origin.x, 905.0);

@@ -232,7 +232,7 @@ TEST_F(Windows, theNotificationFitsTheScene)
     EXPECT_NO_GL_ERROR();
 }
 
-TEST_F(Windows, aClosedMainWindowNoLongerHearsNotificationsNorFollowsTheDocument)
+TEST_F(Windows, aClosedMainWindowHearsNothingAndFollowsNoDocument)
 {
     SolidWindowController &controller = mainWindow();
     loop->advance(0.1);
@@ -325,7 +325,7 @@ public:
     QObject *content = nullptr;
 };
 
-TEST_F(Windows, theDocumentControllersContentIsTheDocumentWhileTheWindowIsOpen)
+TEST_F(Windows, theControllersContentIsTheDocumentWhileItIsOpen)
 {
     registerInterfaceFileClass("ObjectController",
                                [](QWidget *parent) { return new ObjectController(parent); });
