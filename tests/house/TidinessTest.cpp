@@ -112,6 +112,30 @@ TEST(FileLength, tablesOfConstantsMayBeLonger)
     EXPECT_TRUE(countsForLength("keloOpenGL/treatment/RubberBand.cpp"));
 }
 
+/// Names of tests in a source that are longer than a line of a test report has room for.
+std::vector<std::string> longTestNamesIn(const std::string &source)
+{
+    static const std::regex test("\\bTEST(?:_F|_P)?\\(\\s*\\w+,\\s*(\\w{61,})\\)");
+    std::vector<std::string> found;
+    for (auto it = std::sregex_iterator(source.begin(), source.end(), test);
+         it != std::sregex_iterator(); ++it)
+        found.push_back(it->str(1));
+    return found;
+}
+
+TEST(TestNames, haveAtMostSixtyCharacters)
+{
+    const std::string planted(61, 'a');
+    EXPECT_EQ(longTestNamesIn("TEST_F(Planted,\n       " + planted + ")"),
+              std::vector<std::string>{planted});
+    EXPECT_EQ(longTestNamesIn("TEST(Planted, " + planted.substr(1) + ")"),
+              std::vector<std::string>{});
+    for (const std::string &path : sourceFiles()) {
+        if (!endsWith(path, "Test.cpp")) continue;
+        EXPECT_EQ(longTestNamesIn(contentOfSourceFile(path)), std::vector<std::string>{}) << path;
+    }
+}
+
 TEST(Headers, everyHeaderIsReadOnce)
 {
     for (const std::string &path : sourceFiles()) {
