@@ -45,8 +45,9 @@ export UBSAN_OPTIONS=print_stacktrace=1
 export LSAN_OPTIONS=suppressions=$root/tests/support/lsan.supp:print_suppressions=0
 # Qt's threads agree in ways that the thread sanitizer does not see, as Qt is not built with it: what
 # libraries do themselves is left out, what this project's code does is not. Of their locks it then sees
-# some being taken and not given back, so it does not judge their order.
-export TSAN_OPTIONS=suppressions=$root/tests/support/tsan.supp:ignore_noninstrumented_modules=1:detect_deadlocks=0
+# some being taken and not given back, so it does not judge their order. Tests start programs and threads
+# in turn (die_after_fork).
+export TSAN_OPTIONS=suppressions=$root/tests/support/tsan.supp:ignore_noninstrumented_modules=1:detect_deadlocks=0:die_after_fork=0
 
 install_packages "$root/scripts/packages.txt" "$root/scripts/packages-tests.txt"
 build "$preset" -- "${wrapper[@]}"
