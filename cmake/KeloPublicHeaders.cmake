@@ -70,4 +70,9 @@ set(KELO_PUBLIC_HEADERS
     platform/widgets/PropertyBinding.h
     platform/widgets/WindowController.h
 )
-list(TRANSFORM KELO_PUBLIC_HEADERS PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
+
+# Hosts include them under one name of ours, out of the way of headers of their own: models/Color.h of
+# this tree is <keloOpenGL/models/Color.h>. The tree's folder keloOpenGL/ adds no second such level:
+# keloOpenGL/view/PackedData.h has the same name in both.
+# KELO_INSTALLED_HEADERS: what follows "keloOpenGL/" in these names, in the order of KELO_PUBLIC_HEADERS.
+list(TRANSFORM KELO_PUBLIC_HEADERS REPLACE "^keloOpenGL/" "" OUTPUT_VARIABLE KELO_INSTALLED_HEADERS)

@@ -1,9 +1,9 @@
 #pragma once
 
-/// All that a host needs: include this one header, link keloOpenGL::keloOpenGL.
+/// All that a host needs: include <keloOpenGL/keloOpenGL.h>, link keloOpenGL::keloOpenGL.
 ///
 /// The order below is that of the rooms, ground floor first. A host that wants shorter compile
-/// times includes the headers that it uses instead, under the same names.
+/// times includes the headers that it uses instead, each as <keloOpenGL/...>: docs/embedding.md.
 
 #include "keloOpenGL/Export.h"
 

@@ -1,7 +1,7 @@
 // Prints every change of a treatment, while somebody makes changes in the window: with the elastics
 // tool a click on a bracket begins an elastic, with the bracket tool a click on a tooth opens its
 // menu. With --demonstrate it makes some changes itself, without a window, and ends.
-#include "keloOpenGL/keloOpenGL.h"
+#include <keloOpenGL/keloOpenGL.h>
 
 #include <QApplication>
 #include <QFile>

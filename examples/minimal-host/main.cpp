@@ -1,4 +1,4 @@
-#include "keloOpenGL/keloOpenGL.h"
+#include <keloOpenGL/keloOpenGL.h>
 
 #include <QApplication>
 #include <QImage>

@@ -77,7 +77,8 @@ const std::vector<Room> &houseRooms()
                      "keloOpenGL/", "tools/"}),
          {"any"},
          false},
-        {"examples/", {"keloOpenGL/"}, {"any"}, false},
+        // Hosts like any other: they include what an installation has, under its names.
+        {"examples/", {}, {"any"}, false},
     };
     return rooms;
 }
@@ -122,6 +123,7 @@ std::string problemWithQuoted(const Room &room, const std::string &header)
 
 std::string problemWithAngled(const Room &room, const std::string &header)
 {
+    if (room.folder == "examples/" && startsWith(header, "keloOpenGL/")) return {};
     if (roomOf(header)) return "is the project's own and belongs in quotes";
     if (bringsGL(header) && !room.mayIncludeGL) return "brings GL into " + room.folder;
     const std::string module = qtModuleOf(header);
@@ -272,6 +274,13 @@ const Planted plantedIncludes[] = {
     {"theLibraryDoesNotKnowTheViewer", "keloOpenGL/windows/Planted.cpp",
      "#include \"viewer/MainWindow.h\"",
      "viewer/MainWindow.h enters viewer/, which is not below keloOpenGL/windows/"},
+    {"anExampleIncludesAsAHostDoes", "examples/planted/main.cpp",
+     "#include <keloOpenGL/models/Color.h>", ""},
+    {"anExampleDoesNotIncludeFromTheTree", "examples/planted/main.cpp",
+     "#include \"models/Color.h\"", "models/Color.h enters models/, which is not below examples/"},
+    {"theTreeDoesNotIncludeAsAHostDoes", "viewer/Planted.cpp",
+     "#include <keloOpenGL/models/Color.h>",
+     "keloOpenGL/models/Color.h is the project's own and belongs in quotes"},
     {"includesAreWrittenFromTheRoot", "keloOpenGL/view/Planted.cpp", "#include \"PackedData.h\"",
      "PackedData.h is not written from the root, or enters no room of the library"},
     {"noRoomTakesFromTheTests", "models/Planted.cpp", "#include \"tests/support/GLTest.h\"",

@@ -74,15 +74,15 @@ std::vector<std::string> innerHeadersIn(const std::string &folder, const std::st
     return found;
 }
 
-TEST(PublicHeaders, areAllThatTheViewerAndTheExamplesInclude)
+// The compiler sees to it that the examples include no others: they are hosts, and find no others.
+TEST(PublicHeaders, areAllThatTheViewerIncludes)
 {
     std::size_t sourceCount = 0;
     for (const std::string &path : sourceFiles()) {
-        const std::string folder = path.substr(0, path.find('/') + 1);
-        if (folder != "viewer/" && folder != "examples/") continue;
+        if (!startsWith(path, "viewer/")) continue;
         if (!endsWith(path, ".h") && !endsWith(path, ".cpp")) continue;
         ++sourceCount;
-        for (const std::string &header : innerHeadersIn(folder, contentOfSourceFile(path)))
+        for (const std::string &header : innerHeadersIn("viewer/", contentOfSourceFile(path)))
             ADD_FAILURE() << path << " includes " << header << ", which is not installed";
     }
     EXPECT_GT(sourceCount, 20u);

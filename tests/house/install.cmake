@@ -102,8 +102,13 @@ run("Installing" ${CMAKE_COMMAND} --install ${installed_build} --prefix ${first_
 file(MAKE_DIRECTORY ${WORK_DIR}/moved)
 file(RENAME ${first_prefix} ${prefix})
 
-expect_file(include/keloOpenGL/keloOpenGL/keloOpenGL.h)
+expect_file(include/keloOpenGL/keloOpenGL.h)
 expect_file(include/keloOpenGL/geometry/Matrix.h)
+expect_file(include/keloOpenGL/treatment/DXOpenGL.h)
+file(GLOB names RELATIVE ${prefix}/include ${prefix}/include/*)
+if(NOT names STREQUAL "keloOpenGL")
+    message(FATAL_ERROR "the include path has ${names}, where one name was expected")
+endif()
 expect_file(share/keloOpenGL/bundle-identifier)
 expect_file(share/keloOpenGL/_tooth_8.obj)
 file(GLOB_RECURSE strays ${prefix}/include/*.cpp ${prefix}/include/*Test.h
@@ -137,6 +142,15 @@ to store: button 3l is not placed
 ")
 if(NOT output STREQUAL expected)
     message(FATAL_ERROR "The observer was expected to say\n${expected}but said\n${output}")
+endif()
+
+set(own ${WORK_DIR}/own-headers-build)
+configure("a host with own headers" ${SOURCE_DIR}/tests/house/hosts/own-headers ${own}
+    -DCMAKE_PREFIX_PATH=${prefix})
+run_program("Running the host with own headers" ${own}/own-headers)
+file(READ ${SOURCE_DIR}/tests/house/hosts/own-headers/expected.txt expected)
+if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "The host was expected to say\n${expected}but said\n${output}")
 endif()
 
 if(KIND STREQUAL "static")
