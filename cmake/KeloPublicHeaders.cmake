@@ -19,14 +19,14 @@ set(KELO_PUBLIC_HEADERS
     keloModel/TreatmentNote.h
     keloOpenGL/Export.h
     keloOpenGL/keloOpenGL.h
-    keloOpenGL/treatment/ActionType.h
+    keloOpenGL/bands/RubberBand.h
+    keloOpenGL/bands/RubberBandTables.h
+    keloOpenGL/editing/ActionType.h
+    keloOpenGL/menus/ToothNaming.h
+    keloOpenGL/overlay/ToothLabels.h
     keloOpenGL/treatment/DXOpenGL.h
     keloOpenGL/treatment/DXOpenGLDelegate.h
-    keloOpenGL/treatment/RubberBand.h
-    keloOpenGL/treatment/RubberBandTables.h
     keloOpenGL/treatment/ScenePart.h
-    keloOpenGL/treatment/ToothLabels.h
-    keloOpenGL/treatment/ToothNaming.h
     keloOpenGL/view/HVFindGoodWindow.h
     keloOpenGL/view/HVOGLBasicView.h
     keloOpenGL/view/HVOGLMouseView.h

@@ -9,10 +9,10 @@ source "$root/scripts/common.sh"
 install_packages "$root/scripts/packages.txt"
 cd "$root"
 lupdate=/usr/lib/qt6/bin/lupdate
-"$lupdate" -silent -locations none -no-obsolete -I . viewer keloOpenGL/treatment \
+"$lupdate" -silent -locations none -no-obsolete -I . viewer keloOpenGL \
     -ts viewer/translations/treatment-viewer_de.ts viewer/translations/treatment-viewer_es.ts
 # English needs its plurals only.
-"$lupdate" -silent -locations none -no-obsolete -pluralonly -I . viewer keloOpenGL/treatment \
+"$lupdate" -silent -locations none -no-obsolete -pluralonly -I . viewer keloOpenGL \
     -ts viewer/translations/treatment-viewer_en.ts
 say "Unfinished texts:"
 grep -c 'type="unfinished"' viewer/translations/*.ts || true

@@ -4,8 +4,8 @@
 #include "geometry/Matrix.h"
 #include "keloModel/NameKey.h"
 #include "keloModel/TreatmentNote.h"
+#include "keloOpenGL/bands/RubberBand.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
-#include "keloOpenGL/treatment/RubberBand.h"
 #include "models/DXGLightweightModel.h"
 
 #include <algorithm>

@@ -4,8 +4,8 @@
 #include "platform/gl.h"
 
 #include "benchmarks/keloOpenGL/SampleScene.h"
+#include "keloOpenGL/bands/RubberBand.h"
 #include "keloOpenGL/keloOpenGL.h"
-#include "keloOpenGL/treatment/RubberBand.h"
 
 #include <benchmark/benchmark.h>
 

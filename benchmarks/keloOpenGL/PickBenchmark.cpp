@@ -4,7 +4,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/keloOpenGL.h"
-#include "keloOpenGL/treatment/PickTarget.h"
+#include "keloOpenGL/picking/PickTarget.h"
 #include "viewer/TreatmentLoader.h"
 
 #include <benchmark/benchmark.h>

@@ -4,9 +4,9 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/treatment/PickTarget.h"
-#include "keloOpenGL/treatment/RubberBand.h"
-#include "keloOpenGL/treatment/TreatmentTexts.h"
+#include "keloOpenGL/bands/RubberBand.h"
+#include "keloOpenGL/menus/TreatmentTexts.h"
+#include "keloOpenGL/picking/PickTarget.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/BundleKey.h"

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "keloOpenGL/Export.h"
-#include "keloOpenGL/treatment/ActionType.h"
+#include "keloOpenGL/editing/ActionType.h"
+#include "keloOpenGL/overlay/ToothLabels.h"
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "keloOpenGL/treatment/ScenePart.h"
-#include "keloOpenGL/treatment/ToothLabels.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 #include "platform/Menu.h"
 

@@ -4,7 +4,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
-#include "keloOpenGL/treatment/RepeatAction.h"
+#include "keloOpenGL/editing/RepeatAction.h"
 #include "models/DXGLightweightModel.h"
 
 #include <functional>

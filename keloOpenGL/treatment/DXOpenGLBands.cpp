@@ -6,7 +6,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
-#include "keloOpenGL/treatment/RubberBand.h"
+#include "keloOpenGL/bands/RubberBand.h"
 #include "models/HVOGLMaterial.h"
 
 #include <algorithm>

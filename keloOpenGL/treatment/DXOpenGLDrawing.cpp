@@ -4,7 +4,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
-#include "keloOpenGL/treatment/WorldTurn.h"
+#include "keloOpenGL/view/WorldTurn.h"
 
 namespace kelo {
 

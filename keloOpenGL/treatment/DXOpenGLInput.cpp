@@ -2,8 +2,8 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
-#include "keloOpenGL/treatment/TreatmentTexts.h"
-#include "keloOpenGL/treatment/WorldTurn.h"
+#include "keloOpenGL/menus/TreatmentTexts.h"
+#include "keloOpenGL/view/WorldTurn.h"
 #include "platform/TellDelegate.h"
 
 #include <QCursor>

@@ -4,8 +4,8 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
-#include "keloOpenGL/treatment/MenuImages.h"
-#include "keloOpenGL/treatment/TreatmentMenus.h"
+#include "keloOpenGL/menus/MenuImages.h"
+#include "keloOpenGL/menus/TreatmentMenus.h"
 
 #include <map>
 

@@ -4,7 +4,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
-#include "keloOpenGL/treatment/OverlayLayout.h"
+#include "keloOpenGL/overlay/OverlayLayout.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 

@@ -5,9 +5,9 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/treatment/CurrentProjection.h"
-#include "keloOpenGL/treatment/PickBox.h"
-#include "keloOpenGL/treatment/PickTarget.h"
+#include "keloOpenGL/picking/CurrentProjection.h"
+#include "keloOpenGL/picking/PickBox.h"
+#include "keloOpenGL/picking/PickTarget.h"
 #include "models/DXGLightweightModel.h"
 #include "models/PickIdentifier.h"
 #include "platform/VersionChecker.h"

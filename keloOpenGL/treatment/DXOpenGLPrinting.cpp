@@ -6,7 +6,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
-#include "keloOpenGL/treatment/TreatmentTexts.h"
+#include "keloOpenGL/menus/TreatmentTexts.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/Alert.h"

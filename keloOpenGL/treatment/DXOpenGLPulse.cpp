@@ -6,9 +6,9 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ModelLookup.h"
-#include "keloOpenGL/treatment/CurrentProjection.h"
-#include "keloOpenGL/treatment/KeptPicture.h"
-#include "keloOpenGL/treatment/PickBox.h"
+#include "keloOpenGL/picking/CurrentProjection.h"
+#include "keloOpenGL/picking/PickBox.h"
+#include "keloOpenGL/view/KeptPicture.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 

@@ -5,7 +5,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/DXGLightweightModel.h"
 

@@ -91,11 +91,11 @@ TEST(PublicHeaders, areAllThatTheViewerIncludes)
 TEST(PublicHeaders, anInnerHeaderInTheViewerIsFound)
 {
     const std::string planted = "#include \"viewer/CommandLine.h\"\n"
-                                "#include \"keloOpenGL/treatment/TreatmentMenus.h\"\n"
+                                "#include \"keloOpenGL/menus/TreatmentMenus.h\"\n"
                                 "#include \"keloOpenGL/treatment/DXOpenGL.h\"\n"
                                 "#include \"platform/gl.h\"\n";
     EXPECT_EQ(innerHeadersIn("viewer/", planted),
-              (std::vector<std::string>{"keloOpenGL/treatment/TreatmentMenus.h", "platform/gl.h"}));
+              (std::vector<std::string>{"keloOpenGL/menus/TreatmentMenus.h", "platform/gl.h"}));
 }
 
 /// The definition of a class that starts at this line, up to its closing brace.

@@ -108,8 +108,8 @@ TEST(FileLength, noFileIsLongerThanSixHundredLines)
 
 TEST(FileLength, tablesOfConstantsMayBeLonger)
 {
-    EXPECT_FALSE(countsForLength("keloOpenGL/treatment/RubberBandTables.cpp"));
-    EXPECT_TRUE(countsForLength("keloOpenGL/treatment/RubberBand.cpp"));
+    EXPECT_FALSE(countsForLength("keloOpenGL/bands/RubberBandTables.cpp"));
+    EXPECT_TRUE(countsForLength("keloOpenGL/bands/RubberBand.cpp"));
 }
 
 /// Names of tests in a source that are longer than a line of a test report has room for.

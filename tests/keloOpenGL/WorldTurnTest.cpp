@@ -1,4 +1,4 @@
-#include "keloOpenGL/treatment/WorldTurn.h"
+#include "keloOpenGL/view/WorldTurn.h"
 
 #include "geometry/Vector.h"
 

@@ -1,4 +1,4 @@
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "tests/tools/BandDepthShapes.h"
 #include "tools/banddepth/Bands.h"
 #include "tools/banddepth/Measurement.h"

@@ -3,7 +3,7 @@
 #include "tests/viewer/RandomScriptScene.h"
 
 #include "keloModel/TreatmentNote.h"
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "tests/support/GLTest.h"
 #include "viewer/MeshFolder.h"
 #include "viewer/OutputFile.h"

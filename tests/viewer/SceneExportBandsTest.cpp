@@ -4,8 +4,8 @@
 
 #include "document/ElasticModel.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "keloOpenGL/keloOpenGL.h"
-#include "keloOpenGL/treatment/RubberBandTables.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <QList>

@@ -1,6 +1,6 @@
 #include "tools/banddepth/Bands.h"
 
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "geometry/Matrix.h"
-#include "keloOpenGL/treatment/RubberBand.h"
+#include "keloOpenGL/bands/RubberBand.h"
 #include "tools/banddepth/ClosedMesh.h"
 
 #include <span>

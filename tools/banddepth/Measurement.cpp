@@ -1,6 +1,6 @@
 #include "tools/banddepth/Measurement.h"
 
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "keloOpenGL/view/MouthTransforms.h"
 
 #include <algorithm>

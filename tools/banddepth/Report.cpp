@@ -1,6 +1,6 @@
 #include "tools/banddepth/Report.h"
 
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 
 #include <algorithm>
 #include <cstdarg>

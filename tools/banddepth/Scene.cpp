@@ -1,6 +1,6 @@
 #include "tools/banddepth/Scene.h"
 
-#include "keloOpenGL/treatment/RubberBandTables.h"
+#include "keloOpenGL/bands/RubberBandTables.h"
 #include "models/OBJReader.h"
 #include "tools/meshcheck/MeshCheck.h"
 

@@ -2,7 +2,7 @@
 
 #include "tests/keloOpenGL/treatment/ElasticFixture.h"
 
-#include "keloOpenGL/treatment/ToothNaming.h"
+#include "keloOpenGL/menus/ToothNaming.h"
 #include "platform/Alert.h"
 
 namespace {

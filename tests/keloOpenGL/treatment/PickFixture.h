@@ -5,8 +5,8 @@
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "keloModel/ElasticsSizeType.h"
+#include "keloOpenGL/picking/PickTarget.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
-#include "keloOpenGL/treatment/PickTarget.h"
 
 #include <gtest/gtest.h>
 

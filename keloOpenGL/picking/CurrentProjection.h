@@ -1,0 +1,10 @@
+#pragma once
+
+#include "keloOpenGL/picking/WindowProjection.h"
+
+namespace kelo {
+
+/// By the matrices and the viewport of the current OpenGL context.
+WindowProjection currentWindowProjection();
+
+} // namespace kelo
