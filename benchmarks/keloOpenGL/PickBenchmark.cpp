@@ -4,7 +4,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/keloOpenGL.h"
-#include "keloOpenGL/picking/PickTarget.h"
+#include "keloOpenGL/picking/PickPass.h"
 #include "viewer/TreatmentLoader.h"
 
 #include <benchmark/benchmark.h>
@@ -32,7 +32,7 @@ public:
     std::vector<std::uint32_t> fullPass(PixelSize readSize, const Point &point = {})
     {
         openGLContext().makeCurrentContext();
-        const kelo::PickTarget::Binding binding(target_, deviceSize());
+        const kelo::OffscreenTarget::Binding binding(target_, deviceSize(), kelo::pickFormats());
         glPushAttrib(GL_ALL_ATTRIB_BITS);
         glDisable(GL_DITHER);
         glDepthMask(GL_TRUE);
@@ -65,7 +65,7 @@ protected:
     }
 
 private:
-    kelo::PickTarget target_;
+    kelo::OffscreenTarget target_;
 };
 
 /// The sample patient with some elastics and the whole overlay, drawn twice.

@@ -6,7 +6,7 @@
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/bands/RubberBand.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
-#include "keloOpenGL/picking/PickTarget.h"
+#include "keloOpenGL/view/OffscreenTarget.h"
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/BundleKey.h"
@@ -37,7 +37,7 @@ int elasticConfigNamingAction = 0;
 double gMsgPresistance = 10.0;
 
 DXOpenGL::DXOpenGL(const Rect &frame)
-    : HVOGLSmoothView(frame), pickTarget_(std::make_unique<PickTarget>())
+    : HVOGLSmoothView(frame), pickTarget_(std::make_unique<OffscreenTarget>())
 {
     const Color white = Color::whiteColor();
     setAmbientColor(white);

@@ -23,12 +23,13 @@
 namespace kelo {
 
 class HVOGLMaterial;
+class OffscreenTarget;
 class PickBox;
-class PickTarget;
 class SimpleTexture;
 class StringTexture;
 class TreatmentMenus;
 struct MenuContext;
+struct PixelRect;
 struct RubberBandNode;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
@@ -413,12 +414,10 @@ protected:
     void didDrawPicture() override;
 
 private:
-    struct PickPixel
-    {
-        int column, row;
-    };
-    /// All of the view, or a single pixel of it.
-    void drawColorPickPass(const std::optional<PickPixel> &onlyPixel);
+    /// All of the view, or these pixels of it only.
+    void drawColorPickPass(const std::optional<PixelRect> &onlyPart);
+    /// Draws it where nobody sees it, and has it read while it is there.
+    void pick(const std::optional<PixelRect> &onlyPart, const std::function<void()> &read);
     /// Runs what reaches the host, a change of the document above all. False when the view ended in
     /// it: then nothing of the view may be touched. Unlike tellDelegate it does not keep the view
     /// alive: a host that let go of the view may destroy the delegate, and hears no more.
@@ -513,7 +512,7 @@ private:
     std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures_; ///< by text
     std::bitset<scenePartCount> hiddenParts_;
     std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
-    std::unique_ptr<PickTarget> pickTarget_;
+    std::unique_ptr<OffscreenTarget> pickTarget_;
     const PickBox *onlyPart_ = nullptr;     ///< there while only some pixels are drawn
     std::shared_ptr<Pulse> pulse_;          ///< the one that is going on
     std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room

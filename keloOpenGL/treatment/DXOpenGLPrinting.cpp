@@ -7,8 +7,8 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
-#include "models/DXGLightweightModel.h"
-#include "models/HVOGLMaterial.h"
+#include "keloOpenGL/printing/PrintTarget.h"
+#include "keloOpenGL/printing/WhiteBrackets.h"
 #include "platform/Alert.h"
 #include "platform/TellDelegate.h"
 #include "platform/VersionChecker.h"
@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <utility>
 #include <vector>
 
 namespace kelo {
@@ -42,87 +41,10 @@ constexpr const char *notSupported = QT_TRANSLATE_NOOP("DXOpenGL", "Printing Not
 constexpr const char *requirements = QT_TRANSLATE_NOOP(
     "DXOpenGL", "This computer does not meet the minimum system requirements for printing.");
 
-/// The off-screen framebuffer of one request. The name of its depth buffer is left allocated when
-/// it goes, as the design has it, and goes with the context; its storage is given back, but for a
-/// single pixel, for requests can be many.
-class PrintTarget
+PixelSize targetSize(int scale)
 {
-public:
-    /// `scale` times the size of a request's target.
-    explicit PrintTarget(int scale)
-    {
-        glGenFramebuffersEXT(1, &framebuffer_);
-        glGenRenderbuffersEXT(1, &color_);
-        glGenRenderbuffersEXT(1, &depth_);
-        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
-        allocate(color_, GL_RGB, scale * targetWidth, scale * printHeight);
-        allocate(depth_, GL_DEPTH_COMPONENT, scale * targetWidth, scale * printHeight);
-        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
-        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT,
-                                     GL_RENDERBUFFER_EXT, color_);
-        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
-                                     GL_RENDERBUFFER_EXT, depth_);
-    }
-    ~PrintTarget()
-    {
-        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
-        glDeleteRenderbuffersEXT(1, &color_);
-        glDeleteFramebuffersEXT(1, &framebuffer_);
-        // Not before: what is still attached would be in a framebuffer of two sizes.
-        if (depth_ != 0) {
-            allocate(depth_, GL_DEPTH_COMPONENT, 1, 1);
-            glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
-        }
-    }
-    void deleteDepthBuffer()
-    {
-        glDeleteRenderbuffersEXT(1, &depth_);
-        depth_ = 0;
-    }
-    PrintTarget(const PrintTarget &) = delete;
-    PrintTarget &operator=(const PrintTarget &) = delete;
-
-private:
-    static void allocate(GLuint renderbuffer, GLenum format, int width, int height)
-    {
-        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, renderbuffer);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, width, height);
-    }
-
-    GLuint framebuffer_ = 0;
-    GLuint color_ = 0;
-    GLuint depth_ = 0;
-};
-
-/// Paints every bracket white for as long as it lives.
-class WhiteBrackets
-{
-public:
-    explicit WhiteBrackets(const DXDocumentModel *document)
-    {
-        if (!document) return;
-        const auto white = HVOGLMaterial::materialWithColor(Color::whiteColor());
-        white->setFrontAmbientColor(Color::blackColor());
-        white->setFrontSpecularColor(Color::whiteColor());
-        // From here on nothing fails: brackets that were painted are given back by the destructor.
-        kept_.reserve(document->bracketModels().size());
-        for (const auto &[key, bracket] : document->bracketModels()) {
-            kept_.emplace_back(bracket, bracket->material());
-            bracket->setMaterial(white);
-        }
-    }
-    ~WhiteBrackets()
-    {
-        for (const auto &[bracket, material] : kept_)
-            bracket->setMaterial(material);
-    }
-    WhiteBrackets(const WhiteBrackets &) = delete;
-    WhiteBrackets &operator=(const WhiteBrackets &) = delete;
-
-private:
-    std::vector<std::pair<std::shared_ptr<DXGLightweightModel>, std::shared_ptr<HVOGLMaterial>>>
-        kept_;
-};
+    return {scale * targetWidth, scale * printHeight};
+}
 
 std::string framebufferMessage(unsigned status)
 {
@@ -136,23 +58,6 @@ QImage borrowingImage(const std::vector<unsigned char> &block, int width, int sc
 {
     return QImage(block.data(), scale * width, scale * printHeight, bytesPerPixel * scale * width,
                   QImage::Format_RGB888);
-}
-
-/// Pixels of the bound framebuffer, a column and everything right of it: top row first, as nothing
-/// but OpenGL counts rows from the bottom.
-std::vector<unsigned char> readPixels(int offset, int width, int height)
-{
-    const std::size_t rowBytes = static_cast<std::size_t>(bytesPerPixel) * width;
-    const auto rowCount = static_cast<std::size_t>(height);
-    std::vector<unsigned char> bottomUp(rowBytes * rowCount);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(offset, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
-    std::vector<unsigned char> image(bottomUp.size());
-    for (std::size_t row = 0; row < rowCount; ++row) {
-        const unsigned char *source = bottomUp.data() + (rowCount - 1 - row) * rowBytes;
-        std::copy(source, source + rowBytes, image.data() + row * rowBytes);
-    }
-    return image;
 }
 
 } // namespace
@@ -169,7 +74,7 @@ DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, fl
     _worldRotation = {angleInDegrees, x, y, z};
     _mouthOpenAngle = 0.0f;
     drawRect({});
-    return readPixels(printScale_ * offset, printScale_ * width, printScale_ * printHeight);
+    return readPrintImage(printScale_ * offset, {printScale_ * width, printScale_ * printHeight});
 }
 
 DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
@@ -246,8 +151,8 @@ void DXOpenGL::submitPrintRequest()
     {
         // What is drawn here is not for the screen.
         const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-        const PrintTarget target(1);
-        status = framebufferStatus();
+        const PrintTarget target(targetSize(1));
+        status = target.isMade() ? framebufferStatus() : GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT_EXT;
         if (status == GL_FRAMEBUFFER_COMPLETE_EXT) images = drawPrintImages(1);
     }
     if (status != GL_FRAMEBUFFER_COMPLETE_EXT) {
@@ -277,9 +182,9 @@ DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
     scale = std::max(1, std::min({scale, largestPrintScale, largestSide / targetWidth}));
 
     const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-    PrintTarget target(scale);
-    const auto depthBufferIsDeleted = qScopeGuard([&target] { target.deleteDepthBuffer(); });
-    if (framebufferStatus() != GL_FRAMEBUFFER_COMPLETE_EXT) return {};
+    PrintTarget target(targetSize(scale));
+    target.dropDepthBuffer();
+    if (!target.isMade() || framebufferStatus() != GL_FRAMEBUFFER_COMPLETE_EXT) return {};
     const PrintImages images = drawPrintImages(scale);
     return {borrowingImage(images.left, sideWidth, scale).copy(),
             borrowingImage(images.front, targetWidth, scale).copy(),

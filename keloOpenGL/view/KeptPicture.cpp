@@ -64,51 +64,6 @@ void copy(const PixelSize &size)
 
 } // namespace
 
-KeptPicture::~KeptPicture()
-{
-    drop();
-}
-
-void KeptPicture::drop()
-{
-    if (const auto context = context_.lock()) {
-        context->deleteFramebuffer(framebuffer_);
-        context->deleteRenderbuffer(color_);
-    }
-    context_.reset();
-    framebuffer_ = color_ = 0;
-    size_ = {};
-}
-
-/// Makes the framebuffer object, anew where it must be, and binds it to be drawn into.
-bool KeptPicture::prepare(const PixelSize &size, std::uint32_t format)
-{
-    const auto current = OpenGLContext::currentContext();
-    if (!current) return false;
-    if (context_.lock() == current && size == size_) {
-        glBindFramebufferEXT(GL_DRAW_FRAMEBUFFER_EXT, framebuffer_);
-        return true;
-    }
-    drop();
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &largest);
-    if (size.width <= 0 || size.height <= 0 || size.width > largest || size.height > largest)
-        return false;
-    context_ = current;
-    size_ = size;
-    GLint renderbufferBefore = 0;
-    glGetIntegerv(GL_RENDERBUFFER_BINDING_EXT, &renderbufferBefore);
-    glGenRenderbuffersEXT(1, &color_);
-    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, color_);
-    glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, format, size.width, size.height);
-    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, static_cast<GLuint>(renderbufferBefore));
-    glGenFramebuffersEXT(1, &framebuffer_);
-    glBindFramebufferEXT(GL_DRAW_FRAMEBUFFER_EXT, framebuffer_);
-    glFramebufferRenderbufferEXT(GL_DRAW_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT,
-                                 GL_RENDERBUFFER_EXT, color_);
-    return glCheckFramebufferStatusEXT(GL_DRAW_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
-}
-
 bool KeptPicture::keep(const PixelSize &size)
 {
     const GLenum format = formatOfDrawBuffer();
@@ -116,26 +71,27 @@ bool KeptPicture::keep(const PixelSize &size)
     const CopyState before;
     GLint drawBuffer = GL_BACK;
     glGetIntegerv(GL_DRAW_BUFFER, &drawBuffer);
-    if (!prepare(size, format)) {
-        drop();
+    if (!target_.bind(size, {format})) {
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, before.drawFramebuffer());
+        target_.drop();
         return false;
     }
     glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, before.drawFramebuffer());
     GLint readBuffer = GL_BACK;
     glGetIntegerv(GL_READ_BUFFER, &readBuffer);
     glReadBuffer(static_cast<GLenum>(drawBuffer));
-    copy(size_);
+    copy(size);
     glReadBuffer(static_cast<GLenum>(readBuffer));
     return true;
 }
 
 bool KeptPicture::restore() const
 {
-    const auto current = OpenGLContext::currentContext();
-    if (!current || context_.lock() != current) return false;
+    const std::uint32_t kept = target_.framebufferName();
+    if (kept == 0) return false;
     const CopyState before;
-    glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, framebuffer_);
-    copy(size_);
+    glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, kept);
+    copy(target_.size());
     return true;
 }
 

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "keloOpenGL/Export.h"
-#include "platform/OpenGLContext.h"
+#include "keloOpenGL/view/OffscreenTarget.h"
 #include "platform/Rect.h"
-
-#include <cstdint>
-#include <memory>
 
 namespace kelo {
 
@@ -15,11 +12,6 @@ namespace kelo {
 class KELO_EXPORT KeptPicture
 {
 public:
-    KeptPicture() = default;
-    ~KeptPicture();
-    KeptPicture(const KeptPicture &) = delete;
-    KeptPicture &operator=(const KeptPicture &) = delete;
-
     /// Copies the picture of this size from the buffer that is drawn into. False, and nothing is
     /// kept, where the current context cannot copy it exactly: without framebuffer objects that
     /// can be copied, with other than eight or ten bits a colour, or with several samples a pixel.
@@ -29,13 +21,7 @@ public:
     bool restore() const;
 
 private:
-    bool prepare(const PixelSize &size, std::uint32_t format);
-    void drop();
-
-    std::weak_ptr<OpenGLContext> context_;
-    PixelSize size_;
-    std::uint32_t framebuffer_ = 0;
-    std::uint32_t color_ = 0;
+    OffscreenTarget target_;
 };
 
 } // namespace kelo

@@ -5,7 +5,7 @@
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "keloModel/ElasticsSizeType.h"
-#include "keloOpenGL/picking/PickTarget.h"
+#include "keloOpenGL/picking/PickPass.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ public:
         openGLContext().makeCurrentContext();
         resizeGL();
         const PixelSize size = deviceSize();
-        const PickTarget::Binding binding(fullTarget, size);
+        const OffscreenTarget::Binding binding(fullTarget, size, pickFormats());
         EXPECT_TRUE(binding.isBound());
         glPushAttrib(GL_ALL_ATTRIB_BITS);
         glEnable(GL_DEPTH_TEST);
@@ -123,7 +123,7 @@ protected:
     }
 
 private:
-    PickTarget fullTarget;
+    OffscreenTarget fullTarget;
 };
 
 } // namespace kelo::test

@@ -1,6 +1,8 @@
-#include "keloOpenGL/picking/PickTarget.h"
+#include "keloOpenGL/view/OffscreenTarget.h"
 
 #include "platform/gl.h"
+
+#include <utility>
 
 namespace kelo {
 namespace {
@@ -12,6 +14,13 @@ bool hasSeparateReadFramebuffer()
            epoxy_has_gl_extension("GL_ARB_framebuffer_object");
 }
 
+bool canBeHad(const PixelSize &size)
+{
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &largest);
+    return size.width > 0 && size.height > 0 && size.width <= largest && size.height <= largest;
+}
+
 std::uint32_t makeRenderbuffer(GLenum format, const PixelSize &size)
 {
     GLuint name = 0;
@@ -21,25 +30,30 @@ std::uint32_t makeRenderbuffer(GLenum format, const PixelSize &size)
     return name;
 }
 
+void attach(GLenum attachment, std::uint32_t renderbuffer)
+{
+    glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, attachment, GL_RENDERBUFFER_EXT, renderbuffer);
+}
+
 } // namespace
 
-PickTarget::~PickTarget()
+OffscreenTarget::~OffscreenTarget()
 {
     drop();
 }
 
-bool PickTarget::isAvailable()
+bool OffscreenTarget::isAvailable()
 {
     return epoxy_has_gl_extension("GL_EXT_framebuffer_object");
 }
 
-std::uint32_t PickTarget::framebufferName() const
+std::uint32_t OffscreenTarget::framebufferName() const
 {
     const auto current = OpenGLContext::currentContext();
     return current && context_.lock() == current ? framebuffer_ : 0;
 }
 
-void PickTarget::drop()
+void OffscreenTarget::drop()
 {
     if (const auto context = context_.lock()) {
         context->deleteFramebuffer(framebuffer_);
@@ -49,50 +63,58 @@ void PickTarget::drop()
     context_.reset();
     framebuffer_ = color_ = depth_ = 0;
     size_ = {};
+    formats_ = {};
 }
 
-/// Binds the framebuffer object, made anew where it must be; false leaves none behind.
-bool PickTarget::prepare(const PixelSize &size)
+std::uint32_t OffscreenTarget::releaseDepthBuffer()
 {
-    if (framebufferName() != 0 && size == size_) {
+    return std::exchange(depth_, 0);
+}
+
+void OffscreenTarget::make(const PixelSize &size, const Formats &formats)
+{
+    GLint renderbufferBefore = 0;
+    glGetIntegerv(GL_RENDERBUFFER_BINDING_EXT, &renderbufferBefore);
+    context_ = OpenGLContext::currentContext();
+    size_ = size;
+    formats_ = formats;
+    color_ = makeRenderbuffer(formats.color, size);
+    if (formats.depth != 0) depth_ = makeRenderbuffer(formats.depth, size);
+    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, static_cast<GLuint>(renderbufferBefore));
+    glGenFramebuffersEXT(1, &framebuffer_);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
+    attach(GL_COLOR_ATTACHMENT0_EXT, color_);
+    if (depth_ != 0) attach(GL_DEPTH_ATTACHMENT_EXT, depth_);
+}
+
+bool OffscreenTarget::bind(const PixelSize &size, const Formats &formats)
+{
+    if (framebufferName() != 0 && size == size_ && formats == formats_) {
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
         return true;
     }
     drop();
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &largest);
-    if (size.width <= 0 || size.height <= 0 || size.width > largest || size.height > largest)
-        return false;
-
-    GLint renderbufferBefore = 0;
-    glGetIntegerv(GL_RENDERBUFFER_BINDING_EXT, &renderbufferBefore);
-    context_ = OpenGLContext::currentContext();
-    color_ = makeRenderbuffer(GL_RGBA8, size);
-    depth_ = makeRenderbuffer(GL_DEPTH_COMPONENT24, size);
-    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, static_cast<GLuint>(renderbufferBefore));
-    glGenFramebuffersEXT(1, &framebuffer_);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer_);
-    glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_RENDERBUFFER_EXT,
-                                 color_);
-    glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT,
-                                 depth_);
-    size_ = size;
-    return glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
+    if (!canBeHad(size)) return false;
+    make(size, formats);
+    if (glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT) return true;
+    size_ = {}; // nothing that the next use could take for the same
+    return false;
 }
 
-PickTarget::Binding::Binding(PickTarget &target, const PixelSize &size)
+OffscreenTarget::Binding::Binding(OffscreenTarget &target, const PixelSize &size,
+                                  const Formats &formats)
 {
     if (!isAvailable()) return;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &drawBinding_);
     readBinding_ = drawBinding_;
     if (hasSeparateReadFramebuffer()) glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING_EXT, &readBinding_);
-    isBound_ = target.prepare(size);
+    isBound_ = target.bind(size, formats);
     if (isBound_) return;
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(drawBinding_));
     target.drop();
 }
 
-PickTarget::Binding::~Binding()
+OffscreenTarget::Binding::~Binding()
 {
     if (!isBound_) return;
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(drawBinding_));
