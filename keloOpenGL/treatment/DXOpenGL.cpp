@@ -4,10 +4,11 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/bands/RubberBand.h"
+#include "keloOpenGL/bands/BandRenderer.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/view/OffscreenTarget.h"
 #include "keloOpenGL/view/SimpleTexture.h"
+#include "keloOpenGL/view/StreamBuffer.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/BundleKey.h"
 #include "models/HVOGLMaterial.h"
@@ -37,7 +38,11 @@ int elasticConfigNamingAction = 0;
 double gMsgPresistance = 10.0;
 
 DXOpenGL::DXOpenGL(const Rect &frame)
-    : HVOGLSmoothView(frame), pickTarget_(std::make_unique<OffscreenTarget>())
+    : HVOGLSmoothView(frame),
+      pickTarget_(std::make_unique<OffscreenTarget>()),
+      bandRenderer_(std::make_unique<BandRenderer>()),
+      toolVertices_(std::make_unique<StreamBuffer>(StreamBuffer::Kind::Vertices)),
+      streamedIndices_(std::make_unique<StreamBuffer>(StreamBuffer::Kind::Indices))
 {
     const Color white = Color::whiteColor();
     setAmbientColor(white);
@@ -65,10 +70,6 @@ DXOpenGL::~DXOpenGL()
     elasticsToolSelectedTexture_.reset();
     printButtonTexture_.reset();
     dateStringTexture_.reset();
-    if (!hasOpenGLContext()) return;
-    for (const std::uint32_t name :
-         {toolButtonVBOID, toolButtonVBOIndexID, elasticsVBOID, elasticsVBOIndexID})
-        openGLContext().deleteBuffer(name);
 }
 
 void DXOpenGL::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
@@ -96,7 +97,6 @@ bool DXOpenGL::survives(const std::function<void()> &call)
 void DXOpenGL::contextWasLost()
 {
     HVOGLSmoothView::contextWasLost();
-    toolButtonVBOID = toolButtonVBOIndexID = elasticsVBOID = elasticsVBOIndexID = 0;
     toothLabelTextures_.clear();
     texturesWereLost_ = true; // the objects stay until then: the tools' hit areas go by their sizes
 }

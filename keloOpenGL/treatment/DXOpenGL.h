@@ -22,15 +22,16 @@
 
 namespace kelo {
 
+class BandRenderer;
 class HVOGLMaterial;
 class OffscreenTarget;
 class PickBox;
 class SimpleTexture;
+class StreamBuffer;
 class StringTexture;
 class TreatmentMenus;
 struct MenuContext;
 struct PixelRect;
-struct RubberBandNode;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
@@ -513,14 +514,12 @@ private:
     std::bitset<scenePartCount> hiddenParts_;
     std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
     std::unique_ptr<OffscreenTarget> pickTarget_;
-    const PickBox *onlyPart_ = nullptr;     ///< there while only some pixels are drawn
-    std::shared_ptr<Pulse> pulse_;          ///< the one that is going on
-    std::vector<RubberBandNode> bandNodes_; ///< scratch, kept for its room
-    // Buffer names of the view's context, 0 until first use.
-    std::uint32_t toolButtonVBOID = 0;
-    std::uint32_t toolButtonVBOIndexID = 0;
-    std::uint32_t elasticsVBOID = 0;
-    std::uint32_t elasticsVBOIndexID = 0;
+    const PickBox *onlyPart_ = nullptr; ///< there while only some pixels are drawn
+    std::shared_ptr<Pulse> pulse_;      ///< the one that is going on
+    std::unique_ptr<BandRenderer> bandRenderer_;
+    std::unique_ptr<StreamBuffer> toolVertices_;
+    /// The bands' and the tools'; each fills it before drawing from it.
+    std::unique_ptr<StreamBuffer> streamedIndices_;
 };
 
 } // namespace kelo

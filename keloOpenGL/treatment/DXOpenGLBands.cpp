@@ -1,70 +1,16 @@
 // Elastics as bands: drawing them, and listing those of a side.
 
-#include "platform/gl.h"
-
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
-#include "keloOpenGL/bands/RubberBand.h"
-#include "models/HVOGLMaterial.h"
+#include "keloOpenGL/bands/BandRenderer.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <optional>
 
 namespace kelo {
 namespace {
-
-/// A soft highlight, as rubber has it.
-constexpr double bandShininess = 4.0;
-
-/// No part of a band is further from its nodes, or the straight lines between them: the largest
-/// hook's radius, and the band's thickness outside it.
-constexpr double rubberBandReach = 1.5;
-
-/// Throws away what a bound buffer holds and maps it for writing; null where the driver gives no
-/// memory.
-template<class Element>
-Element *mapNew(GLenum target, std::size_t count)
-{
-    glBufferData(target, static_cast<GLsizeiptr>(count * sizeof(Element)), nullptr, GL_STREAM_DRAW);
-    return static_cast<Element *>(glMapBuffer(target, GL_WRITE_ONLY));
-}
-
-bool fillBoundBuffers(std::span<const RubberBandNode> nodes)
-{
-    auto *vertices =
-        mapNew<RubberBandVertex>(GL_ARRAY_BUFFER, nodes.size() * rubberBandVerticesPerNode);
-    auto *indices =
-        mapNew<std::uint32_t>(GL_ELEMENT_ARRAY_BUFFER, nodes.size() * rubberBandIndicesPerNode);
-    if (vertices) writeRubberBandVertices(nodes, vertices);
-    if (indices) writeRubberBandIndices(nodes.size(), indices);
-    // The driver may have lost what was written, as when the display changed.
-    const bool hasVertices = vertices && glUnmapBuffer(GL_ARRAY_BUFFER) == GL_TRUE;
-    const bool hasIndices = indices && glUnmapBuffer(GL_ELEMENT_ARRAY_BUFFER) == GL_TRUE;
-    return hasVertices && hasIndices;
-}
-
-void drawBoundBuffers(std::size_t indexCount)
-{
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glVertexPointer(3, GL_FLOAT, sizeof(RubberBandVertex), bufferOffset(0));
-    glNormalPointer(GL_FLOAT, sizeof(RubberBandVertex),
-                    bufferOffset(offsetof(RubberBandVertex, normal)));
-    glDrawElements(GL_QUADS, static_cast<GLsizei>(indexCount), GL_UNSIGNED_INT, bufferOffset(0));
-    glDisableClientState(GL_VERTEX_ARRAY);
-    glDisableClientState(GL_NORMAL_ARRAY);
-}
-
-/// Holds the band with a margin of rubberBandReach.
-MutableExtents extentsOf(const std::vector<RubberBandNode> &nodes)
-{
-    MutableExtents extents;
-    for (const RubberBandNode &node : nodes)
-        extents.absorbPoint(node.position);
-    return extents;
-}
 
 Matrix identity()
 {
@@ -84,35 +30,13 @@ void DXOpenGL::drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
     const std::vector<std::string> &keys, const std::optional<Color> &color, bool closeLoop,
     bool colorPickMode, std::uint32_t colorPickID)
 {
-    const std::string *missing =
-        calculateRubberBandNodes(keys, closeLoop, upperMouthTransform(), lowerMouthTransform(),
-                                 effectiveMouthOpenAngle(), bandNodes_);
-    if (missing) {
-        std::fprintf(stderr,
-                     "Hook position for bracket \"%s\" not defined; cannot draw elastics (check "
-                     "the bracket names passed -loadBracketModelFiles:; should be @\"2\" - "
-                     "@\"15\" and @\"18\" - @\"31\")\n",
-                     missing->c_str());
-        return;
-    }
-    if (bandNodes_.empty()) return;
-    if (!mayShow(extentsOf(bandNodes_), rubberBandReach, identity())) return;
-
-    if (colorPickMode)
-        glColor3ub(128, 0, static_cast<GLubyte>(colorPickID % 256));
-    else
-        HVOGLMaterial(color, bandShininess).primeOpenGL();
-    if (elasticsVBOID == 0) {
-        glGenBuffers(1, &elasticsVBOID);
-        // The tool buttons' buffer too; each user fills it before drawing from it.
-        if (elasticsVBOIndexID == 0) glGenBuffers(1, &elasticsVBOIndexID);
-    }
-    glBindBuffer(GL_ARRAY_BUFFER, elasticsVBOID);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, elasticsVBOIndexID);
-    if (fillBoundBuffers(bandNodes_))
-        drawBoundBuffers(rubberBandIndexCount(bandNodes_.size(), closeLoop));
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    const DrawnBand band{keys, closeLoop, color,
+                         colorPickMode ? std::optional(colorPickID) : std::nullopt};
+    const BandJaws jaws{upperMouthTransform(), lowerMouthTransform(), effectiveMouthOpenAngle()};
+    const auto mayShowBox = [this](const Extents &box, double margin) {
+        return mayShow(box, margin, identity());
+    };
+    bandRenderer_->draw(band, jaws, mayShowBox, *streamedIndices_);
 }
 
 void DXOpenGL::drawElastics()

@@ -6,12 +6,13 @@
 
 #include "keloOpenGL/overlay/OverlayLayout.h"
 #include "keloOpenGL/view/SimpleTexture.h"
+#include "keloOpenGL/view/StreamBuffer.h"
 #include "keloOpenGL/view/StringTexture.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 
 namespace kelo {
 namespace {
@@ -31,13 +32,13 @@ TextureSize sizeOf(const std::shared_ptr<SimpleTexture> &texture)
 }
 
 /// Fills the bound buffer anew; false where the driver gives no memory.
-bool fillBuffer(GLenum target, const void *data, std::size_t size)
+template<class Elements>
+bool fillBuffer(const StreamBuffer &buffer, const Elements &elements)
 {
-    glBufferData(target, static_cast<GLsizeiptr>(size), nullptr, GL_STREAM_DRAW);
-    void *mapped = glMapBuffer(target, GL_WRITE_ONLY);
+    auto *mapped = buffer.mapNew<typename Elements::value_type>(elements.size());
     if (!mapped) return false;
-    std::memcpy(mapped, data, size);
-    return glUnmapBuffer(target) == GL_TRUE;
+    std::copy(elements.begin(), elements.end(), mapped);
+    return buffer.unmap();
 }
 
 /// The projection and state of the flat overlay, for as long as it lives.
@@ -163,11 +164,6 @@ void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &textu
                                      const Rect &rect)
 {
     if (!texture) return;
-    if (toolButtonVBOID == 0) {
-        glGenBuffers(1, &toolButtonVBOID);
-        // The bands' buffer too; each user fills it before drawing from it.
-        if (elasticsVBOIndexID == 0) glGenBuffers(1, &elasticsVBOIndexID);
-    }
     const auto width = static_cast<float>(texture->width());
     const auto height = static_cast<float>(texture->height());
     const auto left = static_cast<float>(rect.origin.x);
@@ -180,10 +176,10 @@ void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &textu
                      {right, top, width, 0.0f},
                      {left, top, 0.0f, 0.0f}}};
 
-    glBindBuffer(GL_ARRAY_BUFFER, toolButtonVBOID);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, elasticsVBOIndexID);
-    const bool filled = fillBuffer(GL_ARRAY_BUFFER, quad.data(), sizeof quad) &&
-                        fillBuffer(GL_ELEMENT_ARRAY_BUFFER, quadIndices.data(), sizeof quadIndices);
+    toolVertices_->bind();
+    streamedIndices_->bind();
+    const bool filled =
+        fillBuffer(*toolVertices_, quad) && fillBuffer(*streamedIndices_, quadIndices);
     if (filled) {
         glEnableClientState(GL_VERTEX_ARRAY);
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
@@ -196,8 +192,8 @@ void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &textu
         glDisableClientState(GL_VERTEX_ARRAY);
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
     }
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    toolVertices_->unbind();
+    streamedIndices_->unbind();
 }
 
 } // namespace kelo
