@@ -6,14 +6,12 @@
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/bands/BandRenderer.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
+#include "keloOpenGL/overlay/OverlayRenderer.h"
 #include "keloOpenGL/view/OffscreenTarget.h"
-#include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StreamBuffer.h"
 #include "keloOpenGL/view/StringTexture.h"
-#include "models/BundleKey.h"
 #include "models/HVOGLMaterial.h"
 #include "platform/NotificationCenter.h"
-#include "platform/ResourceBundle.h"
 #include "platform/RunLoop.h"
 
 #include <QLocale>
@@ -25,13 +23,6 @@ namespace {
 constexpr double usualRepeatInterval = 3.0;
 constexpr double dateLabelPointSize = 36.0;
 
-std::shared_ptr<SimpleTexture> textureOfBundle(const std::string &name)
-{
-    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
-    const auto path = bundle ? bundle->pathForResource_ofType(name, "png") : std::nullopt;
-    return path ? SimpleTexture::textureWithFile(*path) : nullptr;
-}
-
 } // namespace
 
 int elasticConfigNamingAction = 0;
@@ -41,7 +32,7 @@ DXOpenGL::DXOpenGL(const Rect &frame)
     : HVOGLSmoothView(frame),
       pickTarget_(std::make_unique<OffscreenTarget>()),
       bandRenderer_(std::make_unique<BandRenderer>()),
-      toolVertices_(std::make_unique<StreamBuffer>(StreamBuffer::Kind::Vertices)),
+      overlayRenderer_(std::make_unique<OverlayRenderer>()),
       streamedIndices_(std::make_unique<StreamBuffer>(StreamBuffer::Kind::Indices))
 {
     const Color white = Color::whiteColor();
@@ -64,11 +55,7 @@ DXOpenGL::~DXOpenGL()
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
-    bracketToolTexture_.reset();
-    bracketToolSelectedTexture_.reset();
-    elasticsToolTexture_.reset();
-    elasticsToolSelectedTexture_.reset();
-    printButtonTexture_.reset();
+    overlayRenderer_->dropPictures();
     dateStringTexture_.reset();
 }
 
@@ -101,59 +88,9 @@ void DXOpenGL::contextWasLost()
     texturesWereLost_ = true; // the objects stay until then: the tools' hit areas go by their sizes
 }
 
-void DXOpenGL::loadTextures()
-{
-    setBracketToolTexture(textureOfBundle("bracket_button"));
-    setBracketToolSelectedTexture(textureOfBundle("bracket_button_down"));
-    setElasticsToolTexture(textureOfBundle("elastics_button"));
-    setElasticsToolSelectedTexture(textureOfBundle("elastics_button_down"));
-    setPrintButtonTexture(textureOfBundle("printer"));
-}
-
-void DXOpenGL::reloadLostTextures()
-{
-    if (!texturesWereLost_) return;
-    texturesWereLost_ = false;
-    loadTextures();
-    // A host's own label comes back too, so it is made of the old one's text, not of the date.
-    if (const auto old = dateStringTexture_)
-        setDateStringTexture(std::make_shared<StringTexture>(old->string(), old->textColor(),
-                                                             old->boxColor(), old->borderColor()));
-}
-
 void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
 {
     dateStringTexture_ = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setBracketToolTexture(std::shared_ptr<SimpleTexture> texture)
-{
-    bracketToolTexture_ = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setBracketToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
-{
-    bracketToolSelectedTexture_ = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setElasticsToolTexture(std::shared_ptr<SimpleTexture> texture)
-{
-    elasticsToolTexture_ = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setElasticsToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
-{
-    elasticsToolSelectedTexture_ = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture)
-{
-    printButtonTexture_ = std::move(texture);
     setNeedsDisplay(true);
 }
 

@@ -25,12 +25,15 @@ namespace kelo {
 class BandRenderer;
 class HVOGLMaterial;
 class OffscreenTarget;
+class OverlayRenderer;
 class PickBox;
 class SimpleTexture;
 class StreamBuffer;
 class StringTexture;
 class TreatmentMenus;
+enum class OverlayToolID : std::size_t;
 struct MenuContext;
+struct OverlayTool;
 struct PixelRect;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
@@ -117,24 +120,15 @@ public:
     /// @{
     const std::shared_ptr<StringTexture> &dateStringTexture() const { return dateStringTexture_; }
     void setDateStringTexture(std::shared_ptr<StringTexture> texture);
-    const std::shared_ptr<SimpleTexture> &bracketToolTexture() const { return bracketToolTexture_; }
+    const std::shared_ptr<SimpleTexture> &bracketToolTexture() const;
     void setBracketToolTexture(std::shared_ptr<SimpleTexture> texture);
-    const std::shared_ptr<SimpleTexture> &bracketToolSelectedTexture() const
-    {
-        return bracketToolSelectedTexture_;
-    }
+    const std::shared_ptr<SimpleTexture> &bracketToolSelectedTexture() const;
     void setBracketToolSelectedTexture(std::shared_ptr<SimpleTexture> texture);
-    const std::shared_ptr<SimpleTexture> &elasticsToolTexture() const
-    {
-        return elasticsToolTexture_;
-    }
+    const std::shared_ptr<SimpleTexture> &elasticsToolTexture() const;
     void setElasticsToolTexture(std::shared_ptr<SimpleTexture> texture);
-    const std::shared_ptr<SimpleTexture> &elasticsToolSelectedTexture() const
-    {
-        return elasticsToolSelectedTexture_;
-    }
+    const std::shared_ptr<SimpleTexture> &elasticsToolSelectedTexture() const;
     void setElasticsToolSelectedTexture(std::shared_ptr<SimpleTexture> texture);
-    const std::shared_ptr<SimpleTexture> &printButtonTexture() const { return printButtonTexture_; }
+    const std::shared_ptr<SimpleTexture> &printButtonTexture() const;
     void setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture);
     /// Loads the five pictures of the tools from the library's bundle. One that is missing leaves
     /// its tool undrawn.
@@ -448,6 +442,13 @@ private:
     /// While they are those of the overlay.
     void drawToothLabels(const std::vector<PlacedToothLabel> &labels);
     float overlayAspect() const;
+    const std::shared_ptr<SimpleTexture> &toolPicture(OverlayToolID tool, bool isSelected) const;
+    void setToolPicture(OverlayToolID tool, bool isSelected,
+                        std::shared_ptr<SimpleTexture> texture);
+    Rect toolRect(OverlayToolID tool) const;
+    /// Of those that are there; null for none.
+    const OverlayTool *toolAt(const Point &pointInOverlay) const;
+    void drawTool(const OverlayTool &tool);
     /// After the context was lost: loads the pictures and makes the label again in the new one.
     void reloadLostTextures();
     void forgetRepeatActionTimer();
@@ -460,15 +461,13 @@ private:
     };
     PrintImages drawPrintImages(int scale);
     void restoreViewAfterPrinting();
-    Point toolPointForPoint(const Point &pointInView) const;
-    /// Where the pointer is in the overlay's coordinates: the middle is (0, 0), the top edge y = 1.
+    /// Where the pointer is in the overlay's coordinates.
     Point toolPointForEvent(const Event &event) const;
     bool belongsToAnotherButton(const Event &event) const;
     void enterColorModeForControl();
     void escapePressed();
     void openMenuAtPointer(const Event &keyEvent);
     void snapMouthClosedTimerExpired();
-    /// Whether the tools that change the treatment are there: today's, not yet approved.
     void turnTargetByAngle(float angle);
 
     // Fields that share their names with operations have the underscore behind.
@@ -483,11 +482,6 @@ private:
     int printScale_ = 1;     ///< device pixels for each pixel of a print request
     bool _printMode = false; ///< while the scene is drawn for printing
     std::shared_ptr<StringTexture> dateStringTexture_;
-    std::shared_ptr<SimpleTexture> bracketToolTexture_;
-    std::shared_ptr<SimpleTexture> bracketToolSelectedTexture_;
-    std::shared_ptr<SimpleTexture> elasticsToolTexture_;
-    std::shared_ptr<SimpleTexture> elasticsToolSelectedTexture_;
-    std::shared_ptr<SimpleTexture> printButtonTexture_;
     Name firstClickedToothName_;
     Name lastClickedToothName_;
     std::optional<std::vector<std::string>> bracketSequence_;
@@ -517,7 +511,7 @@ private:
     const PickBox *onlyPart_ = nullptr; ///< there while only some pixels are drawn
     std::shared_ptr<Pulse> pulse_;      ///< the one that is going on
     std::unique_ptr<BandRenderer> bandRenderer_;
-    std::unique_ptr<StreamBuffer> toolVertices_;
+    std::unique_ptr<OverlayRenderer> overlayRenderer_;
     /// The bands' and the tools'; each fills it before drawing from it.
     std::unique_ptr<StreamBuffer> streamedIndices_;
 };

@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "keloOpenGL/menus/TreatmentTexts.h"
+#include "keloOpenGL/overlay/OverlayTools.h"
 #include "keloOpenGL/view/WorldTurn.h"
 #include "platform/TellDelegate.h"
 
@@ -77,29 +78,15 @@ void DXOpenGL::flagsChanged(const Event &event)
     synchronizeCursorWithMouseMode(event);
 }
 
-Point DXOpenGL::toolPointForPoint(const Point &point) const
-{
-    const double halfWidth = bounds().size.width / 2.0;
-    const double halfHeight = bounds().size.height / 2.0;
-    return {(point.x - halfWidth) / halfHeight, (point.y - halfHeight) / halfHeight};
-}
-
 Point DXOpenGL::toolPointForEvent(const Event &event) const
 {
-    return toolPointForPoint(convertPoint_fromView(event.locationInWindow, nullptr));
+    return overlayPoint(convertPoint_fromView(event.locationInWindow, nullptr), bounds().size);
 }
 
 std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
 {
-    const Point point = toolPointForPoint(pointInView);
-    if (printButtonRect().contains(point))
-        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Print"));
-    if (!mayEdit()) return {};
-    if (elasticsToolRect().contains(point))
-        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "String elastics"));
-    if (bracketColorToolRect().contains(point))
-        return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Place and colour brackets"));
-    return {};
+    const OverlayTool *tool = toolAt(overlayPoint(pointInView, bounds().size));
+    return tool ? translated(tool->toolTip) : std::string();
 }
 
 void DXOpenGL::leftMouseDown(const Event &event)
@@ -110,23 +97,18 @@ void DXOpenGL::leftMouseDown(const Event &event)
     else if (mouseModeIsTemporary() && mouseModeIsBracketColor())
         restorePermanentMouseMode();
 
-    if (printButtonRect().contains(point)) {
-        _printButtonDown = true;
-        _printButtonTracking = true;
-        setNeedsDisplay(true);
+    const OverlayTool *tool = toolAt(point);
+    if (!tool) {
+        HVOGLSmoothView::leftMouseDown(event);
         return;
     }
-    if (mayEdit()) {
-        if (elasticsToolRect().contains(point)) {
-            setMouseMode(elasticsMode);
-            return;
-        }
-        if (bracketColorToolRect().contains(point)) {
-            setMouseMode(colorMode);
-            return;
-        }
+    if (tool->mouseMode) {
+        setMouseMode(*tool->mouseMode);
+        return;
     }
-    HVOGLSmoothView::leftMouseDown(event);
+    _printButtonDown = true;
+    _printButtonTracking = true;
+    setNeedsDisplay(true);
 }
 
 void DXOpenGL::leftMouseDragged(const Event &event)

@@ -5,82 +5,115 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include "keloOpenGL/overlay/OverlayLayout.h"
+#include "keloOpenGL/overlay/OverlayRenderer.h"
+#include "keloOpenGL/overlay/OverlayTools.h"
 #include "keloOpenGL/view/SimpleTexture.h"
-#include "keloOpenGL/view/StreamBuffer.h"
 #include "keloOpenGL/view/StringTexture.h"
+#include "models/BundleKey.h"
+#include "platform/ResourceBundle.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstddef>
+#include <utility>
 
 namespace kelo {
 namespace {
 
-/// Position, then texture coordinates in texels.
-struct QuadVertex
+OverlayRenderer::Look lookOf(bool isSelected)
 {
-    float x, y, s, t;
-};
-
-using Quad = std::array<QuadVertex, 4>;
-constexpr std::array<std::uint32_t, 4> quadIndices{0, 1, 2, 3};
-
-TextureSize sizeOf(const std::shared_ptr<SimpleTexture> &texture)
-{
-    return texture ? TextureSize{texture->width(), texture->height()} : TextureSize{};
+    return isSelected ? OverlayRenderer::Look::Selected : OverlayRenderer::Look::Plain;
 }
 
-/// Fills the bound buffer anew; false where the driver gives no memory.
-template<class Elements>
-bool fillBuffer(const StreamBuffer &buffer, const Elements &elements)
+std::shared_ptr<SimpleTexture> textureOfBundle(const std::string &name)
 {
-    auto *mapped = buffer.mapNew<typename Elements::value_type>(elements.size());
-    if (!mapped) return false;
-    std::copy(elements.begin(), elements.end(), mapped);
-    return buffer.unmap();
+    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
+    const auto path = bundle ? bundle->pathForResource_ofType(name, "png") : std::nullopt;
+    return path ? SimpleTexture::textureWithFile(*path) : nullptr;
 }
-
-/// The projection and state of the flat overlay, for as long as it lives.
-class OverlayState
-{
-public:
-    explicit OverlayState(double aspect) : depthTestWasEnabled_(glIsEnabled(GL_DEPTH_TEST))
-    {
-        glDisable(GL_DEPTH_TEST);
-        glDisable(GL_LIGHTING);
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA); // premultiplied alpha
-        glEnable(GL_TEXTURE_RECTANGLE);
-        glGetIntegerv(GL_MATRIX_MODE, &matrixMode_);
-        glMatrixMode(GL_PROJECTION);
-        glPushMatrix();
-        glLoadIdentity();
-        glOrtho(-aspect, aspect, -1.0, 1.0, -1.0, 1.0);
-        glMatrixMode(GL_MODELVIEW);
-        glPushMatrix();
-        glLoadIdentity();
-    }
-    ~OverlayState()
-    {
-        glMatrixMode(GL_MODELVIEW);
-        glPopMatrix();
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(static_cast<GLenum>(matrixMode_));
-        glDisable(GL_TEXTURE_RECTANGLE);
-        glDisable(GL_BLEND);
-        if (depthTestWasEnabled_) glEnable(GL_DEPTH_TEST);
-    }
-    OverlayState(const OverlayState &) = delete;
-    OverlayState &operator=(const OverlayState &) = delete;
-
-private:
-    GLboolean depthTestWasEnabled_;
-    GLint matrixMode_ = GL_MODELVIEW;
-};
 
 } // namespace
+
+void DXOpenGL::loadTextures()
+{
+    for (const OverlayTool &tool : overlayTools()) {
+        setToolPicture(tool.id, false, textureOfBundle(tool.picture));
+        if (tool.selectedPicture)
+            setToolPicture(tool.id, true, textureOfBundle(tool.selectedPicture));
+    }
+}
+
+void DXOpenGL::reloadLostTextures()
+{
+    if (!texturesWereLost_) return;
+    texturesWereLost_ = false;
+    loadTextures();
+    // A host's own label comes back too, so it is made of the old one's text, not of the date.
+    if (const auto old = dateStringTexture_)
+        setDateStringTexture(std::make_shared<StringTexture>(old->string(), old->textColor(),
+                                                             old->boxColor(), old->borderColor()));
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::toolPicture(OverlayToolID tool,
+                                                            bool isSelected) const
+{
+    return overlayRenderer_->picture(tool, lookOf(isSelected));
+}
+
+void DXOpenGL::setToolPicture(OverlayToolID tool, bool isSelected,
+                              std::shared_ptr<SimpleTexture> texture)
+{
+    overlayRenderer_->setPicture(tool, lookOf(isSelected), std::move(texture));
+    setNeedsDisplay(true);
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::bracketToolTexture() const
+{
+    return toolPicture(OverlayToolID::Brackets, false);
+}
+
+void DXOpenGL::setBracketToolTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    setToolPicture(OverlayToolID::Brackets, false, std::move(texture));
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::bracketToolSelectedTexture() const
+{
+    return toolPicture(OverlayToolID::Brackets, true);
+}
+
+void DXOpenGL::setBracketToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    setToolPicture(OverlayToolID::Brackets, true, std::move(texture));
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::elasticsToolTexture() const
+{
+    return toolPicture(OverlayToolID::Elastics, false);
+}
+
+void DXOpenGL::setElasticsToolTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    setToolPicture(OverlayToolID::Elastics, false, std::move(texture));
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::elasticsToolSelectedTexture() const
+{
+    return toolPicture(OverlayToolID::Elastics, true);
+}
+
+void DXOpenGL::setElasticsToolSelectedTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    setToolPicture(OverlayToolID::Elastics, true, std::move(texture));
+}
+
+const std::shared_ptr<SimpleTexture> &DXOpenGL::printButtonTexture() const
+{
+    return toolPicture(OverlayToolID::Print, false);
+}
+
+void DXOpenGL::setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture)
+{
+    setToolPicture(OverlayToolID::Print, false, std::move(texture));
+}
 
 float DXOpenGL::overlayAspect() const
 {
@@ -97,20 +130,30 @@ Rect DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(float aspect
         aspect, width, height, yOffset, relativeWidth);
 }
 
+Rect DXOpenGL::toolRect(OverlayToolID tool) const
+{
+    return overlayTool(tool).rect({overlayAspect()}, overlayRenderer_->pictureSizes());
+}
+
 Rect DXOpenGL::elasticsToolRect() const
 {
-    return OverlayLayout{overlayAspect()}.elasticsToolRect(sizeOf(elasticsToolTexture_));
+    return toolRect(OverlayToolID::Elastics);
 }
 
 Rect DXOpenGL::bracketColorToolRect() const
 {
-    return OverlayLayout{overlayAspect()}.bracketColorToolRect(sizeOf(bracketToolTexture_),
-                                                               sizeOf(elasticsToolTexture_));
+    return toolRect(OverlayToolID::Brackets);
 }
 
 Rect DXOpenGL::printButtonRect() const
 {
-    return OverlayLayout{overlayAspect()}.printButtonRect(sizeOf(printButtonTexture_));
+    return toolRect(OverlayToolID::Print);
+}
+
+const OverlayTool *DXOpenGL::toolAt(const Point &pointInOverlay) const
+{
+    return overlayToolAt(pointInOverlay, {overlayAspect()}, overlayRenderer_->pictureSizes(),
+                         mayEdit());
 }
 
 void DXOpenGL::drawExtraContent()
@@ -124,11 +167,9 @@ void DXOpenGL::drawExtraContent()
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     drawToothLabels(toothLabels);
     drawDateLabel();
-    if (mayEdit()) {
-        drawElasticsToolButton();
-        drawBracketToolButton();
+    for (const OverlayTool &tool : overlayTools()) {
+        if (mayEdit() || !tool.changesTreatment) drawTool(tool);
     }
-    drawPrintButton();
 }
 
 void DXOpenGL::drawDateLabel()
@@ -139,61 +180,33 @@ void DXOpenGL::drawDateLabel()
     dateStringTexture_->drawWithBounds(OverlayLayout::dateLabelRect(size));
 }
 
+void DXOpenGL::drawTool(const OverlayTool &tool)
+{
+    const bool isSelected = tool.mouseMode == mouseMode();
+    // The last piece of the overlay; the next frame begins with white again.
+    if (tool.id == OverlayToolID::Print && _printButtonDown) glColor3f(0.625f, 0.625f, 0.625f);
+    overlayRenderer_->drawTool(tool, lookOf(isSelected), {overlayAspect()}, *streamedIndices_);
+}
+
 void DXOpenGL::drawElasticsToolButton()
 {
-    drawToolButton_inRect(mouseModeIsElastics() ? elasticsToolSelectedTexture_
-                                                : elasticsToolTexture_,
-                          elasticsToolRect());
+    drawTool(overlayTool(OverlayToolID::Elastics));
 }
 
 void DXOpenGL::drawBracketToolButton()
 {
-    drawToolButton_inRect(mouseModeIsBracketColor() ? bracketToolSelectedTexture_
-                                                    : bracketToolTexture_,
-                          bracketColorToolRect());
+    drawTool(overlayTool(OverlayToolID::Brackets));
 }
 
 void DXOpenGL::drawPrintButton()
 {
-    // The last piece of the overlay; the next frame begins with white again.
-    if (_printButtonDown) glColor3f(0.625f, 0.625f, 0.625f);
-    drawToolButton_inRect(printButtonTexture_, printButtonRect());
+    drawTool(overlayTool(OverlayToolID::Print));
 }
 
 void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &texture,
                                      const Rect &rect)
 {
-    if (!texture) return;
-    const auto width = static_cast<float>(texture->width());
-    const auto height = static_cast<float>(texture->height());
-    const auto left = static_cast<float>(rect.origin.x);
-    const auto bottom = static_cast<float>(rect.origin.y);
-    const auto right = static_cast<float>(rect.origin.x + rect.size.width);
-    const auto top = static_cast<float>(rect.origin.y + rect.size.height);
-    // t runs downwards, for pictures are stored top row first.
-    const Quad quad{{{left, bottom, 0.0f, height},
-                     {right, bottom, width, height},
-                     {right, top, width, 0.0f},
-                     {left, top, 0.0f, 0.0f}}};
-
-    toolVertices_->bind();
-    streamedIndices_->bind();
-    const bool filled =
-        fillBuffer(*toolVertices_, quad) && fillBuffer(*streamedIndices_, quadIndices);
-    if (filled) {
-        glEnableClientState(GL_VERTEX_ARRAY);
-        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-        glVertexPointer(2, GL_FLOAT, sizeof(QuadVertex), bufferOffset(0));
-        glTexCoordPointer(2, GL_FLOAT, sizeof(QuadVertex), bufferOffset(offsetof(QuadVertex, s)));
-        texture->bind();
-        glDrawElements(GL_QUADS, static_cast<GLsizei>(quadIndices.size()), GL_UNSIGNED_INT,
-                       bufferOffset(0));
-        SimpleTexture::unbind();
-        glDisableClientState(GL_VERTEX_ARRAY);
-        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    }
-    toolVertices_->unbind();
-    streamedIndices_->unbind();
+    overlayRenderer_->drawPicture(texture, rect, *streamedIndices_);
 }
 
 } // namespace kelo

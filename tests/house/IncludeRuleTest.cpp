@@ -55,7 +55,7 @@ std::vector<Room> partRooms()
          true},
         {"keloOpenGL/overlay/",
          {"keloOpenGL/view/", "models/", "geometry/", "platform/"},
-         {},
+         {"QtCore"},
          true},
         {"keloOpenGL/menus/",
          {"document/", "models/", "keloModel/", "geometry/", "platform/"},
