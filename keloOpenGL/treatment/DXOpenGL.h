@@ -11,10 +11,8 @@
 #include <QDateTime>
 #include <QImage>
 
-#include <bitset>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,13 +20,7 @@
 
 namespace kelo {
 
-class BandRenderer;
-class HVOGLMaterial;
-class OffscreenTarget;
-class OverlayRenderer;
-class PickBox;
 class SimpleTexture;
-class StreamBuffer;
 class StringTexture;
 class TreatmentMenus;
 enum class OverlayToolID : std::size_t;
@@ -82,43 +74,43 @@ public:
     void setDocumentModel(std::shared_ptr<DXDocumentModel> model) override;
 
     /// Not owned. Reset it before destroying the delegate. Null for none.
-    DXOpenGLDelegate *delegate() const { return delegate_; }
-    void setDelegate(DXOpenGLDelegate *delegate) { delegate_ = delegate; }
+    DXOpenGLDelegate *delegate() const;
+    void setDelegate(DXOpenGLDelegate *delegate);
 
     /// @name Dates
     /// An invalid date is none.
     /// @{
     /// The present moment, as the host sees it.
-    const QDateTime &currentDate() const { return _currentDate; }
-    void setCurrentDate(const QDateTime &date) { _currentDate = date; }
+    const QDateTime &currentDate() const;
+    void setCurrentDate(const QDateTime &date);
     /// When the treatment was approved; an approved treatment is not edited.
-    const QDateTime &approvedDate() const { return _approvedDate; }
+    const QDateTime &approvedDate() const;
     void setApprovedDate(const QDateTime &date);
     /// The date that the label shows. Setting another one replaces the label ("Today" in the user's
     /// language for the current date, for any other the day that it falls on in the user's time
     /// zone) and chooses the mode: elastics for today's treatment while it is not approved,
     /// otherwise rotate. Set the current and the approval date before.
-    const QDateTime &displayedDate() const { return _displayedDate; }
+    const QDateTime &displayedDate() const;
     void setDisplayedDate(const QDateTime &date);
-    bool displayedDateIsToday() const { return _displayedDateIsToday; }
+    bool displayedDateIsToday() const;
     /// Whether clicks may change the treatment: today's is shown, and it is not approved.
-    bool mayEdit() const { return _displayedDateIsToday && !_approvedDate.isValid(); }
+    bool mayEdit() const;
     /// @}
 
     /// @name Repeating the last action
     /// For some seconds after an action on one bracket, button or tooth every click on another one
     /// repeats it.
     /// @{
-    double repeatActionTimerInterval() const { return repeatActionTimerInterval_; }
+    double repeatActionTimerInterval() const;
     /// A negative interval is stored as 3 seconds. 0 until a host sets it.
     void setRepeatActionTimerInterval(double seconds);
     void restartRepeatActionTimer();
-    bool repeatActionTimerIsRunning() const { return repeatActionTimer.lock() != nullptr; }
+    bool repeatActionTimerIsRunning() const;
     /// @}
 
     /// @name Pictures of the overlay
     /// @{
-    const std::shared_ptr<StringTexture> &dateStringTexture() const { return dateStringTexture_; }
+    const std::shared_ptr<StringTexture> &dateStringTexture() const;
     void setDateStringTexture(std::shared_ptr<StringTexture> texture);
     const std::shared_ptr<SimpleTexture> &bracketToolTexture() const;
     void setBracketToolTexture(std::shared_ptr<SimpleTexture> texture);
@@ -140,32 +132,29 @@ public:
     /// @{
     using Name = std::optional<std::string>;
     /// The bracket that the elastic being strung began on.
-    const Name &firstClickedToothName() const { return firstClickedToothName_; }
-    void setFirstClickedToothName(const Name &name) { firstClickedToothName_ = name; }
+    const Name &firstClickedToothName() const;
+    void setFirstClickedToothName(const Name &name);
     /// What the last context menu or elastic click was about.
-    const Name &lastClickedToothName() const { return lastClickedToothName_; }
-    void setLastClickedToothName(const Name &name) { lastClickedToothName_ = name; }
+    const Name &lastClickedToothName() const;
+    void setLastClickedToothName(const Name &name);
     /// What lies under the pointer of the current event.
-    const Name &currentEventToothName() const { return currentEventToothName_; }
-    void setCurrentEventToothName(const Name &name) { currentEventToothName_ = name; }
+    const Name &currentEventToothName() const;
+    void setCurrentEventToothName(const Name &name);
     /// The elastic that the last click in the elastics mode was about, as its place in the
     /// document's list; noElasticIndex when it was about a bracket or button. 0, like all state of
     /// a new view, until then, whether or not there are elastics.
-    std::uint64_t currentEventElasticIndex() const { return currentEventElasticIndex_; }
+    std::uint64_t currentEventElasticIndex() const;
     /// Whether the press that is going on began on nothing, so that its drag turns the jaws.
-    bool isRotating() const { return _rotating; }
+    bool isRotating() const;
     /// The keys of the elastic that is being strung; present exactly while one is.
-    const std::optional<std::vector<std::string>> &bracketSequence() const
-    {
-        return bracketSequence_;
-    }
-    std::optional<long> lastBracketColorTypeID() const { return lastBracketColorTypeID_; }
-    std::optional<long> lastElasticsSizeTypeID() const { return lastElasticsSizeTypeID_; }
-    std::uint64_t lastClickedElasticID() const { return lastClickedElasticID_; }
+    const std::optional<std::vector<std::string>> &bracketSequence() const;
+    std::optional<long> lastBracketColorTypeID() const;
+    std::optional<long> lastElasticsSizeTypeID() const;
+    std::uint64_t lastClickedElasticID() const;
     /// False while lastClickedElasticID is still the zero that it starts with.
-    bool elasticWasClicked() const { return elasticWasClicked_; }
+    bool elasticWasClicked() const;
     /// The kind of the last action on one bracket, button or tooth: an ActionType.
-    std::int64_t lastActionType() const { return lastActionType_; }
+    std::int64_t lastActionType() const;
     /// @}
 
     /// @name Drawing
@@ -207,10 +196,7 @@ public:
     /// @{
     /// Whether a part is drawn; at first all are. What is left out cannot be picked either. The
     /// document does not change, and prints show everything.
-    bool showsScenePart(ScenePart part) const
-    {
-        return !hiddenParts_[static_cast<std::size_t>(part)];
-    }
+    bool showsScenePart(ScenePart part) const;
     void setShowsScenePart(ScenePart part, bool shows);
     /// @}
 
@@ -219,7 +205,7 @@ public:
     /// Texts beside the teeth that are shown, such as their numbers; at first none. They stay with
     /// their teeth as the jaws turn; those of teeth that are turned away, and those that would
     /// cover another one, are left out. Neither picks nor prints have them.
-    const ToothLabels &toothLabels() const { return toothLabels_; }
+    const ToothLabels &toothLabels() const;
     void setToothLabels(ToothLabels labels);
     /// @}
 
@@ -470,50 +456,8 @@ private:
     void snapMouthClosedTimerExpired();
     void turnTargetByAngle(float angle);
 
-    // Fields that share their names with operations have the underscore behind.
-    DXOpenGLDelegate *delegate_ = nullptr;
-    Point _dragOrigin;
-    bool _rotating = false;
-    std::optional<MouseButton> rotatingButton_; ///< that the rotate drag began with
-    QDateTime _currentDate;
-    QDateTime _approvedDate;
-    QDateTime _displayedDate;
-    bool _displayedDateIsToday = false;
-    int printScale_ = 1;     ///< device pixels for each pixel of a print request
-    bool _printMode = false; ///< while the scene is drawn for printing
-    std::shared_ptr<StringTexture> dateStringTexture_;
-    Name firstClickedToothName_;
-    Name lastClickedToothName_;
-    std::optional<std::vector<std::string>> bracketSequence_;
-    bool isPlacing_ = false; ///< while the document is given the elastic that was strung
-    std::vector<std::weak_ptr<Menu>> menus_; ///< those whose delegate the view is
-    std::uint64_t lastClickedElasticID_ = 0;
-    bool elasticWasClicked_ = false;
-    /// The first bracket's own material, while that bracket is highlighted.
-    std::shared_ptr<HVOGLMaterial> savedBracketMaterial;
-    std::shared_ptr<HVOGLMaterial> highlightMaterial; ///< what that bracket has meanwhile
-    std::optional<long> lastBracketColorTypeID_;
-    std::optional<long> lastElasticsSizeTypeID_;
-    std::int64_t lastActionType_ = 0;
-    std::weak_ptr<Timer> repeatActionTimer; ///< the run loop holds it
-    double repeatActionTimerInterval_ = 0.0;
-    std::shared_ptr<Timer> verticalScrollSnapMouthClosedTimer;
-    Name currentEventToothName_;
-    std::uint64_t currentEventElasticIndex_ = 0;
-    bool _printButtonTracking = false;
-    bool _printButtonDown = false;
-    bool texturesWereLost_ = false;
-    ToothLabels toothLabels_;
-    std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures_; ///< by text
-    std::bitset<scenePartCount> hiddenParts_;
-    std::vector<std::uint64_t> modelsLeftOut_; ///< unique identifiers in order, for the next draw
-    std::unique_ptr<OffscreenTarget> pickTarget_;
-    const PickBox *onlyPart_ = nullptr; ///< there while only some pixels are drawn
-    std::shared_ptr<Pulse> pulse_;      ///< the one that is going on
-    std::unique_ptr<BandRenderer> bandRenderer_;
-    std::unique_ptr<OverlayRenderer> overlayRenderer_;
-    /// The bands' and the tools'; each fills it before drawing from it.
-    std::unique_ptr<StreamBuffer> streamedIndices_;
+    struct State; ///< what the view remembers; see DXOpenGLState.h
+    std::unique_ptr<State> state_;
 };
 
 } // namespace kelo

@@ -1,6 +1,7 @@
 // What the bracket menu does to one tooth, or to all brackets, and its repetition by clicks.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
@@ -52,7 +53,7 @@ void clearColors(DXDocumentModel &document)
 void DXOpenGL::singleActionDone(ActionType type)
 {
     restartRepeatActionTimer();
-    lastActionType_ = static_cast<std::int64_t>(type);
+    state_->lastActionType = static_cast<std::int64_t>(type);
     setTemporaryMouseMode(colorMode);
 }
 
@@ -60,9 +61,9 @@ void DXOpenGL::colorLastClickedTooth(const MenuItem &sender, ActionType type)
 {
     const auto typeID = bracketColorTypeID(sender);
     const auto document = documentModel();
-    if (!typeID || !document || !lastClickedToothName_) return;
-    lastBracketColorTypeID_ = typeID;
-    const std::string name = *lastClickedToothName_;
+    if (!typeID || !document || !state_->lastClickedToothName) return;
+    state_->lastBracketColorTypeID = typeID;
+    const std::string name = *state_->lastClickedToothName;
     const auto color = [&] {
         document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(name, typeID);
     };
@@ -84,8 +85,8 @@ void DXOpenGL::placeBracketSelected(MenuItem &sender)
 void DXOpenGL::removeBracketSelected(MenuItem &)
 {
     const auto document = documentModel();
-    if (!document || !lastClickedToothName_) return;
-    const std::string name = *lastClickedToothName_;
+    if (!document || !state_->lastClickedToothName) return;
+    const std::string name = *state_->lastClickedToothName;
     const auto remove = [&] {
         document->toggleVisibilityOfBracket(name);
         document->bracket_setColorWithBracketColorTypeID(name, noBracketColorTypeID);
@@ -98,8 +99,8 @@ void DXOpenGL::removeBracketSelected(MenuItem &)
 void DXOpenGL::toggleButtonOfLastClickedTooth(ActionType type)
 {
     const auto document = documentModel();
-    if (!document || !lastClickedToothName_) return;
-    const std::string button = TreatmentNote::buttonNameForToothName(*lastClickedToothName_);
+    if (!document || !state_->lastClickedToothName) return;
+    const std::string button = TreatmentNote::buttonNameForToothName(*state_->lastClickedToothName);
     const auto toggle = [&] { document->toggleVisibilityOfButton(button); };
     if (survives(toggle)) singleActionDone(type);
 }
@@ -117,8 +118,8 @@ void DXOpenGL::removeButtonSelected(MenuItem &)
 void DXOpenGL::toggleLastClickedTooth(ActionType type)
 {
     const auto document = documentModel();
-    if (!document || !lastClickedToothName_) return;
-    const std::string name = *lastClickedToothName_;
+    if (!document || !state_->lastClickedToothName) return;
+    const std::string name = *state_->lastClickedToothName;
     const auto toggle = [&] { document->toggleVisibilityOfTooth(name); };
     if (survives(toggle)) singleActionDone(type);
 }
@@ -188,16 +189,16 @@ void DXOpenGL::repeatLastActionOn(const std::string &name)
     const std::string button = TreatmentNote::buttonNameForToothName(name);
     const RepeatTarget target{
         hiddenFlags(document->bracketModels(), name), hiddenFlags(document->buttonModels(), button),
-        hiddenFlags(document->toothModels(), name), lastClickedToothName_ == name};
-    switch (repeatOperation(lastActionType_, target)) {
+        hiddenFlags(document->toothModels(), name), state_->lastClickedToothName == name};
+    switch (repeatOperation(state_->lastActionType, target)) {
     case RepeatOperation::None:
         break;
     case RepeatOperation::ShowAndColorBracket:
-        document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(name,
-                                                                       lastBracketColorTypeID_);
+        document->bracket_makeVisibleAndSetColorWithBracketColorTypeID(
+            name, state_->lastBracketColorTypeID);
         break;
     case RepeatOperation::ColorAndToggleBracket:
-        document->bracket_setColorWithBracketColorTypeID(name, lastBracketColorTypeID_);
+        document->bracket_setColorWithBracketColorTypeID(name, state_->lastBracketColorTypeID);
         document->toggleVisibilityOfBracket(name);
         break;
     case RepeatOperation::RemoveColorAndToggleBracket:
@@ -219,7 +220,7 @@ void DXOpenGL::colorMouseDown(const Event &event)
     Name name = bracketNameAtPoint_includeTeeth_isLingualButton(backingPointForEvent(event), true,
                                                                 &isLingualButton);
     if (name && isLingualButton) name = TreatmentNote::toothNameForButtonName(*name);
-    currentEventToothName_ = name;
+    state_->currentEventToothName = name;
     if (!name) {
         rotateMouseDown(event);
     } else if (!repeatActionTimerIsRunning()) {

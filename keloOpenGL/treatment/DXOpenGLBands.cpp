@@ -1,6 +1,7 @@
 // Elastics as bands: drawing them, and listing those of a side.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
@@ -36,7 +37,7 @@ void DXOpenGL::drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
     const auto mayShowBox = [this](const Extents &box, double margin) {
         return mayShow(box, margin, identity());
     };
-    bandRenderer_->draw(band, jaws, mayShowBox, *streamedIndices_);
+    state_->bandRenderer.draw(band, jaws, mayShowBox, state_->streamedIndices);
 }
 
 void DXOpenGL::drawElastics()
@@ -50,12 +51,12 @@ void DXOpenGL::drawElastics()
             elastics[i]->bracketSequence(), colorOfSize(elastics[i]->elasticsSizeType()), true,
             isInColorPickMode(), static_cast<std::uint32_t>(i));
     }
-    if (!bracketSequence_ || bracketSequence_->size() < 2) return;
+    if (!state_->bracketSequence || state_->bracketSequence->size() < 2) return;
     const auto &sizes = document->availableElasticsSizeTypes();
-    const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
+    const auto size = sizes.find(state_->lastElasticsSizeTypeID.value_or(0));
     drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
-        *bracketSequence_, size == sizes.end() ? std::nullopt : colorOfSize(size->second), false,
-        false, 0);
+        *state_->bracketSequence, size == sizes.end() ? std::nullopt : colorOfSize(size->second),
+        false, false, 0);
 }
 
 ElasticDescriptions

@@ -1,6 +1,7 @@
 // Stringing elastics by clicks, named configurations, and what the elastic menu does.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
@@ -67,9 +68,10 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
 {
     const std::uint32_t identifier = pickIdentifierAtPoint(backingPointForEvent(event));
     const auto document = documentModel();
-    if (const auto index = elasticIndexOfPickIdentifier(identifier); index && !bracketSequence_) {
+    if (const auto index = elasticIndexOfPickIdentifier(identifier);
+        index && !state_->bracketSequence) {
         if (document && *index < document->elasticModels().size()) {
-            currentEventElasticIndex_ = *index;
+            state_->currentEventElasticIndex = *index;
             displayElasticMenuForEvent(event);
         }
         return;
@@ -77,15 +79,15 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
     bool isLingualButton = false;
     const Name name =
         bracketNameForIdentifier_includeTeeth_isLingualButton(identifier, true, &isLingualButton);
-    currentEventToothName_ = name;
+    state_->currentEventToothName = name;
     // A tooth's key is its bracket's: a click on the tooth counts as one on its shown bracket.
     if (!name || !document ||
         isHidden(isLingualButton ? document->buttonModels() : document->bracketModels(), *name)) {
         rotateMouseDown(event);
         return;
     }
-    if (!bracketSequence_) {
-        currentEventElasticIndex_ = noElasticIndex;
+    if (!state_->bracketSequence) {
+        state_->currentEventElasticIndex = noElasticIndex;
         displayElasticMenuForEvent(event);
         return;
     }
@@ -95,43 +97,44 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
 void DXOpenGL::goOnWithElasticAt(const std::string &name)
 {
     // Not lastClickedToothName: a bracket menu that the right button opened meanwhile changes it.
-    ElasticPlacement placement{*bracketSequence_};
+    ElasticPlacement placement{*state_->bracketSequence};
     const PlacementStep step = placement.stepForClickOn(name);
     if (step == PlacementStep::Close) {
-        if (survives([this] { resolveElasticPlacement(); })) lastClickedToothName_ = name;
+        if (survives([this] { resolveElasticPlacement(); })) state_->lastClickedToothName = name;
         return;
     }
     if (!survives([&] { signalElasticsPlacement(name); })) return;
     placement.take(step, name);
-    bracketSequence_ = placement.sequence;
-    lastClickedToothName_ = placement.sequence.back();
+    state_->bracketSequence = placement.sequence;
+    state_->lastClickedToothName = placement.sequence.back();
     setNeedsDisplay(true);
 }
 
 void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
 {
     const auto size = representedTypeOf<ElasticsSizeType>(sender);
-    if (!size || !lastClickedToothName_) return;
-    const std::string name = *lastClickedToothName_;
+    if (!size || !state_->lastClickedToothName) return;
+    const std::string name = *state_->lastClickedToothName;
     if (!survives([&] { signalElasticsPlacement(name); })) return;
-    bracketSequence_ = std::vector<std::string>{name};
-    lastElasticsSizeTypeID_ = size->typeID;
+    state_->bracketSequence = std::vector<std::string>{name};
+    state_->lastElasticsSizeTypeID = size->typeID;
     const auto bracket =
         documentModel() ? modelUnderKey(documentModel()->bracketModels(), name) : nullptr;
     if (!bracket) return;
-    savedBracketMaterial = bracket->material();
-    highlightMaterial = HVOGLMaterial::materialWithColor_shininess(
-        savedBracketMaterial ? savedBracketMaterial->color() : std::nullopt, highlightShininess);
-    bracket->setMaterial(highlightMaterial);
+    state_->savedBracketMaterial = bracket->material();
+    state_->highlightMaterial = HVOGLMaterial::materialWithColor_shininess(
+        state_->savedBracketMaterial ? state_->savedBracketMaterial->color() : std::nullopt,
+        highlightShininess);
+    bracket->setMaterial(state_->highlightMaterial);
 }
 
 void DXOpenGL::resolveElasticPlacement()
 {
     const auto document = documentModel();
     // A host that is told of the elastic may end the placement too; it is placed once all the same.
-    if (document && bracketSequence_ && !isPlacing_) {
+    if (document && state_->bracketSequence && !state_->isPlacing) {
         // All brackets may have been removed meanwhile, by the menu that the right button opens.
-        std::vector<std::string> members = *bracketSequence_;
+        std::vector<std::string> members = *state_->bracketSequence;
         std::erase_if(members, [&document](const std::string &member) {
             return isHidden(
                 isButtonKey(member) ? document->buttonModels() : document->bracketModels(), member);
@@ -139,32 +142,32 @@ void DXOpenGL::resolveElasticPlacement()
         // What was left out may have stood between two passes of one member.
         members.erase(std::unique(members.begin(), members.end()), members.end());
         const auto &sizes = document->availableElasticsSizeTypes();
-        const auto size = sizes.find(lastElasticsSizeTypeID_.value_or(0));
+        const auto size = sizes.find(state_->lastElasticsSizeTypeID.value_or(0));
         const auto place = [&] {
             document->placeElasticModel(
                 ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
                     nullptr, size == sizes.end() ? nullptr : size->second, members));
         };
-        isPlacing_ = true;
+        state_->isPlacing = true;
         if (members.size() >= 2 && !survives(place)) return;
-        isPlacing_ = false;
+        state_->isPlacing = false;
     }
     endElasticPlacement();
 }
 
 void DXOpenGL::endElasticPlacement()
 {
-    bracketSequence_.reset();
-    if (!firstClickedToothName_) return;
-    const auto bracket =
-        documentModel() ? modelUnderKey(documentModel()->bracketModels(), *firstClickedToothName_)
-                        : nullptr;
+    state_->bracketSequence.reset();
+    if (!state_->firstClickedToothName) return;
+    const auto bracket = documentModel() ? modelUnderKey(documentModel()->bracketModels(),
+                                                         *state_->firstClickedToothName)
+                                         : nullptr;
     // A bracket that was painted meanwhile, by the menu that the right button opens, keeps that.
-    if (bracket && savedBracketMaterial && bracket->material() == highlightMaterial)
-        bracket->setMaterial(savedBracketMaterial);
-    savedBracketMaterial.reset();
-    highlightMaterial.reset();
-    signalElasticsPlacement(*firstClickedToothName_);
+    if (bracket && state_->savedBracketMaterial && bracket->material() == state_->highlightMaterial)
+        bracket->setMaterial(state_->savedBracketMaterial);
+    state_->savedBracketMaterial.reset();
+    state_->highlightMaterial.reset();
+    signalElasticsPlacement(*state_->firstClickedToothName);
 }
 
 void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
@@ -186,7 +189,7 @@ void DXOpenGL::placeSelectedElasticsConfigType(MenuItem &sender)
         return;
     }
     // The host may end the view or itself while it asks: from here on only the document is used.
-    const auto mayPlaceAgain = delegate_ ? delegate_->mayPlaceAgain : nullptr;
+    const auto mayPlaceAgain = state_->delegate ? state_->delegate->mayPlaceAgain : nullptr;
     if (mayPlaceAgain && hasElasticOver(*document, members) && !mayPlaceAgain(configuration))
         return;
     for (const std::string &member : members) {
@@ -205,7 +208,8 @@ std::shared_ptr<ElasticModel> DXOpenGL::lastClickedElastic() const
 {
     const auto document = documentModel();
     if (!document) return nullptr;
-    return document->elasticModelForUniqueID(static_cast<std::uint32_t>(lastClickedElasticID_));
+    return document->elasticModelForUniqueID(
+        static_cast<std::uint32_t>(state_->lastClickedElasticID));
 }
 
 void DXOpenGL::updateElasticColorMenuItemSelected(MenuItem &sender)
@@ -224,8 +228,8 @@ void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
     const auto size = representedTypeOf<ElasticsSizeType>(sender);
     const auto document = documentModel();
     if (!size || !document) return;
-    if (!tellDelegate(teller(), delegate_, &DXOpenGLDelegate::DXOpenGL_willUpdateDocumentModel,
-                      *this, *document))
+    if (!tellDelegate(teller(), state_->delegate,
+                      &DXOpenGLDelegate::DXOpenGL_willUpdateDocumentModel, *this, *document))
         return;
     // A copy: the host may change the list while it is told of a change.
     const DXDocumentModel::ElasticModels elastics = document->elasticModels();
@@ -234,8 +238,8 @@ void DXOpenGL::markAllElasticsSelected(MenuItem &sender)
             document->elasticModel_setElasticsSizeType(elastic, size);
     };
     if (!survives(markEach)) return;
-    if (tellDelegate(teller(), delegate_, &DXOpenGLDelegate::DXOpenGL_didUpdateDocumentModel, *this,
-                     *document))
+    if (tellDelegate(teller(), state_->delegate, &DXOpenGLDelegate::DXOpenGL_didUpdateDocumentModel,
+                     *this, *document))
         setNeedsDisplay(true);
 }
 
@@ -267,11 +271,11 @@ void DXOpenGL::nameSelectedElasticsModel(MenuItem &)
     const auto document = documentModel();
     if (!document || document->elasticModels().empty()) return;
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
-    if (currentEventElasticIndex_ >= document->elasticModels().size()) return;
+    if (state_->currentEventElasticIndex >= document->elasticModels().size()) return;
     // A copy: the operation may change the list.
-    const auto elastic = document->elasticModels()[currentEventElasticIndex_];
+    const auto elastic = document->elasticModels()[state_->currentEventElasticIndex];
     tellDelegate(
-        teller(), delegate_,
+        teller(), state_->delegate,
         &DXOpenGLDelegate::launchElasticsConfigAssociationSheetWithElasticModel_namingAction,
         elastic, elasticConfigNamingAction);
 }

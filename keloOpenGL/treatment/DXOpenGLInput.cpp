@@ -1,6 +1,7 @@
 // Modes, pointer, wheel and keys.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/overlay/OverlayTools.h"
@@ -34,7 +35,7 @@ bool holdsControl(const Event &event)
 void DXOpenGL::setMouseMode(long mode)
 {
     if (mode != mouseMode()) {
-        if (mouseMode() == elasticsMode && bracketSequence_) {
+        if (mouseMode() == elasticsMode && state_->bracketSequence) {
             if (!survives([this] { endElasticPlacement(); })) return;
         } else if (mouseMode() == colorMode && repeatActionTimerIsRunning()) {
             forgetRepeatActionTimer();
@@ -66,7 +67,7 @@ QCursor DXOpenGL::cursorForMouseMode(long mode) const
 
 void DXOpenGL::enterColorModeForControl()
 {
-    if (mouseModeIsElastics() && !bracketSequence_) setTemporaryMouseMode(colorMode);
+    if (mouseModeIsElastics() && !state_->bracketSequence) setTemporaryMouseMode(colorMode);
 }
 
 void DXOpenGL::flagsChanged(const Event &event)
@@ -106,31 +107,33 @@ void DXOpenGL::leftMouseDown(const Event &event)
         setMouseMode(*tool->mouseMode);
         return;
     }
-    _printButtonDown = true;
-    _printButtonTracking = true;
+    state_->_printButtonDown = true;
+    state_->_printButtonTracking = true;
     setNeedsDisplay(true);
 }
 
 void DXOpenGL::leftMouseDragged(const Event &event)
 {
-    if (!_printButtonTracking) {
+    if (!state_->_printButtonTracking) {
         HVOGLSmoothView::leftMouseDragged(event);
         return;
     }
-    _printButtonDown = printButtonRect().contains(toolPointForEvent(event));
+    state_->_printButtonDown = printButtonRect().contains(toolPointForEvent(event));
     setNeedsDisplay(true);
 }
 
 void DXOpenGL::leftMouseUp(const Event &event)
 {
     HVOGLSmoothView::leftMouseUp(event);
-    if (_printButtonTracking) {
-        if (_printButtonDown && !survives([this] { submitPrintRequest(); })) return;
-        _printButtonDown = false;
-        _printButtonTracking = false;
+    if (state_->_printButtonTracking) {
+        if (state_->_printButtonDown && !survives([this] { submitPrintRequest(); })) return;
+        state_->_printButtonDown = false;
+        state_->_printButtonTracking = false;
         setNeedsDisplay(true);
-    } else if (event.clickCount == 2 && delegate_ && delegate_->toggleFullScreenMode) {
-        if (tellDelegate(teller(), delegate_, &DXOpenGLDelegate::toggleFullScreenMode, *this))
+    } else if (event.clickCount == 2 && state_->delegate &&
+               state_->delegate->toggleFullScreenMode) {
+        if (tellDelegate(teller(), state_->delegate, &DXOpenGLDelegate::toggleFullScreenMode,
+                         *this))
             setNeedsDisplay(true);
     }
 }
@@ -139,13 +142,13 @@ void DXOpenGL::rightMouseUp(const Event &event)
 {
     HVOGLSmoothView::rightMouseUp(event);
     // The mode in which the press began to turn the jaws may have gone meanwhile, with the date.
-    if (_rotating) rotateMouseUp(event);
+    if (state_->_rotating) rotateMouseUp(event);
 }
 
 void DXOpenGL::mouseCaptureLost()
 {
     // The release that follows was not made by the clinician, who therefore asked for nothing.
-    _printButtonDown = false;
+    state_->_printButtonDown = false;
     HVOGLSmoothView::mouseCaptureLost();
 }
 
@@ -155,15 +158,16 @@ void DXOpenGL::mouseCaptureLost()
 bool DXOpenGL::belongsToAnotherButton(const Event &event) const
 {
     const auto button = mouseButtonOf(event.type);
-    return _rotating && button && rotatingButton_ && button != rotatingButton_;
+    return state_->_rotating && button && state_->rotatingButton &&
+           button != state_->rotatingButton;
 }
 
 void DXOpenGL::rotateMouseDown(const Event &event)
 {
     if (belongsToAnotherButton(event)) return;
-    rotatingButton_ = mouseButtonOf(event.type);
-    _dragOrigin = convertPoint_fromView(event.locationInWindow, nullptr);
-    _rotating = true;
+    state_->rotatingButton = mouseButtonOf(event.type);
+    state_->_dragOrigin = convertPoint_fromView(event.locationInWindow, nullptr);
+    state_->_rotating = true;
 }
 
 void DXOpenGL::rotateMouseDragged(const Event &event)
@@ -175,17 +179,17 @@ void DXOpenGL::rotateMouseDragged(const Event &event)
     const Size size = cameraSize.height > 0.0 ? cameraSize : bounds().size;
     const auto shorterSide = static_cast<float>(std::min(size.width, size.height));
     const float degreesPerPoint = shorterSide > 0.0f ? 180.0f / shorterSide : 0.0f;
-    rotateByDegrees(degreesPerPoint * static_cast<float>(point.x - _dragOrigin.x));
+    rotateByDegrees(degreesPerPoint * static_cast<float>(point.x - state_->_dragOrigin.x));
     setMouthOpenAngle(mouthOpenAngle() -
-                      degreesPerPoint * static_cast<float>(point.y - _dragOrigin.y));
-    _dragOrigin = point;
+                      degreesPerPoint * static_cast<float>(point.y - state_->_dragOrigin.y));
+    state_->_dragOrigin = point;
 }
 
 void DXOpenGL::rotateMouseUp(const Event &event)
 {
     if (belongsToAnotherButton(event)) return;
     snapMouthClosedIfNeeded();
-    _rotating = false;
+    state_->_rotating = false;
 }
 
 // The other modes' drags are rotate drags only while one of their presses began one. A press that
@@ -194,22 +198,22 @@ void DXOpenGL::rotateMouseUp(const Event &event)
 
 void DXOpenGL::colorMouseDragged(const Event &event)
 {
-    if (_rotating) rotateMouseDragged(event);
+    if (state_->_rotating) rotateMouseDragged(event);
 }
 
 void DXOpenGL::colorMouseUp(const Event &event)
 {
-    if (_rotating) rotateMouseUp(event);
+    if (state_->_rotating) rotateMouseUp(event);
 }
 
 void DXOpenGL::elasticsMouseDragged(const Event &event)
 {
-    if (_rotating) rotateMouseDragged(event);
+    if (state_->_rotating) rotateMouseDragged(event);
 }
 
 void DXOpenGL::elasticsMouseUp(const Event &event)
 {
-    if (_rotating) rotateMouseUp(event);
+    if (state_->_rotating) rotateMouseUp(event);
 }
 
 void DXOpenGL::snapMouthClosedIfNeeded()
@@ -220,7 +224,7 @@ void DXOpenGL::snapMouthClosedIfNeeded()
 
 void DXOpenGL::snapMouthClosedTimerExpired()
 {
-    verticalScrollSnapMouthClosedTimer.reset();
+    state_->verticalScrollSnapMouthClosedTimer.reset();
     snapMouthClosedIfNeeded();
 }
 
@@ -230,8 +234,9 @@ void DXOpenGL::scrollWheel(const Event &event)
     if (!(event.deltaX == 0.0))
         rotateByDegrees(-scrollDegreesPerLine * static_cast<float>(event.deltaX));
     if (event.deltaY == 0.0) return;
-    if (verticalScrollSnapMouthClosedTimer) verticalScrollSnapMouthClosedTimer->invalidate();
-    verticalScrollSnapMouthClosedTimer = RunLoop::main().scheduledTimer(
+    if (state_->verticalScrollSnapMouthClosedTimer)
+        state_->verticalScrollSnapMouthClosedTimer->invalidate();
+    state_->verticalScrollSnapMouthClosedTimer = RunLoop::main().scheduledTimer(
         snapDelayAfterScroll, false, [this](Timer &) { snapMouthClosedTimerExpired(); });
     setMouthOpenAngle(mouthOpenAngle() - scrollDegreesPerLine * static_cast<float>(event.deltaY));
     setNeedsDisplay(true);
@@ -246,11 +251,12 @@ void DXOpenGL::turnTargetByAngle(float angle)
 
 void DXOpenGL::escapePressed()
 {
-    if (bracketSequence_) {
+    if (state_->bracketSequence) {
         if (survives([this] { endElasticPlacement(); })) setNeedsDisplay(true);
     } else if (isInFullScreenMode()) {
-        if (delegate_ && delegate_->toggleFullScreenMode)
-            tellDelegate(teller(), delegate_, &DXOpenGLDelegate::toggleFullScreenMode, *this);
+        if (state_->delegate && state_->delegate->toggleFullScreenMode)
+            tellDelegate(teller(), state_->delegate, &DXOpenGLDelegate::toggleFullScreenMode,
+                         *this);
         else
             exitFullScreenModeWithOptions();
     }
@@ -258,8 +264,9 @@ void DXOpenGL::escapePressed()
 
 void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
 {
-    if (!pointerIsOverView()) return;          // the key's place is where the pointer left
-    if (bracketSequence_ || _rotating) return; // a press there would string, or is still going on
+    if (!pointerIsOverView()) return; // the key's place is where the pointer left
+    // A press there would string, or is still going on.
+    if (state_->bracketSequence || state_->_rotating) return;
     Event press = keyEvent;
     press.type = EventType::RightMouseDown;
     press.clickCount = 1;
@@ -269,7 +276,8 @@ void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
         else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
             colorMouseDown(press);
     };
-    if (survives(openMenu)) _rotating = false; // on nothing a press begins a drag, a key does not
+    // On nothing a press begins a drag, a key does not.
+    if (survives(openMenu)) state_->_rotating = false;
 }
 
 void DXOpenGL::exitFullScreenModeWithOptions()

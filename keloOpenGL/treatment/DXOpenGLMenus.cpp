@@ -1,6 +1,7 @@
 // The context menus of the view: popping them up, and answering for their rows.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
@@ -61,23 +62,24 @@ TreatmentMenus DXOpenGL::treatmentMenus()
 
 MenuContext DXOpenGL::menuContext() const
 {
-    return {documentModel().get(), currentEventToothName_, currentEventElasticIndex_};
+    return {documentModel().get(), state_->currentEventToothName, state_->currentEventElasticIndex};
 }
 
 void DXOpenGL::popUp(const std::shared_ptr<Menu> &menu, const Event &event)
 {
-    std::erase_if(menus_, [](const std::weak_ptr<Menu> &opened) { return opened.expired(); });
-    menus_.push_back(menu);
+    std::erase_if(state_->menus,
+                  [](const std::weak_ptr<Menu> &opened) { return opened.expired(); });
+    state_->menus.push_back(menu);
     menu->delegate = this;
     ContextMenuPresenter::popUpContextMenu(menu, event, *this);
 }
 
 void DXOpenGL::displayBracketMenuForEvent(const Event &event)
 {
-    if (!documentModel() || !currentEventToothName_) return;
+    if (!documentModel() || !state_->currentEventToothName) return;
     const auto menu = treatmentMenus().bracketMenu(menuContext());
     forgetRepeatActionTimer();
-    lastClickedToothName_ = currentEventToothName_;
+    state_->lastClickedToothName = state_->currentEventToothName;
     popUp(menu, event);
 }
 
@@ -86,12 +88,13 @@ void DXOpenGL::displayElasticMenuForEvent(const Event &event)
     const auto document = documentModel();
     if (!document) return;
     const auto menu = treatmentMenus().elasticMenu(menuContext());
-    if (currentEventElasticIndex_ < document->elasticModels().size()) {
-        lastClickedElasticID_ = document->elasticModels()[currentEventElasticIndex_]->uniqueID();
-        elasticWasClicked_ = true;
+    if (state_->currentEventElasticIndex < document->elasticModels().size()) {
+        state_->lastClickedElasticID =
+            document->elasticModels()[state_->currentEventElasticIndex]->uniqueID();
+        state_->elasticWasClicked = true;
     } else {
-        firstClickedToothName_ = currentEventToothName_;
-        lastClickedToothName_ = currentEventToothName_;
+        state_->firstClickedToothName = state_->currentEventToothName;
+        state_->lastClickedToothName = state_->currentEventToothName;
     }
     popUp(menu, event);
 }

@@ -3,6 +3,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "keloOpenGL/overlay/OverlayLayout.h"
 #include "keloOpenGL/overlay/OverlayRenderer.h"
@@ -43,11 +44,11 @@ void DXOpenGL::loadTextures()
 
 void DXOpenGL::reloadLostTextures()
 {
-    if (!texturesWereLost_) return;
-    texturesWereLost_ = false;
+    if (!state_->texturesWereLost) return;
+    state_->texturesWereLost = false;
     loadTextures();
     // A host's own label comes back too, so it is made of the old one's text, not of the date.
-    if (const auto old = dateStringTexture_)
+    if (const auto old = state_->dateStringTexture)
         setDateStringTexture(std::make_shared<StringTexture>(old->string(), old->textColor(),
                                                              old->boxColor(), old->borderColor()));
 }
@@ -55,13 +56,13 @@ void DXOpenGL::reloadLostTextures()
 const std::shared_ptr<SimpleTexture> &DXOpenGL::toolPicture(OverlayToolID tool,
                                                             bool isSelected) const
 {
-    return overlayRenderer_->picture(tool, lookOf(isSelected));
+    return state_->overlayRenderer.picture(tool, lookOf(isSelected));
 }
 
 void DXOpenGL::setToolPicture(OverlayToolID tool, bool isSelected,
                               std::shared_ptr<SimpleTexture> texture)
 {
-    overlayRenderer_->setPicture(tool, lookOf(isSelected), std::move(texture));
+    state_->overlayRenderer.setPicture(tool, lookOf(isSelected), std::move(texture));
     setNeedsDisplay(true);
 }
 
@@ -132,7 +133,7 @@ Rect DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(float aspect
 
 Rect DXOpenGL::toolRect(OverlayToolID tool) const
 {
-    return overlayTool(tool).rect({overlayAspect()}, overlayRenderer_->pictureSizes());
+    return overlayTool(tool).rect({overlayAspect()}, state_->overlayRenderer.pictureSizes());
 }
 
 Rect DXOpenGL::elasticsToolRect() const
@@ -152,13 +153,13 @@ Rect DXOpenGL::printButtonRect() const
 
 const OverlayTool *DXOpenGL::toolAt(const Point &pointInOverlay) const
 {
-    return overlayToolAt(pointInOverlay, {overlayAspect()}, overlayRenderer_->pictureSizes(),
+    return overlayToolAt(pointInOverlay, {overlayAspect()}, state_->overlayRenderer.pictureSizes(),
                          mayEdit());
 }
 
 void DXOpenGL::drawExtraContent()
 {
-    if (_printMode || !makeCurrentContextIfNeeded()) return;
+    if (state_->_printMode || !makeCurrentContextIfNeeded()) return;
     reloadLostTextures();
     const float aspect = overlayAspect();
     if (!(aspect > 0.0f) || !std::isfinite(aspect)) return; // a view without area
@@ -174,18 +175,20 @@ void DXOpenGL::drawExtraContent()
 
 void DXOpenGL::drawDateLabel()
 {
-    if (!dateStringTexture_) return;
-    const Size size = dateStringTexture_->texSize();
+    if (!state_->dateStringTexture) return;
+    const Size size = state_->dateStringTexture->texSize();
     if (size.width <= 0.0 || size.height <= 0.0) return;
-    dateStringTexture_->drawWithBounds(OverlayLayout::dateLabelRect(size));
+    state_->dateStringTexture->drawWithBounds(OverlayLayout::dateLabelRect(size));
 }
 
 void DXOpenGL::drawTool(const OverlayTool &tool)
 {
     const bool isSelected = tool.mouseMode == mouseMode();
     // The last piece of the overlay; the next frame begins with white again.
-    if (tool.id == OverlayToolID::Print && _printButtonDown) glColor3f(0.625f, 0.625f, 0.625f);
-    overlayRenderer_->drawTool(tool, lookOf(isSelected), {overlayAspect()}, *streamedIndices_);
+    if (tool.id == OverlayToolID::Print && state_->_printButtonDown)
+        glColor3f(0.625f, 0.625f, 0.625f);
+    state_->overlayRenderer.drawTool(tool, lookOf(isSelected), {overlayAspect()},
+                                     state_->streamedIndices);
 }
 
 void DXOpenGL::drawElasticsToolButton()
@@ -206,7 +209,7 @@ void DXOpenGL::drawPrintButton()
 void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &texture,
                                      const Rect &rect)
 {
-    overlayRenderer_->drawPicture(texture, rect, *streamedIndices_);
+    state_->overlayRenderer.drawPicture(texture, rect, state_->streamedIndices);
 }
 
 } // namespace kelo

@@ -1,6 +1,7 @@
 // What lies under a point: the scene in the colours of its identifiers, and one pixel of it.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/picking/CurrentProjection.h"
@@ -78,7 +79,7 @@ bool DXOpenGL::mayBeSeen(const DXGLightweightModel &model, const Matrix &jawTran
 
 bool DXOpenGL::mayShow(const Extents &box, double margin, const Matrix &transform) const
 {
-    return !onlyPart_ || onlyPart_->mayShow(box, margin, transform);
+    return !state_->onlyPart || state_->onlyPart->mayShow(box, margin, transform);
 }
 
 void DXOpenGL::drawColorPickPass(const std::optional<PixelRect> &onlyPart)
@@ -87,7 +88,7 @@ void DXOpenGL::drawColorPickPass(const std::optional<PixelRect> &onlyPart)
     updateModelView();
     std::optional<PickBox> box;
     if (onlyPart) box.emplace(*onlyPart, currentWindowProjection());
-    const PickState picking(_isInColorPickMode, onlyPart_, box);
+    const PickState picking(_isInColorPickMode, state_->onlyPart, box);
     drawContent();
     drawExtraContent();
 }
@@ -100,7 +101,7 @@ void DXOpenGL::pick(const std::optional<PixelRect> &onlyPart, const std::functio
     {
         const PickPassState before;
         std::optional<OffscreenTarget::Binding> target;
-        if (canPickOffScreen()) target.emplace(*pickTarget_, deviceSize(), pickFormats());
+        if (canPickOffScreen()) target.emplace(state_->pickTarget, deviceSize(), pickFormats());
         isOffScreen = target && target->isBound();
         drawColorPickPass(onlyPart);
         read();

@@ -3,6 +3,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
@@ -74,21 +75,22 @@ DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, fl
     _worldRotation = {angleInDegrees, x, y, z};
     _mouthOpenAngle = 0.0f;
     drawRect({});
-    return readPrintImage(printScale_ * offset, {printScale_ * width, printScale_ * printHeight});
+    return readPrintImage(state_->printScale * offset,
+                          {state_->printScale * width, state_->printScale * printHeight});
 }
 
 DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
 {
     const auto viewIsRestored = qScopeGuard([this, size = cameraSize] {
-        _printMode = false;
-        printScale_ = 1;
+        state_->_printMode = false;
+        state_->printScale = 1;
         cameraSize = size;
         restoreViewAfterPrinting();
     });
     cameraSize = {targetWidth, printHeight};
-    printScale_ = scale;
+    state_->printScale = scale;
     glViewport(0, 0, scale * targetWidth, scale * printHeight);
-    _printMode = true;
+    state_->_printMode = true;
     const WindowLimits window = HVFindGoodWindow(targetWidth, printHeight, zoomBox());
     _xMinWindow = window.xMin;
     _xMaxWindow = window.xMax;
@@ -138,7 +140,8 @@ void DXOpenGL::restoreViewAfterPrinting()
 void DXOpenGL::submitPrintRequest()
 {
     const auto canPrint = [this] {
-        return delegate_ && delegate_->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
+        return state_->delegate &&
+               state_->delegate->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
     };
     if (!canPrint() || !makeCurrentContextIfNeeded()) return;
     if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) {
@@ -166,8 +169,8 @@ void DXOpenGL::submitPrintRequest()
     const auto front = elasticsForToothNames(TreatmentNote::frontElasticToothNameKeys());
     const auto right = elasticsForToothNames(TreatmentNote::rightElasticToothNameKeys());
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
-    const QDateTime date = _displayedDate;
-    tellDelegate(teller(), delegate_,
+    const QDateTime date = state_->_displayedDate;
+    tellDelegate(teller(), state_->delegate,
                  &DXOpenGLDelegate::printImagesLeft_front_right_forDate_elasticsLeft_front_right,
                  borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
                  borrowingImage(images.right, sideWidth), date, left, front, right);
@@ -193,7 +196,7 @@ DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
 
 void DXOpenGL::finishOperations()
 {
-    if (bracketSequence_) resolveElasticPlacement();
+    if (state_->bracketSequence) resolveElasticPlacement();
 }
 
 } // namespace kelo

@@ -3,6 +3,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "document/ModelLookup.h"
@@ -90,46 +91,47 @@ void DXOpenGL::signalElasticsPlacement(const std::string &name)
     const BorrowedMaterial borrowed(model, working);
     const auto pulse = std::make_shared<Pulse>();
     pulse->model = model;
-    const auto pulseBefore = std::exchange(pulse_, pulse);
+    const auto pulseBefore = std::exchange(state_->pulse, pulse);
     for (int step = 0; step < pulseSteps; ++step) {
         const double change = step < pulseSteps / 2 ? -pulseShininessStep : pulseShininessStep;
         working->setShininess(working->shininess() + change);
         if (!survives([this] { display(); })) return; // drawing lets in events that are waiting
     }
-    pulse_ = pulseBefore;
+    state_->pulse = pulseBefore;
 }
 
 void DXOpenGL::willDrawPicture()
 {
-    if (!pulse_) return;
-    pulse_->drawsPart = pulse_->part && !_printMode &&
-                        pulse_->redrawRequests == redrawRequestCount() && pulse_->picture.restore();
-    if (!pulse_->drawsPart) {
-        pulse_->redrawRequests = redrawRequestCount();
+    if (!state_->pulse) return;
+    state_->pulse->drawsPart = state_->pulse->part && !state_->_printMode &&
+                               state_->pulse->redrawRequests == redrawRequestCount() &&
+                               state_->pulse->picture.restore();
+    if (!state_->pulse->drawsPart) {
+        state_->pulse->redrawRequests = redrawRequestCount();
         return;
     }
-    const PixelRect &part = *pulse_->part;
+    const PixelRect &part = *state_->pulse->part;
     glEnable(GL_SCISSOR_TEST);
     glScissor(part.column, part.row, part.width, part.height);
-    onlyPart_ = &*pulse_->partBox;
+    state_->onlyPart = &*state_->pulse->partBox;
 }
 
 void DXOpenGL::didDrawPicture()
 {
-    if (!pulse_) return;
-    if (pulse_->drawsPart) {
-        onlyPart_ = nullptr;
+    if (!state_->pulse) return;
+    if (state_->pulse->drawsPart) {
+        state_->onlyPart = nullptr;
         glDisable(GL_SCISSOR_TEST);
         return;
     }
-    pulse_->part.reset();
-    if (_printMode) return;
+    state_->pulse->part.reset();
+    if (state_->_printMode) return;
     updateModelView();
     const WindowProjection projection = currentWindowProjection();
-    const auto part = pixelsOfModel(*pulse_->model, *this, projection);
-    if (!part || !pulse_->picture.keep(deviceSize())) return;
-    pulse_->part = part;
-    pulse_->partBox.emplace(*part, projection);
+    const auto part = pixelsOfModel(*state_->pulse->model, *this, projection);
+    if (!part || !state_->pulse->picture.keep(deviceSize())) return;
+    state_->pulse->part = part;
+    state_->pulse->partBox.emplace(*part, projection);
 }
 
 } // namespace kelo

@@ -1,6 +1,7 @@
 // Parts of the scene that are left out of the picture.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "keloModel/NameKey.h"
@@ -21,24 +22,24 @@ ScenePart archOfNameKey(const std::string &key)
 
 void DXOpenGL::setShowsScenePart(ScenePart part, bool shows)
 {
-    hiddenParts_.set(static_cast<std::size_t>(part), !shows);
+    state_->hiddenParts.set(static_cast<std::size_t>(part), !shows);
     setNeedsDisplay(true);
 }
 
 bool DXOpenGL::drawsScenePart(ScenePart part) const
 {
-    return _printMode || showsScenePart(part);
+    return state_->_printMode || showsScenePart(part);
 }
 
 void DXOpenGL::collectModelsLeftOut()
 {
-    modelsLeftOut_.clear();
+    state_->modelsLeftOut.clear();
     const auto document = documentModel();
-    if (!document || hiddenParts_.none() || _printMode) return;
+    if (!document || state_->hiddenParts.none() || state_->_printMode) return;
     const auto leaveOut = [this](const DXDocumentModel::Models &models, bool leavesOutAll) {
         for (const auto &[key, model] : models) {
             if (leavesOutAll || !drawsScenePart(archOfNameKey(key)))
-                modelsLeftOut_.push_back(model->uniqueID());
+                state_->modelsLeftOut.push_back(model->uniqueID());
         }
     };
     leaveOut(document->toothModels(), false);
@@ -49,14 +50,15 @@ void DXOpenGL::collectModelsLeftOut()
         {document->lowerGumModel(), ScenePart::LowerArch}};
     for (const auto &[gum, arch] : gums) {
         if (gum && !(drawsScenePart(ScenePart::Gums) && drawsScenePart(arch)))
-            modelsLeftOut_.push_back(gum->uniqueID());
+            state_->modelsLeftOut.push_back(gum->uniqueID());
     }
-    std::sort(modelsLeftOut_.begin(), modelsLeftOut_.end());
+    std::sort(state_->modelsLeftOut.begin(), state_->modelsLeftOut.end());
 }
 
 bool DXOpenGL::shouldDraw(const DXGLightweightModel &model) const
 {
-    return !std::binary_search(modelsLeftOut_.begin(), modelsLeftOut_.end(), model.uniqueID());
+    return !std::binary_search(state_->modelsLeftOut.begin(), state_->modelsLeftOut.end(),
+                               model.uniqueID());
 }
 
 bool DXOpenGL::drawsElasticOver(const std::vector<std::string> &keys) const

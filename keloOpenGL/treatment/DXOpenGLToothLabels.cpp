@@ -3,6 +3,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/bands/RubberBandTables.h"
@@ -43,14 +44,14 @@ void drawShade(const Rect &rect)
 
 void DXOpenGL::setToothLabels(ToothLabels labels)
 {
-    if (labels == toothLabels_) return;
-    toothLabels_ = std::move(labels);
+    if (labels == state_->toothLabels) return;
+    state_->toothLabels = std::move(labels);
     setNeedsDisplay(true);
 }
 
 StringTexture &DXOpenGL::toothLabelTexture(const std::string &text)
 {
-    auto &texture = toothLabelTextures_[text];
+    auto &texture = state_->toothLabelTextures[text];
     if (!texture)
         texture = std::make_shared<StringTexture>(
             text, TextAttributes{Color::whiteColor(), labelPointSize * pictureScale});
@@ -60,7 +61,7 @@ StringTexture &DXOpenGL::toothLabelTexture(const std::string &text)
 std::vector<DXOpenGL::PlacedToothLabel> DXOpenGL::placedToothLabels()
 {
     const auto document = documentModel();
-    if (toothLabels_.empty() || isInColorPickMode() || !document) return {};
+    if (state_->toothLabels.empty() || isInColorPickMode() || !document) return {};
     Matrix projection;
     Matrix modelView;
     glGetFloatv(GL_PROJECTION_MATRIX, projection.m);
@@ -73,7 +74,7 @@ std::vector<DXOpenGL::PlacedToothLabel> DXOpenGL::placedToothLabels()
 
     std::vector<PlacedToothLabel> labels;
     std::vector<ToothLabelBox> boxes;
-    for (const auto &[key, text] : toothLabels_) {
+    for (const auto &[key, text] : state_->toothLabels) {
         const auto found = teeth.find(key);
         if (found == teeth.end() || found->second->hiddenPrimary() || !shouldDraw(*found->second))
             continue;

@@ -306,6 +306,22 @@ TEST(IncludeRule, noPartKnowsAnotherOrTheTreatmentView)
     EXPECT_GE(partCount, 7u);
 }
 
+TEST(IncludeRule, onlyTheTreatmentViewsSourcesKnowItsState)
+{
+    std::size_t includerCount = 0;
+    for (const std::string &path : sourceFiles()) {
+        if (!isSource(path) || startsWith(path, "tests/house/")) continue;
+        const std::string content = contentOfSourceFile(path);
+        if (content.find("#include \"keloOpenGL/treatment/DXOpenGLState.h\"") == std::string::npos)
+            continue;
+        ++includerCount;
+        EXPECT_TRUE(startsWith(path, "keloOpenGL/treatment/DXOpenGL") &&
+                    kelo::test::endsWith(path, ".cpp"))
+            << path;
+    }
+    EXPECT_GT(includerCount, 0u);
+}
+
 struct Planted
 {
     const char *name;
