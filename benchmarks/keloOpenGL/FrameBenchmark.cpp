@@ -6,7 +6,7 @@
 #include "benchmarks/keloOpenGL/BareProgram.h"
 #include "benchmarks/keloOpenGL/SampleScene.h"
 #include "keloOpenGL/keloOpenGL.h"
-#include "viewer/TreatmentLoader.h"
+#include "viewer/treatment/TreatmentLoader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -5,7 +5,7 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "keloOpenGL/picking/PickPass.h"
-#include "viewer/TreatmentLoader.h"
+#include "viewer/treatment/TreatmentLoader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,7 +4,7 @@
 #include "platform/gl.h"
 
 #include "benchmarks/keloOpenGL/SampleScene.h"
-#include "viewer/TreatmentLoader.h"
+#include "viewer/treatment/TreatmentLoader.h"
 
 #include <benchmark/benchmark.h>
 

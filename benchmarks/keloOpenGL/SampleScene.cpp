@@ -1,6 +1,6 @@
 #include "benchmarks/keloOpenGL/SampleScene.h"
 
-#include "viewer/TreatmentLoader.h"
+#include "viewer/treatment/TreatmentLoader.h"
 
 #include <algorithm>
 #include <spawn.h>

@@ -3,7 +3,7 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/keloOpenGL.h"
-#include "viewer/TreatmentLoader.h"
+#include "viewer/treatment/TreatmentLoader.h"
 
 #include <QCoreApplication>
 

@@ -5,11 +5,11 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/keloOpenGL.h"
-#include "viewer/InterfaceFiles.h"
-#include "viewer/OpenTreatments.h"
-#include "viewer/Theme.h"
-#include "viewer/Translation.h"
-#include "viewer/TreatmentWindow.h"
+#include "viewer/settings/Theme.h"
+#include "viewer/settings/Translation.h"
+#include "viewer/windows/InterfaceFiles.h"
+#include "viewer/windows/OpenTreatments.h"
+#include "viewer/windows/TreatmentWindow.h"
 
 #include <QApplication>
 #include <QLocale>

@@ -3,7 +3,7 @@
 // median. Limits: 20 ms to open a treatment, 5 ms to write a report.
 
 #include "keloModel/TreatmentNote.h"
-#include "viewer/TreatmentStore.h"
+#include "viewer/store/TreatmentStore.h"
 
 #include <benchmark/benchmark.h>
 

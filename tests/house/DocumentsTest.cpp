@@ -202,7 +202,7 @@ TEST(Documents, everyOptionOfTheViewerIsExplained)
 {
     static const std::regex option(R"re(\boption\(\s*"([a-z-]+)")re");
     const std::string text = contentOfSourceFile("README.md");
-    const Texts options = matchesIn(contentOfSourceFile("viewer/CommandLine.cpp"), option);
+    const Texts options = matchesIn(contentOfSourceFile("viewer/settings/CommandLine.cpp"), option);
     EXPECT_GE(options.size(), 15u);
     for (const std::string &name : options)
         EXPECT_TRUE(std::regex_search(text, std::regex("\\| `--" + name + "[ `]"))) << name;

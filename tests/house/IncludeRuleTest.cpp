@@ -90,7 +90,8 @@ std::vector<std::string> foldersOf(const std::vector<Room> &rooms)
     return folders;
 }
 
-std::vector<Room> madeRooms()
+/// The library, the tools and the examples.
+std::vector<Room> libraryRooms()
 {
     const std::vector<std::string> parts = foldersOf(partRooms());
     std::vector<Room> rooms = {
@@ -110,8 +111,6 @@ std::vector<Room> madeRooms()
     };
     for (const Room &room : partRooms())
         rooms.push_back(room);
-    std::vector<std::string> host = libraryAnd(parts);
-    host.insert(host.end(), {"keloOpenGL/", "tools/"});
     const std::vector<Room> upper = {
         {"keloOpenGL/", libraryAnd(parts), {"any"}, false},
         // It measures the bands that the view draws, so it takes them and the jaws from the view's
@@ -122,7 +121,6 @@ std::vector<Room> madeRooms()
          {"QtCore"},
          false},
         {"tools/", {"models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
-        {"viewer/", host, {"any"}, false},
         // Hosts like any other: they include what an installation has, under its names.
         {"examples/", {}, {"any"}, false},
     };
@@ -130,9 +128,67 @@ std::vector<Room> madeRooms()
     return rooms;
 }
 
+/// The viewer's folders, each below all that may include it.
+std::vector<Room> viewerRooms()
+{
+    std::vector<Room> rooms = {
+        {"viewer/text/", {"keloModel/"}, {"QtCore"}, false},
+        {"viewer/files/", {}, {"QtCore"}, false},
+        {"viewer/settings/",
+         {"viewer/text/", "viewer/files/", "keloOpenGL/", "platform/"},
+         {"any"},
+         false},
+        {"viewer/view/", {"keloOpenGL/"}, {"QtCore"}, false},
+        {"viewer/output/",
+         libraryAnd({"viewer/files/", "viewer/view/", "keloOpenGL/treatment/", "keloOpenGL/"}),
+         {"QtCore", "QtGui"},
+         false},
+        {"viewer/store/", {"viewer/files/", "keloModel/"}, {"QtCore", "QtSql", "QtNetwork"}, false},
+        {"viewer/treatment/",
+         libraryAnd({"viewer/text/", "viewer/files/", "viewer/settings/", "viewer/output/",
+                     "viewer/store/", "keloOpenGL/", "tools/"}),
+         {"QtCore", "QtGui"},
+         false},
+        {"viewer/script/",
+         {"viewer/text/", "viewer/files/", "viewer/view/", "viewer/output/", "keloOpenGL/",
+          "platform/"},
+         {"QtCore"},
+         false},
+        {"viewer/page/",
+         {"viewer/text/", "viewer/files/", "viewer/settings/", "viewer/output/",
+          "viewer/treatment/", "keloOpenGL/"},
+         {"any"},
+         false},
+        {"viewer/windows/",
+         {"viewer/text/", "viewer/files/", "viewer/settings/", "viewer/view/", "viewer/output/",
+          "viewer/store/", "viewer/treatment/", "viewer/page/", "keloModel/",
+          "keloOpenGL/treatment/", "keloOpenGL/"},
+         {"any"},
+         false},
+        {"viewer/app/",
+         {"viewer/text/", "viewer/files/", "viewer/settings/", "viewer/view/", "viewer/output/",
+          "viewer/store/", "viewer/treatment/", "viewer/script/", "viewer/page/", "viewer/windows/",
+          "keloOpenGL/"},
+         {"any"},
+         false},
+    };
+    // Which headers of the library a host may include, the test of public headers holds.
+    for (Room &room : rooms) {
+        if (!contains(room.rooms, "keloOpenGL/")) continue;
+        for (const std::string &part : foldersOf(partRooms()))
+            if (!contains(room.rooms, part)) room.rooms.push_back(part);
+    }
+    return rooms;
+}
+
 const std::vector<Room> &houseRooms()
 {
-    static const std::vector<Room> rooms = madeRooms();
+    static const std::vector<Room> rooms = [] {
+        std::vector<Room> all = libraryRooms();
+        for (const Room &room : viewerRooms())
+            all.push_back(room);
+        return all;
+    }();
     return rooms;
 }
 
@@ -150,8 +206,9 @@ std::string qtModuleOf(const std::string &header)
     static const std::filesystem::path qt = KELO_QT_INCLUDE_DIR;
     const auto slash = header.find('/');
     if (slash != std::string::npos && startsWith(header, "Qt")) return header.substr(0, slash);
-    for (const char *module : {"QtCore", "QtGui", "QtOpenGL", "QtWidgets", "QtOpenGLWidgets",
-                               "QtPrintSupport", "QtSql", "QtSvg", "QtUiTools", "QtXml", "QtTest"})
+    for (const char *module :
+         {"QtCore", "QtGui", "QtOpenGL", "QtWidgets", "QtOpenGLWidgets", "QtPrintSupport",
+          "QtNetwork", "QtSql", "QtSvg", "QtUiTools", "QtXml", "QtTest"})
         if (std::filesystem::is_regular_file(qt / module / header)) return module;
     return startsWith(header, "Q") ? "unknown Qt module" : "";
 }
@@ -282,6 +339,11 @@ TEST(IncludeRule, noFoldersOfTheViewsIncludeEachOtherInACircle)
     EXPECT_EQ(orderProblems(partRooms()), std::vector<std::string>{});
 }
 
+TEST(IncludeRule, noFoldersOfTheViewerIncludeEachOtherInACircle)
+{
+    EXPECT_EQ(orderProblems(viewerRooms()), std::vector<std::string>{});
+}
+
 TEST(IncludeRule, aPlantedCircleIsFound)
 {
     const std::vector<Room> circle = {{"a/", {"c/", "elsewhere/"}, {}, false},
@@ -405,13 +467,30 @@ const Planted plantedIncludes[] = {
      "keloOpenGL/windows/DXDocument.h enters keloOpenGL/windows/, which is not below "
      "keloOpenGL/treatment/"},
     {"theLibraryDoesNotKnowTheViewer", "keloOpenGL/windows/Planted.cpp",
-     "#include \"viewer/MainWindow.h\"",
-     "viewer/MainWindow.h enters viewer/, which is not below keloOpenGL/windows/"},
+     "#include \"viewer/windows/TreatmentWindow.h\"",
+     "viewer/windows/TreatmentWindow.h enters viewer/windows/, which is not below "
+     "keloOpenGL/windows/"},
+    {"theViewersStoreDoesNotKnowItsTreatment", "viewer/store/Planted.cpp",
+     "#include \"viewer/treatment/OpenedTreatment.h\"",
+     "viewer/treatment/OpenedTreatment.h enters viewer/treatment/, which is not below "
+     "viewer/store/"},
+    {"theViewersStoreDrawsNothing", "viewer/store/Planted.h",
+     "#include \"keloOpenGL/keloOpenGL.h\"",
+     "keloOpenGL/keloOpenGL.h enters keloOpenGL/, which is not below viewer/store/"},
+    {"theViewersTreatmentKnowsNoWidgets", "viewer/treatment/Planted.cpp", "#include <QMessageBox>",
+     "QMessageBox brings QtWidgets into viewer/treatment/"},
+    {"theViewersWindowsDoNotKnowItsStart", "viewer/windows/Planted.cpp",
+     "#include \"viewer/app/HeadlessRun.h\"",
+     "viewer/app/HeadlessRun.h enters viewer/app/, which is not below viewer/windows/"},
+    {"theViewersStartKnowsItsWindows", "viewer/app/Planted.cpp",
+     "#include \"viewer/windows/TreatmentWindow.h\"", ""},
+    {"theViewersFoldersHoldAllOfIt", "viewer/app/Planted.cpp", "#include \"viewer/MainWindow.h\"",
+     "viewer/MainWindow.h is not written from the root, or enters no room of the library"},
     {"anExampleIncludesAsAHostDoes", "examples/planted/main.cpp",
      "#include <keloOpenGL/models/Color.h>", ""},
     {"anExampleDoesNotIncludeFromTheTree", "examples/planted/main.cpp",
      "#include \"models/Color.h\"", "models/Color.h enters models/, which is not below examples/"},
-    {"theTreeDoesNotIncludeAsAHostDoes", "viewer/Planted.cpp",
+    {"theTreeDoesNotIncludeAsAHostDoes", "viewer/app/Planted.cpp",
      "#include <keloOpenGL/models/Color.h>",
      "keloOpenGL/models/Color.h is the project's own and belongs in quotes"},
     {"includesAreWrittenFromTheRoot", "keloOpenGL/view/Planted.cpp", "#include \"PackedData.h\"",

@@ -90,7 +90,7 @@ TEST(PublicHeaders, areAllThatTheViewerIncludes)
 
 TEST(PublicHeaders, anInnerHeaderInTheViewerIsFound)
 {
-    const std::string planted = "#include \"viewer/CommandLine.h\"\n"
+    const std::string planted = "#include \"viewer/settings/CommandLine.h\"\n"
                                 "#include \"keloOpenGL/menus/TreatmentMenus.h\"\n"
                                 "#include \"keloOpenGL/treatment/DXOpenGL.h\"\n"
                                 "#include \"platform/gl.h\"\n";

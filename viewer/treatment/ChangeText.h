@@ -1,0 +1,17 @@
+#pragma once
+
+#include "viewer/text/ToothNotation.h"
+#include "viewer/treatment/DocumentState.h"
+
+#include <QString>
+
+namespace viewer {
+
+/// What the user did, in a few words, to what, and from what to what: "Place bracket on 8, light
+/// blue", "Change elastic 6 – 30, from 1/4" 3.5 oz to 3/16" 4.5 oz". Several things of a kind are
+/// counted, and named as long as they are few. `document` has the catalogue that names colours and
+/// sizes. Empty when the states are equal.
+QString changeText(const DocumentState &before, const DocumentState &after,
+                   const kelo::DXDocumentModel &document, ToothNotation notation);
+
+} // namespace viewer

@@ -1,0 +1,450 @@
+#include "viewer/treatment/TreatmentSession.h"
+
+#include "models/DXGLightweightModel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/RunLoop.h"
+#include "viewer/store/TreatmentSchema.h"
+#include "viewer/text/ToldSentences.h"
+
+#include <QCoreApplication>
+
+#include <unordered_map>
+#include <utility>
+
+namespace viewer {
+namespace {
+
+/// The sentences' context for translators.
+struct SessionText
+{
+    Q_DECLARE_TR_FUNCTIONS(TreatmentSession)
+};
+
+std::string joined(const std::vector<std::string> &members)
+{
+    std::string text;
+    for (const std::string &member : members)
+        text += (text.empty() ? "" : ",") + member;
+    return text;
+}
+
+template<class Type>
+std::optional<long> typeIDOf(const std::shared_ptr<Type> &type)
+{
+    return type ? std::optional<long>(type->typeID) : std::nullopt;
+}
+
+ElasticRecord recordOf(const kelo::ElasticModel &elastic)
+{
+    return {typeIDOf(elastic.elasticsConfigType()), typeIDOf(elastic.elasticsSizeType()),
+            elastic.bracketSequence()};
+}
+
+/// The value of every model: the note's, or what a key that is left out stands for.
+template<class Value>
+kelo::NameKeyDictionary<Value> completed(const kelo::DXDocumentModel::Models &models,
+                                         const kelo::NameKeyDictionary<Value> &values,
+                                         const Value &leftOut)
+{
+    kelo::NameKeyDictionary<Value> complete;
+    for (const auto &[key, model] : models) {
+        const auto value = values.find(key);
+        complete.emplace(key, value == values.end() ? leftOut : value->second);
+    }
+    return complete;
+}
+
+/// The values that were not stored already.
+template<class Value>
+kelo::NameKeyDictionary<Value> difference(kelo::NameKeyDictionary<Value> values,
+                                          const kelo::NameKeyDictionary<Value> &stored)
+{
+    std::erase_if(values, [&stored](const auto &entry) {
+        const auto known = stored.find(entry.first);
+        return known != stored.end() && known->second == entry.second;
+    });
+    return values;
+}
+
+kelo::NameKeyDictionary<std::optional<long>>
+storedColors(const kelo::DXDocumentModel::ColorTypeIDs &typeIDs)
+{
+    kelo::NameKeyDictionary<std::optional<long>> colors;
+    for (const auto &[key, typeID] : typeIDs)
+        colors.emplace(key, typeID == kelo::noBracketColorTypeID ? std::nullopt
+                                                                 : std::optional<long>(typeID));
+    return colors;
+}
+
+QString sequenceText(const ElasticRecord &record)
+{
+    return QString::fromStdString(joined(record.bracketSequence));
+}
+
+} // namespace
+
+/// What the elastics of a note are shown with.
+struct TreatmentSession::Showing
+{
+    std::unordered_map<long, std::shared_ptr<kelo::ElasticsConfigType>> configurations;
+    ToldSentences told;
+};
+
+TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
+                                   std::shared_ptr<kelo::DXDocumentModel> document)
+    : store_(std::move(store)), treatmentID_(treatmentID), document_(std::move(document))
+{
+    listen();
+    document_->setDelegate(&delegate_);
+    // A new colour of a bracket is told by its mesh alone before the document reports it.
+    kelo::NotificationCenter::defaultCenter().addObserver(
+        this, [this](const kelo::Notification &) { changesAreGathered(); },
+        kelo::modelChangedNotification);
+}
+
+TreatmentSession::~TreatmentSession()
+{
+    kelo::NotificationCenter::defaultCenter().removeObserver(this);
+    // What the handlers stand for may be gone already.
+    failureHandler = nullptr;
+    storedHandler = nullptr;
+    nextDelegate_ = nullptr;
+    close();
+}
+
+void TreatmentSession::listen()
+{
+    // Each operation: store first, then pass on.
+    const auto passOn = [this](auto operation, auto &&...arguments) {
+        if (!nextDelegate_) return;
+        if (const auto called = nextDelegate_->*operation)
+            called(std::forward<decltype(arguments)>(arguments)...);
+    };
+    using Delegate = kelo::DXDocumentModelDelegate;
+    delegate_.tooth_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        NoteReport tooth = newReport();
+        tooth.toothVisibilities.emplace(key, visible);
+        report(std::move(tooth));
+        passOn(&Delegate::tooth_visibilityDidChange, key, visible);
+    };
+    // Brackets and buttons come again, gathered.
+    delegate_.bracket_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        changesAreGathered();
+        passOn(&Delegate::bracket_visibilityDidChange, key, visible);
+    };
+    delegate_.button_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
+        changesAreGathered();
+        passOn(&Delegate::button_visibilityDidChange, key, visible);
+    };
+    delegate_.bracketUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {
+        reportBrackets();
+        passOn(&Delegate::bracketUpdatesAvailable, model);
+    };
+    delegate_.buttonUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {
+        reportButtons();
+        passOn(&Delegate::buttonUpdatesAvailable, model);
+    };
+    const auto aboutElastic = [this, passOn](auto operation, ElasticsEvent event) {
+        return
+            [this, passOn, operation, event](const std::shared_ptr<kelo::ElasticModel> &elastic) {
+                reportElastics(event, joined(elastic->bracketSequence()));
+                passOn(operation, elastic);
+            };
+    };
+    delegate_.elasticModelPlaced =
+        aboutElastic(&Delegate::elasticModelPlaced, ElasticsEvent::Placed);
+    delegate_.elasticModelRemoved =
+        aboutElastic(&Delegate::elasticModelRemoved, ElasticsEvent::Removed);
+    delegate_.elasticModelColorDidChange =
+        aboutElastic(&Delegate::elasticModelColorDidChange, ElasticsEvent::Recolored);
+    delegate_.elasticModelsRefactoredAroundBrackets =
+        [this, passOn](const std::vector<std::string> &keys) {
+            reportElastics(ElasticsEvent::Refactored, joined(keys));
+            passOn(&Delegate::elasticModelsRefactoredAroundBrackets, keys);
+        };
+}
+
+NoteReport TreatmentSession::newReport() const
+{
+    NoteReport made;
+    made.date = date_;
+    made.changedAt = store_->now();
+    return made;
+}
+
+void TreatmentSession::changesAreGathered()
+{
+    if (document_->delegate() != &delegate_) return; // closed
+    if (latestStoring_ && latestStoring_->isValid()) return;
+    latestStoring_ = std::make_shared<kelo::Timer>(latestStoringInSeconds, false,
+                                                   [this](kelo::Timer &) { storeGathered(); });
+    // A menu or a sheet may be open for longer than a change may wait.
+    using kelo::RunLoopMode;
+    kelo::RunLoop::main().addTimer(latestStoring_,
+                                   (RunLoopMode::Default | RunLoopMode::EventTracking) |
+                                       static_cast<kelo::RunLoopModes>(RunLoopMode::ModalPanel));
+}
+
+void TreatmentSession::storeGathered()
+{
+    if (!date_.isValid()) return;
+    if (!keptReports_.empty() && !storeKeptReports()) changesAreGathered();
+    NoteReport gathered;
+    gathered.bracketVisibilities = document_->pendingBracketVisibilityUpdates();
+    gathered.bracketColorTypeIDs = storedColors(document_->pendingBracketColorTypeIDUpdates());
+    gathered.buttonVisibilities = document_->pendingButtonVisibilityUpdates();
+    NoteReport fresh = newReport();
+    fresh.bracketVisibilities =
+        difference(gathered.bracketVisibilities, storedEarly_.bracketVisibilities);
+    fresh.bracketColorTypeIDs =
+        difference(gathered.bracketColorTypeIDs, storedEarly_.bracketColorTypeIDs);
+    fresh.buttonVisibilities =
+        difference(gathered.buttonVisibilities, storedEarly_.buttonVisibilities);
+    storedEarly_ = std::move(gathered);
+    if (!fresh.bracketVisibilities.empty() || !fresh.bracketColorTypeIDs.empty() ||
+        !fresh.buttonVisibilities.empty())
+        report(std::move(fresh));
+}
+
+void TreatmentSession::reportBrackets()
+{
+    NoteReport brackets = newReport();
+    brackets.bracketVisibilities = difference(document_->bracketVisibilityUpdates(),
+                                              std::exchange(storedEarly_.bracketVisibilities, {}));
+    brackets.bracketColorTypeIDs = difference(storedColors(document_->bracketColorTypeIDUpdates()),
+                                              std::exchange(storedEarly_.bracketColorTypeIDs, {}));
+    if (!brackets.bracketVisibilities.empty() || !brackets.bracketColorTypeIDs.empty())
+        report(std::move(brackets));
+}
+
+void TreatmentSession::reportButtons()
+{
+    NoteReport buttons = newReport();
+    buttons.buttonVisibilities = difference(document_->buttonVisibilityUpdates(),
+                                            std::exchange(storedEarly_.buttonVisibilities, {}));
+    if (!buttons.buttonVisibilities.empty()) report(std::move(buttons));
+}
+
+std::vector<ElasticRecord> TreatmentSession::elasticsInDocument() const
+{
+    std::vector<ElasticRecord> elastics;
+    for (const auto &elastic : document_->elasticModels()) {
+        if (elastic) elastics.push_back(recordOf(*elastic));
+    }
+    elastics.insert(elastics.end(), elasticsNotShown_.begin(), elasticsNotShown_.end());
+    return elastics;
+}
+
+void TreatmentSession::reportElastics(ElasticsEvent event, const std::string &key)
+{
+    NoteReport changed = newReport();
+    auto present = elasticsInDocument();
+    auto before = std::exchange(elasticsTold_, present);
+    changed.elastics = ElasticsReport{event, key, std::move(present), std::move(before)};
+    report(std::move(changed));
+}
+
+void TreatmentSession::elasticWasNamed(const kelo::ElasticModel &elastic)
+{
+    reportElastics(ElasticsEvent::Named, joined(elastic.bracketSequence()));
+}
+
+void TreatmentSession::elasticWasRenamed(const kelo::ElasticModel &elastic,
+                                         const std::string &oldName)
+{
+    NoteReport renamed = newReport();
+    renamed.rename = RenameReport{joined(elastic.bracketSequence()), oldName,
+                                  elastic.elasticsConfigType()->typeLabel};
+    report(std::move(renamed));
+}
+
+void TreatmentSession::setApprovedDate(const std::optional<QDate> &approvedDate)
+{
+    approvedDate_ = approvedDate;
+    NoteReport approval = newReport();
+    approval.approval = ApprovalReport{approvedDate};
+    report(std::move(approval));
+}
+
+void TreatmentSession::takeOutstandingUpdates()
+{
+    document_->flushOutstandingUpdates();
+    // What was gathered before this session listened has no timer any more.
+    reportBrackets();
+    reportButtons();
+}
+
+void TreatmentSession::report(NoteReport report)
+{
+    // Before the first note is opened there is no date to store a change under: what stands in the
+    // document then is no note's.
+    if (!date_.isValid()) return;
+    keptReports_.push_back(std::move(report));
+    const StoreOutcome outcome = storeKeptReports();
+    if (outcome) return;
+    tellFailure(outcome.failure());
+    // Tried again without a further change too: the user may have made the last one.
+    changesAreGathered();
+}
+
+StoreOutcome TreatmentSession::storeKeptReports()
+{
+    // A handler may bring the next report: it waits for its turn in the loop below.
+    if (storing_) return std::monostate();
+    storing_ = true;
+    StoreOutcome outcome = std::monostate();
+    while (!keptReports_.empty() && outcome) {
+        outcome = store_->write(treatmentID_, keptReports_.front());
+        if (!outcome) break;
+        const NoteReport stored = std::move(keptReports_.front());
+        keptReports_.pop_front();
+        toldProblem_.reset();
+        if (const auto handler = storedHandler) handler(stored);
+    }
+    storing_ = false;
+    return outcome;
+}
+
+void TreatmentSession::tellFailure(const StoreFailure &failure)
+{
+    if (toldProblem_ == failure.problem) return;
+    toldProblem_ = failure.problem;
+    if (const auto handler = failureHandler)
+        handler(SessionText::tr("The changes could not be stored and are kept in memory for the "
+                                "next try: %1")
+                    .arg(failure.sentence));
+}
+
+StoreOutcome TreatmentSession::close()
+{
+    if (document_->delegate() == &delegate_) {
+        takeOutstandingUpdates();
+        document_->setDelegate(nullptr);
+    }
+    if (latestStoring_) latestStoring_->invalidate();
+    return storeKeptReports();
+}
+
+std::optional<QDate> TreatmentSession::lastKeptDateBefore(const QDate &date) const
+{
+    std::optional<QDate> last;
+    for (const NoteReport &kept : keptReports_) {
+        if (kept.date < date && (!last || *last < kept.date)) last = kept.date;
+    }
+    return last;
+}
+
+/// The note as it will stand in the database once the kept reports are stored.
+StoreResult<std::optional<NoteRecord>> TreatmentSession::noteToShow(const QDate &date)
+{
+    auto found = store_->note(treatmentID_, date);
+    if (!found) return found;
+    std::optional<NoteRecord> note = found.value();
+    if (!note) {
+        auto earlier = store_->lastNoteBefore(treatmentID_, date);
+        if (!earlier) return earlier;
+        std::optional<QDate> earlierDate = lastKeptDateBefore(date);
+        if (earlier.value() && (!earlierDate || *earlierDate < earlier.value()->date))
+            earlierDate = earlier.value()->date;
+        note = NoteRecord();
+        if (earlierDate) {
+            earlier = noteToShow(*earlierDate);
+            if (!earlier) return earlier;
+            note = earlier.value().value_or(NoteRecord());
+        }
+        note = noteStartedFrom(std::move(*note), date);
+    }
+    for (const NoteReport &kept : keptReports_) {
+        if (kept.date == date) note = noteAfterReport(std::move(*note), kept);
+    }
+    return note;
+}
+
+StoreResult<QStringList> TreatmentSession::openNote(const QDate &date)
+{
+    takeOutstandingUpdates();
+    const auto note = noteToShow(date);
+    if (!note) return note.failure();
+    date_ = date;
+    return show(note.value().value_or(NoteRecord()));
+}
+
+QStringList TreatmentSession::show(const NoteRecord &note)
+{
+    Showing showing;
+    for (const auto &type : document_->availableElasticsConfigTypes()) {
+        if (type) showing.configurations.emplace(type->typeID, type);
+    }
+    approvedDate_ = note.approvedDate;
+    document_->setToothVisibilities(
+        completed(document_->toothModels(), note.toothVisibilities, true));
+    document_->setBracketVisibilities(
+        completed(document_->bracketModels(), note.bracketVisibilities, false));
+    document_->setButtonVisibilities(
+        completed(document_->buttonModels(), note.buttonVisibilities, false));
+    // Nothing stands for no colour: 4999 is in no catalogue, and would be complained about.
+    document_->setBracketColorTypeIDs(
+        completed(document_->bracketModels(), note.bracketColorTypeIDs, std::optional<long>()));
+
+    kelo::DXDocumentModel::ElasticModels elastics;
+    elasticsNotShown_.clear();
+    for (const ElasticRecord &record : note.elastics) {
+        if (auto elastic = elasticOf(record, showing))
+            elastics.push_back(std::move(elastic));
+        else
+            elasticsNotShown_.push_back(record);
+    }
+    document_->setElasticModels(elastics);
+    elasticsTold_ = elasticsInDocument();
+    return showing.told.take();
+}
+
+std::shared_ptr<kelo::ElasticModel> TreatmentSession::elasticOf(const ElasticRecord &record,
+                                                                Showing &showing) const
+{
+    for (const std::string &member : record.bracketSequence) {
+        if (document_->bracketModels().contains(member) ||
+            document_->buttonModels().contains(member))
+            continue;
+        showing.told.add(SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
+                                         "of this document")
+                             .arg(sequenceText(record), QString::fromStdString(member)));
+        return nullptr;
+    }
+    const auto size =
+        record.elasticsSizeTypeID ? sizeType(*record.elasticsSizeTypeID, showing) : nullptr;
+    const auto config =
+        record.elasticsConfigTypeID ? configType(*record.elasticsConfigTypeID, showing) : nullptr;
+    return std::make_shared<kelo::ElasticModel>(config, size, record.bracketSequence);
+}
+
+std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
+                                                                   Showing &showing) const
+{
+    const auto &available = document_->availableElasticsSizeTypes();
+    const auto known = available.find(typeID);
+    if (known != available.end() && known->second) return known->second;
+    showing.told.add(SessionText::tr("The elastic size %1 is not in the catalogue; elastics of "
+                                     "this size are shown without colour")
+                         .arg(typeID));
+    // A size of its own carries the identifier back to the store.
+    auto unknown = std::make_shared<kelo::ElasticsSizeType>();
+    unknown->typeID = typeID;
+    unknown->typeLabel = "Size " + std::to_string(typeID);
+    return unknown;
+}
+
+std::shared_ptr<kelo::ElasticsConfigType> TreatmentSession::configType(long typeID,
+                                                                       Showing &showing)
+{
+    const auto known = showing.configurations.find(typeID);
+    if (known != showing.configurations.end()) return known->second;
+    showing.told.add(
+        SessionText::tr("The elastic configuration %1 is not in the catalogue").arg(typeID));
+    auto unknown = std::make_shared<kelo::ElasticsConfigType>();
+    unknown->typeID = typeID;
+    unknown->typeLabel = "Configuration " + std::to_string(typeID);
+    return unknown;
+}
+
+} // namespace viewer

@@ -1,0 +1,96 @@
+#include "viewer/treatment/UndoHistory.h"
+
+#include "viewer/treatment/ChangeText.h"
+
+#include <QUndoCommand>
+
+#include <utility>
+
+namespace viewer {
+
+class UndoHistory::Step : public QUndoCommand
+{
+public:
+    Step(UndoHistory &history, DocumentState before, DocumentState after, const QString &text)
+        : QUndoCommand(text),
+          history_(history),
+          before_(std::move(before)),
+          after_(std::move(after))
+    {}
+    void undo() override { go(before_); }
+    /// Called when the step is pushed too; then the document is there already.
+    void redo() override { go(after_); }
+
+private:
+    void go(const DocumentState &state)
+    {
+        applyState(*history_.document_, state);
+        history_.known_ = stateOf(*history_.document_);
+    }
+
+    UndoHistory &history_;
+    DocumentState before_;
+    DocumentState after_;
+};
+
+class UndoHistory::OutsideStep : public QUndoCommand
+{
+public:
+    OutsideStep(UndoHistory &history, const QString &text, std::function<void()> undo,
+                std::function<void()> redo)
+        : QUndoCommand(text), history_(history), undo_(std::move(undo)), redo_(std::move(redo))
+    {}
+    void undo() override { go(undo_); }
+    void redo() override
+    {
+        // Called when the step is pushed too, and it was taken then.
+        if (std::exchange(isNew_, false)) return;
+        go(redo_);
+    }
+
+private:
+    void go(const std::function<void()> &action)
+    {
+        action();
+        history_.known_ = stateOf(*history_.document_);
+    }
+
+    UndoHistory &history_;
+    std::function<void()> undo_;
+    std::function<void()> redo_;
+    bool isNew_ = true;
+};
+
+UndoHistory::UndoHistory()
+{
+    offered_.addStack(&stack_);
+    setOffersSteps(true);
+}
+
+void UndoHistory::watch(std::shared_ptr<kelo::DXDocumentModel> document)
+{
+    stack_.clear();
+    document_ = std::move(document);
+    known_ = document_ ? stateOf(*document_) : DocumentState();
+}
+
+void UndoHistory::noticeChanges()
+{
+    if (!document_) return;
+    DocumentState present = stateOf(*document_);
+    if (present == known_) return;
+    const QString text = changeText(known_, present, *document_, notation_);
+    DocumentState before = std::exchange(known_, present);
+    // A difference without a name (no colour in place of the colour "none") is no step of its own.
+    if (!text.isEmpty()) stack_.push(new Step(*this, std::move(before), std::move(present), text));
+}
+
+void UndoHistory::addStep(const QString &text, std::function<void()> undo,
+                          std::function<void()> redo)
+{
+    if (!document_) return;
+    known_ = stateOf(*document_);
+    stack_.push(new OutsideStep(*this, text, std::move(undo), std::move(redo)));
+}
+
+} // namespace viewer
