@@ -62,7 +62,7 @@ if [ "$preset" = coverage ]; then
     find "$root/build/coverage" -name '*.gcda' -delete
 fi
 status=0
-"${wrapper[@]}" ctest --test-dir "$root/build/$preset" -j"$(($(nproc) + 1))" --output-on-failure \
+"${wrapper[@]}" ctest --test-dir "$root/build/$preset" -j"$(nproc)" --output-on-failure \
     "${ctest_arguments[@]}" || status=$?
 if [ "$preset" = coverage ]; then
     "$root/scripts/coverage.sh" "$root/build/coverage/coverage.txt"
