@@ -19,6 +19,7 @@
 #include <csignal>
 
 using namespace viewer;
+using viewer::test::hasColour;
 using viewer::test::PDFPages;
 
 namespace {
@@ -56,17 +57,6 @@ QByteArray pageFileContent(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool previewHasColour(const QImage &picture)
-{
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor pixel = picture.pixelColor(x, y);
-            if (pixel.red() != pixel.green() || pixel.green() != pixel.blue()) return true;
-        }
-    }
-    return false;
 }
 
 /// While it lives, no file of this program can grow beyond some bytes, as on a full disk.
@@ -141,13 +131,13 @@ TEST(PagePreview, whatTheUserChoosesOnThePrinterIsPrinted)
     PagePreview preview(page(), PageSettings(), "Sample Patient", nullptr);
     preview.printer().setColorMode(QPrinter::Color);
     printIntoFile(preview, file);
-    EXPECT_TRUE(previewHasColour(PDFPages(pageFileContent(file)).pictures().at(0)));
+    EXPECT_TRUE(hasColour(PDFPages(pageFileContent(file)).pictures().at(0)));
     preview.printer().setColorMode(QPrinter::GrayScale);
     preview.printer().setPageSize(QPageSize(QPageSize::A5));
     printIntoFile(preview, file);
     EXPECT_EQ(preview.failure(), QString());
     const PDFPages pages(pageFileContent(file));
-    EXPECT_FALSE(previewHasColour(pages.pictures().at(0)));
+    EXPECT_FALSE(hasColour(pages.pictures().at(0)));
     EXPECT_TRUE(pages.information().contains("595 x 420 pts")) << pages.information().toStdString();
 }
 

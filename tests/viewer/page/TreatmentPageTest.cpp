@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace viewer;
+using viewer::test::hasColour;
 using viewer::test::PDFPages;
 
 namespace {
@@ -158,17 +159,6 @@ TEST(TreatmentPage, thePDFHasATitleAndStandsOnItsOwn)
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
     EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
     EXPECT_TRUE(pdf.contains("/Title"));
-}
-
-bool hasColour(const QImage &picture)
-{
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor pixel = picture.pixelColor(x, y);
-            if (pixel.red() != pixel.green() || pixel.green() != pixel.blue()) return true;
-        }
-    }
-    return false;
 }
 
 TEST(TreatmentPage, aGreyPageHasNoColour)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -11,6 +12,18 @@
 #include <vector>
 
 namespace viewer::test {
+
+/// Whether any pixel is not grey.
+inline bool hasColour(const QImage &picture)
+{
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            if (pixel.red() != pixel.green() || pixel.green() != pixel.blue()) return true;
+        }
+    }
+    return false;
+}
 
 /// What a reader of a PDF document gets to see, by programs that know nothing of how it was made.
 class PDFPages
