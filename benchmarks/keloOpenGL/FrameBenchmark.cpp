@@ -1,5 +1,5 @@
 // Steady frames, first frames and loading, each beside the row to compare with. Rows are repeated,
-// and the spread stands beside the median.
+// and the spread is next to the median.
 
 #include "platform/gl.h"
 

@@ -1,5 +1,5 @@
 // From the start of the process to the first window with its first frame, by phases, beside a bare
-// window. Needs a display. Rows are repeated, and the spread stands beside the median.
+// window. Needs a display. Rows are repeated, and the spread is next to the median.
 
 #include <benchmark/benchmark.h>
 

@@ -1,5 +1,5 @@
 // Opening treatments and writing reports in a database of 1,000 treatments of 20 notes, beside bare
-// prepared statements that move the same rows. Every row is repeated; the spread stands beside the
+// prepared statements that move the same rows. Every row is repeated; the spread is next to the
 // median. Limits: 20 ms to open a treatment, 5 ms to write a report.
 
 #include "keloModel/TreatmentNote.h"
