@@ -3,7 +3,10 @@
 set(KELO_PUBLIC_HEADERS
     document/DXDocumentModel.h
     document/DXDocumentModelDelegate.h
+    document/DocumentCatalogue.h
+    document/DocumentMeshes.h
     document/ElasticModel.h
+    document/SavedState.h
     geometry/Extents.h
     geometry/Matrix.h
     geometry/Quaternion.h
@@ -16,6 +19,7 @@ set(KELO_PUBLIC_HEADERS
     keloModel/QKModel.h
     keloModel/QKType.h
     keloModel/QKTypeManager.h
+    keloModel/SavedElastic.h
     keloModel/TreatmentNote.h
     keloOpenGL/Export.h
     keloOpenGL/keloOpenGL.h

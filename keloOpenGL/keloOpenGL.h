@@ -37,6 +37,7 @@
 #include "keloModel/QKModel.h"
 #include "keloModel/QKType.h"
 #include "keloModel/QKTypeManager.h"
+#include "keloModel/SavedElastic.h"
 #include "keloModel/TreatmentNote.h"
 
 #include "models/BundleKey.h"
@@ -51,7 +52,10 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/DXDocumentModelDelegate.h"
+#include "document/DocumentCatalogue.h"
+#include "document/DocumentMeshes.h"
 #include "document/ElasticModel.h"
+#include "document/SavedState.h"
 
 #include "keloOpenGL/bands/RubberBand.h"
 #include "keloOpenGL/editing/ActionType.h"

@@ -8,7 +8,8 @@ std::string MeshFailure::sentence() const
 {
     std::string text = shownText(file, longestShownPath);
     if (line != 0) text += ":" + std::to_string(line);
-    text += ": " + shownText(reason, longestShownPath);
+    if (!text.empty()) text += ": ";
+    text += shownText(reason, longestShownPath);
     if (!key.empty()) text += " (" + shownText(key, longestShownToken) + ")";
     return text;
 }

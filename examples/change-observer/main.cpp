@@ -4,7 +4,6 @@
 #include <keloOpenGL/keloOpenGL.h>
 
 #include <QApplication>
-#include <QFile>
 #include <QMainWindow>
 
 #include <iostream>
@@ -77,42 +76,32 @@ kelo::DXDocumentModelDelegate observer()
 }
 // [observer]
 
-void loadSamplePatient(Document &document)
+// [treatment]
+/// A patient's meshes, the clinic's catalogue, and the treatment as it was stored.
+void openTreatment(Document &document, const std::string &meshFolder,
+                   const kelo::Catalogue &catalogue, const kelo::SavedState &state)
 {
-    using Note = kelo::TreatmentNote;
-    auto teeth = Note::upperToothNameKeys();
-    for (const std::string &key : Note::lowerToothNameKeys())
-        teeth.push_back(key);
-    std::vector<std::string> buttons;
-    for (const std::string &key : teeth)
-        buttons.push_back(Note::buttonNameForToothName(key));
-    document.loadUpperAndLowerGumModels();
-    document.loadToothModelFilesForToothNameKeys(teeth);
-    document.loadBracketModelFilesForToothNameKeys(teeth);
-    document.loadButtonModelFilesForButtonNameKeys(buttons);
+    for (const kelo::MeshFailure &failure : kelo::loadMeshFolder(document, meshFolder))
+        print(failure.sentence());
+    kelo::setCatalogue(document, catalogue);
+    for (const kelo::ElasticProblem &problem : kelo::restoreState(document, state))
+        print(problem.sentence(state));
 }
+// [treatment]
 
-// [catalogue]
-/// Offers the colours, sizes and named elastics of the library's catalogue.
-void setCatalogue(Document &document)
+/// A treatment of the sample patient, as a host would read it from its own store.
+kelo::SavedState storedState()
 {
-    const auto bundle = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey);
-    QFile file(QString::fromStdString(bundle->bundlePath() + "/catalogue.json"));
-    file.open(QIODevice::ReadOnly);
-    const auto catalogue = kelo::catalogueFromJSON(file.readAll()).catalogue.value();
-    Document::BracketColorTypes colors;
-    for (const auto &color : catalogue.bracketColorTypes)
-        colors[color->typeID] = color;
-    Document::ElasticsSizeTypes sizes;
-    for (const auto &size : catalogue.elasticsSizeTypes)
-        sizes[size->typeID] = size;
-    document.setAvailableBracketColorTypes(colors);
-    document.setAvailableElasticsSizeTypes(sizes);
-    document.setAvailableElasticsConfigTypes(catalogue.elasticsConfigTypes);
-    // Menus look records up by their identifiers.
-    catalogue.fill(kelo::QKTypeManager::typeManager());
+    kelo::SavedState state;
+    for (const auto &keys :
+         {kelo::TreatmentNote::upperToothNameKeys(), kelo::TreatmentNote::lowerToothNameKeys()}) {
+        for (const std::string &key : keys) {
+            state.bracketVisibilities[key] = true;
+            state.buttonVisibilities[kelo::TreatmentNote::buttonNameForToothName(key)] = true;
+        }
+    }
+    return state;
 }
-// [catalogue]
 
 /// Some changes of every kind, made as the view makes them.
 void demonstrate(Document &document)
@@ -137,8 +126,10 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     auto document = std::make_shared<Document>();
-    loadSamplePatient(*document);
-    setCatalogue(*document);
+    // The library's resources are a folder of meshes too.
+    const auto bundle = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey);
+    openTreatment(*document, bundle->bundlePath(), kelo::standardCatalogue().catalogue.value(),
+                  storedState());
     auto delegate = observer();
     document->setDelegate(&delegate);
 

@@ -7,18 +7,8 @@
 // [document]
 std::shared_ptr<kelo::DXDocumentModel> samplePatient()
 {
-    using Note = kelo::TreatmentNote;
     auto document = std::make_shared<kelo::DXDocumentModel>();
-    auto teeth = Note::upperToothNameKeys();
-    for (const std::string &key : Note::lowerToothNameKeys())
-        teeth.push_back(key);
-    std::vector<std::string> buttons;
-    for (const std::string &key : teeth)
-        buttons.push_back(Note::buttonNameForToothName(key));
-    document->loadUpperAndLowerGumModels();
-    document->loadToothModelFilesForToothNameKeys(teeth);
-    document->loadBracketModelFilesForToothNameKeys(teeth);
-    document->loadButtonModelFilesForButtonNameKeys(buttons);
+    kelo::loadSamplePatient(*document);
     return document;
 }
 // [document]

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "keloModel/NameKey.h"
+#include "keloModel/SavedElastic.h"
 
 #include <QDate>
 #include <QString>
 
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace viewer {
@@ -14,14 +14,8 @@ namespace viewer {
 /// What the host keeps of one treatment: plain values, as they stand in the database and in
 /// treatment files. Equality is value for value, so that a round trip can be checked.
 
-/// One placed elastic. A configuration or size that is not named is absent.
-struct ElasticRecord
-{
-    std::optional<long> elasticsConfigTypeID;
-    std::optional<long> elasticsSizeTypeID;
-    std::vector<std::string> bracketSequence; ///< name keys, in the band's order
-    friend bool operator==(const ElasticRecord &, const ElasticRecord &) = default;
-};
+/// One placed elastic.
+using ElasticRecord = kelo::SavedElastic;
 
 /// The state of a treatment at one date.
 struct NoteRecord

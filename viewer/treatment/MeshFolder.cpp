@@ -1,5 +1,6 @@
 #include "viewer/treatment/MeshFolder.h"
 
+#include "document/DocumentMeshes.h"
 #include "keloModel/TreatmentNote.h"
 #include "tools/meshcheck/MeshCheck.h"
 
@@ -7,7 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
+#include <string>
 
 namespace viewer {
 namespace {
@@ -76,14 +77,10 @@ QStringList meshFileNames()
 
 QStringList missingTeeth(const QString &folder)
 {
-    const QDir directory(folder);
     QStringList missing;
-    for (const QString &number : toothNumbers()) {
-        const QStringList names = fileNamesOfTooth(number);
-        if (std::none_of(names.begin(), names.end(),
-                         [&](const QString &name) { return directory.exists(name); }))
-            missing << number;
-    }
+    for (const std::string &key :
+         kelo::teethMissingInFolder(QFile::encodeName(folder).toStdString()))
+        missing << QString::fromStdString(key);
     return missing;
 }
 

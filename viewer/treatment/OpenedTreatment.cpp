@@ -10,7 +10,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -32,13 +31,8 @@ constexpr long firstOwnTypeID = 1000;
 /// The catalogue that comes with the library.
 kelo::Catalogue defaultCatalogue()
 {
-    const auto bundle = kelo::ResourceBundle::bundleWithIdentifier(kelo::keloOpenGLBundleKey);
-    const auto path = bundle ? bundle->pathForResource_ofType("catalogue", "json") : std::nullopt;
-    QFile file(QString::fromStdString(path.value_or("")));
-    if (!path || !file.open(QIODevice::ReadOnly))
-        throw BadTreatment("The resources of the library could not be found.");
-    auto reading = kelo::catalogueFromJSON(file.readAll());
-    if (!reading.catalogue) throw BadTreatment(*path + ": " + reading.problems.front());
+    auto reading = kelo::standardCatalogue();
+    if (!reading.catalogue) throw BadTreatment(reading.problems.front());
     return std::move(*reading.catalogue);
 }
 
@@ -68,22 +62,6 @@ QByteArray ownCatalogueIn(const TreatmentFile &file)
 {
     const QByteArray text = kelo::catalogueAsJSON(file.catalogue);
     return text == kelo::catalogueAsJSON(defaultCatalogue()) ? QByteArray() : text;
-}
-
-template<class Type>
-std::map<long, std::shared_ptr<Type>> byTypeID(const std::vector<std::shared_ptr<Type>> &records)
-{
-    std::map<long, std::shared_ptr<Type>> dictionary;
-    for (const auto &record : records)
-        dictionary[record->typeID] = record;
-    return dictionary;
-}
-
-void setCatalogue(kelo::DXDocumentModel &document, const kelo::Catalogue &catalogue)
-{
-    document.setAvailableBracketColorTypes(byTypeID(catalogue.bracketColorTypes));
-    document.setAvailableElasticsSizeTypes(byTypeID(catalogue.elasticsSizeTypes));
-    document.setAvailableElasticsConfigTypes(catalogue.elasticsConfigTypes);
 }
 
 } // namespace
@@ -142,8 +120,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
     takeOwnCatalogue();
     takeNamedElastics();
     sentences_ << loadMeshes(*document_, commandLine.meshes, progress);
-    setCatalogue(*document_, catalogue_);
-    bringCatalogueForward();
+    kelo::setCatalogue(*document_, catalogue_);
     session_ = std::make_unique<TreatmentSession>(store_, treatmentID_, document_);
     session_->setNextDelegate(callLog_.delegate());
     noteOpenedOn_ = openedDate_;
@@ -369,7 +346,7 @@ StoreOutcome OpenedTreatment::storeNaming(const Naming &naming)
 
 void OpenedTreatment::offerCatalogue()
 {
-    setCatalogue(*document_, catalogue_);
+    kelo::offerCatalogue(*document_, catalogue_);
     for (const auto &elastic : document_->elasticModels()) {
         const auto &type = elastic->elasticsConfigType();
         if (type) elastic->setElasticsConfigType(catalogue_.elasticsConfigType(type->typeID));

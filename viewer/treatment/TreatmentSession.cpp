@@ -1,5 +1,6 @@
 #include "viewer/treatment/TreatmentSession.h"
 
+#include "document/SavedState.h"
 #include "models/DXGLightweightModel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
@@ -8,7 +9,6 @@
 
 #include <QCoreApplication>
 
-#include <unordered_map>
 #include <utility>
 
 namespace viewer {
@@ -40,20 +40,6 @@ ElasticRecord recordOf(const kelo::ElasticModel &elastic)
             elastic.bracketSequence()};
 }
 
-/// The value of every model: the note's, or what a key that is left out stands for.
-template<class Value>
-kelo::NameKeyDictionary<Value> completed(const kelo::DXDocumentModel::Models &models,
-                                         const kelo::NameKeyDictionary<Value> &values,
-                                         const Value &leftOut)
-{
-    kelo::NameKeyDictionary<Value> complete;
-    for (const auto &[key, model] : models) {
-        const auto value = values.find(key);
-        complete.emplace(key, value == values.end() ? leftOut : value->second);
-    }
-    return complete;
-}
-
 /// The values that were not stored already.
 template<class Value>
 kelo::NameKeyDictionary<Value> difference(kelo::NameKeyDictionary<Value> values,
@@ -76,19 +62,28 @@ storedColors(const kelo::DXDocumentModel::ColorTypeIDs &typeIDs)
     return colors;
 }
 
-QString sequenceText(const ElasticRecord &record)
+/// What is wrong with an elastic of a note, for the user.
+QString sentenceOf(const kelo::ElasticProblem &problem, const ElasticRecord &record)
 {
-    return QString::fromStdString(joined(record.bracketSequence));
+    using Kind = kelo::ElasticProblem::Kind;
+    switch (problem.kind) {
+    case Kind::UnknownMember:
+        return SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
+                               "of this document")
+            .arg(QString::fromStdString(joined(record.bracketSequence)),
+                 QString::fromStdString(problem.member));
+    case Kind::UnknownSize:
+        return SessionText::tr("The elastic size %1 is not in the catalogue; elastics of "
+                               "this size are shown without colour")
+            .arg(problem.typeID);
+    case Kind::UnknownConfiguration:
+        break;
+    }
+    return SessionText::tr("The elastic configuration %1 is not in the catalogue")
+        .arg(problem.typeID);
 }
 
 } // namespace
-
-/// What the elastics of a note are shown with.
-struct TreatmentSession::Showing
-{
-    std::unordered_map<long, std::shared_ptr<kelo::ElasticsConfigType>> configurations;
-    ToldSentences told;
-};
 
 TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
                                    std::shared_ptr<kelo::DXDocumentModel> document)
@@ -371,80 +366,20 @@ StoreResult<QStringList> TreatmentSession::openNote(const QDate &date)
 
 QStringList TreatmentSession::show(const NoteRecord &note)
 {
-    Showing showing;
-    for (const auto &type : document_->availableElasticsConfigTypes()) {
-        if (type) showing.configurations.emplace(type->typeID, type);
-    }
     approvedDate_ = note.approvedDate;
-    document_->setToothVisibilities(
-        completed(document_->toothModels(), note.toothVisibilities, true));
-    document_->setBracketVisibilities(
-        completed(document_->bracketModels(), note.bracketVisibilities, false));
-    document_->setButtonVisibilities(
-        completed(document_->buttonModels(), note.buttonVisibilities, false));
-    // Nothing stands for no colour: 4999 is in no catalogue, and would be complained about.
-    document_->setBracketColorTypeIDs(
-        completed(document_->bracketModels(), note.bracketColorTypeIDs, std::optional<long>()));
-
-    kelo::DXDocumentModel::ElasticModels elastics;
+    const auto problems = kelo::restoreState(
+        *document_, {note.toothVisibilities, note.bracketVisibilities, note.buttonVisibilities,
+                     note.bracketColorTypeIDs, note.elastics});
+    ToldSentences told;
     elasticsNotShown_.clear();
-    for (const ElasticRecord &record : note.elastics) {
-        if (auto elastic = elasticOf(record, showing))
-            elastics.push_back(std::move(elastic));
-        else
+    for (const kelo::ElasticProblem &problem : problems) {
+        const ElasticRecord &record = note.elastics[problem.elasticIndex];
+        told.add(sentenceOf(problem, record));
+        if (problem.kind == kelo::ElasticProblem::Kind::UnknownMember)
             elasticsNotShown_.push_back(record);
     }
-    document_->setElasticModels(elastics);
     elasticsTold_ = elasticsInDocument();
-    return showing.told.take();
-}
-
-std::shared_ptr<kelo::ElasticModel> TreatmentSession::elasticOf(const ElasticRecord &record,
-                                                                Showing &showing) const
-{
-    for (const std::string &member : record.bracketSequence) {
-        if (document_->bracketModels().contains(member) ||
-            document_->buttonModels().contains(member))
-            continue;
-        showing.told.add(SessionText::tr("The elastic %1 is not shown: %2 is no bracket or button "
-                                         "of this document")
-                             .arg(sequenceText(record), QString::fromStdString(member)));
-        return nullptr;
-    }
-    const auto size =
-        record.elasticsSizeTypeID ? sizeType(*record.elasticsSizeTypeID, showing) : nullptr;
-    const auto config =
-        record.elasticsConfigTypeID ? configType(*record.elasticsConfigTypeID, showing) : nullptr;
-    return std::make_shared<kelo::ElasticModel>(config, size, record.bracketSequence);
-}
-
-std::shared_ptr<kelo::ElasticsSizeType> TreatmentSession::sizeType(long typeID,
-                                                                   Showing &showing) const
-{
-    const auto &available = document_->availableElasticsSizeTypes();
-    const auto known = available.find(typeID);
-    if (known != available.end() && known->second) return known->second;
-    showing.told.add(SessionText::tr("The elastic size %1 is not in the catalogue; elastics of "
-                                     "this size are shown without colour")
-                         .arg(typeID));
-    // A size of its own carries the identifier back to the store.
-    auto unknown = std::make_shared<kelo::ElasticsSizeType>();
-    unknown->typeID = typeID;
-    unknown->typeLabel = "Size " + std::to_string(typeID);
-    return unknown;
-}
-
-std::shared_ptr<kelo::ElasticsConfigType> TreatmentSession::configType(long typeID,
-                                                                       Showing &showing)
-{
-    const auto known = showing.configurations.find(typeID);
-    if (known != showing.configurations.end()) return known->second;
-    showing.told.add(
-        SessionText::tr("The elastic configuration %1 is not in the catalogue").arg(typeID));
-    auto unknown = std::make_shared<kelo::ElasticsConfigType>();
-    unknown->typeID = typeID;
-    unknown->typeLabel = "Configuration " + std::to_string(typeID);
-    return unknown;
+    return told.take();
 }
 
 } // namespace viewer

@@ -90,7 +90,6 @@ public:
     StoreOutcome close();
 
 private:
-    struct Showing;
     void listen();
     void changesAreGathered();
     void storeGathered();
@@ -107,10 +106,6 @@ private:
     StoreResult<std::optional<NoteRecord>> noteToShow(const QDate &date);
     std::optional<QDate> lastKeptDateBefore(const QDate &date) const;
     QStringList show(const NoteRecord &note);
-    std::shared_ptr<kelo::ElasticModel> elasticOf(const ElasticRecord &record,
-                                                  Showing &showing) const;
-    std::shared_ptr<kelo::ElasticsSizeType> sizeType(long typeID, Showing &showing) const;
-    static std::shared_ptr<kelo::ElasticsConfigType> configType(long typeID, Showing &showing);
 
     std::shared_ptr<TreatmentStore> store_;
     qint64 treatmentID_;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelo {
+
+/// A placed elastic as plain values, as a host stores it. A configuration or size that is not named
+/// is absent.
+struct SavedElastic
+{
+    std::optional<long> elasticsConfigTypeID;
+    std::optional<long> elasticsSizeTypeID;
+    std::vector<std::string> bracketSequence; ///< name keys, in the band's order
+    friend bool operator==(const SavedElastic &, const SavedElastic &) = default;
+};
+
+} // namespace kelo
