@@ -1,6 +1,9 @@
 # The headers that an installation has: keloOpenGL/keloOpenGL.h and what it brings, and no other (a
 # house test compares). A header that is not named here is the library's own affair.
 set(KELO_PUBLIC_HEADERS
+    base/Assertion.h
+    base/Export.h
+    base/Rect.h
     document/DXDocumentModel.h
     document/DXDocumentModelDelegate.h
     document/DocumentCatalogue.h
@@ -21,11 +24,10 @@ set(KELO_PUBLIC_HEADERS
     keloModel/QKTypeManager.h
     keloModel/SavedElastic.h
     keloModel/TreatmentNote.h
-    keloOpenGL/Export.h
-    keloOpenGL/keloOpenGL.h
     keloOpenGL/bands/RubberBand.h
     keloOpenGL/bands/RubberBandTables.h
     keloOpenGL/editing/ActionType.h
+    keloOpenGL/keloOpenGL.h
     keloOpenGL/menus/ToothNaming.h
     keloOpenGL/overlay/ToothLabels.h
     keloOpenGL/treatment/DXOpenGL.h
@@ -54,24 +56,23 @@ set(KELO_PUBLIC_HEADERS
     models/PickIdentifier.h
     models/ToothModelLoader.h
     models/UserDefaultsColor.h
-    platform/Alert.h
-    platform/Assertion.h
-    platform/Event.h
-    platform/Menu.h
-    platform/NotificationCenter.h
-    platform/NotificationQueue.h
-    platform/OpenGLContext.h
-    platform/OpenGLView.h
-    platform/QtRunLoop.h
-    platform/Rect.h
-    platform/ResourceBundle.h
-    platform/RunLoop.h
-    platform/UserDefaults.h
-    platform/VersionChecker.h
-    platform/VirtualRunLoop.h
+    platform/presenters/Alert.h
+    platform/presenters/Menu.h
+    platform/settings/ResourceBundle.h
+    platform/settings/UserDefaults.h
+    platform/settings/VersionChecker.h
+    platform/time/NotificationCenter.h
+    platform/time/NotificationQueue.h
+    platform/time/QtRunLoop.h
+    platform/time/RunLoop.h
+    platform/time/VirtualRunLoop.h
+    platform/view/Event.h
+    platform/view/OpenGLContext.h
+    platform/view/OpenGLView.h
     platform/widgets/Document.h
     platform/widgets/InterfaceFile.h
     platform/widgets/PropertyBinding.h
+    platform/widgets/WidgetPresenters.h
     platform/widgets/WindowController.h
 )
 

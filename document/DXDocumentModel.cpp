@@ -1,12 +1,12 @@
 #include "document/DXDocumentModel.h"
 
+#include "base/Assertion.h"
+#include "base/TellDelegate.h"
 #include "document/ModelLookup.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/ToothModelLoader.h"
-#include "platform/Assertion.h"
-#include "platform/NotificationCenter.h"
-#include "platform/RunLoop.h"
-#include "platform/TellDelegate.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/time/RunLoop.h"
 
 namespace kelo {
 namespace {

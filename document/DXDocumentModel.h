@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/Export.h"
 #include "document/DXDocumentModelDelegate.h"
 #include "document/ElasticModel.h"
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
 #include "keloModel/NameKey.h"
-#include "keloOpenGL/Export.h"
 #include "models/MeshFailure.h"
 
 #include <concepts>

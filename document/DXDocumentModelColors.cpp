@@ -1,10 +1,10 @@
 #include "document/DXDocumentModel.h"
 
+#include "base/TellDelegate.h"
 #include "document/ModelLookup.h"
 #include "models/HVOGLMaterial.h"
 #include "models/ToothModelLoader.h"
-#include "platform/RunLoop.h"
-#include "platform/TellDelegate.h"
+#include "platform/time/RunLoop.h"
 
 #include <cstdio>
 #include <utility>

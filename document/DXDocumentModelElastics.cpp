@@ -1,7 +1,7 @@
 #include "document/DXDocumentModel.h"
 
+#include "base/TellDelegate.h"
 #include "document/ModelLookup.h"
-#include "platform/TellDelegate.h"
 
 #include <algorithm>
 #include <set>

@@ -3,7 +3,7 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/QKTypeManager.h"
 #include "models/BundleKey.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 
 #include <QByteArray>
 #include <QFile>

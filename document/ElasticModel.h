@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Export.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
-#include "keloOpenGL/Export.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Export.h"
 #include "keloModel/NameKey.h"
 #include "keloModel/SavedElastic.h"
-#include "keloOpenGL/Export.h"
 
 #include <cstddef>
 #include <optional>

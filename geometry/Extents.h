@@ -6,8 +6,8 @@
 // is locked.
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 
 #include <memory>
 #include <set>

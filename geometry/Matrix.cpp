@@ -1,6 +1,6 @@
 #include "geometry/Matrix.h"
 
-#include "geometry/Angles.h"
+#include "base/Angles.h"
 
 #include "geometry/Quaternion.h"
 

@@ -13,8 +13,8 @@
 // must not be null. Nothing here allocates, throws or keeps state.
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 
 #include <cstddef>
 #include <type_traits>

@@ -10,9 +10,9 @@
 // allocates, throws or keeps state.
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 
 #include <cmath>
 #include <type_traits>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/Export.h"
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
-#include "keloOpenGL/Export.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "keloModel/QKType.h"
-#include "keloOpenGL/Export.h"
 
 #include <array>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "models/BundleKey.h"
 
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 
 namespace kelo {
 

@@ -1,10 +1,10 @@
 #include "models/DXGLightweightModel.h"
 
+#include "base/Assertion.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/Assertion.h"
-#include "platform/NotificationCenter.h"
-#include "platform/OpenGLContext.h"
 #include "platform/gl.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <algorithm>
 #include <cinttypes>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Extents.h"
-#include "keloOpenGL/Export.h"
 #include "models/OBJReader.h"
 
 #include <cstdint>

@@ -1,11 +1,11 @@
 #include "models/ToothModelLoader.h"
 
+#include "base/Assertion.h"
 #include "models/BundleKey.h"
 #include "models/DXGLightweightModel.h"
 #include "models/OBJReaderFile.h"
 #include "models/OBJReaderText.h"
-#include "platform/Assertion.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 
 #include <atomic>
 #include <cstdint>

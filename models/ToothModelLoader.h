@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "keloModel/NameKey.h"
-#include "keloOpenGL/Export.h"
 #include "models/HVOGLMaterial.h"
 #include "models/MeshFailure.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
 #include "models/Color.h"
-#include "platform/UserDefaults.h"
+#include "platform/settings/UserDefaults.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 #include "keloOpenGL/bands/RubberBandTables.h"
 
 #include <cstddef>

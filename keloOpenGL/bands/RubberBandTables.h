@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 
 #include <cstdint>
 #include <span>

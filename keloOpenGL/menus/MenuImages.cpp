@@ -1,8 +1,8 @@
 #include "keloOpenGL/menus/MenuImages.h"
 
 #include "models/BundleKey.h"
-#include "platform/ResourceBundle.h"
-#include "platform/VersionChecker.h"
+#include "platform/settings/ResourceBundle.h"
+#include "platform/settings/VersionChecker.h"
 
 #include <QGuiApplication>
 #include <QImage>

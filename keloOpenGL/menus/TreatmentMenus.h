@@ -2,7 +2,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "models/Color.h"
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 
 #include <any>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Rect.h"
+#include "base/Rect.h"
 
 namespace kelo {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
+#include "base/Rect.h"
 #include "keloOpenGL/overlay/OverlayTools.h"
 #include "keloOpenGL/view/StreamBuffer.h"
-#include "platform/Rect.h"
 
 #include <array>
 #include <cstdint>

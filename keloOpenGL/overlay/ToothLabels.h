@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/Export.h"
+#include "base/Rect.h"
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
-#include "keloOpenGL/Export.h"
-#include "platform/Rect.h"
 
 #include <map>
 #include <string>

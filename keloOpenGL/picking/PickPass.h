@@ -1,9 +1,9 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
+#include "base/Rect.h"
 #include "keloOpenGL/picking/WindowProjection.h"
 #include "keloOpenGL/view/OffscreenTarget.h"
-#include "platform/Rect.h"
 
 #include <cstdint>
 #include <optional>

@@ -8,8 +8,8 @@
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/NotificationCenter.h"
-#include "platform/RunLoop.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/time/RunLoop.h"
 
 #include <QLocale>
 

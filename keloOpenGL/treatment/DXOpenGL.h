@@ -1,12 +1,12 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
 #include "keloOpenGL/editing/ActionType.h"
 #include "keloOpenGL/overlay/ToothLabels.h"
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 
 #include <QDateTime>
 #include <QImage>

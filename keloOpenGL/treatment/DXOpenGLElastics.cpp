@@ -3,6 +3,7 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
+#include "base/TellDelegate.h"
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
 #include "document/ModelLookup.h"
@@ -12,8 +13,7 @@
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
 #include "models/PickIdentifier.h"
-#include "platform/Alert.h"
-#include "platform/TellDelegate.h"
+#include "platform/presenters/Alert.h"
 
 #include <QtGlobal>
 

@@ -3,10 +3,10 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
+#include "base/TellDelegate.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/overlay/OverlayTools.h"
 #include "keloOpenGL/view/WorldTurn.h"
-#include "platform/TellDelegate.h"
 
 #include <QCursor>
 

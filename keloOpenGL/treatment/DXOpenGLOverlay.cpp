@@ -11,7 +11,7 @@
 #include "keloOpenGL/view/SimpleTexture.h"
 #include "keloOpenGL/view/StringTexture.h"
 #include "models/BundleKey.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 
 #include <cmath>
 #include <utility>

@@ -10,7 +10,7 @@
 #include "keloOpenGL/view/OffscreenTarget.h"
 #include "models/DXGLightweightModel.h"
 #include "models/PickIdentifier.h"
-#include "platform/VersionChecker.h"
+#include "platform/settings/VersionChecker.h"
 
 #include <cmath>
 #include <functional>

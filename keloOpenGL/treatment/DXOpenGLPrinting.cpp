@@ -5,14 +5,14 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
+#include "base/TellDelegate.h"
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/printing/PrintTarget.h"
 #include "keloOpenGL/printing/WhiteBrackets.h"
-#include "platform/Alert.h"
-#include "platform/TellDelegate.h"
-#include "platform/VersionChecker.h"
+#include "platform/presenters/Alert.h"
+#include "platform/settings/VersionChecker.h"
 
 #include <QImage>
 #include <QScopeGuard>

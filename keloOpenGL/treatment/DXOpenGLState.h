@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Rect.h"
 #include "keloOpenGL/bands/BandRenderer.h"
 #include "keloOpenGL/overlay/OverlayRenderer.h"
 #include "keloOpenGL/overlay/ToothLabels.h"
@@ -7,8 +8,7 @@
 #include "keloOpenGL/treatment/ScenePart.h"
 #include "keloOpenGL/view/OffscreenTarget.h"
 #include "keloOpenGL/view/StreamBuffer.h"
-#include "platform/Event.h"
-#include "platform/Rect.h"
+#include "platform/view/Event.h"
 
 #include <QDateTime>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
 
 namespace kelo {
 

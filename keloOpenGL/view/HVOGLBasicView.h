@@ -1,15 +1,15 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
 #include "geometry/Vector.h"
-#include "keloOpenGL/Export.h"
 #include "keloOpenGL/view/HVFindGoodWindow.h"
 #include "keloOpenGL/view/HVOGLMouseView.h"
 #include "keloOpenGL/view/PackedData.h"
 #include "models/Color.h"
-#include "platform/Menu.h"
-#include "platform/RunLoop.h"
+#include "platform/presenters/Menu.h"
+#include "platform/time/RunLoop.h"
 
 #include <array>
 #include <memory>

@@ -4,11 +4,11 @@
 
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
+#include "base/Assertion.h"
 #include "document/DXDocumentModel.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/Assertion.h"
-#include "platform/VersionChecker.h"
+#include "platform/settings/VersionChecker.h"
 
 #include <QScopeGuard>
 

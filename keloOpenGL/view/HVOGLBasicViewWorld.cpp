@@ -2,9 +2,9 @@
 
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
+#include "base/Assertion.h"
 #include "document/DXDocumentModel.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/Assertion.h"
 
 #include <array>
 #include <exception>

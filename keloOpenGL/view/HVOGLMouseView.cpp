@@ -1,6 +1,7 @@
 #include "keloOpenGL/view/HVOGLMouseView.h"
 
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/widgets/WidgetPresenters.h"
 
 #include <QCursor>
 
@@ -15,7 +16,9 @@ constexpr std::uint32_t modeModifierMask = 0xFFE90000;
 
 HVOGLMouseView::HVOGLMouseView(const Rect &frame, const PixelFormat &pixelFormat)
     : OpenGLView(frame, pixelFormat)
-{}
+{
+    useWidgetPresenters();
+}
 
 HVOGLMouseView::~HVOGLMouseView()
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-#include "platform/OpenGLView.h"
+#include "base/Export.h"
+#include "platform/view/OpenGLView.h"
 
 #include <cstdint>
 #include <optional>

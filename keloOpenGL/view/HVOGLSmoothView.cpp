@@ -1,7 +1,7 @@
 #include "keloOpenGL/view/HVOGLSmoothView.h"
 
+#include "base/Assertion.h"
 #include "keloOpenGL/view/RotationQuaternion.h"
-#include "platform/Assertion.h"
 
 #include <cmath>
 #include <numbers>

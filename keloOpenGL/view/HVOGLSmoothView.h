@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Quaternion.h"
-#include "keloOpenGL/Export.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
 #include <string>

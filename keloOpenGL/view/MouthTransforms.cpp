@@ -1,6 +1,6 @@
 #include "keloOpenGL/view/MouthTransforms.h"
 
-#include "geometry/Angles.h"
+#include "base/Angles.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Export.h"
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
-#include "keloOpenGL/Export.h"
 
 namespace kelo {
 

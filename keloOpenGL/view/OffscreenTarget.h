@@ -1,8 +1,8 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-#include "platform/OpenGLContext.h"
-#include "platform/Rect.h"
+#include "base/Export.h"
+#include "base/Rect.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <cstdint>
 #include <memory>

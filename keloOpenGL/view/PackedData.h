@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Assertion.h"
+#include "base/Assertion.h"
 
 #include <cstddef>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "geometry/Angles.h"
+#include "base/Angles.h"
 #include "geometry/Quaternion.h"
 
 #include <array>

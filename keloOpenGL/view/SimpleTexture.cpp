@@ -2,7 +2,7 @@
 
 #include "keloOpenGL/view/SimpleTexture.h"
 
-#include "platform/OpenGLContext.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <QImage>
 #include <QImageReader>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-#include "platform/OpenGLContext.h"
+#include "base/Export.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <cstddef>
 #include <cstdint>

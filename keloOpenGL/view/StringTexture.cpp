@@ -2,7 +2,7 @@
 
 #include "keloOpenGL/view/StringTexture.h"
 
-#include "platform/OpenGLContext.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>

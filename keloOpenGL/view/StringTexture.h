@@ -1,8 +1,8 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
+#include "base/Rect.h"
 #include "models/Color.h"
-#include "platform/Rect.h"
 
 #include <cstdint>
 #include <memory>

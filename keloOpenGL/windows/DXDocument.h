@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/Export.h"
 #include "platform/widgets/Document.h"
 #include "platform/widgets/WindowController.h"
 

@@ -1,6 +1,6 @@
 #include "keloOpenGL/windows/OptionPanelController.h"
 
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 
 #include <QGuiApplication>
 #include <QScreen>

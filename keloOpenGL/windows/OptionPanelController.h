@@ -1,7 +1,7 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-#include "platform/Rect.h"
+#include "base/Export.h"
+#include "base/Rect.h"
 #include "platform/widgets/WindowController.h"
 
 #include <QPointer>

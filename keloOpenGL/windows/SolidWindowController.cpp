@@ -1,8 +1,8 @@
 #include "keloOpenGL/windows/SolidWindowController.h"
 
-#include "platform/Assertion.h"
-#include "platform/NotificationCenter.h"
-#include "platform/NotificationQueue.h"
+#include "base/Assertion.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/time/NotificationQueue.h"
 #include "platform/widgets/Document.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
+#include "base/Export.h"
 #include "keloOpenGL/windows/TreatmentView.h"
 #include "keloOpenGL/windows/WindowControllerWithDocumentController.h"
 

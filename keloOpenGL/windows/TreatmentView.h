@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Export.h"
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/Export.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 
 #include <QWidget>

@@ -1,6 +1,6 @@
 #include "keloOpenGL/windows/WindowControllerWithDocumentController.h"
 
-#include "platform/Assertion.h"
+#include "base/Assertion.h"
 
 #include <QWidget>
 

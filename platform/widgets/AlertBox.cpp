@@ -1,4 +1,6 @@
-#include "platform/Alert.h"
+#include "platform/widgets/AlertBox.h"
+
+#include "platform/presenters/Alert.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -8,7 +10,7 @@ namespace kelo {
 
 void runModalAlertBox(const Alert &alert)
 {
-    // On the heap: the window in front of which it stands, and which owns it, may be destroyed
+    // On the heap: the window that it is in front of, and which owns it, may be destroyed
     // while the box waits.
     const QPointer<QMessageBox> box = new QMessageBox(QApplication::activeWindow());
     box->setIcon(QMessageBox::Warning);

@@ -1,5 +1,5 @@
-#include "platform/OpenGLView.h"
-#include "platform/RunLoop.h"
+#include "platform/time/RunLoop.h"
+#include "platform/view/OpenGLView.h"
 #include "platform/widgets/ContextMenuStyle.h"
 #include "platform/widgets/MenuOpening.h"
 #include "platform/widgets/NativeMenu.h"

@@ -1,5 +1,6 @@
 #include "platform/widgets/Document.h"
 
+#include "platform/widgets/WidgetPresenters.h"
 #include "platform/widgets/WindowController.h"
 
 #include <algorithm>
@@ -9,7 +10,11 @@
 
 namespace kelo {
 
-Document::Document() = default;
+Document::Document()
+{
+    useWidgetPresenters();
+}
+
 Document::~Document() = default;
 
 WindowController &Document::addWindowController(std::unique_ptr<WindowController> controller)

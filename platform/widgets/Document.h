@@ -1,7 +1,7 @@
 #pragma once
 
-#include "keloOpenGL/Export.h"
-#include "platform/Menu.h"
+#include "base/Export.h"
+#include "platform/presenters/Menu.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #include "platform/widgets/InterfaceFile.h"
 
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 
 #include <memory>
 
@@ -19,5 +19,9 @@ void fillNativeMenu(QMenu &nativeMenu, const Menu &menu);
 /// The row that an action of a native menu filled by fillNativeMenu stands for; null for null, and
 /// for an action that stands for none. The native menu keeps the rows alive.
 std::shared_ptr<MenuItem> itemOfAction(const QAction *action);
+
+/// What ContextMenuPresenter::popUpNativeMenu does.
+void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &event,
+                            OpenGLView &view);
 
 } // namespace kelo

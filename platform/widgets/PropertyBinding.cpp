@@ -1,6 +1,6 @@
 #include "platform/widgets/PropertyBinding.h"
 
-#include "platform/Assertion.h"
+#include "base/Assertion.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>

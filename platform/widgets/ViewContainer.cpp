@@ -1,7 +1,7 @@
 #include "platform/widgets/ViewContainer.h"
 
-#include "platform/Assertion.h"
-#include "platform/OpenGLViewPrivate.h"
+#include "base/Assertion.h"
+#include "platform/view/OpenGLViewPrivate.h"
 
 #include <QApplication>
 #include <QEnterEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ViewInput.h"
-#include "platform/ViewSurface.h"
+#include "platform/view/ViewInput.h"
+#include "platform/view/ViewSurface.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -54,5 +54,8 @@ private:
     QPointer<QWidget> inner_;
     std::unique_ptr<ViewInput> input_; ///< only for a view without a native window
 };
+
+/// Creates the widget that shows a view and makes it the surface's host. Needs a QApplication.
+QWidget *makeViewContainer(OpenGLView &view, ViewSurface &surface, QWidget *parent);
 
 } // namespace kelo

@@ -2,6 +2,7 @@
 
 #include "platform/widgets/Document.h"
 #include "platform/widgets/InterfaceFile.h"
+#include "platform/widgets/WidgetPresenters.h"
 
 #include <QEvent>
 #include <QPointer>
@@ -13,7 +14,9 @@ namespace kelo {
 
 WindowController::WindowController(std::string windowNibName)
     : windowNibName_(std::move(windowNibName))
-{}
+{
+    useWidgetPresenters();
+}
 
 WindowController::~WindowController()
 {

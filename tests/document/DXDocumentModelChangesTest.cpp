@@ -1,6 +1,6 @@
 #include "tests/document/DocumentFixture.h"
 
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "document/DocumentCatalogue.h"
 
 #include "keloModel/QKTypeManager.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 #include "tests/document/DocumentFixture.h"
 
 #include <QTemporaryDir>

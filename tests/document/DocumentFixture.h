@@ -4,7 +4,7 @@
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/VirtualRunLoop.h"
+#include "platform/time/VirtualRunLoop.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "models/BundleKey.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 #include "tests/support/CapturedOutput.h"
 
 #include <QTemporaryDir>

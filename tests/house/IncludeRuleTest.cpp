@@ -17,7 +17,7 @@ using kelo::test::linesOf;
 using kelo::test::sourceFiles;
 using kelo::test::startsWith;
 
-/// What one room may include. A file belongs to the first room whose folder it lies under, and so
+/// What one room may include. A file belongs to the innermost room whose folder it is in, and so
 /// does what it includes; a room may always include itself.
 struct Room
 {
@@ -28,14 +28,32 @@ struct Room
     bool mayIncludeGL;
 };
 
-const std::vector<std::string> library = {"geometry/",  "platform/widgets/", "platform/",
-                                          "keloModel/", "models/OBJReader",  "models/",
-                                          "document/"};
+using Folders = std::vector<std::string>;
 
-std::vector<std::string> libraryAnd(std::vector<std::string> more)
+Folders joined(std::initializer_list<Folders> lists)
 {
-    more.insert(more.end(), library.begin(), library.end());
-    return more;
+    Folders all;
+    for (const Folders &list : lists)
+        all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
+/// What a desktop gives, without its widgets.
+const Folders platform = {"base/",
+                          "platform/gl.h",
+                          "platform/time/",
+                          "platform/settings/",
+                          "platform/presenters/",
+                          "platform/view/"};
+
+/// The library below its views.
+const Folders library = joined(
+    {platform,
+     {"platform/widgets/", "geometry/", "keloModel/", "models/OBJReader", "models/", "document/"}});
+
+Folders libraryAnd(const Folders &more)
+{
+    return joined({library, more});
 }
 
 /// The folders of keloOpenGL/, each below all that may include it. What lies between the views that
@@ -43,32 +61,17 @@ std::vector<std::string> libraryAnd(std::vector<std::string> more)
 /// is put together from them.
 std::vector<Room> partRooms()
 {
+    const Folders scene = joined({platform, {"keloOpenGL/view/", "models/", "geometry/"}});
+    const Folders documents =
+        joined({platform, {"document/", "models/", "keloModel/", "geometry/"}});
     return {
         {"keloOpenGL/view/", library, {"any"}, true},
-        {"keloOpenGL/bands/",
-         {"keloOpenGL/view/", "models/", "keloModel/", "geometry/", "platform/"},
-         {},
-         true},
-        {"keloOpenGL/picking/",
-         {"keloOpenGL/view/", "models/", "geometry/", "platform/"},
-         {},
-         true},
-        {"keloOpenGL/overlay/",
-         {"keloOpenGL/view/", "models/", "geometry/", "platform/"},
-         {"QtCore"},
-         true},
-        {"keloOpenGL/menus/",
-         {"document/", "models/", "keloModel/", "geometry/", "platform/"},
-         {"QtCore", "QtGui"},
-         false},
-        {"keloOpenGL/editing/",
-         {"document/", "models/", "keloModel/", "geometry/", "platform/"},
-         {},
-         false},
-        {"keloOpenGL/printing/",
-         {"keloOpenGL/view/", "document/", "models/", "geometry/", "platform/"},
-         {},
-         true},
+        {"keloOpenGL/bands/", joined({scene, {"keloModel/"}}), {}, true},
+        {"keloOpenGL/picking/", scene, {}, true},
+        {"keloOpenGL/overlay/", scene, {"QtCore"}, true},
+        {"keloOpenGL/menus/", documents, {"QtCore", "QtGui"}, false},
+        {"keloOpenGL/editing/", documents, {}, false},
+        {"keloOpenGL/printing/", joined({scene, {"document/"}}), {}, true},
         {"keloOpenGL/treatment/",
          libraryAnd({"keloOpenGL/view/", "keloOpenGL/bands/", "keloOpenGL/picking/",
                      "keloOpenGL/overlay/", "keloOpenGL/menus/", "keloOpenGL/editing/",
@@ -93,19 +96,27 @@ std::vector<std::string> foldersOf(const std::vector<Room> &rooms)
 /// The library, the tools and the examples.
 std::vector<Room> libraryRooms()
 {
-    const std::vector<std::string> parts = foldersOf(partRooms());
+    const Folders parts = foldersOf(partRooms());
     std::vector<Room> rooms = {
-        {"geometry/", {}, {}, false},
-        {"platform/widgets/", {"platform/"}, {"any"}, true},
-        {"platform/", {"platform/widgets/"}, {"QtCore", "QtGui", "QtOpenGL"}, true},
-        {"keloModel/", {}, {"QtCore"}, false},
-        {"models/OBJReader", {}, {}, false},
+        {"base/", {}, {}, false},
+        {"geometry/", {"base/"}, {}, false},
+        {"platform/gl.h", {}, {}, true},
+        {"platform/time/", {"base/"}, {"QtCore"}, false},
+        {"platform/settings/", {"base/"}, {"QtCore", "QtGui"}, false},
+        {"platform/presenters/", {"base/", "platform/time/"}, {"QtCore", "QtGui"}, false},
+        {"platform/view/",
+         {"base/", "platform/gl.h", "platform/time/", "platform/presenters/"},
+         {"QtCore", "QtGui", "QtOpenGL"},
+         true},
+        {"platform/widgets/", platform, {"any"}, true},
+        {"keloModel/", {"base/"}, {"QtCore"}, false},
+        {"models/OBJReader", {"base/"}, {}, false},
         {"models/",
-         {"models/OBJReader", "keloModel/", "geometry/", "platform/"},
+         joined({platform, {"models/OBJReader", "keloModel/", "geometry/"}}),
          {"QtCore", "QtGui"},
          true},
         {"document/",
-         {"models/", "keloModel/", "geometry/", "platform/"},
+         joined({platform, {"models/", "keloModel/", "geometry/"}}),
          {"QtCore", "QtGui"},
          false},
     };
@@ -113,14 +124,14 @@ std::vector<Room> libraryRooms()
         rooms.push_back(room);
     const std::vector<Room> upper = {
         {"keloOpenGL/", libraryAnd(parts), {"any"}, false},
+        {"tools/", {"base/", "models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
         // It measures the bands that the view draws, so it takes them and the jaws from the view's
         // own pure functions.
         {"tools/banddepth/",
-         {"tools/", "models/OBJReader", "models/", "geometry/", "keloOpenGL/view/",
+         {"base/", "tools/", "models/OBJReader", "models/", "geometry/", "keloOpenGL/view/",
           "keloOpenGL/bands/"},
          {"QtCore"},
          false},
-        {"tools/", {"models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
         // Hosts like any other: they include what an installation has, under its names.
         {"examples/", {}, {"any"}, false},
     };
@@ -135,7 +146,7 @@ std::vector<Room> viewerRooms()
         {"viewer/text/", {"keloModel/"}, {"QtCore"}, false},
         {"viewer/files/", {}, {"QtCore"}, false},
         {"viewer/settings/",
-         {"viewer/text/", "viewer/files/", "keloOpenGL/", "platform/"},
+         joined({platform, {"viewer/text/", "viewer/files/", "keloOpenGL/"}}),
          {"any"},
          false},
         {"viewer/view/", {"keloOpenGL/"}, {"QtCore"}, false},
@@ -150,8 +161,9 @@ std::vector<Room> viewerRooms()
          {"QtCore", "QtGui"},
          false},
         {"viewer/script/",
-         {"viewer/text/", "viewer/files/", "viewer/view/", "viewer/output/", "keloOpenGL/",
-          "platform/"},
+         joined(
+             {platform,
+              {"viewer/text/", "viewer/files/", "viewer/view/", "viewer/output/", "keloOpenGL/"}}),
          {"QtCore"},
          false},
         {"viewer/page/",
@@ -194,9 +206,12 @@ const std::vector<Room> &houseRooms()
 
 const Room *roomOf(const std::string &path)
 {
-    for (const Room &room : houseRooms())
-        if (startsWith(path, room.folder)) return &room;
-    return nullptr;
+    const Room *innermost = nullptr;
+    for (const Room &room : houseRooms()) {
+        const bool isDeeper = !innermost || room.folder.size() > innermost->folder.size();
+        if (startsWith(path, room.folder) && isDeeper) innermost = &room;
+    }
+    return innermost;
 }
 
 /// The Qt module of a header, or nothing for other headers. The old home of a class that moved to
@@ -221,8 +236,6 @@ bool bringsGL(const std::string &header)
 
 std::string problemWithQuoted(const Room &room, const std::string &header)
 {
-    // One macro, which lies below all rooms.
-    if (header == "keloOpenGL/Export.h") return {};
     const Room *entered = roomOf(header);
     if (!entered) return "is not written from the root, or enters no room of the library";
     if (entered->folder != room.folder && !contains(room.rooms, entered->folder))
@@ -334,14 +347,9 @@ std::vector<std::string> orderProblems(const std::vector<Room> &rooms)
     return problems;
 }
 
-TEST(IncludeRule, noFoldersOfTheViewsIncludeEachOtherInACircle)
+TEST(IncludeRule, noRoomsIncludeEachOtherInACircle)
 {
-    EXPECT_EQ(orderProblems(partRooms()), std::vector<std::string>{});
-}
-
-TEST(IncludeRule, noFoldersOfTheViewerIncludeEachOtherInACircle)
-{
-    EXPECT_EQ(orderProblems(viewerRooms()), std::vector<std::string>{});
+    EXPECT_EQ(orderProblems(houseRooms()), std::vector<std::string>{});
 }
 
 TEST(IncludeRule, aPlantedCircleIsFound)
@@ -411,17 +419,26 @@ TEST_P(PlantedInclude, isToldAsExpected)
 }
 
 const Planted plantedIncludes[] = {
-    {"geometryTakesNothing", "geometry/Planted.h", "#include \"platform/Rect.h\"",
-     "platform/Rect.h enters platform/, which is not below geometry/"},
+    {"baseTakesNothing", "base/Planted.h", "#include \"geometry/Vector.h\"",
+     "geometry/Vector.h enters geometry/, which is not below base/"},
+    {"baseTakesNoQt", "base/Planted.h", "#include <QString>", "QString brings QtCore into base/"},
+    {"geometryTakesNothingButTheBase", "geometry/Planted.h", "#include \"platform/time/RunLoop.h\"",
+     "platform/time/RunLoop.h enters platform/time/, which is not below geometry/"},
     {"geometryTakesNoQt", "geometry/Planted.h", "#include <QString>",
      "QString brings QtCore into geometry/"},
-    {"geometryTakesTheExportMark", "geometry/Planted.h", "#include \"keloOpenGL/Export.h\"", ""},
+    {"geometryTakesTheExportMark", "geometry/Planted.h", "#include \"base/Export.h\"", ""},
     {"geometryTakesTheStandardLibrary", "geometry/Planted.h", "#include <vector>", ""},
-    {"platformKeepsWidgetsInTheirFolder", "platform/Planted.cpp", "#include <QWidget>",
-     "QWidget brings QtWidgets into platform/"},
+    {"thePlatformsViewTakesNoWidgets", "platform/view/Planted.cpp", "#include <QWidget>",
+     "QWidget brings QtWidgets into platform/view/"},
+    {"thePlatformsViewDoesNotKnowItsWidgets", "platform/view/Planted.cpp",
+     "#include \"platform/widgets/ToolTip.h\"",
+     "platform/widgets/ToolTip.h enters platform/widgets/, which is not below platform/view/"},
+    {"presentersDoNotKnowTheView", "platform/presenters/Planted.h",
+     "#include \"platform/view/Event.h\"",
+     "platform/view/Event.h enters platform/view/, which is not below platform/presenters/"},
     {"platformWidgetsTakeWidgets", "platform/widgets/Planted.cpp", "#include <QtWidgets/QMenu>",
      ""},
-    {"aClassThatMovedToGuiIsNoWidget", "platform/Planted.cpp", "#include <QAction>", ""},
+    {"aClassThatMovedToGuiIsNoWidget", "platform/view/Planted.cpp", "#include <QAction>", ""},
     {"keloModelTakesQtCore", "keloModel/Planted.h", "#include <QDate>", ""},
     {"keloModelTakesNoQtGui", "keloModel/Planted.h", "#include <QImage>",
      "QImage brings QtGui into keloModel/"},

@@ -1,8 +1,8 @@
 #include "platform/gl.h"
 
+#include "base/Assertion.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/Assertion.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/support/CapturedOutput.h"
 

@@ -1,7 +1,7 @@
 #include "platform/gl.h"
 
+#include "base/Assertion.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
-#include "platform/Assertion.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/support/CapturedOutput.h"
 

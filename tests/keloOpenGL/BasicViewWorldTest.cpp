@@ -1,5 +1,5 @@
+#include "base/Assertion.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
-#include "platform/Assertion.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <cmath>

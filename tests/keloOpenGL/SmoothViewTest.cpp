@@ -1,6 +1,6 @@
+#include "base/Assertion.h"
 #include "keloOpenGL/view/HVOGLSmoothView.h"
-#include "platform/Assertion.h"
-#include "platform/QtRunLoop.h"
+#include "platform/time/QtRunLoop.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <cmath>

@@ -3,9 +3,9 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/OpenGLView.h"
-#include "platform/RunLoop.h"
-#include "platform/VirtualRunLoop.h"
+#include "platform/time/RunLoop.h"
+#include "platform/time/VirtualRunLoop.h"
+#include "platform/view/OpenGLView.h"
 #include "tests/support/GLTest.h"
 
 #include <gtest/gtest.h>

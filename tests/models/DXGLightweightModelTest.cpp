@@ -1,8 +1,8 @@
 #include "models/DXGLightweightModel.h"
 
+#include "base/Assertion.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/Assertion.h"
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 #include "tests/models/TestMeshes.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "tests/support/GLTest.h"
 
-#include "platform/OpenGLView.h"
+#include "platform/view/OpenGLView.h"
 
 #include <gtest/gtest.h>
 

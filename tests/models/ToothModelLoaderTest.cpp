@@ -1,9 +1,9 @@
 #include "models/ToothModelLoader.h"
 
+#include "base/Assertion.h"
 #include "models/BundleKey.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/Assertion.h"
-#include "platform/ResourceBundle.h"
+#include "platform/settings/ResourceBundle.h"
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/WithoutPrivileges.h"
 

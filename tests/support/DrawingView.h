@@ -2,7 +2,7 @@
 
 #include "platform/gl.h"
 
-#include "platform/OpenGLView.h"
+#include "platform/view/OpenGLView.h"
 
 #include <functional>
 #include <vector>

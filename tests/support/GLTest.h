@@ -2,7 +2,7 @@
 
 #include "platform/gl.h"
 
-#include "platform/OpenGLContext.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <gtest/gtest.h>
 

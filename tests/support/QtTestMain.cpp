@@ -1,3 +1,4 @@
+#include "platform/widgets/WidgetPresenters.h"
 #include "tests/support/LogGuard.h"
 
 #include <gtest/gtest.h>
@@ -21,6 +22,7 @@ int main(int argc, char **argv)
 #ifndef KELO_TEST_ON_DISPLAY
     qputenv("QT_QPA_PLATFORM", "offscreen");
 #endif
+    kelo::useWidgetPresenters();
     // Never deleted: with it the graphics driver would be unloaded, and what the driver keeps until
     // the process ends would look like leaks of nobody's to the leak checker.
     [[maybe_unused]] static const auto *application = new QApplication(argc, argv);

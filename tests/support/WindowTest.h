@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/OpenGLView.h"
-#include "platform/RunLoop.h"
+#include "platform/time/RunLoop.h"
+#include "platform/view/OpenGLView.h"
 #include "tests/support/DrawingView.h"
 
 #include <gtest/gtest.h>

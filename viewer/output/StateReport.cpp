@@ -8,7 +8,7 @@
 #include "keloModel/ElasticsSizeType.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 #include "viewer/output/DelegateCallLog.h"
 
 #include <QImage>

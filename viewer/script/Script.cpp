@@ -1,6 +1,6 @@
 #include "viewer/script/Script.h"
 
-#include "platform/Event.h"
+#include "platform/view/Event.h"
 #include "viewer/files/Limits.h"
 #include "viewer/text/ShownText.h"
 #include "viewer/view/ScenePartNames.h"

@@ -87,7 +87,7 @@ void ScriptPlayer::handOver()
         if (previousPresenter_)
             previousPresenter_(menu, event, view);
         else
-            kelo::popUpNativeContextMenu(menu, event, view);
+            kelo::ContextMenuPresenter::popUpNativeMenu(menu, event, view);
     });
 }
 

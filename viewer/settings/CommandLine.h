@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Rect.h"
+#include "base/Rect.h"
 #include "viewer/settings/PageSettings.h"
 
 #include <QString>

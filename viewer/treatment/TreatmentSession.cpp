@@ -2,8 +2,8 @@
 
 #include "document/SavedState.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/NotificationCenter.h"
-#include "platform/RunLoop.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/time/RunLoop.h"
 #include "viewer/store/TreatmentSchema.h"
 #include "viewer/text/ToldSentences.h"
 

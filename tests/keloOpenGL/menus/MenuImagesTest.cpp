@@ -3,9 +3,9 @@
 #include "keloOpenGL/menus/MenuImages.h"
 
 #include "models/BundleKey.h"
-#include "platform/ResourceBundle.h"
-#include "platform/SystemGeneration.h"
-#include "platform/VersionChecker.h"
+#include "platform/settings/ResourceBundle.h"
+#include "platform/settings/SystemGeneration.h"
+#include "platform/settings/VersionChecker.h"
 
 #include <QColor>
 #include <QFile>

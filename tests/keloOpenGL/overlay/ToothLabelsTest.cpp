@@ -3,7 +3,7 @@
 #include "keloOpenGL/overlay/ToothLabels.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
-#include "platform/VirtualRunLoop.h"
+#include "platform/time/VirtualRunLoop.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <QImage>

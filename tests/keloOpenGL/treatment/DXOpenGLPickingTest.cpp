@@ -3,8 +3,8 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/SystemGeneration.h"
-#include "platform/VersionChecker.h"
+#include "platform/settings/SystemGeneration.h"
+#include "platform/settings/VersionChecker.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/keloOpenGL/treatment/PickFixture.h"
 

@@ -3,7 +3,7 @@
 
 #include "tests/keloOpenGL/treatment/PrintingFixture.h"
 
-#include "platform/OpenGLContext.h"
+#include "platform/view/OpenGLContext.h"
 
 #include <algorithm>
 #include <array>

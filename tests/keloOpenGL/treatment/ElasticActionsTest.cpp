@@ -3,7 +3,7 @@
 #include "tests/keloOpenGL/treatment/ElasticFixture.h"
 
 #include "keloOpenGL/menus/ToothNaming.h"
-#include "platform/Alert.h"
+#include "platform/presenters/Alert.h"
 
 namespace {
 

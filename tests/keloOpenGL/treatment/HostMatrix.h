@@ -4,7 +4,7 @@
 #include "document/ElasticModel.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
-#include "platform/Menu.h"
+#include "platform/presenters/Menu.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <functional>

@@ -4,7 +4,7 @@
 
 #include "tests/keloOpenGL/treatment/HostMatrix.h"
 
-#include "platform/TellDelegate.h"
+#include "base/TellDelegate.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,6 +1,6 @@
 // From the windowing system's pointer events to the device pixel that is picked.
 
-#include "platform/ViewInput.h"
+#include "platform/view/ViewInput.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 #include "tests/keloOpenGL/treatment/PickFixture.h"
 

@@ -5,7 +5,7 @@
 #include "document/ElasticModel.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/Alert.h"
+#include "platform/presenters/Alert.h"
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <QImage>

@@ -1,6 +1,6 @@
 // How documents, their windows and what these show come to an end.
 
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 #include "tests/keloOpenGL/windows/WindowsFixture.h"
 
 #include <QCloseEvent>

@@ -2,7 +2,7 @@
 
 #include "keloOpenGL/windows/OptionPanelController.h"
 #include "keloOpenGL/windows/SheetController.h"
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 #include "tests/keloOpenGL/windows/WindowsFixture.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
 // Documents and their windows.
 
+#include "base/Assertion.h"
 #include "keloOpenGL/windows/OptionPanelController.h"
-#include "platform/Assertion.h"
-#include "platform/NotificationCenter.h"
-#include "platform/NotificationQueue.h"
+#include "platform/time/NotificationCenter.h"
+#include "platform/time/NotificationQueue.h"
 #include "tests/keloOpenGL/windows/WindowsFixture.h"
 #include "tests/support/LogGuard.h"
 #include "tests/support/WithoutPrivileges.h"

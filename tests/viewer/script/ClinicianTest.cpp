@@ -4,7 +4,7 @@
 #include "tests/viewer/support/ScriptFixture.h"
 
 #include "keloModel/TreatmentNote.h"
-#include "platform/Alert.h"
+#include "platform/presenters/Alert.h"
 #include "viewer/script/PickPoints.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 
 #include "tests/viewer/support/ScriptFixture.h"
 
-#include "platform/Alert.h"
+#include "platform/presenters/Alert.h"
 #include "viewer/script/PickPoints.h"
 
 #include <vector>

@@ -1,11 +1,11 @@
 #include "geometry/Vector.h"
 #include "models/Color.h"
-#include "platform/Event.h"
+#include "platform/view/Event.h"
 
 #include <keloOpenGL/geometry/Vector.h>
 #include <keloOpenGL/keloOpenGL.h>
 #include <keloOpenGL/models/Color.h>
-#include <keloOpenGL/platform/Event.h>
+#include <keloOpenGL/platform/view/Event.h>
 #include <keloOpenGL/treatment/DXOpenGL.h>
 
 #include <iostream>
