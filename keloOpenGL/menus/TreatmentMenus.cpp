@@ -1,13 +1,9 @@
-// The menus' contents. What their rows may do is in TreatmentMenuValidation.cpp.
-
 #include "keloOpenGL/menus/TreatmentMenus.h"
 
 #include "document/ElasticModel.h"
 #include "document/ModelLookup.h"
 #include "keloModel/QKModel.h"
-#include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
-#include "models/DXGLightweightModel.h"
 
 #include <QtGlobal>
 
@@ -67,15 +63,6 @@ std::shared_ptr<MenuItem> TreatmentMenus::addItem(Menu &menu, const std::string 
     return item;
 }
 
-std::shared_ptr<MenuItem> TreatmentMenus::addTextItem(Menu &menu, const char *text,
-                                                      const std::string &actionName, long tag,
-                                                      const Target &target) const
-{
-    const auto item = addItem(menu, {}, actionName, tag, target);
-    setTitle(*item, text);
-    return item;
-}
-
 void TreatmentMenus::
     colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
         Menu &menu, MenuItem *parentItem, CatalogueRows types, std::optional<long> selectedTypeID,
@@ -96,8 +83,7 @@ void TreatmentMenus::
                 target)
             ->enabled = false;
     }
-    const bool showsSelection = primaryAction == "bracketColorMenuItemSelected:" ||
-                                primaryAction == "updateElasticColorMenuItemSelected:";
+    const bool showsSelection = checksSelection(primaryAction);
     for (const CatalogueRow &type : types) {
         const std::string title = filled(format, type.typeLabel);
         const auto item = addItem(parentItem ? *submenu : menu, title, primaryAction, -1, target);
@@ -122,8 +108,8 @@ void TreatmentMenus::
         const std::string &) const
 {
     QKModel::defaultModel().existingEntityNamed(entityName);
-    const auto header = addTextItem(menu, QT_TRANSLATE_NOOP("DXOpenGL", "Place Named Elastic..."),
-                                    "doNothing:", 0, target);
+    const auto header = addItem(menu, {}, "doNothing:", 0, target);
+    setTitle(*header, QT_TRANSLATE_NOOP("DXOpenGL", "Place Named Elastic..."));
     if (entityName != elasticsConfigEntity) return;
     bool isEmpty = true;
     for (const auto &configuration : configTypes) {
@@ -145,11 +131,22 @@ void TreatmentMenus::
     menu.addItem(MenuItem::separatorItem());
 }
 
-void TreatmentMenus::addRemoval(Menu &menu, const char *text, const std::string &actionName,
-                                const char *textForAll, const std::string &actionNameForAll) const
+void TreatmentMenus::addCommand(Menu &menu, const MenuCommand &command) const
 {
-    addTextItem(menu, text, actionName, -1, target_)->image = images_.remove();
-    addTextItem(menu, textForAll, actionNameForAll, 4, target_)->image = images_.doubleRemove();
+    const auto item = addItem(menu, {}, command.selector, command.tag, target_);
+    setTitle(*item, command.text);
+    if (command.picture) item->image = (images_.*command.picture)();
+}
+
+void TreatmentMenus::addCommands(Menu &menu, MenuKind kind, const MenuContext &context) const
+{
+    for (const MenuCommand &command : menuCommands()) {
+        if (command.menu != kind || !command.text) continue;
+        if (command.isShown && !command.isShown(context)) continue;
+        if (command.separator == MenuSeparator::Before) menu.addItem(MenuItem::separatorItem());
+        addCommand(menu, command);
+        if (command.separator == MenuSeparator::After) menu.addItem(MenuItem::separatorItem());
+    }
 }
 
 std::shared_ptr<Menu> TreatmentMenus::bracketMenu(const MenuContext &context) const
@@ -165,70 +162,56 @@ std::shared_ptr<Menu> TreatmentMenus::bracketMenu(const MenuContext &context) co
         color == selected.end() ? std::nullopt : std::optional(color->second), bracketColorEntity,
         "%@", target_, bracketIsHidden ? "placeBracketSelected:" : "bracketColorMenuItemSelected:",
         bracketIsHidden ? "placeAllBracketsSelected:" : "markAllBracketsSelected:");
-
-    const auto addPlacing = [&](const char *text, const std::string &action) {
-        menu->addItem(MenuItem::separatorItem());
-        addTextItem(*menu, text, action, -1, target_)->image = images_.add();
-    };
-    const auto addRemoving = [&](const char *text, const std::string &action) {
-        menu->addItem(MenuItem::separatorItem());
-        addTextItem(*menu, text, action, -1, target_)->image = images_.remove();
-    };
-    if (isHidden(document.buttonModels(), TreatmentNote::buttonNameForToothName(tooth)))
-        addPlacing(QT_TRANSLATE_NOOP("DXOpenGL", "Place Lingual Button"), "placeButtonSelected:");
-    else
-        addRemoving(QT_TRANSLATE_NOOP("DXOpenGL", "Remove Lingual Button"),
-                    "removeButtonSelected:");
-    const auto toothModel = document.toothModels().find(tooth);
-    if (toothModel != document.toothModels().end() && toothModel->second->hiddenPrimary())
-        addPlacing(QT_TRANSLATE_NOOP("DXOpenGL", "Place Tooth"), "placeToothSelected:");
-    else
-        addRemoving(QT_TRANSLATE_NOOP("DXOpenGL", "Remove Tooth"), "removeToothSelected:");
-    menu->addItem(MenuItem::separatorItem());
-    addRemoval(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Remove Bracket"),
-               "removeBracketSelected:", QT_TRANSLATE_NOOP("DXOpenGL", "Remove All Brackets"),
-               "removeAllBracketsSelected:");
+    addCommands(*menu, MenuKind::Bracket, context);
     return menu;
+}
+
+void TreatmentMenus::addSizesOfElastic(Menu &menu, const MenuContext &context) const
+{
+    const DXDocumentModel &document = *context.document;
+    const auto &size = document.elasticModels()[context.elasticIndex]->elasticsSizeType();
+    colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
+        menu, nullptr, catalogueRows(document.availableElasticsSizeTypes()),
+        size ? std::optional(size->typeID) : std::nullopt, elasticsSizeEntity, "%@", target_,
+        "updateElasticColorMenuItemSelected:", "markAllElasticsSelected:");
+    menu.addItem(MenuItem::separatorItem());
+    menu.addItem(MenuItem::separatorItem());
+}
+
+void TreatmentMenus::addStartsOfElastics(Menu &menu, const MenuContext &context) const
+{
+    const DXDocumentModel &document = *context.document;
+    const auto header =
+        addItem(menu, filled("Place/Mark %@", elasticsSizeEntity), "doNothing:", -4, target_);
+    header->enabled = false;
+    colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
+        menu, header.get(), catalogueRows(document.availableElasticsSizeTypes()), std::nullopt,
+        elasticsSizeEntity, "%@", target_, "startElasticColorMenuItemSelected:", "");
+    menu.addItem(MenuItem::separatorItem());
+    menu.addItem(MenuItem::separatorItem());
+    if (document.availableElasticsConfigTypes().empty()) return;
+    elasticsConfigMenu_withAvailableConfigTypes_availableSizeTypes_entityName_format_target_primaryAction_secondaryAction(
+        menu, document.availableElasticsConfigTypes(), document.availableElasticsSizeTypes(),
+        elasticsConfigEntity, "%@", target_, "placeSelectedElasticsConfigType:", "");
 }
 
 std::shared_ptr<Menu> TreatmentMenus::elasticMenu(const MenuContext &context) const
 {
-    const DXDocumentModel &document = *context.document;
     const auto menu = std::make_shared<Menu>(elasticsSizeEntity + " Menu");
-    const auto sizes = catalogueRows(document.availableElasticsSizeTypes());
-    const auto addSeparator = [&menu] { menu->addItem(MenuItem::separatorItem()); };
-    if (context.elasticIndex < document.elasticModels().size()) {
-        const auto &size = document.elasticModels()[context.elasticIndex]->elasticsSizeType();
-        colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
-            *menu, nullptr, sizes, size ? std::optional(size->typeID) : std::nullopt,
-            elasticsSizeEntity, "%@", target_,
-            "updateElasticColorMenuItemSelected:", "markAllElasticsSelected:");
-        addSeparator();
-        addSeparator();
-        addTextItem(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Name This Elastic..."),
-                    "nameSelectedElasticsModel:", -1, target_)
-            ->image = images_.pencil();
-        addSeparator();
-    } else {
-        const auto header =
-            addItem(*menu, filled("Place/Mark %@", elasticsSizeEntity), "doNothing:", -4, target_);
-        header->enabled = false;
-        colorMenu_withMenuItem_withAvailableColorTypes_selectedColorTypeID_entityName_format_target_primaryAction_secondaryAction(
-            *menu, header.get(), sizes, std::nullopt, elasticsSizeEntity, "%@", target_,
-            "startElasticColorMenuItemSelected:", "");
-        addSeparator();
-        addSeparator();
-        if (!document.availableElasticsConfigTypes().empty()) {
-            elasticsConfigMenu_withAvailableConfigTypes_availableSizeTypes_entityName_format_target_primaryAction_secondaryAction(
-                *menu, document.availableElasticsConfigTypes(),
-                document.availableElasticsSizeTypes(), elasticsConfigEntity, "%@", target_,
-                "placeSelectedElasticsConfigType:", "");
-        }
-    }
-    addRemoval(*menu, QT_TRANSLATE_NOOP("DXOpenGL", "Remove Elastic"),
-               "removeElasticSelected:", QT_TRANSLATE_NOOP("DXOpenGL", "Remove All Elastics"),
-               "removeAllElasticsSelected:");
+    if (context.elasticIndex < context.document->elasticModels().size())
+        addSizesOfElastic(*menu, context);
+    else
+        addStartsOfElastics(*menu, context);
+    addCommands(*menu, MenuKind::Elastic, context);
     return menu;
+}
+
+bool TreatmentMenus::validate(MenuItem &item, const MenuContext &context, int &namingAction) const
+{
+    if (!item.menu || item.menu->items().empty() || !context.document) return false;
+    const auto kind = menuKindOfTitle(item.menu->title());
+    const MenuCommand *command = kind ? menuCommand(*kind, item.actionName) : nullptr;
+    return command && command->rule({item, context, images_, namingAction});
 }
 
 } // namespace kelo

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "document/DXDocumentModel.h"
+#include "keloOpenGL/menus/MenuCommand.h"
 #include "models/Color.h"
 #include "platform/presenters/Menu.h"
 
 #include <any>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,15 +13,6 @@
 #include <vector>
 
 namespace kelo {
-
-/// What the rows' pictures are made by, so that the menus can be looked at without painting.
-struct MenuImageSource
-{
-    using Image = std::shared_ptr<const QImage>;
-    std::function<Image(const Color &)> color;       ///< a swatch
-    std::function<Image(const Color &)> doubleColor; ///< two swatches
-    std::function<Image()> add, placeAll, remove, doubleRemove, pencil;
-};
 
 /// One row of a catalogue as a menu shows it.
 struct CatalogueRow
@@ -37,17 +28,9 @@ using CatalogueRows = std::vector<CatalogueRow>;
 CatalogueRows catalogueRows(const DXDocumentModel::BracketColorTypes &types);
 CatalogueRows catalogueRows(const DXDocumentModel::ElasticsSizeTypes &types);
 
-/// What the menus are about: the state of a view when a menu opens.
-struct MenuContext
-{
-    const DXDocumentModel *document = nullptr;
-    std::optional<std::string> toothName; ///< under the pointer
-    std::uint64_t elasticIndex = 0;       ///< under the pointer; out of the list for none
-};
-
-/// The two context menus of the treatment view as data, and the rules by which their rows are
-/// enabled and titled each time they open. Titles are English; the shown titles of rows that no
-/// catalogue names are in the user's language.
+/// Builds the two context menus of the treatment view from its commands and the host's catalogues,
+/// and validates their rows each time they open. Titles are English; the shown titles of rows that
+/// no catalogue names are in the user's language.
 ///
 /// Tags say what a row is: -1 acts on one thing; 4 acts on all brackets or elastics; 1 holds the
 /// submenu of the rows that act on all; -4 and -2 are headers, -2 that of an existing elastic; -3
@@ -97,14 +80,13 @@ private:
     std::shared_ptr<MenuItem> addItem(Menu &menu, const std::string &title,
                                       const std::string &actionName, long tag,
                                       const Target &target) const;
-    /// The text is one of the view's own, marked for translation.
-    std::shared_ptr<MenuItem> addTextItem(Menu &menu, const char *text,
-                                          const std::string &actionName, long tag,
-                                          const Target &target) const;
-    void addRemoval(Menu &menu, const char *text, const std::string &actionName,
-                    const char *textForAll, const std::string &actionNameForAll) const;
-    bool validateBracketItem(MenuItem &item, const MenuContext &context) const;
-    bool validateElasticItem(MenuItem &item, const MenuContext &context, int &namingAction) const;
+    /// The rows of a menu that no catalogue names.
+    void addCommands(Menu &menu, MenuKind kind, const MenuContext &context) const;
+    void addCommand(Menu &menu, const MenuCommand &command) const;
+    /// The sizes, for the elastic that the menu is about or for one that begins, and the named
+    /// elastics.
+    void addSizesOfElastic(Menu &menu, const MenuContext &context) const;
+    void addStartsOfElastics(Menu &menu, const MenuContext &context) const;
 
     MenuImageSource images_;
     Target target_;

@@ -40,10 +40,7 @@ DXOpenGL::~DXOpenGL()
 {
     NotificationCenter::defaultCenter().removeObserver(ownObserver());
     // The view may end while one of its menus is open, or in the action of a row.
-    for (const auto &opened : state_->menus) {
-        const auto menu = opened.lock();
-        if (menu && menu->delegate == this) menu->delegate = nullptr;
-    }
+    state_->openMenus.release();
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
     forgetRepeatActionTimer();
     if (state_->verticalScrollSnapMouthClosedTimer)

@@ -441,6 +441,7 @@ private:
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
     void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
+    void noteWhatElasticMenuIsAbout();
     struct PrintImages
     {
         std::vector<unsigned char> left, front, right;

@@ -1,4 +1,4 @@
-// The context menus of the view: popping them up, and answering for their rows.
+// The context menus of the view: popping them up, validating their rows, and running them.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
@@ -7,37 +7,19 @@
 #include "document/ElasticModel.h"
 #include "keloOpenGL/menus/MenuImages.h"
 #include "keloOpenGL/menus/TreatmentMenus.h"
-
-#include <map>
+#include "keloOpenGL/treatment/MenuMethods.h"
 
 namespace kelo {
 namespace {
 
-using Action = void (DXOpenGL::*)(MenuItem &);
-
-const std::map<std::string, Action> &actionsBySelector()
+/// What a row with this selector does. Whoever shows a menu may keep it for longer than the view
+/// lives; then the row does nothing.
+std::function<void(MenuItem &)> actionOn(DXOpenGL &view, std::weak_ptr<const void> life,
+                                         const std::string &selector)
 {
-    static const std::map<std::string, Action> actions = {
-        {"bracketColorMenuItemSelected:", &DXOpenGL::bracketColorMenuItemSelected},
-        {"placeBracketSelected:", &DXOpenGL::placeBracketSelected},
-        {"removeBracketSelected:", &DXOpenGL::removeBracketSelected},
-        {"placeButtonSelected:", &DXOpenGL::placeButtonSelected},
-        {"removeButtonSelected:", &DXOpenGL::removeButtonSelected},
-        {"placeToothSelected:", &DXOpenGL::placeToothSelected},
-        {"removeToothSelected:", &DXOpenGL::removeToothSelected},
-        {"placeAllBracketsSelected:", &DXOpenGL::placeAllBracketsSelected},
-        {"markAllBracketsSelected:", &DXOpenGL::markAllBracketsSelected},
-        {"removeAllBracketsSelected:", &DXOpenGL::removeAllBracketsSelected},
-        {"startElasticColorMenuItemSelected:", &DXOpenGL::startElasticColorMenuItemSelected},
-        {"placeSelectedElasticsConfigType:", &DXOpenGL::placeSelectedElasticsConfigType},
-        {"updateElasticColorMenuItemSelected:", &DXOpenGL::updateElasticColorMenuItemSelected},
-        {"markAllElasticsSelected:", &DXOpenGL::markAllElasticsSelected},
-        {"removeElasticSelected:", &DXOpenGL::removeElasticSelected},
-        {"removeAllElasticsSelected:", &DXOpenGL::removeAllElasticsSelected},
-        {"nameSelectedElasticsModel:", &DXOpenGL::nameSelectedElasticsModel},
-        {"doNothing:", &DXOpenGL::doNothing},
+    return [&view, life = std::move(life), &method = menuMethods().at(selector)](MenuItem &sender) {
+        if (!life.expired()) method(view, sender);
     };
-    return actions;
 }
 
 MenuImageSource drawnImages()
@@ -51,13 +33,8 @@ MenuImageSource drawnImages()
 
 TreatmentMenus DXOpenGL::treatmentMenus()
 {
-    return TreatmentMenus(drawnImages(), [this](const std::string &selector) {
-        const Action action = actionsBySelector().at(selector);
-        // Whoever shows a menu may keep it for longer than the view lives.
-        return [this, thisLife = life(), action](MenuItem &sender) {
-            if (!thisLife.expired()) (this->*action)(sender);
-        };
-    });
+    return {drawnImages(),
+            [this](const std::string &selector) { return actionOn(*this, life(), selector); }};
 }
 
 MenuContext DXOpenGL::menuContext() const
@@ -67,10 +44,7 @@ MenuContext DXOpenGL::menuContext() const
 
 void DXOpenGL::popUp(const std::shared_ptr<Menu> &menu, const Event &event)
 {
-    std::erase_if(state_->menus,
-                  [](const std::weak_ptr<Menu> &opened) { return opened.expired(); });
-    state_->menus.push_back(menu);
-    menu->delegate = this;
+    state_->openMenus.add(menu, *this);
     ContextMenuPresenter::popUpContextMenu(menu, event, *this);
 }
 
@@ -85,18 +59,21 @@ void DXOpenGL::displayBracketMenuForEvent(const Event &event)
 
 void DXOpenGL::displayElasticMenuForEvent(const Event &event)
 {
-    const auto document = documentModel();
-    if (!document) return;
+    if (!documentModel()) return;
     const auto menu = treatmentMenus().elasticMenu(menuContext());
-    if (state_->currentEventElasticIndex < document->elasticModels().size()) {
-        state_->lastClickedElasticID =
-            document->elasticModels()[state_->currentEventElasticIndex]->uniqueID();
-        state_->elasticWasClicked = true;
-    } else {
-        state_->firstClickedToothName = state_->currentEventToothName;
-        state_->lastClickedToothName = state_->currentEventToothName;
-    }
+    noteWhatElasticMenuIsAbout();
     popUp(menu, event);
+}
+
+void DXOpenGL::noteWhatElasticMenuIsAbout()
+{
+    const auto &elastics = documentModel()->elasticModels();
+    state_->elasticWasClicked |= state_->currentEventElasticIndex < elastics.size();
+    if (state_->currentEventElasticIndex < elastics.size())
+        state_->lastClickedElasticID = elastics[state_->currentEventElasticIndex]->uniqueID();
+    else
+        state_->firstClickedToothName = state_->lastClickedToothName =
+            state_->currentEventToothName;
 }
 
 bool DXOpenGL::validateMenuItem(MenuItem &item)

@@ -2,6 +2,7 @@
 
 #include "base/Rect.h"
 #include "keloOpenGL/bands/BandRenderer.h"
+#include "keloOpenGL/menus/OpenMenus.h"
 #include "keloOpenGL/overlay/OverlayRenderer.h"
 #include "keloOpenGL/overlay/ToothLabels.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
@@ -23,7 +24,6 @@
 namespace kelo {
 
 class HVOGLMaterial;
-class Menu;
 class PickBox;
 class StringTexture;
 class Timer;
@@ -47,7 +47,7 @@ struct DXOpenGL::State
     Name lastClickedToothName;
     std::optional<std::vector<std::string>> bracketSequence;
     bool isPlacing = false; ///< while the document is given the elastic that was strung
-    std::vector<std::weak_ptr<Menu>> menus; ///< those whose delegate the view is
+    OpenMenus openMenus;
     std::uint64_t lastClickedElasticID = 0;
     bool elasticWasClicked = false;
     /// The first bracket's own material, while that bracket is highlighted.
