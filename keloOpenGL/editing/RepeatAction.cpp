@@ -13,32 +13,50 @@ bool isShown(const HiddenFlags &hidden)
     return !hidden.primary && !hidden.secondary;
 }
 
-RepeatOperation onlyIf(bool condition, RepeatOperation operation)
+ToothOperation onlyIf(bool condition, ToothOperation operation)
 {
-    return condition ? operation : RepeatOperation::None;
+    return condition ? operation : ToothOperation::None;
 }
 
 } // namespace
 
-RepeatOperation repeatOperation(std::int64_t lastActionType, const RepeatTarget &target)
+ToothOperation chosenOperation(ActionType action)
+{
+    switch (action) {
+    case ActionType::ColorBracket:
+    case ActionType::PlaceBracket:
+        return ToothOperation::ShowAndColorBracket;
+    case ActionType::RemoveBracket:
+        return ToothOperation::ToggleAndRemoveColorOfBracket;
+    case ActionType::PlaceButton:
+    case ActionType::RemoveButton:
+        return ToothOperation::ToggleButton;
+    case ActionType::PlaceTooth:
+    case ActionType::RemoveTooth:
+        return ToothOperation::ToggleTooth;
+    }
+    return ToothOperation::None;
+}
+
+ToothOperation repeatOperation(std::int64_t lastActionType, const RepeatTarget &target)
 {
     switch (static_cast<ActionType>(lastActionType)) {
     case ActionType::ColorBracket:
-        return onlyIf(!target.isLastClickedTooth, RepeatOperation::ShowAndColorBracket);
+        return onlyIf(!target.isLastClickedTooth, ToothOperation::ShowAndColorBracket);
     case ActionType::PlaceBracket:
-        return onlyIf(isUnplaced(target.bracket), RepeatOperation::ColorAndToggleBracket);
+        return onlyIf(isUnplaced(target.bracket), ToothOperation::ColorAndToggleBracket);
     case ActionType::RemoveBracket:
-        return onlyIf(isShown(target.bracket), RepeatOperation::RemoveColorAndToggleBracket);
+        return onlyIf(isShown(target.bracket), ToothOperation::RemoveColorAndToggleBracket);
     case ActionType::PlaceButton:
-        return onlyIf(isUnplaced(target.button), RepeatOperation::ToggleButton);
+        return onlyIf(isUnplaced(target.button), ToothOperation::ToggleButton);
     case ActionType::RemoveButton:
-        return onlyIf(isShown(target.button), RepeatOperation::ToggleButton);
+        return onlyIf(isShown(target.button), ToothOperation::ToggleButton);
     case ActionType::PlaceTooth:
-        return onlyIf(target.tooth.primary, RepeatOperation::ToggleTooth);
+        return onlyIf(target.tooth.primary, ToothOperation::ToggleTooth);
     case ActionType::RemoveTooth:
-        return onlyIf(!target.tooth.primary, RepeatOperation::ToggleTooth);
+        return onlyIf(!target.tooth.primary, ToothOperation::ToggleTooth);
     }
-    return RepeatOperation::None;
+    return ToothOperation::None;
 }
 
 } // namespace kelo

@@ -24,19 +24,23 @@ struct RepeatTarget
     bool isLastClickedTooth = false; ///< the tooth that the menu was opened on
 };
 
-/// What a repeated click does to the document.
-enum class RepeatOperation {
+/// What a row of the bracket menu, or a click that repeats it, does to the document. Names tell the
+/// order of the steps, which the document's delegate hears of one by one.
+enum class ToothOperation {
     None,
-    ShowAndColorBracket,         ///< makes it and its tooth visible, in the last colour
-    ColorAndToggleBracket,       ///< the last colour, then the visibility
-    RemoveColorAndToggleBracket, ///< no colour, then the visibility
+    ShowAndColorBracket, ///< makes it and its tooth visible, in a colour
+    ColorAndToggleBracket,
+    RemoveColorAndToggleBracket,
+    ToggleAndRemoveColorOfBracket,
     ToggleButton,
     ToggleTooth
 };
 
+/// What the menu's row of this action does to the tooth that the menu was opened on.
+KELO_EXPORT ToothOperation chosenOperation(ActionType action);
+
 /// Repeats an action only where it is still to be done. Colouring alone looks at no flag: it skips
 /// only the tooth that the menu was opened on, and shows a bracket that is hidden.
-KELO_EXPORT RepeatOperation repeatOperation(std::int64_t lastActionType,
-                                            const RepeatTarget &target);
+KELO_EXPORT ToothOperation repeatOperation(std::int64_t lastActionType, const RepeatTarget &target);
 
 } // namespace kelo

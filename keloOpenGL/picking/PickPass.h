@@ -2,8 +2,8 @@
 
 #include "base/Export.h"
 #include "base/Rect.h"
-#include "keloOpenGL/picking/WindowProjection.h"
 #include "keloOpenGL/view/OffscreenTarget.h"
+#include "keloOpenGL/view/WindowProjection.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,5 +1,5 @@
-// The state of the treatment view and its lifecycle: construction and teardown, the displayed date,
-// the repeat period.
+// The state of the treatment view and its lifecycle: construction and teardown, the document, the
+// dates.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
@@ -7,18 +7,38 @@
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/view/StringTexture.h"
-#include "models/HVOGLMaterial.h"
 #include "platform/time/NotificationCenter.h"
-#include "platform/time/RunLoop.h"
 
 #include <QLocale>
+
+#include <chrono>
 
 namespace kelo {
 namespace {
 
-/// A negative interval is a host that means "the usual".
-constexpr double usualRepeatInterval = 3.0;
 constexpr double dateLabelPointSize = 36.0;
+
+EditingRights::Moment momentOf(const QDateTime &date)
+{
+    if (!date.isValid()) return std::nullopt;
+    return std::chrono::sys_time(std::chrono::milliseconds(date.toMSecsSinceEpoch()));
+}
+
+std::string dateLabelText(const QDateTime &date, bool isToday)
+{
+    if (isToday) return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"));
+    // The day by the user's clock: a host may give the moment in another zone.
+    return QLocale().toString(date.toLocalTime().date(), QLocale::ShortFormat).toStdString();
+}
+
+std::shared_ptr<StringTexture> dateLabel(const std::string &text)
+{
+    TextAttributes attributes;
+    attributes.foregroundColor = Color::whiteColor();
+    attributes.pointSize = dateLabelPointSize;
+    const Color clear = Color{0.0, 0.0, 0.0, 0.0};
+    return std::make_shared<StringTexture>(text, attributes, Color::whiteColor(), clear, clear);
+}
 
 } // namespace
 
@@ -27,13 +47,17 @@ double gMsgPresistance = 10.0;
 
 DXOpenGL::DXOpenGL(const Rect &frame) : HVOGLSmoothView(frame), state_(std::make_unique<State>())
 {
-    const Color white = Color::whiteColor();
-    setAmbientColor(white);
-    setDiffuseColor(white);
-    setSpecularColor(white);
-    _lightRotation = {20.0f, 1.0f, 1.0f, 1.0f};
+    setUpLight();
     if (makeCurrentContextIfNeeded()) loadTextures();
     elasticConfigNamingAction = 0;
+}
+
+void DXOpenGL::setUpLight()
+{
+    setAmbientColor(Color::whiteColor());
+    setDiffuseColor(Color::whiteColor());
+    setSpecularColor(Color::whiteColor());
+    _lightRotation = {20.0f, 1.0f, 1.0f, 1.0f};
 }
 
 DXOpenGL::~DXOpenGL()
@@ -41,27 +65,26 @@ DXOpenGL::~DXOpenGL()
     NotificationCenter::defaultCenter().removeObserver(ownObserver());
     // The view may end while one of its menus is open, or in the action of a row.
     state_->openMenus.release();
+    // The parts give back what they have in the context while it is current.
     if (hasOpenGLContext()) makeCurrentContextIfNeeded();
-    forgetRepeatActionTimer();
-    if (state_->verticalScrollSnapMouthClosedTimer)
-        state_->verticalScrollSnapMouthClosedTimer->invalidate();
-    state_->overlayRenderer.dropPictures();
-    state_->dateStringTexture.reset();
+    state_.reset();
 }
 
 void DXOpenGL::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
 {
+    observe(model.get());
+    HVOGLSmoothView::setDocumentModel(std::move(model));
+}
+
+void DXOpenGL::observe(DXDocumentModel *model)
+{
     // The document hears its meshes and tells of them too. Another document's changes are none of
     // this view's.
     NotificationCenter &center = NotificationCenter::defaultCenter();
-    if (documentModel())
-        center.removeObserver(ownObserver(), documentModelChangedNotification,
-                              documentModel().get());
-    if (model)
-        center.addObserver(
-            ownObserver(), [this](const Notification &) { modelChanged(); },
-            documentModelChangedNotification, model.get());
-    HVOGLSmoothView::setDocumentModel(std::move(model));
+    const auto &name = documentModelChangedNotification;
+    if (documentModel()) center.removeObserver(ownObserver(), name, documentModel().get());
+    const auto redraw = [this](const Notification &) { modelChanged(); };
+    if (model) center.addObserver(ownObserver(), redraw, name, model);
 }
 
 bool DXOpenGL::survives(const std::function<void()> &call)
@@ -79,37 +102,6 @@ void DXOpenGL::contextWasLost()
     state_->texturesWereLost = true;
 }
 
-void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
-{
-    state_->dateStringTexture = std::move(texture);
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::setRepeatActionTimerInterval(double seconds)
-{
-    state_->repeatActionTimerInterval = seconds < 0.0 ? usualRepeatInterval : seconds;
-}
-
-void DXOpenGL::forgetRepeatActionTimer()
-{
-    if (const auto timer = state_->repeatActionTimer.lock()) timer->invalidate();
-    state_->repeatActionTimer.reset();
-}
-
-void DXOpenGL::restartRepeatActionTimer()
-{
-    forgetRepeatActionTimer();
-    state_->repeatActionTimer = RunLoop::main().scheduledTimer(
-        state_->repeatActionTimerInterval, false, [this](Timer &) { repeatActionTimerExpired(); });
-}
-
-void DXOpenGL::repeatActionTimerExpired()
-{
-    state_->repeatActionTimer.reset();
-    state_->lastBracketColorTypeID.reset();
-    restorePermanentMouseMode();
-}
-
 DXOpenGLDelegate *DXOpenGL::delegate() const
 {
     return state_->delegate;
@@ -120,50 +112,74 @@ void DXOpenGL::setDelegate(DXOpenGLDelegate *delegate)
     state_->delegate = delegate;
 }
 
+// Dates.
+
 const QDateTime &DXOpenGL::currentDate() const
 {
-    return state_->_currentDate;
+    return state_->currentDate;
 }
 
 void DXOpenGL::setCurrentDate(const QDateTime &date)
 {
-    state_->_currentDate = date;
+    state_->currentDate = date;
+    state_->rights.setToday(momentOf(date));
 }
 
 const QDateTime &DXOpenGL::approvedDate() const
 {
-    return state_->_approvedDate;
+    return state_->approvedDate;
+}
+
+void DXOpenGL::setApprovedDate(const QDateTime &date)
+{
+    state_->approvedDate = date;
+    state_->rights.setApproval(momentOf(date));
+    setNeedsDisplay(true); // the tools that change the treatment come or go
 }
 
 const QDateTime &DXOpenGL::displayedDate() const
 {
-    return state_->_displayedDate;
+    return state_->displayedDate;
+}
+
+void DXOpenGL::setDisplayedDate(const QDateTime &date)
+{
+    if (date == state_->displayedDate) return;
+    state_->displayedDate = date;
+    state_->rights.show(momentOf(date));
+    // Leaving the mode may end an elastic, which draws frames.
+    const auto chooseMode = [this] { setMouseMode(mayEdit() ? elasticsMode : rotateMode); };
+    if (survives(chooseMode)) showDateLabel();
+}
+
+void DXOpenGL::showDateLabel()
+{
+    makeCurrentContextIfNeeded();
+    setDateStringTexture(dateLabel(dateLabelText(state_->displayedDate, displayedDateIsToday())));
 }
 
 bool DXOpenGL::displayedDateIsToday() const
 {
-    return state_->_displayedDateIsToday;
+    return state_->rights.showsToday();
 }
 
 bool DXOpenGL::mayEdit() const
 {
-    return state_->_displayedDateIsToday && !state_->_approvedDate.isValid();
-}
-
-double DXOpenGL::repeatActionTimerInterval() const
-{
-    return state_->repeatActionTimerInterval;
-}
-
-bool DXOpenGL::repeatActionTimerIsRunning() const
-{
-    return state_->repeatActionTimer.lock() != nullptr;
+    return state_->rights.mayEdit();
 }
 
 const std::shared_ptr<StringTexture> &DXOpenGL::dateStringTexture() const
 {
     return state_->dateStringTexture;
 }
+
+void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
+{
+    state_->dateStringTexture = std::move(texture);
+    setNeedsDisplay(true);
+}
+
+// What the last events were about.
 
 const DXOpenGL::Name &DXOpenGL::firstClickedToothName() const
 {
@@ -200,26 +216,6 @@ std::uint64_t DXOpenGL::currentEventElasticIndex() const
     return state_->currentEventElasticIndex;
 }
 
-bool DXOpenGL::isRotating() const
-{
-    return state_->_rotating;
-}
-
-const std::optional<std::vector<std::string>> &DXOpenGL::bracketSequence() const
-{
-    return state_->bracketSequence;
-}
-
-std::optional<long> DXOpenGL::lastBracketColorTypeID() const
-{
-    return state_->lastBracketColorTypeID;
-}
-
-std::optional<long> DXOpenGL::lastElasticsSizeTypeID() const
-{
-    return state_->lastElasticsSizeTypeID;
-}
-
 std::uint64_t DXOpenGL::lastClickedElasticID() const
 {
     return state_->lastClickedElasticID;
@@ -228,53 +224,6 @@ std::uint64_t DXOpenGL::lastClickedElasticID() const
 bool DXOpenGL::elasticWasClicked() const
 {
     return state_->elasticWasClicked;
-}
-
-std::int64_t DXOpenGL::lastActionType() const
-{
-    return state_->lastActionType;
-}
-
-bool DXOpenGL::showsScenePart(ScenePart part) const
-{
-    return !state_->hiddenParts[static_cast<std::size_t>(part)];
-}
-
-const ToothLabels &DXOpenGL::toothLabels() const
-{
-    return state_->toothLabels;
-}
-
-void DXOpenGL::setApprovedDate(const QDateTime &date)
-{
-    state_->_approvedDate = date;
-    setNeedsDisplay(true); // the tools that change the treatment come or go
-}
-
-void DXOpenGL::setDisplayedDate(const QDateTime &date)
-{
-    if (date == state_->_displayedDate) return;
-    makeCurrentContextIfNeeded();
-    state_->_displayedDate = date;
-    state_->_displayedDateIsToday = state_->_currentDate.isValid() && state_->_currentDate == date;
-    setMouseMode(mayEdit() ? elasticsMode : rotateMode);
-    makeDateLabel();
-    setNeedsDisplay(true);
-}
-
-void DXOpenGL::makeDateLabel()
-{
-    // The day by the user's clock: a host may give the moment in another zone.
-    const QDate day = state_->_displayedDate.toLocalTime().date();
-    const std::string text = state_->_displayedDateIsToday
-                                 ? translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"))
-                                 : QLocale().toString(day, QLocale::ShortFormat).toStdString();
-    TextAttributes attributes;
-    attributes.foregroundColor = Color::whiteColor();
-    attributes.pointSize = dateLabelPointSize;
-    const Color clear = Color{0.0, 0.0, 0.0, 0.0};
-    setDateStringTexture(
-        std::make_shared<StringTexture>(text, attributes, Color::whiteColor(), clear, clear));
 }
 
 } // namespace kelo

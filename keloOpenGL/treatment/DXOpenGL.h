@@ -23,10 +23,15 @@ namespace kelo {
 class SimpleTexture;
 class StringTexture;
 class TreatmentMenus;
+enum class ElasticPress;
 enum class OverlayToolID : std::size_t;
+enum class PlacementStep;
+struct DrawnBand;
+struct ElasticHit;
+struct FramePart;
 struct MenuContext;
 struct OverlayTool;
-struct PixelRect;
+struct PickedScene;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
@@ -395,28 +400,61 @@ protected:
     void didDrawPicture() override;
 
 private:
-    /// All of the view, or these pixels of it only.
-    void drawColorPickPass(const std::optional<PixelRect> &onlyPart);
-    /// Draws it where nobody sees it, and has it read while it is there.
-    void pick(const std::optional<PixelRect> &onlyPart, const std::function<void()> &read);
+    struct KeyCommand
+    {
+        char16_t key;
+        void (DXOpenGL::*run)(const Event &);
+    };
+    static const KeyCommand keyCommands[];
+    struct Pulse;
+
     /// Runs what reaches the host, a change of the document above all. False when the view ended in
     /// it: then nothing of the view may be touched. Unlike tellDelegate it does not keep the view
     /// alive: a host that let go of the view may destroy the delegate, and hears no more.
     bool survives(const std::function<void()> &call);
-    void repeatActionTimerExpired();
-    void singleActionDone(ActionType type);
-    void colorLastClickedTooth(const MenuItem &sender, ActionType type);
-    void toggleButtonOfLastClickedTooth(ActionType type);
-    void toggleLastClickedTooth(ActionType type);
+    /// Tells the delegate; false when the view ended in it.
+    template<class Operation, class... Arguments>
+    bool tell(Operation operation, Arguments &&...arguments);
+    /// Requests a redraw too. False when the view ended in it.
+    bool changeDocument(const std::function<void(DXDocumentModel &)> &change);
+    /// The same for all elastics, with the delegate told before and after.
+    void changeElastics(DXDocumentModel &document, const std::function<void()> &change);
+    void setUpLight();
+    void observe(DXDocumentModel *model);
+    void showDateLabel();
+
+    bool canPick();
+    PickedScene pickedScene();
+    void drawPickedScene();
+    Name toothNameAtPoint(const Point &backingPoint);
+    ElasticHit elasticHitAtPoint(const Point &backingPoint);
+    void noteElasticPress(const ElasticHit &hit, ElasticPress press);
+    void carryOut(ElasticPress press, const ElasticHit &hit, const Event &event);
+
+    void chooseForLastClickedTooth(ActionType action, std::optional<long> colorTypeID = {});
+    void noteActionDone(ActionType action);
+    void pressTooth(std::string name, const Event &event);
     void repeatLastActionOn(const std::string &name);
+    void repeatPeriodEnded();
+
     void goOnWithElasticAt(const std::string &name);
-    struct Pulse;
+    void closeElasticAt(const std::string &name);
+    void takeElasticStep(PlacementStep step, const std::string &name);
+    void beginElasticOn(const std::string &name, long sizeTypeID);
+    bool survivesPlacing(const std::shared_ptr<ElasticModel> &elastic);
+    std::shared_ptr<DXGLightweightModel> bracketUnderKey(const Name &key) const;
     std::shared_ptr<ElasticModel> lastClickedElastic() const;
+    void placeIfHostAgrees(const std::shared_ptr<ElasticsConfigType> &configuration);
+    void askHostToName(const std::shared_ptr<ElasticModel> &elastic);
+    void drawPulse(Pulse &pulse);
+    std::optional<FramePart> pulsingPart();
+
+    void drawBand(const DrawnBand &band);
     void drawElastics();
+    void drawPlacedElastics(const DXDocumentModel &document);
     bool drawsScenePart(ScenePart part) const;
     bool drawsElasticOver(const std::vector<std::string> &keys) const;
     void collectModelsLeftOut();
-    void makeDateLabel();
     struct PlacedToothLabel
     {
         std::string text;
@@ -437,7 +475,6 @@ private:
     void drawTool(const OverlayTool &tool);
     /// After the context was lost: loads the pictures and makes the label again in the new one.
     void reloadLostTextures();
-    void forgetRepeatActionTimer();
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
     void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
@@ -448,14 +485,35 @@ private:
     };
     PrintImages drawPrintImages(int scale);
     void restoreViewAfterPrinting();
+    /// The camera has no size before the first drawing, but the view can be pressed.
+    Size pressedSize() const;
+    Point pointInView(const Event &event) const;
     /// Where the pointer is in the overlay's coordinates.
     Point toolPointForEvent(const Event &event) const;
-    bool belongsToAnotherButton(const Event &event) const;
+    void leaveMouseMode();
     void enterColorModeForControl();
-    void escapePressed();
-    void openMenuAtPointer(const Event &keyEvent);
-    void snapMouthClosedTimerExpired();
+    void followControlKey(const Event &event);
+    void pressTool(const OverlayTool &tool);
+    void pressInMouseMode(const Event &event);
+    void releasePrintButton();
+    bool hostTogglesFullScreen() const;
+    /// False when the view ended in it.
+    bool toggleHostsFullScreen();
+    void leaveFullScreen();
+    void scrollMouth(double lines);
+    void openMenuForPress(const Event &press);
     void turnTargetByAngle(float angle);
+
+    /// @name What keys do
+    /// @{
+    void stepMouthUp(const Event &event);
+    void stepMouthDown(const Event &event);
+    void turnLeft(const Event &event);
+    void turnRight(const Event &event);
+    void goHome(const Event &event);
+    void escapePressed(const Event &event);
+    void openMenuAtPointer(const Event &event);
+    /// @}
 
     struct State; ///< what the view remembers; see DXOpenGLState.h
     std::unique_ptr<State> state_;

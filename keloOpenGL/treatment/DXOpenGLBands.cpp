@@ -5,10 +5,8 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
-#include "keloOpenGL/bands/BandRenderer.h"
-
-#include <algorithm>
-#include <optional>
+#include "keloOpenGL/bands/ElasticBands.h"
+#include "keloOpenGL/editing/ElasticChanges.h"
 
 namespace kelo {
 namespace {
@@ -20,9 +18,10 @@ Matrix identity()
     return matrix;
 }
 
-std::optional<Color> colorOfSize(const std::shared_ptr<ElasticsSizeType> &size)
+ElasticDescription descriptionOf(const ElasticModel &elastic)
 {
-    return size ? Color::fromComponents(size->elasticsColor) : std::nullopt;
+    const ElasticsSizeType *size = elastic.elasticsSizeType().get();
+    return {colorOfSize(size), size ? size->typeLabel : std::string(), elastic.bracketSequence()};
 }
 
 } // namespace
@@ -31,8 +30,11 @@ void DXOpenGL::drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
     const std::vector<std::string> &keys, const std::optional<Color> &color, bool closeLoop,
     bool colorPickMode, std::uint32_t colorPickID)
 {
-    const DrawnBand band{keys, closeLoop, color,
-                         colorPickMode ? std::optional(colorPickID) : std::nullopt};
+    drawBand({keys, closeLoop, color, colorPickMode ? std::optional(colorPickID) : std::nullopt});
+}
+
+void DXOpenGL::drawBand(const DrawnBand &band)
+{
     const BandJaws jaws{upperMouthTransform(), lowerMouthTransform(), effectiveMouthOpenAngle()};
     const auto mayShowBox = [this](const Extents &box, double margin) {
         return mayShow(box, margin, identity());
@@ -44,19 +46,18 @@ void DXOpenGL::drawElastics()
 {
     const auto document = documentModel();
     if (!document) return;
-    const auto &elastics = document->elasticModels();
-    for (std::size_t i = 0; i < elastics.size(); ++i) {
-        if (!drawsElasticOver(elastics[i]->bracketSequence())) continue;
-        drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
-            elastics[i]->bracketSequence(), colorOfSize(elastics[i]->elasticsSizeType()), true,
-            isInColorPickMode(), static_cast<std::uint32_t>(i));
+    drawPlacedElastics(*document);
+    const auto size = elasticsSizeType(*document, state_->elastics.sizeTypeID());
+    if (const auto band = strungBand(state_->elastics.sequence(), size.get())) drawBand(*band);
+}
+
+void DXOpenGL::drawPlacedElastics(const DXDocumentModel &document)
+{
+    const auto &elastics = document.elasticModels();
+    for (std::uint32_t i = 0; i < elastics.size(); ++i) {
+        if (drawsElasticOver(elastics[i]->bracketSequence()))
+            drawBand(placedBand(*elastics[i], i, isInColorPickMode()));
     }
-    if (!state_->bracketSequence || state_->bracketSequence->size() < 2) return;
-    const auto &sizes = document->availableElasticsSizeTypes();
-    const auto size = sizes.find(state_->lastElasticsSizeTypeID.value_or(0));
-    drawRubberBand_color_closeLoop_colorPickMode_colorPickID(
-        *state_->bracketSequence, size == sizes.end() ? std::nullopt : colorOfSize(size->second),
-        false, false, 0);
 }
 
 ElasticDescriptions
@@ -64,15 +65,8 @@ DXOpenGL::elasticsForToothNames(const std::vector<std::string> &toothNames) cons
 {
     ElasticDescriptions descriptions;
     if (!documentModel()) return descriptions;
-    const auto isGiven = [&toothNames](const std::string &key) {
-        return std::find(toothNames.begin(), toothNames.end(), key) != toothNames.end();
-    };
-    for (const auto &elastic : documentModel()->elasticModels()) {
-        const auto &keys = elastic->bracketSequence();
-        if (std::none_of(keys.begin(), keys.end(), isGiven)) continue;
-        const auto &size = elastic->elasticsSizeType();
-        descriptions.push_back({colorOfSize(size), size ? size->typeLabel : std::string(), keys});
-    }
+    for (const auto &elastic : elasticsOver(*documentModel(), toothNames))
+        descriptions.push_back(descriptionOf(*elastic));
     return descriptions;
 }
 

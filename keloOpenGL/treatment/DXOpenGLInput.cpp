@@ -3,26 +3,22 @@
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
-#include "base/TellDelegate.h"
+#include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/overlay/OverlayTools.h"
+#include "keloOpenGL/view/MouthSteps.h"
 #include "keloOpenGL/view/WorldTurn.h"
 
 #include <QCursor>
 
-#include <algorithm>
+#include <string>
 
 namespace kelo {
 namespace {
 
-/// A mouth open by less than this (degrees) is meant to be closed.
-constexpr float snapAngle = 22.0f;
 constexpr double snapDuration = 0.25;
 constexpr double snapDelayAfterScroll = 0.5;
 constexpr float scrollDegreesPerLine = 2.0f;
-constexpr float keyStepAngle = 45.0f;
-/// Between closed and open, as the arrow keys see it: the same dead zone as the jaws have.
-constexpr float closedAngle = 10.0f;
 constexpr float quarterPi = 0.7853982f;
 
 bool holdsControl(const Event &event)
@@ -30,20 +26,47 @@ bool holdsControl(const Event &event)
     return (event.modifierFlags & ModifierFlag::Control) != 0;
 }
 
+/// What a press is for in this mode; null for nothing.
+auto pressHandler(long mode) -> void (DXOpenGL::*)(const Event &)
+{
+    switch (mode) {
+    case DXOpenGL::elasticsMode:
+        return &DXOpenGL::elasticsMouseDown;
+    case DXOpenGL::colorMode:
+        return &DXOpenGL::colorMouseDown;
+    case DXOpenGL::rotateMode:
+        return &DXOpenGL::rotateMouseDown;
+    default:
+        return nullptr;
+    }
+}
+
+/// The press that the menu key stands for.
+Event pressOfMenuKey(const Event &keyEvent)
+{
+    Event press = keyEvent;
+    press.type = EventType::RightMouseDown;
+    press.clickCount = 1;
+    return press;
+}
+
 } // namespace
+
+// Modes.
 
 void DXOpenGL::setMouseMode(long mode)
 {
-    if (mode != mouseMode()) {
-        if (mouseMode() == elasticsMode && state_->bracketSequence) {
-            if (!survives([this] { endElasticPlacement(); })) return;
-        } else if (mouseMode() == colorMode && repeatActionTimerIsRunning()) {
-            forgetRepeatActionTimer();
-            restorePermanentMouseMode();
-        }
-    }
+    if (mode != mouseMode() && !survives([this] { leaveMouseMode(); })) return;
     HVOGLSmoothView::setMouseMode(mode);
     setNeedsDisplay(true);
+}
+
+void DXOpenGL::leaveMouseMode()
+{
+    if (mouseModeIsElastics() && state_->elastics.isStringing()) endElasticPlacement();
+    if (!mouseModeIsBracketColor() || !repeatActionTimerIsRunning()) return;
+    state_->repeatPeriod.withdraw();
+    restorePermanentMouseMode();
 }
 
 void DXOpenGL::restorePermanentMouseMode()
@@ -55,19 +78,13 @@ void DXOpenGL::restorePermanentMouseMode()
 
 QCursor DXOpenGL::cursorForMouseMode(long mode) const
 {
-    switch (mode) {
-    case colorMode:
-        return QCursor(Qt::PointingHandCursor);
-    case elasticsMode:
-        return QCursor(Qt::CrossCursor);
-    default:
-        return defaultCursor();
-    }
+    if (mode == colorMode) return QCursor(Qt::PointingHandCursor);
+    return mode == elasticsMode ? QCursor(Qt::CrossCursor) : defaultCursor();
 }
 
 void DXOpenGL::enterColorModeForControl()
 {
-    if (mouseModeIsElastics() && !state_->bracketSequence) setTemporaryMouseMode(colorMode);
+    if (mouseModeIsElastics() && !state_->elastics.isStringing()) setTemporaryMouseMode(colorMode);
 }
 
 void DXOpenGL::flagsChanged(const Event &event)
@@ -79,9 +96,29 @@ void DXOpenGL::flagsChanged(const Event &event)
     synchronizeCursorWithMouseMode(event);
 }
 
+void DXOpenGL::followControlKey(const Event &event)
+{
+    if (holdsControl(event))
+        enterColorModeForControl();
+    else if (mouseModeIsTemporary() && mouseModeIsBracketColor())
+        restorePermanentMouseMode();
+}
+
+// Tools of the overlay.
+
+Size DXOpenGL::pressedSize() const
+{
+    return cameraSize.height > 0.0 ? cameraSize : bounds().size;
+}
+
+Point DXOpenGL::pointInView(const Event &event) const
+{
+    return convertPoint_fromView(event.locationInWindow, nullptr);
+}
+
 Point DXOpenGL::toolPointForEvent(const Event &event) const
 {
-    return overlayPoint(convertPoint_fromView(event.locationInWindow, nullptr), bounds().size);
+    return overlayPoint(pointInView(event), bounds().size);
 }
 
 std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
@@ -90,156 +127,235 @@ std::string DXOpenGL::toolTipAtPoint(const Point &pointInView) const
     return tool ? translated(tool->toolTip) : std::string();
 }
 
+void DXOpenGL::pressTool(const OverlayTool &tool)
+{
+    if (!tool.mouseMode) state_->printButton.begin();
+    setNeedsDisplay(true);
+    if (tool.mouseMode) setMouseMode(*tool.mouseMode);
+}
+
+void DXOpenGL::releasePrintButton()
+{
+    if (state_->printButton.isDown() && !survives([this] { submitPrintRequest(); })) return;
+    state_->printButton.end();
+    setNeedsDisplay(true);
+}
+
+// The left button. A press goes to its mode's handler from here, without the base class between:
+// every pick is asked for this way.
+
 void DXOpenGL::leftMouseDown(const Event &event)
 {
-    const Point point = toolPointForEvent(event);
-    if (holdsControl(event))
-        enterColorModeForControl();
-    else if (mouseModeIsTemporary() && mouseModeIsBracketColor())
-        restorePermanentMouseMode();
+    followControlKey(event);
+    if (const OverlayTool *tool = toolAt(toolPointForEvent(event)))
+        pressTool(*tool);
+    else
+        pressInMouseMode(event);
+}
 
-    const OverlayTool *tool = toolAt(point);
-    if (!tool) {
-        HVOGLSmoothView::leftMouseDown(event);
-        return;
-    }
-    if (tool->mouseMode) {
-        setMouseMode(*tool->mouseMode);
-        return;
-    }
-    state_->_printButtonDown = true;
-    state_->_printButtonTracking = true;
-    setNeedsDisplay(true);
+void DXOpenGL::pressInMouseMode(const Event &event)
+{
+    const auto handler = pressHandler(mouseMode());
+    if (handler) (this->*handler)(event);
 }
 
 void DXOpenGL::leftMouseDragged(const Event &event)
 {
-    if (!state_->_printButtonTracking) {
-        HVOGLSmoothView::leftMouseDragged(event);
-        return;
-    }
-    state_->_printButtonDown = printButtonRect().contains(toolPointForEvent(event));
+    if (!state_->printButton.isTracked()) HVOGLSmoothView::leftMouseDragged(event);
+    if (!state_->printButton.isTracked()) return;
+    state_->printButton.moveTo(printButtonRect().contains(toolPointForEvent(event)));
     setNeedsDisplay(true);
 }
 
 void DXOpenGL::leftMouseUp(const Event &event)
 {
     HVOGLSmoothView::leftMouseUp(event);
-    if (state_->_printButtonTracking) {
-        if (state_->_printButtonDown && !survives([this] { submitPrintRequest(); })) return;
-        state_->_printButtonDown = false;
-        state_->_printButtonTracking = false;
+    if (state_->printButton.isTracked())
+        releasePrintButton();
+    else if (event.clickCount == 2 && hostTogglesFullScreen() && toggleHostsFullScreen())
         setNeedsDisplay(true);
-    } else if (event.clickCount == 2 && state_->delegate &&
-               state_->delegate->toggleFullScreenMode) {
-        if (tellDelegate(teller(), state_->delegate, &DXOpenGLDelegate::toggleFullScreenMode,
-                         *this))
-            setNeedsDisplay(true);
-    }
+}
+
+bool DXOpenGL::hostTogglesFullScreen() const
+{
+    return state_->delegate && state_->delegate->toggleFullScreenMode;
+}
+
+bool DXOpenGL::toggleHostsFullScreen()
+{
+    return tell(&DXOpenGLDelegate::toggleFullScreenMode, *this);
 }
 
 void DXOpenGL::rightMouseUp(const Event &event)
 {
     HVOGLSmoothView::rightMouseUp(event);
     // The mode in which the press began to turn the jaws may have gone meanwhile, with the date.
-    if (state_->_rotating) rotateMouseUp(event);
+    if (isRotating()) rotateMouseUp(event);
 }
 
 void DXOpenGL::mouseCaptureLost()
 {
     // The release that follows was not made by the clinician, who therefore asked for nothing.
-    state_->_printButtonDown = false;
+    state_->printButton.giveUp();
     HVOGLSmoothView::mouseCaptureLost();
 }
 
-// While both buttons are held, the drag is the one's that began it: the other's press, moves and
-// release neither turn the jaws nor end the drag.
+// Presses on teeth, brackets, buttons and elastics.
 
-bool DXOpenGL::belongsToAnotherButton(const Event &event) const
+void DXOpenGL::colorMouseDown(const Event &event)
 {
-    const auto button = mouseButtonOf(event.type);
-    return state_->_rotating && button && state_->rotatingButton &&
-           button != state_->rotatingButton;
+    state_->currentEventToothName = toothNameAtPoint(backingPointForEvent(event));
+    if (state_->currentEventToothName)
+        pressTooth(*state_->currentEventToothName, event);
+    else
+        rotateMouseDown(event);
+}
+
+void DXOpenGL::pressTooth(std::string name, const Event &event)
+{
+    if (repeatActionTimerIsRunning())
+        repeatLastActionOn(name);
+    else
+        displayBracketMenuForEvent(event);
+}
+
+DXOpenGL::Name DXOpenGL::toothNameAtPoint(const Point &backingPoint)
+{
+    bool isLingualButton = false;
+    const Name name =
+        bracketNameAtPoint_includeTeeth_isLingualButton(backingPoint, true, &isLingualButton);
+    return isLingualButton ? TreatmentNote::toothNameForButtonName(*name) : name;
+}
+
+void DXOpenGL::elasticsMouseDown(const Event &event)
+{
+    const ElasticHit hit = elasticHitAtPoint(backingPointForEvent(event));
+    const ElasticPress press = state_->elastics.press(hit);
+    noteElasticPress(hit, press);
+    carryOut(press, hit, event);
+}
+
+void DXOpenGL::noteElasticPress(const ElasticHit &hit, ElasticPress press)
+{
+    if (!isOnPlacedElastic(press)) state_->currentEventToothName = hit.member;
+    if (press == ElasticPress::OpenElasticMenu)
+        state_->currentEventElasticIndex = *hit.elasticIndex;
+    if (press == ElasticPress::OpenMemberMenu) state_->currentEventElasticIndex = noElasticIndex;
+}
+
+void DXOpenGL::carryOut(ElasticPress press, const ElasticHit &hit, const Event &event)
+{
+    if (opensMenu(press)) displayElasticMenuForEvent(event);
+    if (press == ElasticPress::TurnJaws) rotateMouseDown(event);
+    if (press == ElasticPress::GoOn) goOnWithElasticAt(*hit.member);
+}
+
+// Rotate drags. The other modes' drags are rotate drags only while one of their presses began one.
+// A press that opens a menu begins none: the menu is there with the press, and how the pointer goes
+// on until the release neither turns the jaws behind it nor chooses in it.
+
+bool DXOpenGL::isRotating() const
+{
+    return state_->drag.isGoingOn();
 }
 
 void DXOpenGL::rotateMouseDown(const Event &event)
 {
-    if (belongsToAnotherButton(event)) return;
-    state_->rotatingButton = mouseButtonOf(event.type);
-    state_->_dragOrigin = convertPoint_fromView(event.locationInWindow, nullptr);
-    state_->_rotating = true;
+    state_->drag.begin(pointInView(event), mouseButtonOf(event.type));
 }
 
 void DXOpenGL::rotateMouseDragged(const Event &event)
 {
-    if (belongsToAnotherButton(event)) return;
-    const Point point = convertPoint_fromView(event.locationInWindow, nullptr);
-    // Before the first drawing the camera has no size yet; a view without area cannot be dragged
-    // in.
-    const Size size = cameraSize.height > 0.0 ? cameraSize : bounds().size;
-    const auto shorterSide = static_cast<float>(std::min(size.width, size.height));
-    const float degreesPerPoint = shorterSide > 0.0f ? 180.0f / shorterSide : 0.0f;
-    rotateByDegrees(degreesPerPoint * static_cast<float>(point.x - state_->_dragOrigin.x));
-    setMouthOpenAngle(mouthOpenAngle() -
-                      degreesPerPoint * static_cast<float>(point.y - state_->_dragOrigin.y));
-    state_->_dragOrigin = point;
+    const auto turn =
+        state_->drag.moveTo(pointInView(event), mouseButtonOf(event.type), pressedSize());
+    if (!turn) return;
+    rotateByDegrees(turn->across);
+    setMouthOpenAngle(mouthOpenAngle() - turn->up);
 }
 
 void DXOpenGL::rotateMouseUp(const Event &event)
 {
-    if (belongsToAnotherButton(event)) return;
-    snapMouthClosedIfNeeded();
-    state_->_rotating = false;
+    if (state_->drag.end(mouseButtonOf(event.type))) snapMouthClosedIfNeeded();
 }
-
-// The other modes' drags are rotate drags only while one of their presses began one. A press that
-// opens a menu begins none: the menu is there with the press, and how the pointer goes on until the
-// release neither turns the jaws behind it nor chooses in it.
 
 void DXOpenGL::colorMouseDragged(const Event &event)
 {
-    if (state_->_rotating) rotateMouseDragged(event);
+    if (isRotating()) rotateMouseDragged(event);
 }
 
 void DXOpenGL::colorMouseUp(const Event &event)
 {
-    if (state_->_rotating) rotateMouseUp(event);
+    if (isRotating()) rotateMouseUp(event);
 }
 
 void DXOpenGL::elasticsMouseDragged(const Event &event)
 {
-    if (state_->_rotating) rotateMouseDragged(event);
+    if (isRotating()) rotateMouseDragged(event);
 }
 
 void DXOpenGL::elasticsMouseUp(const Event &event)
 {
-    if (state_->_rotating) rotateMouseUp(event);
+    if (isRotating()) rotateMouseUp(event);
 }
 
 void DXOpenGL::snapMouthClosedIfNeeded()
 {
-    if (mouthOpenAngle() > -snapAngle && mouthOpenAngle() < snapAngle)
-        setTargetMouthOpenAngle_duration(0.0f, snapDuration);
-}
-
-void DXOpenGL::snapMouthClosedTimerExpired()
-{
-    state_->verticalScrollSnapMouthClosedTimer.reset();
-    snapMouthClosedIfNeeded();
+    if (mouthSnapsClosed(mouthOpenAngle())) setTargetMouthOpenAngle_duration(0.0f, snapDuration);
 }
 
 void DXOpenGL::scrollWheel(const Event &event)
 {
-    // Written as a negated comparison, so that a delta that is not a number counts as a turn.
+    // Written as negated comparisons, so that a delta that is not a number counts as a turn.
     if (!(event.deltaX == 0.0))
         rotateByDegrees(-scrollDegreesPerLine * static_cast<float>(event.deltaX));
-    if (event.deltaY == 0.0) return;
-    if (state_->verticalScrollSnapMouthClosedTimer)
-        state_->verticalScrollSnapMouthClosedTimer->invalidate();
-    state_->verticalScrollSnapMouthClosedTimer = RunLoop::main().scheduledTimer(
-        snapDelayAfterScroll, false, [this](Timer &) { snapMouthClosedTimerExpired(); });
-    setMouthOpenAngle(mouthOpenAngle() - scrollDegreesPerLine * static_cast<float>(event.deltaY));
+    if (!(event.deltaY == 0.0)) scrollMouth(event.deltaY);
+}
+
+void DXOpenGL::scrollMouth(double lines)
+{
+    state_->mouthSnap.schedule(snapDelayAfterScroll, [this] { snapMouthClosedIfNeeded(); });
+    setMouthOpenAngle(mouthOpenAngle() - scrollDegreesPerLine * static_cast<float>(lines));
     setNeedsDisplay(true);
+}
+
+// Keys.
+
+const DXOpenGL::KeyCommand DXOpenGL::keyCommands[] = {
+    {FunctionKey::UpArrow, &DXOpenGL::stepMouthUp},
+    {FunctionKey::DownArrow, &DXOpenGL::stepMouthDown},
+    {FunctionKey::LeftArrow, &DXOpenGL::turnLeft},
+    {FunctionKey::RightArrow, &DXOpenGL::turnRight},
+    {FunctionKey::Escape, &DXOpenGL::escapePressed},
+    {FunctionKey::Menu, &DXOpenGL::openMenuAtPointer},
+    {u'0', &DXOpenGL::goHome},
+};
+
+void DXOpenGL::keyDown(const Event &event)
+{
+    for (const KeyCommand &command : keyCommands) {
+        if (event.characters.starts_with(command.key)) return (this->*command.run)(event);
+    }
+    HVOGLSmoothView::keyDown(event);
+}
+
+void DXOpenGL::stepMouthUp(const Event &)
+{
+    if (const auto angle = mouthAngleOneStepUp(mouthOpenAngle())) setTargetMouthOpenAngle(*angle);
+}
+
+void DXOpenGL::stepMouthDown(const Event &)
+{
+    if (const auto angle = mouthAngleOneStepDown(mouthOpenAngle())) setTargetMouthOpenAngle(*angle);
+}
+
+void DXOpenGL::turnLeft(const Event &)
+{
+    turnTargetByAngle(-quarterPi);
+}
+
+void DXOpenGL::turnRight(const Event &)
+{
+    turnTargetByAngle(quarterPi);
 }
 
 void DXOpenGL::turnTargetByAngle(float angle)
@@ -249,35 +365,28 @@ void DXOpenGL::turnTargetByAngle(float angle)
     setTargetWorldQuaternion(clampQuaternionToFront180Degrees(turned));
 }
 
-void DXOpenGL::escapePressed()
+void DXOpenGL::goHome(const Event &)
 {
-    if (state_->bracketSequence) {
+    const Rotation home = defaultOrientation();
+    setTargetWorldRotationAngle_axis(home[0], home[1], home[2], home[3]);
+    setTargetMouthOpenAngle(0.0f);
+}
+
+void DXOpenGL::escapePressed(const Event &)
+{
+    if (state_->elastics.isStringing()) {
         if (survives([this] { endElasticPlacement(); })) setNeedsDisplay(true);
     } else if (isInFullScreenMode()) {
-        if (state_->delegate && state_->delegate->toggleFullScreenMode)
-            tellDelegate(teller(), state_->delegate, &DXOpenGLDelegate::toggleFullScreenMode,
-                         *this);
-        else
-            exitFullScreenModeWithOptions();
+        leaveFullScreen();
     }
 }
 
-void DXOpenGL::openMenuAtPointer(const Event &keyEvent)
+void DXOpenGL::leaveFullScreen()
 {
-    if (!pointerIsOverView()) return; // the key's place is where the pointer left
-    // A press there would string, or is still going on.
-    if (state_->bracketSequence || state_->_rotating) return;
-    Event press = keyEvent;
-    press.type = EventType::RightMouseDown;
-    press.clickCount = 1;
-    const auto openMenu = [&] {
-        if (mouseModeIsElastics())
-            elasticsMouseDown(press);
-        else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
-            colorMouseDown(press);
-    };
-    // On nothing a press begins a drag, a key does not.
-    if (survives(openMenu)) state_->_rotating = false;
+    if (hostTogglesFullScreen())
+        toggleHostsFullScreen();
+    else
+        exitFullScreenModeWithOptions();
 }
 
 void DXOpenGL::exitFullScreenModeWithOptions()
@@ -286,48 +395,21 @@ void DXOpenGL::exitFullScreenModeWithOptions()
     setNeedsDisplay(true);
 }
 
-void DXOpenGL::keyDown(const Event &event)
+void DXOpenGL::openMenuAtPointer(const Event &event)
 {
-    if (event.characters.empty()) {
-        HVOGLSmoothView::keyDown(event);
-        return;
-    }
-    const float angle = mouthOpenAngle();
-    switch (event.characters.front()) {
-    case FunctionKey::UpArrow:
-        if (angle > closedAngle)
-            setTargetMouthOpenAngle(0.0f);
-        else if (angle > -keyStepAngle)
-            setTargetMouthOpenAngle(-keyStepAngle);
-        break;
-    case FunctionKey::DownArrow:
-        if (angle < -closedAngle)
-            setTargetMouthOpenAngle(0.0f);
-        else if (angle < keyStepAngle)
-            setTargetMouthOpenAngle(keyStepAngle);
-        break;
-    case FunctionKey::LeftArrow:
-        turnTargetByAngle(-quarterPi);
-        break;
-    case FunctionKey::RightArrow:
-        turnTargetByAngle(quarterPi);
-        break;
-    case FunctionKey::Escape:
-        escapePressed();
-        break;
-    case FunctionKey::Menu:
-        openMenuAtPointer(event);
-        break;
-    case u'0': {
-        const Rotation home = defaultOrientation();
-        setTargetWorldRotationAngle_axis(home[0], home[1], home[2], home[3]);
-        setTargetMouthOpenAngle(0.0f);
-        break;
-    }
-    default:
-        HVOGLSmoothView::keyDown(event);
-        break;
-    }
+    if (!pointerIsOverView()) return; // the key's place is where the pointer left
+    // A press there would string, or is still going on.
+    if (state_->elastics.isStringing() || isRotating()) return;
+    // On nothing a press begins a drag, a key does not.
+    if (survives([&] { openMenuForPress(pressOfMenuKey(event)); })) state_->drag.cancel();
+}
+
+void DXOpenGL::openMenuForPress(const Event &press)
+{
+    if (mouseModeIsElastics())
+        elasticsMouseDown(press);
+    else if (mouseModeIsBracketColor() && !repeatActionTimerIsRunning())
+        colorMouseDown(press);
 }
 
 } // namespace kelo

@@ -52,7 +52,7 @@ void DXOpenGL::displayBracketMenuForEvent(const Event &event)
 {
     if (!documentModel() || !state_->currentEventToothName) return;
     const auto menu = treatmentMenus().bracketMenu(menuContext());
-    forgetRepeatActionTimer();
+    state_->repeatPeriod.withdraw();
     state_->lastClickedToothName = state_->currentEventToothName;
     popUp(menu, event);
 }

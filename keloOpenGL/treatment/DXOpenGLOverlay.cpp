@@ -118,8 +118,7 @@ void DXOpenGL::setPrintButtonTexture(std::shared_ptr<SimpleTexture> texture)
 
 float DXOpenGL::overlayAspect() const
 {
-    // Before the first drawing the camera has no size yet, but the tools can be pressed.
-    const Size size = cameraSize.height > 0.0 ? cameraSize : bounds().size;
+    const Size size = pressedSize();
     return static_cast<float>(size.width / size.height);
 }
 
@@ -185,7 +184,7 @@ void DXOpenGL::drawTool(const OverlayTool &tool)
 {
     const bool isSelected = tool.mouseMode == mouseMode();
     // The last piece of the overlay; the next frame begins with white again.
-    if (tool.id == OverlayToolID::Print && state_->_printButtonDown)
+    if (tool.id == OverlayToolID::Print && state_->printButton.isDown())
         glColor3f(0.625f, 0.625f, 0.625f);
     state_->overlayRenderer.drawTool(tool, lookOf(isSelected), {overlayAspect()},
                                      state_->streamedIndices);

@@ -1,29 +1,21 @@
-// What lies under a point: the scene in the colours of its identifiers, and one pixel of it.
+// What lies under a point: the scene in the colours of its identifiers, and what they are called.
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "document/DXDocumentModel.h"
-#include "keloOpenGL/picking/CurrentProjection.h"
-#include "keloOpenGL/picking/PickBox.h"
-#include "keloOpenGL/picking/PickPass.h"
-#include "keloOpenGL/view/OffscreenTarget.h"
+#include "keloOpenGL/editing/ElasticChanges.h"
+#include "keloOpenGL/picking/PickedName.h"
 #include "models/DXGLightweightModel.h"
 #include "models/PickIdentifier.h"
 #include "platform/settings/VersionChecker.h"
 
+#include <QScopedValueRollback>
+
 #include <cmath>
-#include <functional>
-#include <optional>
 
 namespace kelo {
 namespace {
-
-/// Whether the coordinate, cut to a whole number, is one of 0 ... count - 1.
-bool isPixelOf(double coordinate, int count)
-{
-    return coordinate > -1.0 && coordinate < count;
-}
 
 /// A pixel's number comes back from points at a fractional scale with the last bits missing, and
 /// cut to a whole number would name the pixel before. A millionth of a pixel is far more than those
@@ -34,29 +26,6 @@ double withoutRoundingError(double coordinate)
     const double whole = std::round(coordinate);
     return std::abs(coordinate - whole) < tolerance ? whole : coordinate;
 }
-
-/// The colour-pick mode with its box, for as long as this lives, however the scope is left.
-class PickState
-{
-public:
-    PickState(bool &flag, const PickBox *&current, const std::optional<PickBox> &box)
-        : flag_(flag), current_(current)
-    {
-        flag_ = true;
-        current_ = box ? &*box : nullptr;
-    }
-    ~PickState()
-    {
-        flag_ = false;
-        current_ = nullptr;
-    }
-    PickState(const PickState &) = delete;
-    PickState &operator=(const PickState &) = delete;
-
-private:
-    bool &flag_;
-    const PickBox *&current_;
-};
 
 } // namespace
 
@@ -79,81 +48,50 @@ bool DXOpenGL::mayBeSeen(const DXGLightweightModel &model, const Matrix &jawTran
 
 bool DXOpenGL::mayShow(const Extents &box, double margin, const Matrix &transform) const
 {
-    return !state_->onlyPart || state_->onlyPart->mayShow(box, margin, transform);
+    return state_->picker.mayShow(box, margin, transform) &&
+           (!state_->pulse || state_->pulse->frames.mayShow(box, margin, transform));
 }
 
-void DXOpenGL::drawColorPickPass(const std::optional<PixelRect> &onlyPart)
+PickedScene DXOpenGL::pickedScene()
 {
-    beginPickPass(onlyPart);
-    updateModelView();
-    std::optional<PickBox> box;
-    if (onlyPart) box.emplace(*onlyPart, currentWindowProjection());
-    const PickState picking(_isInColorPickMode, state_->onlyPart, box);
+    return {deviceSize(), canPickOffScreen(), [this] { updateModelView(); },
+            [this] { drawPickedScene(); }, [this] { drawRect({}); }};
+}
+
+bool DXOpenGL::canPick()
+{
+    if (!makeCurrentContextIfNeeded()) return false;
+    // The view may have changed its size since it was drawn last, if it ever was.
+    resizeGL();
+    return true;
+}
+
+void DXOpenGL::drawPickedScene()
+{
+    const QScopedValueRollback<bool> picking(_isInColorPickMode, true);
     drawContent();
     drawExtraContent();
 }
 
-void DXOpenGL::pick(const std::optional<PixelRect> &onlyPart, const std::function<void()> &read)
-{
-    // The view may have changed its size since it was drawn last, if it ever was.
-    resizeGL();
-    bool isOffScreen = false;
-    {
-        const PickPassState before;
-        std::optional<OffscreenTarget::Binding> target;
-        if (canPickOffScreen()) target.emplace(state_->pickTarget, deviceSize(), pickFormats());
-        isOffScreen = target && target->isBound();
-        drawColorPickPass(onlyPart);
-        read();
-    }
-    // Where the pass had to go to the view's own buffer, its colours must not stay there.
-    if (!isOffScreen) drawRect({});
-}
-
 std::uint32_t DXOpenGL::pickIdentifierAtPoint(const Point &backingPoint)
 {
-    std::uint32_t identifier = noPixelPickIdentifier;
-    if (!makeCurrentContextIfNeeded()) return identifier;
-    const PixelSize size = deviceSize();
-    if (!isPixelOf(backingPoint.x, size.width) || !isPixelOf(backingPoint.y, size.height))
-        return identifier;
-    const int column = static_cast<int>(backingPoint.x);
-    const int row = static_cast<int>(backingPoint.y);
-    pick(PixelRect{column, row, 1, 1}, [&] { identifier = readPickIdentifier(column, row); });
-    return identifier;
+    if (!canPick()) return noPixelPickIdentifier;
+    return state_->picker.identifierAt(backingPoint, pickedScene());
 }
 
 std::vector<std::uint32_t> DXOpenGL::pickIdentifiers()
 {
-    const PixelSize size = deviceSize();
-    if (size.width <= 0 || size.height <= 0 || !makeCurrentContextIfNeeded()) return {};
-    std::vector<std::uint32_t> identifiers;
-    pick(std::nullopt, [&] { identifiers = readPickIdentifiers(size); });
-    return identifiers;
+    if (!canPick()) return {};
+    return state_->picker.identifiers(pickedScene());
 }
 
 DXOpenGL::Name DXOpenGL::bracketNameForIdentifier_includeTeeth_isLingualButton(
     std::uint32_t identifier, bool includeTeeth, bool *isLingualButton) const
 {
-    const std::shared_ptr<DXDocumentModel> &document = documentModel();
-    if (!document) return std::nullopt;
-    const struct
-    {
-        const DXDocumentModel::Models &models;
-        bool isIncluded;
-        bool areButtons;
-    } kinds[] = {{document->toothModels(), includeTeeth, false},
-                 {document->bracketModels(), true, false},
-                 {document->buttonModels(), true, true}};
-    for (const auto &kind : kinds) {
-        if (!kind.isIncluded) continue;
-        for (const auto &[key, model] : kind.models) {
-            if (model->uniqueID() != identifier) continue;
-            if (isLingualButton) *isLingualButton = kind.areButtons;
-            return key;
-        }
-    }
-    return std::nullopt;
+    if (!documentModel()) return std::nullopt;
+    const auto picked = pickedName(*documentModel(), identifier, includeTeeth);
+    if (picked && isLingualButton) *isLingualButton = picked->isLingualButton;
+    return picked ? Name(picked->key) : std::nullopt;
 }
 
 DXOpenGL::Name DXOpenGL::bracketNameAtPoint_includeTeeth_isLingualButton(const Point &backingPoint,
@@ -164,9 +102,18 @@ DXOpenGL::Name DXOpenGL::bracketNameAtPoint_includeTeeth_isLingualButton(const P
         pickIdentifierAtPoint(backingPoint), includeTeeth, isLingualButton);
 }
 
+ElasticHit DXOpenGL::elasticHitAtPoint(const Point &backingPoint)
+{
+    const std::uint32_t identifier = pickIdentifierAtPoint(backingPoint);
+    bool isButton = false;
+    const Name name =
+        bracketNameForIdentifier_includeTeeth_isLingualButton(identifier, true, &isButton);
+    return elasticHit(documentModel().get(), identifier, name, isButton);
+}
+
 Point DXOpenGL::backingPointForEvent(const Event &event) const
 {
-    const Point point = convertPoint_fromView(event.locationInWindow, nullptr);
+    const Point point = pointInView(event);
     if (!VersionChecker::isLionOrLater() || !wantsBestResolutionOpenGLSurface()) return point;
     // Not the size of one point in pixels: that is rounded, and scales need not be whole numbers.
     const Point backing = convertPointToBacking(point);

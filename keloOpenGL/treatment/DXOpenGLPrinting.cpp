@@ -169,7 +169,7 @@ void DXOpenGL::submitPrintRequest()
     const auto front = elasticsForToothNames(TreatmentNote::frontElasticToothNameKeys());
     const auto right = elasticsForToothNames(TreatmentNote::rightElasticToothNameKeys());
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
-    const QDateTime date = state_->_displayedDate;
+    const QDateTime date = state_->displayedDate;
     tellDelegate(teller(), state_->delegate,
                  &DXOpenGLDelegate::printImagesLeft_front_right_forDate_elasticsLeft_front_right,
                  borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
@@ -196,7 +196,7 @@ DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
 
 void DXOpenGL::finishOperations()
 {
-    if (state_->bracketSequence) resolveElasticPlacement();
+    if (state_->elastics.isStringing()) resolveElasticPlacement();
 }
 
 } // namespace kelo

@@ -20,6 +20,11 @@ ScenePart archOfNameKey(const std::string &key)
 
 } // namespace
 
+bool DXOpenGL::showsScenePart(ScenePart part) const
+{
+    return !state_->hiddenParts[static_cast<std::size_t>(part)];
+}
+
 void DXOpenGL::setShowsScenePart(ScenePart part, bool shows)
 {
     state_->hiddenParts.set(static_cast<std::size_t>(part), !shows);

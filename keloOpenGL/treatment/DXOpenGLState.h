@@ -1,15 +1,22 @@
 #pragma once
 
-#include "base/Rect.h"
+#include "base/TellDelegate.h"
 #include "keloOpenGL/bands/BandRenderer.h"
+#include "keloOpenGL/editing/BracketEditor.h"
+#include "keloOpenGL/editing/BracketHighlight.h"
+#include "keloOpenGL/editing/EditingRights.h"
+#include "keloOpenGL/editing/ElasticEditor.h"
 #include "keloOpenGL/menus/OpenMenus.h"
+#include "keloOpenGL/overlay/ButtonPress.h"
 #include "keloOpenGL/overlay/OverlayRenderer.h"
 #include "keloOpenGL/overlay/ToothLabels.h"
+#include "keloOpenGL/picking/ScenePicker.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/ScenePart.h"
-#include "keloOpenGL/view/OffscreenTarget.h"
+#include "keloOpenGL/view/PartialFrames.h"
+#include "keloOpenGL/view/RotateDrag.h"
 #include "keloOpenGL/view/StreamBuffer.h"
-#include "platform/view/Event.h"
+#include "platform/time/DelayedCall.h"
 
 #include <QDateTime>
 
@@ -17,64 +24,77 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelo {
 
-class HVOGLMaterial;
-class PickBox;
 class StringTexture;
-class Timer;
+
+/// A pulse that is going on: the model that it is about, and its frames.
+struct DXOpenGL::Pulse
+{
+    Pulse(std::shared_ptr<DXGLightweightModel> model, std::shared_ptr<Pulse> interrupted)
+        : highlight(std::move(model)), before(std::move(interrupted))
+    {}
+
+    HighlightPulse highlight;
+    std::shared_ptr<Pulse> before; ///< that it interrupts
+    PartialFrames frames;
+};
 
 /// What a treatment view remembers, and the parts that it is put together from. Only the view's own
 /// sources include this.
 struct DXOpenGL::State
 {
     DXOpenGLDelegate *delegate = nullptr;
-    Point _dragOrigin;
-    bool _rotating = false;
-    std::optional<MouseButton> rotatingButton; ///< that the rotate drag began with
-    QDateTime _currentDate;
-    QDateTime _approvedDate;
-    QDateTime _displayedDate;
-    bool _displayedDateIsToday = false;
-    int printScale = 1;      ///< device pixels for each pixel of a print request
-    bool _printMode = false; ///< while the scene is drawn for printing
+
+    QDateTime currentDate;
+    QDateTime approvedDate;
+    QDateTime displayedDate;
+    EditingRights rights;
     std::shared_ptr<StringTexture> dateStringTexture;
+
+    /// What events were about; the operations of these names tell more.
     Name firstClickedToothName;
     Name lastClickedToothName;
-    std::optional<std::vector<std::string>> bracketSequence;
-    bool isPlacing = false; ///< while the document is given the elastic that was strung
-    OpenMenus openMenus;
-    std::uint64_t lastClickedElasticID = 0;
-    bool elasticWasClicked = false;
-    /// The first bracket's own material, while that bracket is highlighted.
-    std::shared_ptr<HVOGLMaterial> savedBracketMaterial;
-    std::shared_ptr<HVOGLMaterial> highlightMaterial; ///< what that bracket has meanwhile
-    std::optional<long> lastBracketColorTypeID;
-    std::optional<long> lastElasticsSizeTypeID;
-    std::int64_t lastActionType = 0;
-    std::weak_ptr<Timer> repeatActionTimer; ///< the run loop holds it
-    double repeatActionTimerInterval = 0.0;
-    std::shared_ptr<Timer> verticalScrollSnapMouthClosedTimer;
     Name currentEventToothName;
     std::uint64_t currentEventElasticIndex = 0;
-    bool _printButtonTracking = false;
-    bool _printButtonDown = false;
+    std::uint64_t lastClickedElasticID = 0;
+    bool elasticWasClicked = false;
+
+    BracketEditor brackets;
+    double repeatInterval = 0.0;
+    DelayedCall repeatPeriod; ///< pending while it goes on
+    ElasticEditor elastics;
+    BracketHighlight firstBracketHighlight;
+    std::shared_ptr<Pulse> pulse; ///< the one that is going on
+
+    RotateDrag drag;
+    ButtonPress printButton;
+    DelayedCall mouthSnap; ///< after the last turn of the wheel
+    ScenePicker picker;
+
+    OpenMenus openMenus;
+    int printScale = 1;      ///< device pixels for each pixel of a print request
+    bool _printMode = false; ///< while the scene is drawn for printing
     bool texturesWereLost = false;
     ToothLabels toothLabels;
     std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures; ///< by text
     std::bitset<scenePartCount> hiddenParts;
     std::vector<std::uint64_t> modelsLeftOut; ///< unique identifiers in order, for the next draw
-    OffscreenTarget pickTarget;
-    const PickBox *onlyPart = nullptr; ///< there while only some pixels are drawn
-    std::shared_ptr<Pulse> pulse;      ///< the one that is going on
     BandRenderer bandRenderer;
     OverlayRenderer overlayRenderer;
     /// The bands' and the tools'; each fills it before drawing from it.
     StreamBuffer streamedIndices{StreamBuffer::Kind::Indices};
 };
+
+template<class Operation, class... Arguments>
+bool DXOpenGL::tell(Operation operation, Arguments &&...arguments)
+{
+    return tellDelegate(teller(), state_->delegate, operation,
+                        std::forward<Arguments>(arguments)...);
+}
 
 } // namespace kelo

@@ -42,6 +42,11 @@ void drawShade(const Rect &rect)
 
 } // namespace
 
+const ToothLabels &DXOpenGL::toothLabels() const
+{
+    return state_->toothLabels;
+}
+
 void DXOpenGL::setToothLabels(ToothLabels labels)
 {
     if (labels == state_->toothLabels) return;

@@ -6,7 +6,7 @@ using namespace kelo;
 
 namespace {
 
-RepeatOperation repeated(ActionType type, const RepeatTarget &target)
+ToothOperation repeated(ActionType type, const RepeatTarget &target)
 {
     return repeatOperation(static_cast<std::int64_t>(type), target);
 }
@@ -49,9 +49,9 @@ TEST(RepeatAction, aColourGoesToEveryToothButTheOneOfTheMenuWhateverItsFlags)
         for (const bool secondary : {false, true}) {
             RepeatTarget target = withBracket(primary, secondary);
             EXPECT_EQ(repeated(ActionType::ColorBracket, target),
-                      RepeatOperation::ShowAndColorBracket);
+                      ToothOperation::ShowAndColorBracket);
             target.isLastClickedTooth = true;
-            EXPECT_EQ(repeated(ActionType::ColorBracket, target), RepeatOperation::None);
+            EXPECT_EQ(repeated(ActionType::ColorBracket, target), ToothOperation::None);
         }
     }
 }
@@ -59,33 +59,33 @@ TEST(RepeatAction, aColourGoesToEveryToothButTheOneOfTheMenuWhateverItsFlags)
 TEST(RepeatAction, aBracketIsPlacedWhereItIsNotPlacedAndItsToothIsThere)
 {
     EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(true, false)),
-              RepeatOperation::ColorAndToggleBracket);
-    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(false, false)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(true, true)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(false, true)), RepeatOperation::None);
+              ToothOperation::ColorAndToggleBracket);
+    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(false, false)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(true, true)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceBracket, withBracket(false, true)), ToothOperation::None);
 }
 
 TEST(RepeatAction, aBracketIsRemovedWhereItIsShown)
 {
     EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(false, false)),
-              RepeatOperation::RemoveColorAndToggleBracket);
-    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(true, false)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(false, true)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(true, true)), RepeatOperation::None);
+              ToothOperation::RemoveColorAndToggleBracket);
+    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(true, false)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(false, true)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveBracket, withBracket(true, true)), ToothOperation::None);
 }
 
 TEST(RepeatAction, aButtonIsPlacedAndRemovedByItsOwnFlags)
 {
     EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(true, false)),
-              RepeatOperation::ToggleButton);
-    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, false)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, true)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(true, true)), RepeatOperation::None);
+              ToothOperation::ToggleButton);
+    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, false)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(false, true)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceButton, withButton(true, true)), ToothOperation::None);
     EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(false, false)),
-              RepeatOperation::ToggleButton);
-    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, false)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(false, true)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, true)), RepeatOperation::None);
+              ToothOperation::ToggleButton);
+    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, false)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(false, true)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveButton, withButton(true, true)), ToothOperation::None);
 }
 
 TEST(RepeatAction, bracketAndButtonActionsLookAtNoFlagOfTheTooth)
@@ -95,48 +95,48 @@ TEST(RepeatAction, bracketAndButtonActionsLookAtNoFlagOfTheTooth)
         RepeatTarget target = withBracket(true, false);
         target.tooth = tooth;
         EXPECT_EQ(repeated(ActionType::PlaceBracket, target),
-                  RepeatOperation::ColorAndToggleBracket);
+                  ToothOperation::ColorAndToggleBracket);
         target = withBracket(false, false);
         target.tooth = tooth;
         EXPECT_EQ(repeated(ActionType::RemoveBracket, target),
-                  RepeatOperation::RemoveColorAndToggleBracket);
-        EXPECT_EQ(repeated(ActionType::RemoveButton, target), RepeatOperation::ToggleButton);
+                  ToothOperation::RemoveColorAndToggleBracket);
+        EXPECT_EQ(repeated(ActionType::RemoveButton, target), ToothOperation::ToggleButton);
         target = withButton(true, false);
         target.tooth = tooth;
-        EXPECT_EQ(repeated(ActionType::PlaceButton, target), RepeatOperation::ToggleButton);
+        EXPECT_EQ(repeated(ActionType::PlaceButton, target), ToothOperation::ToggleButton);
     }
 }
 
 TEST(RepeatAction, aToothIsPlacedWhereItIsHiddenAndRemovedWhereItIsNot)
 {
-    EXPECT_EQ(repeated(ActionType::PlaceTooth, withTooth(true)), RepeatOperation::ToggleTooth);
-    EXPECT_EQ(repeated(ActionType::PlaceTooth, withTooth(false)), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(false)), RepeatOperation::ToggleTooth);
-    EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(true)), RepeatOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, withTooth(true)), ToothOperation::ToggleTooth);
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, withTooth(false)), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(false)), ToothOperation::ToggleTooth);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, withTooth(true)), ToothOperation::None);
 }
 
 TEST(RepeatAction, aToothsSecondReasonToBeHiddenDoesNotCount)
 {
     RepeatTarget target = withTooth(true);
     target.tooth.secondary = true;
-    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), RepeatOperation::ToggleTooth);
-    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), RepeatOperation::None);
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), ToothOperation::ToggleTooth);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), ToothOperation::None);
     target.tooth.primary = false;
-    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), RepeatOperation::None);
-    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), RepeatOperation::ToggleTooth);
+    EXPECT_EQ(repeated(ActionType::PlaceTooth, target), ToothOperation::None);
+    EXPECT_EQ(repeated(ActionType::RemoveTooth, target), ToothOperation::ToggleTooth);
 }
 
 TEST(RepeatAction, onlyColouringLooksAtTheToothOfTheMenu)
 {
     RepeatTarget target = withBracket(true, false);
     target.isLastClickedTooth = true;
-    EXPECT_EQ(repeated(ActionType::PlaceBracket, target), RepeatOperation::ColorAndToggleBracket);
+    EXPECT_EQ(repeated(ActionType::PlaceBracket, target), ToothOperation::ColorAndToggleBracket);
 }
 
 TEST(RepeatAction, anyOtherNumberRepeatsNothing)
 {
     for (const std::int64_t type : {std::int64_t{-1}, std::int64_t{7}, std::int64_t{1} << 40})
-        EXPECT_EQ(repeatOperation(type, withBracket(true, false)), RepeatOperation::None);
+        EXPECT_EQ(repeatOperation(type, withBracket(true, false)), ToothOperation::None);
 }
 
 } // namespace

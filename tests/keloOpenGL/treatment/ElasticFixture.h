@@ -8,8 +8,10 @@
 #include "tests/keloOpenGL/ViewFixture.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelo::test {
@@ -31,6 +33,7 @@ public:
 
     void drawRect(const Rect &dirtyRect) override
     {
+        if (onNextFrame) std::exchange(onNextFrame, nullptr)();
         if (watched) {
             const auto material = watched->material();
             frames.push_back({material->shininess(), material->color(), material,
@@ -50,6 +53,7 @@ public:
     std::vector<Frame> frames;
     bool isFullScreen = false;
     std::vector<std::string> log;
+    std::function<void()> onNextFrame; ///< as an event that a frame lets in
 };
 
 /// A full set of boxes in the elastics mode, in colours, with two sizes of elastics.

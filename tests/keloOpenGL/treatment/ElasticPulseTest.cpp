@@ -155,6 +155,17 @@ TEST_F(ElasticPulse, addingAndTakingBackPulseTheMember)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(ElasticPulse, anElasticThatEndsDuringThePulseStaysEnded)
+{
+    startOn("8");
+    view->onNextFrame = [this] { view->endElasticPlacement(); };
+    clickBracket("25");
+    EXPECT_EQ(view->bracketSequence(), std::nullopt);
+    EXPECT_EQ(view->lastClickedToothName(), "8") << "the click strung nothing";
+    EXPECT_EQ(bracket("8").material()->shininess(), 32.0);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(ElasticPulse, theFirstBracketDoesNotPulseForAnother)
 {
     startOn("8");

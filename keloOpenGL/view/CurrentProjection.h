@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keloOpenGL/picking/WindowProjection.h"
+#include "keloOpenGL/view/WindowProjection.h"
 
 namespace kelo {
 

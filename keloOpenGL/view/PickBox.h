@@ -3,7 +3,7 @@
 #include "base/Export.h"
 #include "geometry/Extents.h"
 #include "geometry/Matrix.h"
-#include "keloOpenGL/picking/WindowProjection.h"
+#include "keloOpenGL/view/WindowProjection.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "keloOpenGL/picking/WindowProjection.h"
+#include "keloOpenGL/view/WindowProjection.h"
 
 #include <gtest/gtest.h>
 

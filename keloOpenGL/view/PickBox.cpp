@@ -1,4 +1,4 @@
-#include "keloOpenGL/picking/PickBox.h"
+#include "keloOpenGL/view/PickBox.h"
 
 #include <cmath>
 #include <cstddef>

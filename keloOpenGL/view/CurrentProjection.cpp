@@ -1,4 +1,4 @@
-#include "keloOpenGL/picking/CurrentProjection.h"
+#include "keloOpenGL/view/CurrentProjection.h"
 
 #include "platform/gl.h"
 
