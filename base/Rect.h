@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 namespace kelo {
 
 /// A place in points (the desktop's logical pixels), in double precision.
@@ -7,7 +9,7 @@ struct Point
 {
     double x = 0.0;
     double y = 0.0;
-    friend bool operator==(const Point &, const Point &) = default;
+    bool operator==(const Point &) const = default;
 };
 
 /// An extent in points.
@@ -15,7 +17,7 @@ struct Size
 {
     double width = 0.0;
     double height = 0.0;
-    friend bool operator==(const Size &, const Size &) = default;
+    bool operator==(const Size &) const = default;
 };
 
 /// A rectangle in points. Whether y counts up or down is said where a rectangle is used.
@@ -23,7 +25,7 @@ struct Rect
 {
     Point origin;
     Size size;
-    friend bool operator==(const Rect &, const Rect &) = default;
+    bool operator==(const Rect &) const = default;
 
     /// True for points inside; the right and the far edge are outside, so that neighbouring
     /// rectangles share no point.
@@ -39,7 +41,14 @@ struct PixelSize
 {
     int width = 0;
     int height = 0;
-    friend bool operator==(const PixelSize &, const PixelSize &) = default;
+    bool operator==(const PixelSize &) const = default;
 };
+
+/// An extent in points as device pixels, at `scale` pixels a point: whole numbers, rounded once.
+inline PixelSize pixelSizeOf(const Size &size, double scale)
+{
+    return {static_cast<int>(std::lround(size.width * scale)),
+            static_cast<int>(std::lround(size.height * scale))};
+}
 
 } // namespace kelo

@@ -24,7 +24,7 @@ struct SavedState
     /// A bracket that is left out has no colour, like one with `nullopt` or 4999.
     NameKeyDictionary<std::optional<long>> bracketColorTypeIDs;
     std::vector<SavedElastic> elastics; ///< in placing order
-    friend bool operator==(const SavedState &, const SavedState &) = default;
+    bool operator==(const SavedState &) const = default;
 };
 
 /// What of an elastic could not be restored.
@@ -42,7 +42,7 @@ struct KELO_EXPORT ElasticProblem
 
     /// In one line of English, for a log: "elastic 6,40 is left out: 40 is no bracket or button".
     std::string sentence(const SavedState &state) const;
-    friend bool operator==(const ElasticProblem &, const ElasticProblem &) = default;
+    bool operator==(const ElasticProblem &) const = default;
 };
 
 /// The state as restoreState takes it.

@@ -13,7 +13,7 @@ struct SavedElastic
     std::optional<long> elasticsConfigTypeID;
     std::optional<long> elasticsSizeTypeID;
     std::vector<std::string> bracketSequence; ///< name keys, in the band's order
-    friend bool operator==(const SavedElastic &, const SavedElastic &) = default;
+    bool operator==(const SavedElastic &) const = default;
 };
 
 } // namespace kelo

@@ -45,7 +45,7 @@ struct KELO_EXPORT Color
         return components ? std::optional(Color(*components)) : std::nullopt;
     }
 
-    friend constexpr bool operator==(const Color &, const Color &) = default;
+    constexpr bool operator==(const Color &) const = default;
 
     /// Each component as (1 - fraction) * this + fraction * other, alpha included.
     constexpr Color blendedColorWithFraction_ofColor(double fraction, const Color &other) const

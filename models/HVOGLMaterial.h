@@ -119,7 +119,7 @@ public:
     std::size_t hash() const;
     /// Whether color() is equal; the other colours and the shininess take no part.
     bool isEqual(const HVOGLMaterial &other) const { return _color == other._color; }
-    friend bool operator==(const HVOGLMaterial &a, const HVOGLMaterial &b) { return a.isEqual(b); }
+    bool operator==(const HVOGLMaterial &other) const { return isEqual(other); }
 
 private:
     OptionalColor *colorField(const std::string &key);

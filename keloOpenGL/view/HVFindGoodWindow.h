@@ -11,7 +11,7 @@ struct WindowLimits
     double xMax = 0.0;
     double yMin = 0.0;
     double yMax = 0.0;
-    friend bool operator==(const WindowLimits &, const WindowLimits &) = default;
+    bool operator==(const WindowLimits &) const = default;
 };
 
 /// Widens a zoom box to the proportions of a view, so that the box is wholly visible and centred,

@@ -26,7 +26,7 @@ public:
     {
         std::uint32_t color = 0;
         std::uint32_t depth = 0; ///< 0 for no depth buffer
-        friend bool operator==(const Formats &, const Formats &) = default;
+        bool operator==(const Formats &) const = default;
     };
 
     /// Whether the current context has framebuffer objects at all.

@@ -18,7 +18,7 @@ struct TextAttributes
 {
     Color foregroundColor = Color::blackColor();
     double pointSize = 12.0;
-    friend bool operator==(const TextAttributes &, const TextAttributes &) = default;
+    bool operator==(const TextAttributes &) const = default;
 };
 
 /// A text with its look.

@@ -17,7 +17,7 @@ struct PixelRect
     int row = 0;
     int width = 0;
     int height = 0;
-    friend bool operator==(const PixelRect &, const PixelRect &) = default;
+    bool operator==(const PixelRect &) const = default;
 };
 
 /// The smallest rectangle that holds both; one without pixels adds nothing.

@@ -39,34 +39,75 @@ private:
 
 } // namespace
 
+struct Timer::Schedule
+{
+    double interval;
+    bool repeats;
+    std::shared_ptr<const Callback> callback;
+    bool isValid = true;
+    bool isFiring = false;
+    double fireTime = 0.0;
+    RunLoopModes modes = 0;
+    std::uint64_t order = 0;
+    RunLoop *loop = nullptr; ///< the loop that the timer waits on
+    /// The timer waits no longer. Empty for a timer that waits on no loop, as the next.
+    std::function<void(const Timer &)> leaveLoop = {};
+    /// The timer waits again.
+    std::function<void()> rescheduleLoop = {};
+};
+
 Timer::Timer(double intervalInSeconds, bool repeats, Callback callback)
-    : interval_(std::max(intervalInSeconds, repeats ? shortestRepeatInterval : 0.0)),
-      repeats_(repeats),
-      callback_(std::make_shared<const Callback>(std::move(callback)))
+    : schedule_(std::make_unique<Schedule>(
+          Schedule{std::max(intervalInSeconds, repeats ? shortestRepeatInterval : 0.0), repeats,
+                   std::make_shared<const Callback>(std::move(callback))}))
 {
     assertThat(!std::isnan(intervalInSeconds), "a timer's interval must be a number");
+}
+
+Timer::~Timer() = default;
+
+double Timer::timeInterval() const
+{
+    return schedule_->interval;
+}
+
+bool Timer::repeats() const
+{
+    return schedule_->repeats;
+}
+
+bool Timer::isValid() const
+{
+    return schedule_->isValid;
+}
+
+double Timer::fireTime() const
+{
+    return schedule_->fireTime;
 }
 
 void Timer::invalidate()
 {
     const auto self = weak_from_this().lock();
     // The callback may own things whose end comes back here, so it goes last.
-    const auto callback = std::exchange(callback_, nullptr);
-    valid_ = false;
-    if (RunLoop *loop = std::exchange(loop_, nullptr)) loop->remove(*this);
+    const auto callback = std::exchange(schedule_->callback, nullptr);
+    schedule_->isValid = false;
+    schedule_->loop = nullptr;
+    schedule_->rescheduleLoop = nullptr;
+    if (const auto leaveLoop = std::exchange(schedule_->leaveLoop, nullptr)) leaveLoop(*this);
 }
 
 void Timer::fire()
 {
-    if (!valid_ || firing_) return;
+    if (!isValid() || schedule_->isFiring) return;
     const auto self = weak_from_this().lock();
-    const auto callback = callback_;
-    if (!repeats_) invalidate();
-    const FlagScope firing(firing_);
+    const auto callback = schedule_->callback;
+    if (!repeats()) invalidate();
+    const FlagScope firing(schedule_->isFiring);
     if (*callback) (*callback)(*this);
-    firing_ = false;
+    schedule_->isFiring = false;
     // It was left out while the callback ran; a loop that went to sleep meanwhile must hear of it.
-    if (loop_) loop_->scheduleChanged();
+    if (const auto reschedule = schedule_->rescheduleLoop) reschedule();
 }
 
 RunLoop::RunLoop() : life_(std::make_shared<char>()) {}
@@ -76,8 +117,11 @@ RunLoop::~RunLoop()
     life_.reset();
     // What dies with the callbacks may ask this loop for something; it finds it empty.
     const auto timers = std::exchange(timers_, {});
-    for (const auto &timer : timers)
-        timer->loop_ = nullptr;
+    for (const auto &timer : timers) {
+        timer->schedule().loop = nullptr;
+        timer->schedule().leaveLoop = nullptr;
+        timer->schedule().rescheduleLoop = nullptr;
+    }
     for (const auto &timer : timers)
         timer->invalidate();
     const auto tasks = std::exchange(tasks_, {});
@@ -106,13 +150,16 @@ std::shared_ptr<Timer> RunLoop::scheduledTimer(double intervalInSeconds, bool re
 
 void RunLoop::addTimer(const std::shared_ptr<Timer> &timer, RunLoopModes modes)
 {
-    if (!timer->valid_) return;
-    assertThat(!timer->loop_ || timer->loop_ == this, "a timer waits on one run loop only");
-    timer->modes_ |= modes;
-    if (!timer->loop_) {
-        timer->loop_ = this;
-        timer->order_ = nextOrder_++;
-        timer->fireTime_ = steadyTime() + timer->interval_;
+    if (!timer->isValid()) return;
+    Timer::Schedule &schedule = timer->schedule();
+    assertThat(!schedule.loop || schedule.loop == this, "a timer waits on one run loop only");
+    schedule.modes |= modes;
+    if (!schedule.loop) {
+        schedule.loop = this;
+        schedule.leaveLoop = [this](const Timer &gone) { remove(gone); };
+        schedule.rescheduleLoop = [this] { scheduleChanged(); };
+        schedule.order = nextOrder_++;
+        schedule.fireTime = steadyTime() + schedule.interval;
         timers_.push_back(timer);
     }
     scheduleChanged();
@@ -150,8 +197,9 @@ RunLoop::ModeScope::~ModeScope()
 
 bool RunLoop::mayFire(const Timer &timer) const
 {
-    return timer.valid_ && !timer.firing_ && timer.loop_ == this &&
-           (timer.modes_ & static_cast<RunLoopModes>(currentMode())) != 0;
+    const Timer::Schedule &schedule = timer.schedule();
+    return schedule.isValid && !schedule.isFiring && schedule.loop == this &&
+           (schedule.modes & static_cast<RunLoopModes>(currentMode())) != 0;
 }
 
 double RunLoop::nextDueTime() const
@@ -164,7 +212,7 @@ double RunLoop::nextDueTimeAfter(double time) const
 {
     double next = infinity;
     for (const auto &timer : timers_)
-        if (mayFire(*timer) && timer->fireTime_ > time) next = std::min(next, timer->fireTime_);
+        if (mayFire(*timer) && timer->fireTime() > time) next = std::min(next, timer->fireTime());
     return next;
 }
 
@@ -179,7 +227,7 @@ bool RunLoop::fireDue(double time)
         // The callbacks before may have ended the loop, invalidated the timer, changed the mode, or
         // let a nested pass fire it.
         if (alive.expired()) return true;
-        if (mayFire(*timer) && timer->fireTime_ <= time) fireTimer(*timer, time);
+        if (mayFire(*timer) && timer->fireTime() <= time) fireTimer(*timer, time);
     }
     if (!alive.expired()) runTasks(tasks_, limit);
     return true;
@@ -189,20 +237,22 @@ std::vector<std::shared_ptr<Timer>> RunLoop::dueTimers(double time) const
 {
     std::vector<std::shared_ptr<Timer>> due;
     for (const auto &timer : timers_)
-        if (mayFire(*timer) && timer->fireTime_ <= time) due.push_back(timer);
+        if (mayFire(*timer) && timer->fireTime() <= time) due.push_back(timer);
     std::sort(due.begin(), due.end(), [](const auto &a, const auto &b) {
-        return std::pair(a->fireTime_, a->order_) < std::pair(b->fireTime_, b->order_);
+        return std::pair(a->fireTime(), a->schedule().order) <
+               std::pair(b->fireTime(), b->schedule().order);
     });
     return due;
 }
 
 void RunLoop::fireTimer(Timer &timer, double time)
 {
-    if (timer.repeats_) {
-        timer.fireTime_ += timer.interval_;
-        if (timer.fireTime_ <= time) {
-            const double missed = std::floor((time - timer.fireTime_) / timer.interval_);
-            timer.fireTime_ += (missed + 1.0) * timer.interval_;
+    if (timer.repeats()) {
+        Timer::Schedule &schedule = timer.schedule();
+        schedule.fireTime += schedule.interval;
+        if (schedule.fireTime <= time) {
+            const double missed = std::floor((time - schedule.fireTime) / schedule.interval);
+            schedule.fireTime += (missed + 1.0) * schedule.interval;
         }
         scheduleChanged();
     }

@@ -38,14 +38,17 @@ public:
 
     /// A negative interval counts as 0, which means the next pass of the loop.
     Timer(double intervalInSeconds, bool repeats, Callback callback);
+    ~Timer();
+    Timer(const Timer &) = delete;
+    Timer &operator=(const Timer &) = delete;
 
-    double timeInterval() const { return interval_; }
-    bool repeats() const { return repeats_; }
+    double timeInterval() const;
+    bool repeats() const;
     /// False once the timer was invalidated, or was one-shot and has begun to fire, or its run loop
     /// has ended.
-    bool isValid() const { return valid_; }
+    bool isValid() const;
     /// The time at which it fires next, on the run loop's steady clock.
-    double fireTime() const { return fireTime_; }
+    double fireTime() const;
     /// It will not fire again, and lets go of its callback. Harmless when called twice, or from
     /// inside the callback.
     void invalidate();
@@ -53,17 +56,12 @@ public:
     /// Does nothing when invalid, or when its callback is running.
     void fire();
 
+    /// When and on which run loop it fires; only run loops know more of it.
+    struct Schedule;
+    Schedule &schedule() const { return *schedule_; }
+
 private:
-    friend class RunLoop;
-    double interval_;
-    bool repeats_;
-    bool valid_ = true;
-    bool firing_ = false;
-    double fireTime_ = 0.0;
-    RunLoopModes modes_ = 0;
-    std::uint64_t order_ = 0;
-    RunLoop *loop_ = nullptr; ///< the loop that it waits on
-    std::shared_ptr<const Callback> callback_;
+    std::unique_ptr<Schedule> schedule_;
 };
 
 /// Timers and the clocks that everything asks: currentTime for "now", steadyTime for how long
@@ -151,7 +149,6 @@ protected:
     bool fireDue(double time);
 
 private:
-    friend class Timer;
     struct Task
     {
         std::uint64_t order;

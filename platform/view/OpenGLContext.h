@@ -15,7 +15,7 @@ struct PixelFormat
 {
     bool doubleBuffer = true;
     int depthSize = 24;
-    friend bool operator==(const PixelFormat &, const PixelFormat &) = default;
+    bool operator==(const PixelFormat &) const = default;
 };
 
 /// Thrown when legacy OpenGL is not to be had; the text is one sentence for the user.
@@ -72,6 +72,10 @@ public:
     virtual void setSwapInterval(int interval) = 0;
     virtual int swapInterval() const = 0;
 
+    /// Frees the native context, current or not; from then on it cannot be made current. For the
+    /// view that owns it: OpenGLView::loseContext.
+    virtual void destroySurface() = 0;
+
     /// Delete names that this context made: at once when it is current, otherwise when it is made
     /// current next; a destroyed context has taken its names with it. 0 is harmless.
     void deleteBuffer(std::uint32_t name);
@@ -92,10 +96,6 @@ protected:
     static void requireLegacyOpenGL();
 
 private:
-    friend class ViewSurface;
-    /// Frees the native context, current or not; from then on it cannot be made current.
-    virtual void destroySurface() = 0;
-
     enum class NameKind { Buffer, Texture, Framebuffer, Renderbuffer };
     struct Name
     {

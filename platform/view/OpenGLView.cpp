@@ -1,19 +1,13 @@
-#include "platform/gl.h"
-
 #include "platform/view/OpenGLView.h"
 #include "platform/view/OpenGLViewPrivate.h"
 
 #include "base/Assertion.h"
 #include "base/TellDelegate.h"
 #include "platform/presenters/DesktopPresenters.h"
-#include "platform/time/NotificationCenter.h"
 
 #include <QGuiApplication>
 #include <QImage>
-#include <QScreen>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace kelo {
@@ -25,40 +19,20 @@ SurfaceKind &chosenSurfaceKind()
     return kind;
 }
 
-/// Pixel-pack state for reading whole rows of bytes; puts back what was before.
-class PackState
+/// The kind for a program that chose none.
+SurfaceKind kindOfPlatform()
 {
-public:
-    PackState()
-    {
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        glPixelStorei(GL_PACK_ALIGNMENT, 4);
-        glPixelStorei(GL_PACK_ROW_LENGTH, 0);
-        glPixelStorei(GL_PACK_SKIP_ROWS, 0);
-        glPixelStorei(GL_PACK_SKIP_PIXELS, 0);
-        glPixelStorei(GL_PACK_SWAP_BYTES, GL_FALSE);
-        glGetIntegerv(GL_READ_BUFFER, &readBuffer_);
-        // The buffer that was drawn into: the back one of a window, the only one of a pixel buffer.
-        GLint drawBuffer = GL_BACK;
-        glGetIntegerv(GL_DRAW_BUFFER, &drawBuffer);
-        glReadBuffer(static_cast<GLenum>(drawBuffer));
-    }
-    ~PackState()
-    {
-        glReadBuffer(static_cast<GLenum>(readBuffer_));
-        glPopClientAttrib();
-    }
-    PackState(const PackState &) = delete;
-    PackState &operator=(const PackState &) = delete;
-
-private:
-    GLint readBuffer_ = GL_BACK;
-};
+    if (!OpenGLView::cursorsAreAvailable()) return SurfaceKind::Surfaceless;
+    const QString platform = QGuiApplication::platformName();
+    const bool withoutDisplay =
+        platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
+    return withoutDisplay ? SurfaceKind::Surfaceless : SurfaceKind::Window;
+}
 
 } // namespace
 
 OpenGLView::OpenGLView(const Rect &frame, const PixelFormat &pixelFormat)
-    : frame_(frame), pixelFormat_(pixelFormat), d(std::make_unique<Private>())
+    : frame_(frame), pixelFormat_(pixelFormat), d(std::make_unique<Private>(*this))
 {
     d->knownDeviceSize = deviceSize();
 }
@@ -66,11 +40,9 @@ OpenGLView::OpenGLView(const Rect &frame, const PixelFormat &pixelFormat)
 OpenGLView::~OpenGLView()
 {
     d->lifeToken.reset();
-    if (d->surface) {
-        d->surface->setHost(nullptr);
-        // The surface's own end may cause events; they find a view without a surface.
-        const std::unique_ptr<ViewSurface> surface = std::move(d->surface);
-    }
+    if (d->surface) d->surface->setHost(nullptr);
+    // The surface's own end may cause events; they find a view without a surface.
+    const std::unique_ptr<ViewSurface> surface = std::move(d->surface);
 }
 
 std::weak_ptr<const void> OpenGLView::life() const
@@ -92,47 +64,15 @@ void OpenGLView::setSurfaceKind(SurfaceKind kind)
 
 SurfaceKind OpenGLView::surfaceKind()
 {
-    if (chosenSurfaceKind() != SurfaceKind::Automatic) return chosenSurfaceKind();
-    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        return SurfaceKind::Surfaceless;
-    const QString platform = QGuiApplication::platformName();
-    const bool withoutDisplay =
-        platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
-    return withoutDisplay ? SurfaceKind::Surfaceless : SurfaceKind::Window;
-}
-
-ViewSurface &OpenGLView::surface()
-{
-    if (!d->surface) {
-        const SurfaceKind kind = surfaceKind();
-        d->surface = kind == SurfaceKind::Window    ? makeWindowSurface(*this)
-                     : kind == SurfaceKind::Undrawn ? makeUndrawnSurface(*this)
-                                                    : makeSurfacelessSurface(*this);
-    }
-    return *d->surface;
+    const SurfaceKind chosen = chosenSurfaceKind();
+    return chosen != SurfaceKind::Automatic ? chosen : kindOfPlatform();
 }
 
 void OpenGLView::setFrameSize(const Size &size)
 {
     const Size possible = d->surface ? d->surface->possibleSize(size) : size;
     if (d->surface && d->surface->host()) d->surface->host()->resizeForView(possible);
-    frameDidResize(possible);
-}
-
-void OpenGLView::frameDidResize(const Size &size)
-{
-    const bool newSize = size != frame_.size;
-    frame_.size = size;
-    if (newSize && d->surface) d->surface->viewDidResize();
-    const PixelSize pixels = deviceSize();
-    const bool newPixels = std::exchange(d->knownDeviceSize, pixels) != pixels;
-    if (!newSize && !newPixels) return;
-    const std::weak_ptr<int> life = d->lifeToken;
-    reshape();
-    if (newSize && postsFrameChangedNotifications && !life.expired())
-        NotificationCenter::defaultCenter().postNotificationName(viewFrameDidChangeNotification,
-                                                                 this);
-    if (!life.expired()) setNeedsDisplay(true);
+    d->frameDidResize(possible);
 }
 
 Point OpenGLView::convertPoint_fromView(const Point &point, const OpenGLView *view) const
@@ -154,10 +94,7 @@ Point OpenGLView::flippedWindowPoint(const Point &point) const
 
 double OpenGLView::backingScaleFactor() const
 {
-    if (d->surface) return d->surface->scaleFactor();
-    if (surfaceKind() == SurfaceKind::Surfaceless) return surfacelessScale_;
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    return screen ? screen->devicePixelRatio() : 1.0;
+    return d->surface ? d->surface->scaleFactor() : d->expectedScaleFactor();
 }
 
 void OpenGLView::setSurfacelessScaleFactor(double scale)
@@ -165,12 +102,13 @@ void OpenGLView::setSurfacelessScaleFactor(double scale)
     assertThat(scale > 0.0, "a scale factor is positive");
     surfacelessScale_ = scale;
     if (d->surface) d->surface->viewDidResize();
-    frameDidResize(frame_.size);
+    d->frameDidResize(frame_.size);
 }
 
 Size OpenGLView::convertSizeToBacking(const Size &size) const
 {
-    const PixelSize pixels = size == frame_.size ? deviceSize() : pixelSize(size);
+    const PixelSize pixels =
+        size == frame_.size ? deviceSize() : pixelSizeOf(size, backingScaleFactor());
     return {static_cast<double>(pixels.width), static_cast<double>(pixels.height)};
 }
 
@@ -180,26 +118,19 @@ Point OpenGLView::convertPointToBacking(const Point &point) const
     return {point.x * scale, point.y * scale};
 }
 
-PixelSize OpenGLView::pixelSize(const Size &size) const
-{
-    const double scale = backingScaleFactor();
-    return {static_cast<int>(std::lround(size.width * scale)),
-            static_cast<int>(std::lround(size.height * scale))};
-}
-
 PixelSize OpenGLView::deviceSize() const
 {
-    return d->surface ? d->surface->deviceSize() : pixelSize(frame_.size);
+    return d->surface ? d->surface->deviceSize() : pixelSizeOf(frame_.size, backingScaleFactor());
 }
 
 OpenGLContext &OpenGLView::openGLContext()
 {
-    return *surface().context();
+    return *sharedOpenGLContext();
 }
 
 std::shared_ptr<OpenGLContext> OpenGLView::sharedOpenGLContext()
 {
-    return surface().context();
+    return d->madeSurface().context();
 }
 
 bool OpenGLView::hasOpenGLContext() const
@@ -217,15 +148,7 @@ void OpenGLView::setNeedsDisplay(bool needsDisplay)
 
 void OpenGLView::display()
 {
-    if (!isExposed()) return;
-    const std::weak_ptr<int> life = d->lifeToken;
-    surface().willDisplay();
-    if (life.expired()) return;
-    if (!openGLContext().makeCurrentContext()) return;
-    // Before the drawing, which may ask for the next frame.
-    needsDisplay_ = false;
-    drawRect(bounds());
-    if (!life.expired() && d->surface) d->surface->didDisplay();
+    if (isExposed()) d->drawFrame();
 }
 
 void OpenGLView::displayIfNeeded()
@@ -235,36 +158,16 @@ void OpenGLView::displayIfNeeded()
 
 bool OpenGLView::isExposed() const
 {
-    if (d->surface) return d->surface->isExposed();
-    return surfaceKind() == SurfaceKind::Surfaceless;
+    return d->surface ? d->surface->isExposed() : surfaceKind() == SurfaceKind::Surfaceless;
 }
 
 void OpenGLView::drawRect(const Rect &) {}
-
 void OpenGLView::reshape() {}
-
 void OpenGLView::contextWasLost() {}
 
 QImage OpenGLView::grabImage()
 {
-    const PixelSize size = deviceSize();
-    OpenGLContext &context = openGLContext();
-    if (size.width <= 0 || size.height <= 0 || !context.makeCurrentContext()) return {};
-    const bool neededDisplay = needsDisplay_;
-    {
-        const OpenGLContext::FlushSuppression nothingIsShown(context);
-        drawRect(bounds());
-    }
-    needsDisplay_ = needsDisplay_ || neededDisplay;
-    if (!context.makeCurrentContext()) return {};
-    QImage upsideDown(size.width, size.height, QImage::Format_RGBX8888);
-    if (upsideDown.isNull()) return {};
-    {
-        const PackState packState;
-        glReadPixels(0, 0, size.width, size.height, GL_RGBA, GL_UNSIGNED_BYTE, upsideDown.bits());
-    }
-    // The bottom row came first, and with whatever alpha the drawing left.
-    return upsideDown.mirrored().convertToFormat(QImage::Format_RGB888);
+    return d->drawnPicture();
 }
 
 void OpenGLView::loseContext()
@@ -275,6 +178,91 @@ void OpenGLView::loseContext()
     setNeedsDisplay(true);
 }
 
+void OpenGLView::mouseDown(const Event &) {}
+void OpenGLView::mouseDragged(const Event &) {}
+void OpenGLView::mouseUp(const Event &) {}
+void OpenGLView::rightMouseDown(const Event &) {}
+void OpenGLView::rightMouseDragged(const Event &) {}
+void OpenGLView::rightMouseUp(const Event &) {}
+void OpenGLView::otherMouseDown(const Event &) {}
+void OpenGLView::otherMouseDragged(const Event &) {}
+void OpenGLView::otherMouseUp(const Event &) {}
+void OpenGLView::mouseMoved(const Event &) {}
+void OpenGLView::mouseEntered(const Event &) {}
+void OpenGLView::mouseExited(const Event &) {}
+void OpenGLView::scrollWheel(const Event &) {}
+void OpenGLView::flagsChanged(const Event &) {}
+void OpenGLView::keyDown(const Event &) {}
+void OpenGLView::keyUp(const Event &) {}
+
+void OpenGLView::sendEvent(const Event &event)
+{
+    d->events.send(event);
+}
+
+void OpenGLView::mouseCaptureLost()
+{
+    d->events.releaseHeldButtons();
+}
+
+void OpenGLView::lendInput(const std::function<bool()> &loop, const std::function<void()> &act)
+{
+    d->events.lendInput([this] { return d->madeSurface().input(); }, loop, act);
+}
+
+std::uint32_t OpenGLView::currentModifierFlags() const
+{
+    return d->events.modifierFlags();
+}
+
+bool OpenGLView::pointerIsOverView() const
+{
+    return d->pointer.isOverView();
+}
+
+int OpenGLView::addTrackingRect(const Rect &rect, bool assumeInside)
+{
+    return d->pointer.addTrackingRect(rect, assumeInside);
+}
+
+void OpenGLView::removeTrackingRect(int tag)
+{
+    d->pointer.removeTrackingRect(tag);
+}
+
+bool OpenGLView::cursorsAreAvailable()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr;
+}
+
+void OpenGLView::setCursor(const QCursor &cursor)
+{
+    d->cursor = cursor;
+    if (d->surface) d->surface->showCursor(cursor);
+}
+
+QCursor OpenGLView::cursor() const
+{
+    return d->cursor ? *d->cursor : QCursor(Qt::ArrowCursor);
+}
+
+void OpenGLView::invalidateCursorRects()
+{
+    d->pointer.discardCursorRects();
+    if (!cursorsAreAvailable()) return;
+    resetCursorRects();
+    d->pointer.updateCursor(true);
+}
+
+void OpenGLView::resetCursorRects() {}
+
+void OpenGLView::addCursorRect(const Rect &rect, const QCursor &cursor)
+{
+    d->pointer.addCursorRect(rect, cursor);
+}
+
+void OpenGLView::viewDidMoveToWindow() {}
+
 bool OpenGLView::isInFullScreenMode() const
 {
     return d->surface && d->surface->isFullScreen();
@@ -282,22 +270,22 @@ bool OpenGLView::isInFullScreenMode() const
 
 bool OpenGLView::enterFullScreenMode()
 {
-    return isInFullScreenMode() || surface().enterFullScreen();
+    return isInFullScreenMode() || d->madeSurface().enterFullScreen();
 }
 
 void OpenGLView::exitFullScreenModeWithOptions()
 {
-    if (isInFullScreenMode()) surface().exitFullScreen();
+    if (isInFullScreenMode()) d->surface->exitFullScreen();
 }
 
 QWidget *OpenGLView::createContainer(QWidget *parent)
 {
-    return desktopPresenters().container(*this, surface(), parent);
+    return desktopPresenters().container(*this, d->madeSurface(), parent);
 }
 
 QWindow *OpenGLView::window()
 {
-    return surface().window();
+    return d->madeSurface().window();
 }
 
 QWindow *OpenGLView::window() const

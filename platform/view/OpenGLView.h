@@ -58,6 +58,9 @@ public:
     OpenGLView(const OpenGLView &) = delete;
     OpenGLView &operator=(const OpenGLView &) = delete;
 
+    /// What a view is put together from; only the platform's own sources know more of it.
+    struct Private;
+
     /// Completes a new view; makeView calls it. Overriders call their base first.
     virtual void awakeFromNib();
 
@@ -88,6 +91,7 @@ public:
     /// The scale of a view without display (default 1); calls reshape. A window's scale is its
     /// screen's and stays.
     void setSurfacelessScaleFactor(double scale);
+    double surfacelessScaleFactor() const { return surfacelessScale_; }
     bool wantsBestResolutionOpenGLSurface() const { return wantsBestResolution_; }
     void setWantsBestResolutionOpenGLSurface(bool wants) { wantsBestResolution_ = wants; }
     /// A size in points as device pixels, whole numbers, rounded once; of the bounds' size it is
@@ -167,7 +171,7 @@ public:
     /// the press that began it. If the view is destroyed in `loop`, nothing follows.
     void lendInput(const std::function<bool()> &loop, const std::function<void()> &act);
     /// Modifier bits as the last event left them.
-    std::uint32_t currentModifierFlags() const { return modifierFlags_; }
+    std::uint32_t currentModifierFlags() const;
     /// Whether the pointer is over the view, as far as its events show; while a button is held,
     /// also outside it.
     bool pointerIsOverView() const;
@@ -224,7 +228,8 @@ public:
     /// Creates a widget that shows the view. The widget does not own the view; the view may be
     /// destroyed first (the widget is then empty) or last. A second call moves the view to the new
     /// widget. The widget of a view without a display paints what grabImage gives, so that it works
-    /// on the offscreen platform too. Needs a QApplication.
+    /// on the offscreen platform too. Needs a QApplication, and for a view that is of none of the
+    /// library's classes useWidgetPresenters.
     QWidget *createContainer(QWidget *parent = nullptr);
     /// The native window of the view, created on first use, or null without a display. Owned by the
     /// view.
@@ -248,31 +253,11 @@ protected:
     virtual void contextWasLost();
 
 private:
-    friend class ViewSurface;
-    friend class WindowSurface;
-    friend class SurfacelessSurface;
-    friend class ViewInput;
-    friend class ViewWindow;
-    friend class ViewContainer;
-    struct Private;
-    ViewSurface &surface(); ///< created on first use
-    /// Pixels of a size in points, rounded once.
-    PixelSize pixelSize(const Size &size) const;
-    /// Notes a new size in points, or a new number of pixels for the same size.
-    void frameDidResize(const Size &size);
-    void dispatch(const Event &event);
-    void holdTrackingMode();
-    void releaseTrackingMode();
-    /// Tells the tracking rectangles where the pointer is; nullopt: outside the view.
-    void movePointer(const std::optional<Point> &locationInWindow, const Event &cause);
-    void updateCursor(bool evenIfInTheSameRect);
-
     Rect frame_;
     PixelFormat pixelFormat_;
     bool wantsBestResolution_ = true;
     bool needsDisplay_ = false;
     std::uint64_t redrawRequestCount_ = 0;
-    std::uint32_t modifierFlags_ = 0;
     double surfacelessScale_ = 1.0;
     std::unique_ptr<Private> d;
 };

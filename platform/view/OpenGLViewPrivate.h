@@ -1,48 +1,47 @@
 #pragma once
 
-#include "platform/time/RunLoop.h"
 #include "platform/view/OpenGLView.h"
+#include "platform/view/ViewEvents.h"
+#include "platform/view/ViewPointer.h"
 #include "platform/view/ViewSurface.h"
 
 #include <QCursor>
 
 #include <memory>
 #include <optional>
-#include <vector>
+
+class QImage;
 
 namespace kelo {
 
-/// What a view keeps beside its interface.
+/// What a view is put together from, and what its surfaces, windows and containers ask of it beyond
+/// its interface.
 struct OpenGLView::Private
 {
-    struct CursorRect
-    {
-        Rect rect;
-        QCursor cursor;
-    };
-    struct TrackingRect
-    {
-        int tag;
-        Rect rect;
-        bool isInside;
-    };
+    explicit Private(OpenGLView &view);
+    static Private &of(OpenGLView &view) { return *view.d; }
 
-    std::unique_ptr<ViewSurface> surface;
-    PixelSize knownDeviceSize;
+    /// The surface, created on first use.
+    ViewSurface &madeSurface();
+    /// Takes over a new size in points, or a new number of pixels for the same size.
+    void frameDidResize(const Size &size);
+    /// Takes over the number of pixels; whether that or the size (newSize) is another than before.
+    bool noteSize(bool newSize);
+    /// Draws a frame and shows it.
+    void drawFrame();
+    /// Draws a frame into the current buffer, which nobody sees, and reads it.
+    QImage drawnPicture();
+    /// The scale before there is a surface: what the surface will have.
+    double expectedScaleFactor() const;
+
+    OpenGLView &view;
     /// Expires with the view: handlers may end the view that called them.
     std::shared_ptr<int> lifeToken = std::make_shared<int>();
-
-    /// Held buttons in the order of their presses, each with the press that began it.
-    std::vector<Event> presses;
-    Event lastMouseEvent;
-    std::optional<RunLoop::ModeScope> trackingMode;
-
-    std::vector<TrackingRect> trackingRects;
-    int lastTrackingTag = 0;
-    std::vector<CursorRect> cursorRects;
-    std::optional<std::size_t> cursorRectOfPointer;
-    std::optional<Point> pointerInWindow; ///< while the pointer is over the view
-    std::optional<QCursor> cursor;        ///< empty: the arrow
+    std::unique_ptr<ViewSurface> surface;
+    PixelSize knownDeviceSize;
+    ViewPointer pointer;
+    ViewEvents events;
+    std::optional<QCursor> cursor; ///< empty: the arrow
 };
 
 } // namespace kelo

@@ -220,7 +220,7 @@ private:
 
 double SurfacelessSurface::scaleFactor() const
 {
-    return view().surfacelessScale_;
+    return view().surfacelessScaleFactor();
 }
 
 PixelSize SurfacelessSurface::deviceSize() const

@@ -2,7 +2,7 @@
 
 #include "platform/presenters/DesktopPresenters.h"
 #include "platform/time/RunLoop.h"
-#include "platform/view/OpenGLView.h"
+#include "platform/view/OpenGLViewPrivate.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -284,14 +284,18 @@ void ViewInput::pointerEntered(const QPointF &position, Qt::KeyboardModifiers mo
     if (!view_) return;
     lastLocation_ = windowLocation(position);
     noteModifiers(modifiers);
-    if (view_) view_->movePointer(lastLocation_, makeEvent(EventType::MouseEntered, heldFlags_));
+    if (view_)
+        OpenGLView::Private::of(*view_).events.movePointer(
+            lastLocation_, makeEvent(EventType::MouseEntered, heldFlags_));
 }
 
 void ViewInput::pointerLeft()
 {
     forgetToolTip();
     deliverPendingMove();
-    if (view_) view_->movePointer(std::nullopt, makeEvent(EventType::MouseExited, heldFlags_));
+    if (view_)
+        OpenGLView::Private::of(*view_).events.movePointer(
+            std::nullopt, makeEvent(EventType::MouseExited, heldFlags_));
 }
 
 void ViewInput::focusGained(Qt::KeyboardModifiers modifiers)

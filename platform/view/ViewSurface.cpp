@@ -27,7 +27,7 @@ void ViewSurface::destroyContext()
 
 PixelSize ViewSurface::scaledViewSize() const
 {
-    return view_.pixelSize(view_.frame().size);
+    return pixelSizeOf(view_.frame().size, view_.backingScaleFactor());
 }
 
 void ViewSurface::setHost(ViewHost *host)

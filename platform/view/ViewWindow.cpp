@@ -49,7 +49,7 @@ ViewWindow::ViewWindow(OpenGLView &view) : view_(&view), input_(view)
     setFormat(surfaceFormat(view.pixelFormat()));
     connect(this, &QWindow::screenChanged, this, [this] {
         // Another screen may have another scale.
-        if (view_) view_->frameDidResize(view_->frame().size);
+        if (view_) OpenGLView::Private::of(*view_).frameDidResize(view_->frame().size);
     });
 }
 
@@ -116,7 +116,7 @@ void ViewWindow::nativeWindowWillGo()
     wasExposed_ = false;
     if (!view_->hasOpenGLContext()) return;
     OpenGLContext &context = view_->openGLContext();
-    if (context.isCurrent()) view_->surface().releaseContext();
+    if (context.isCurrent()) OpenGLView::Private::of(*view_).madeSurface().releaseContext();
 }
 
 void ViewWindow::draw()
@@ -144,7 +144,9 @@ void ViewWindow::exposeEvent(QExposeEvent *)
 
 void ViewWindow::resizeEvent(QResizeEvent *)
 {
-    if (view_) view_->frameDidResize({static_cast<double>(width()), static_cast<double>(height())});
+    if (view_)
+        OpenGLView::Private::of(*view_).frameDidResize(
+            {static_cast<double>(width()), static_cast<double>(height())});
 }
 
 void ViewWindow::hideEvent(QHideEvent *)
@@ -178,7 +180,7 @@ void ViewWindow::mousePressEvent(QMouseEvent *event)
 {
     if (!view_) return;
     if (view_->acceptsFirstResponder()) {
-        ViewHost *host = view_->surface().host();
+        ViewHost *host = OpenGLView::Private::of(*view_).madeSurface().host();
         if (host && !view_->isInFullScreenMode())
             host->takeKeyboard();
         else if (QGuiApplication::focusWindow() != this)

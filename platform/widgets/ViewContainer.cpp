@@ -30,7 +30,8 @@ ViewContainer::ViewContainer(OpenGLView &view, ViewSurface &surface, QWidget *pa
         setAttribute(Qt::WA_OpaquePaintEvent);
         setCursor(view.cursor());
         if (moves)
-            view.frameDidResize({static_cast<double>(width()), static_cast<double>(height())});
+            OpenGLView::Private::of(view).frameDidResize(
+                {static_cast<double>(width()), static_cast<double>(height())});
     }
     view.viewDidMoveToWindow();
 }
@@ -38,7 +39,7 @@ ViewContainer::ViewContainer(OpenGLView &view, ViewSurface &surface, QWidget *pa
 ViewContainer::~ViewContainer()
 {
     if (!view_) return;
-    ViewSurface &surface = view_->surface();
+    ViewSurface &surface = OpenGLView::Private::of(*view_).madeSurface();
     if (!surface.isFullScreen()) giveUpWindow();
     OpenGLView &view = *view_;
     surface.setHost(nullptr);
@@ -78,7 +79,7 @@ void ViewContainer::takeWindow()
 
 void ViewContainer::forgetView()
 {
-    if (view_ && !view_->surface().isFullScreen()) giveUpWindow();
+    if (view_ && !OpenGLView::Private::of(*view_).madeSurface().isFullScreen()) giveUpWindow();
     view_ = nullptr;
     if (input_) input_->forgetView();
     unsetCursor();
@@ -128,7 +129,8 @@ void ViewContainer::resizeEvent(QResizeEvent *)
     if (inner_)
         inner_->setGeometry(rect());
     else if (view_ && input_)
-        view_->frameDidResize({static_cast<double>(width()), static_cast<double>(height())});
+        OpenGLView::Private::of(*view_).frameDidResize(
+            {static_cast<double>(width()), static_cast<double>(height())});
 }
 
 void ViewContainer::paintEvent(QPaintEvent *)
@@ -141,7 +143,7 @@ void ViewContainer::paintEvent(QPaintEvent *)
     }
     input_->deliverPendingMove();
     if (!view_) return;
-    view_->needsDisplay_ = false;
+    view_->setNeedsDisplay(false);
     try {
         painter.drawImage(rect(), view_->grabImage());
     } catch (const OpenGLUnavailable &problem) {

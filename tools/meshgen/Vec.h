@@ -40,7 +40,7 @@ struct Vec3
         z *= factor;
         return *this;
     }
-    friend constexpr bool operator==(const Vec3 &, const Vec3 &) = default;
+    constexpr bool operator==(const Vec3 &) const = default;
 };
 
 constexpr Vec3 operator+(Vec3 a, const Vec3 &b)

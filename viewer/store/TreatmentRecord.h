@@ -29,7 +29,7 @@ struct NoteRecord
     /// No value: the bracket has no colour.
     kelo::NameKeyDictionary<std::optional<long>> bracketColorTypeIDs;
     std::vector<ElasticRecord> elastics; ///< in placing order
-    friend bool operator==(const NoteRecord &, const NoteRecord &) = default;
+    bool operator==(const NoteRecord &) const = default;
 };
 
 struct PatientRecord
@@ -37,7 +37,7 @@ struct PatientRecord
     QString name;
     QString identifier;
     std::optional<QDate> birthDate;
-    friend bool operator==(const PatientRecord &, const PatientRecord &) = default;
+    bool operator==(const PatientRecord &) const = default;
 };
 
 /// A whole treatment: the patient and the notes, oldest first, one a date.
@@ -47,7 +47,7 @@ struct TreatmentRecord
     std::optional<QDate> currentDate;  ///< absent: the day of opening
     std::optional<QDate> approvedDate; ///< of the treatment as a whole
     std::vector<NoteRecord> notes;
-    friend bool operator==(const TreatmentRecord &, const TreatmentRecord &) = default;
+    bool operator==(const TreatmentRecord &) const = default;
 };
 
 } // namespace viewer

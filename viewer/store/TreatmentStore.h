@@ -23,7 +23,7 @@ struct StoredPatient
 {
     qint64 patientID = 0;
     PatientRecord patient;
-    friend bool operator==(const StoredPatient &, const StoredPatient &) = default;
+    bool operator==(const StoredPatient &) const = default;
 };
 
 struct StoredTreatment
@@ -32,7 +32,7 @@ struct StoredTreatment
     qint64 patientID = 0;
     std::optional<QDate> currentDate;
     std::optional<QDate> approvedDate;
-    friend bool operator==(const StoredTreatment &, const StoredTreatment &) = default;
+    bool operator==(const StoredTreatment &) const = default;
 };
 
 /// A treatment as a list of all of them shows it.
@@ -45,7 +45,7 @@ struct TreatmentSummary
     /// Why the treatment cannot be opened, for the user; its dates may be missing then. Empty when
     /// nothing is wrong with what is listed here.
     QString problem;
-    friend bool operator==(const TreatmentSummary &, const TreatmentSummary &) = default;
+    bool operator==(const TreatmentSummary &) const = default;
 };
 
 /// One line of a treatment's log of changes.
@@ -65,7 +65,7 @@ struct StoredChange
     /// Absent where there was or is nothing.
     std::optional<QString> oldValue;
     std::optional<QString> newValue;
-    friend bool operator==(const StoredChange &, const StoredChange &) = default;
+    bool operator==(const StoredChange &) const = default;
 };
 
 enum class StoreAccess {

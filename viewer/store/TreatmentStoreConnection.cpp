@@ -203,8 +203,9 @@ QSqlQuery &TreatmentStoreConnection::prepared(std::string_view sql)
     return statements_.emplace(sql, std::move(query)).first->second;
 }
 
-StoreStatement::StoreStatement(TreatmentStoreConnection &connection, std::string_view sql,
-                               std::initializer_list<QVariant> values)
+TreatmentStoreConnection::Statement::Statement(TreatmentStoreConnection &connection,
+                                               std::string_view sql,
+                                               std::initializer_list<QVariant> values)
     : connection_(connection), query_(connection.prepared(sql))
 {
     int position = 0;
@@ -219,12 +220,12 @@ StoreStatement::StoreStatement(TreatmentStoreConnection &connection, std::string
     if (!query_.isSelect()) connection_.lastInsertedID_ = query_.lastInsertId().toLongLong();
 }
 
-StoreStatement::~StoreStatement()
+TreatmentStoreConnection::Statement::~Statement()
 {
     query_.finish();
 }
 
-bool StoreStatement::next()
+bool TreatmentStoreConnection::Statement::next()
 {
     if (query_.next()) return true;
     if (query_.lastError().isValid()) throw connection_.error(query_);

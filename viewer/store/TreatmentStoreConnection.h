@@ -70,8 +70,9 @@ public:
     /// A sentence about this database.
     StoreError error(StoreProblem problem, const QString &reason) const;
 
+    class Statement;
+
 private:
-    friend class StoreStatement;
     StoreError error(const QSqlQuery &query) const;
     StoreError error(const QSqlError &sqlError) const;
     QSqlQuery &prepared(std::string_view sql);
@@ -92,16 +93,16 @@ private:
 
 /// One run of a prepared statement. Its rows are read with next() and value(); when it ends, the
 /// statement is reset, so that it holds no lock.
-class StoreStatement
+class TreatmentStoreConnection::Statement
 {
 public:
     /// Runs `sql` at once. The text must live as long as the connection: it is what the prepared
     /// statement is found by. No two runs of one text at a time.
-    StoreStatement(TreatmentStoreConnection &connection, std::string_view sql,
-                   std::initializer_list<QVariant> values = {});
-    ~StoreStatement();
-    StoreStatement(const StoreStatement &) = delete;
-    StoreStatement &operator=(const StoreStatement &) = delete;
+    Statement(TreatmentStoreConnection &connection, std::string_view sql,
+              std::initializer_list<QVariant> values = {});
+    ~Statement();
+    Statement(const Statement &) = delete;
+    Statement &operator=(const Statement &) = delete;
 
     bool next();
     QVariant value(int column) const { return query_.value(column); }
@@ -110,6 +111,8 @@ private:
     TreatmentStoreConnection &connection_;
     QSqlQuery &query_;
 };
+
+using StoreStatement = TreatmentStoreConnection::Statement;
 
 /// All that is written between its beginning and commit() stands in the database, or nothing of it.
 class StoreTransaction

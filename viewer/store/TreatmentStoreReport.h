@@ -29,7 +29,7 @@ struct ElasticsReport
     /// All that it showed before. The difference is what is stored (see mergedElastics): another
     /// program may have placed elastics meanwhile that the reporter knows nothing of.
     std::vector<ElasticRecord> before;
-    friend bool operator==(const ElasticsReport &, const ElasticsReport &) = default;
+    bool operator==(const ElasticsReport &) const = default;
 };
 
 /// The configuration that an elastic stands for has another name. Of the note nothing changes.
@@ -38,14 +38,14 @@ struct RenameReport
     std::string key; ///< the elastic's members, joined by commas
     std::string oldName;
     std::string newName;
-    friend bool operator==(const RenameReport &, const RenameReport &) = default;
+    bool operator==(const RenameReport &) const = default;
 };
 
 /// The approval of a note, or that it was taken back.
 struct ApprovalReport
 {
     std::optional<QDate> approvedDate;
-    friend bool operator==(const ApprovalReport &, const ApprovalReport &) = default;
+    bool operator==(const ApprovalReport &) const = default;
 };
 
 /// Changes to the note of one date that belong together: they are stored all or not at all.
@@ -62,7 +62,7 @@ struct NoteReport
     std::optional<ElasticsReport> elastics;
     std::optional<RenameReport> rename;
     std::optional<ApprovalReport> approval;
-    friend bool operator==(const NoteReport &, const NoteReport &) = default;
+    bool operator==(const NoteReport &) const = default;
 };
 
 /// The note with the report's changes. Its date stays, and so do changes to elastics that others

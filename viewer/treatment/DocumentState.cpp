@@ -82,10 +82,10 @@ bool isSameConfiguration(const std::shared_ptr<kelo::ElasticsConfigType> &one,
     return one && other ? one->typeID == other->typeID : !one && !other;
 }
 
-bool operator==(const ElasticState &one, const ElasticState &other)
+bool ElasticState::operator==(const ElasticState &other) const
 {
-    return isSameConfiguration(one.configType, other.configType) &&
-           one.sizeType == other.sizeType && one.bracketSequence == other.bracketSequence;
+    return isSameConfiguration(configType, other.configType) && sizeType == other.sizeType &&
+           bracketSequence == other.bracketSequence;
 }
 
 DocumentState stateOf(const Document &document)

@@ -14,7 +14,7 @@ struct ElasticState
     std::shared_ptr<kelo::ElasticsSizeType> sizeType;
     std::vector<std::string> bracketSequence;
     /// A configuration that was renamed is the same one.
-    friend bool operator==(const ElasticState &one, const ElasticState &other);
+    bool operator==(const ElasticState &other) const;
 };
 
 /// What a clinician can change in a document, as plain values: what undo goes back to.
@@ -23,7 +23,7 @@ struct DocumentState
     kelo::DXDocumentModel::Visibilities teeth, brackets, buttons;
     kelo::DXDocumentModel::ColorTypeIDs bracketColors;
     std::vector<ElasticState> elastics; ///< in placing order
-    friend bool operator==(const DocumentState &, const DocumentState &) = default;
+    bool operator==(const DocumentState &) const = default;
 };
 
 DocumentState stateOf(const kelo::DXDocumentModel &document);

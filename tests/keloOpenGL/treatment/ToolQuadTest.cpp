@@ -28,7 +28,7 @@ public:
         GLsizeiptr size;
         bool hasData;
         GLenum usage;
-        friend bool operator==(const Fill &, const Fill &) = default;
+        bool operator==(const Fill &) const = default;
     };
     struct Draw
     {

@@ -4,6 +4,7 @@
 
 #include "platform/presenters/Menu.h"
 #include "platform/time/RunLoop.h"
+#include "platform/widgets/WidgetPresenters.h"
 #include "tests/support/DrawingView.h"
 
 #include <QApplication>
@@ -81,6 +82,7 @@ void tellEvent(const Event &event, const OpenGLView &view)
 
 int main(int argc, char **argv)
 {
+    useWidgetPresenters();
     QApplication application(argc, argv);
     OpenGLView::setSurfaceKind(SurfaceKind::Window);
     const auto view = std::make_shared<test::DrawingView>(Rect{{0.0, 0.0}, {500.0, 350.0}});
