@@ -113,6 +113,18 @@ QRect areaForMenus(const QWindow *topLevel, const QPoint &pointer)
     return fillsScreen ? screen->geometry() : screen->availableGeometry();
 }
 
+/// Takes a closed menu off the screen, because what was chosen may take a while, and paints what it
+/// covered: the window system keeps no picture of that. Its request to paint may still be on its
+/// way when sync returns, as another thread reads what the window system sends; so the widgets are
+/// painted unasked.
+void showWhatWasCovered(const QPointer<QWidget> &owner)
+{
+    QGuiApplication::sync();
+    if (!owner) return;
+    owner->repaint();
+    QGuiApplication::sync();
+}
+
 } // namespace
 
 void fillNativeMenu(QMenu &nativeMenu, const Menu &menu)
@@ -155,7 +167,7 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
         return;
     }
     QWindow *topLevel = topLevelWindowOf(view);
-    QWidget *owner = widgetOfWindow(topLevel);
+    const QPointer<QWidget> owner = widgetOfWindow(topLevel);
     // On the heap: its owner may be destroyed while the menu is open.
     const QPointer<QMenu> nativeMenu = new QMenu(owner);
     fillNativeMenu(*nativeMenu, *menu);
@@ -171,9 +183,7 @@ void popUpNativeContextMenu(const std::shared_ptr<Menu> &menu, const Event &even
         const MenuOpening opening(*nativeMenu, pointer, areaForMenus(topLevel, pointer));
         chosen = itemOfAction(nativeMenu->exec(opening.menuPosition()));
         delete nativeMenu;
-        // What is chosen may take a while. The window system takes the menu off the screen first,
-        // and what it covered is painted: the window system keeps no picture of it.
-        QGuiApplication::sync();
+        showWhatWasCovered(owner);
         return opening.pressHasEnded();
     };
     // The delegate and the actions are the view's affair as a rule, and end with it.
