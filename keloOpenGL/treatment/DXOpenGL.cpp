@@ -57,7 +57,7 @@ void DXOpenGL::setUpLight()
     setAmbientColor(Color::whiteColor());
     setDiffuseColor(Color::whiteColor());
     setSpecularColor(Color::whiteColor());
-    _lightRotation = {20.0f, 1.0f, 1.0f, 1.0f};
+    setLightRotation({20.0f, 1.0f, 1.0f, 1.0f});
 }
 
 DXOpenGL::~DXOpenGL()

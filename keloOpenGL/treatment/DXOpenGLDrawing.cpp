@@ -10,8 +10,8 @@ namespace kelo {
 
 void DXOpenGL::rotateByDegrees(float degrees)
 {
-    _worldRotation = worldRotationTurnedByDegrees(_worldRotation, degrees);
-    setNeedsDisplay(true);
+    const Rotation turned = worldRotationTurnedByDegrees(worldRotation(), degrees);
+    setWorldRotationAngle_axis(turned[0], turned[1], turned[2], turned[3]);
 }
 
 void DXOpenGL::drawContent()

@@ -108,7 +108,7 @@ void DXOpenGL::followControlKey(const Event &event)
 
 Size DXOpenGL::pressedSize() const
 {
-    return cameraSize.height > 0.0 ? cameraSize : bounds().size;
+    return cameraSize().height > 0.0 ? cameraSize() : bounds().size;
 }
 
 Point DXOpenGL::pointInView(const Event &event) const

@@ -10,7 +10,7 @@
 #include "models/PickIdentifier.h"
 #include "platform/settings/VersionChecker.h"
 
-#include <QScopedValueRollback>
+#include <QScopeGuard>
 
 #include <cmath>
 
@@ -68,7 +68,8 @@ bool DXOpenGL::canPick()
 
 void DXOpenGL::drawPickedScene()
 {
-    const QScopedValueRollback<bool> picking(_isInColorPickMode, true);
+    const auto passIsOver = qScopeGuard([this] { setIsInColorPickMode(false); });
+    setIsInColorPickMode(true);
     drawContent();
     drawExtraContent();
 }

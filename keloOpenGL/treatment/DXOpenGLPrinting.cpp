@@ -11,6 +11,8 @@
 #include "keloOpenGL/menus/TreatmentTexts.h"
 #include "keloOpenGL/printing/PrintTarget.h"
 #include "keloOpenGL/printing/WhiteBrackets.h"
+#include "keloOpenGL/view/Camera.h"
+#include "keloOpenGL/view/Mouth.h"
 #include "platform/presenters/Alert.h"
 #include "platform/settings/VersionChecker.h"
 
@@ -68,12 +70,14 @@ DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, fl
                                                         float z, int width, int offset)
 {
     // Pictures are large: where there is no memory for one, the view is as it was all the same.
-    const auto restored = qScopeGuard([this, rotation = _worldRotation, angle = _mouthOpenAngle] {
-        _worldRotation = rotation;
-        _mouthOpenAngle = angle;
+    const auto restored = qScopeGuard([this, kept = camera(), mouth = mouth()] {
+        setCamera(kept);
+        setMouth(mouth);
     });
-    _worldRotation = {angleInDegrees, x, y, z};
-    _mouthOpenAngle = 0.0f;
+    Camera turned = camera();
+    turned.setWorldRotation({angleInDegrees, x, y, z});
+    setCamera(turned);
+    setMouth({});
     drawRect({});
     return readPrintImage(state_->printScale * offset,
                           {state_->printScale * width, state_->printScale * printHeight});
@@ -81,21 +85,19 @@ DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, fl
 
 DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
 {
-    const auto viewIsRestored = qScopeGuard([this, size = cameraSize] {
+    const auto viewIsRestored = qScopeGuard([this, kept = camera()] {
         state_->_printMode = false;
         state_->printScale = 1;
-        cameraSize = size;
+        setCamera(kept);
         restoreViewAfterPrinting();
     });
-    cameraSize = {targetWidth, printHeight};
+    Camera printed = camera();
+    printed.setSize({targetWidth, printHeight});
+    printed.fitWindow(printed.size());
+    setCamera(printed);
     state_->printScale = scale;
     glViewport(0, 0, scale * targetWidth, scale * printHeight);
     state_->_printMode = true;
-    const WindowLimits window = HVFindGoodWindow(targetWidth, printHeight, zoomBox());
-    _xMinWindow = window.xMin;
-    _xMaxWindow = window.xMax;
-    _yMinWindow = window.yMin;
-    _yMaxWindow = window.yMax;
     updateProjection();
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
@@ -132,7 +134,7 @@ unsigned DXOpenGL::framebufferStatus() const
 void DXOpenGL::restoreViewAfterPrinting()
 {
     const bool inPixels = VersionChecker::isLionOrLater() && wantsBestResolutionOpenGLSurface();
-    const Size size = inPixels ? convertSizeToBacking(cameraSize) : cameraSize;
+    const Size size = inPixels ? convertSizeToBacking(cameraSize()) : cameraSize();
     glViewport(0, 0, static_cast<int>(size.width), static_cast<int>(size.height));
     adjustWindow();
 }

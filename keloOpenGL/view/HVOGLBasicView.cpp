@@ -1,32 +1,65 @@
+// Construction, colours, mouth, animation, modes and presses.
+
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
-#include "document/DXDocumentModel.h"
-#include "keloOpenGL/view/MouthTransforms.h"
+#include "keloOpenGL/view/HVOGLBasicViewParts.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace kelo {
 namespace {
 
-/// 1/60 as a single-precision value, which the frame clock has always been set to.
-constexpr double animationInterval = 0.01666666753590107;
-constexpr float largestMouthOpenAngle = 55.0f;
+constexpr Color defaultClearColor{0.29, 0.58, 0.73, 1.0};
 
 bool drawRectIsEnabled = true;
 bool bufferSwappingIsEnabled = true;
 
+/// What a press, a drag or a release of one button does in each mode; null for nothing.
+struct ModeHandlers
+{
+    using Handler = void (HVOGLBasicView::*)(const Event &);
+    Handler elastics;
+    Handler color;
+    Handler rotate;
+};
+
+using View = HVOGLBasicView;
+constexpr ModeHandlers leftDown{&View::elasticsMouseDown, &View::colorMouseDown,
+                                &View::rotateMouseDown};
+constexpr ModeHandlers leftDragged{&View::elasticsMouseDragged, &View::colorMouseDragged,
+                                   &View::rotateMouseDragged};
+constexpr ModeHandlers leftUp{&View::elasticsMouseUp, &View::colorMouseUp, &View::rotateMouseUp};
+// The right button colours, in the elastics mode too.
+constexpr ModeHandlers rightDown{&View::colorMouseDown, &View::colorMouseDown, nullptr};
+constexpr ModeHandlers rightDragged{&View::colorMouseDragged, &View::colorMouseDragged, nullptr};
+constexpr ModeHandlers rightUp{&View::colorMouseUp, &View::colorMouseUp, nullptr};
+
+void callHandlerOfMode(View &view, const ModeHandlers &handlers, const Event &event)
+{
+    ModeHandlers::Handler handler = nullptr;
+    if (view.mouseMode() == View::elasticsMode) handler = handlers.elastics;
+    if (view.mouseMode() == View::colorMode) handler = handlers.color;
+    if (view.mouseMode() == View::rotateMode) handler = handlers.rotate;
+    if (handler) (view.*handler)(event);
+}
+
+void validateModeItem(Menu &menu, long mode, bool isPresentMode)
+{
+    const std::shared_ptr<MenuItem> item = menu.itemWithTag(mode);
+    if (!item) return;
+    item->enabled = true;
+    item->state = isPresentMode ? MenuItemState::On : MenuItemState::Off;
+}
+
 } // namespace
 
-HVOGLBasicView::HVOGLBasicView(const Rect &frame) : HVOGLMouseView(frame, basicPixelFormat())
+HVOGLBasicView::HVOGLBasicView(const Rect &frame)
+    : HVOGLMouseView(frame, basicPixelFormat()), parts_(std::make_unique<Parts>())
 {
     setMouseMode(rotateMode);
 }
 
-HVOGLBasicView::~HVOGLBasicView()
-{
-    stopAnimationTimer();
-}
+HVOGLBasicView::~HVOGLBasicView() = default;
 
 void HVOGLBasicView::awakeFromNib()
 {
@@ -62,9 +95,14 @@ void HVOGLBasicView::setBufferSwappingEnabled(bool enabled)
     bufferSwappingIsEnabled = enabled;
 }
 
+const std::shared_ptr<DXDocumentModel> &HVOGLBasicView::documentModel() const
+{
+    return parts_->documentModel;
+}
+
 void HVOGLBasicView::setDocumentModel(std::shared_ptr<DXDocumentModel> model)
 {
-    documentModel_ = std::move(model);
+    parts_->documentModel = std::move(model);
     zoomToFit();
     setNeedsDisplay(true);
 }
@@ -76,82 +114,136 @@ void HVOGLBasicView::modelChanged()
 
 void HVOGLBasicView::restoreDefaultColors()
 {
-    setClearColor(Color{0.29, 0.58, 0.73, 1.0});
-    setAmbientColor(Color{0.2, 0.2, 0.2, 1.0});
-    setDiffuseColor(Color{0.62, 0.62, 0.62, 1.0});
-    setSpecularColor(Color{1.0, 1.0, 1.0, 1.0});
+    setClearColor(defaultClearColor);
+    parts_->light.takeColors(Light::usual());
+    setNeedsDisplay(true);
+}
+
+const std::optional<Color> &HVOGLBasicView::clearColor() const
+{
+    return parts_->clearColor;
+}
+
+const std::optional<Color> &HVOGLBasicView::ambientColor() const
+{
+    return parts_->light.ambientColor;
+}
+
+const std::optional<Color> &HVOGLBasicView::diffuseColor() const
+{
+    return parts_->light.diffuseColor;
+}
+
+const std::optional<Color> &HVOGLBasicView::specularColor() const
+{
+    return parts_->light.specularColor;
 }
 
 void HVOGLBasicView::setClearColor(const std::optional<Color> &color)
 {
-    clearColor_ = color;
+    parts_->clearColor = color;
     setNeedsDisplay(true);
 }
 
 void HVOGLBasicView::setAmbientColor(const std::optional<Color> &color)
 {
-    ambientColor_ = color;
+    parts_->light.ambientColor = color;
     setNeedsDisplay(true);
 }
 
 void HVOGLBasicView::setDiffuseColor(const std::optional<Color> &color)
 {
-    diffuseColor_ = color;
+    parts_->light.diffuseColor = color;
     setNeedsDisplay(true);
 }
 
 void HVOGLBasicView::setSpecularColor(const std::optional<Color> &color)
 {
-    specularColor_ = color;
+    parts_->light.specularColor = color;
     setNeedsDisplay(true);
+}
+
+const HVOGLBasicView::Rotation &HVOGLBasicView::lightRotation() const
+{
+    return parts_->light.rotation;
+}
+
+void HVOGLBasicView::setLightRotation(const Rotation &rotation)
+{
+    parts_->light.rotation = rotation;
+    setNeedsDisplay(true);
+}
+
+float HVOGLBasicView::mouthOpenAngle() const
+{
+    return parts_->mouth.openAngle();
 }
 
 void HVOGLBasicView::setMouthOpenAngle(float angleInDegrees)
 {
-    _mouthOpenAngle = std::clamp(angleInDegrees, -largestMouthOpenAngle, largestMouthOpenAngle);
+    parts_->mouth.setOpenAngle(angleInDegrees);
+    setNeedsDisplay(true);
+}
+
+void HVOGLBasicView::setUnlimitedMouthOpenAngle(float angleInDegrees)
+{
+    parts_->mouth.setUnlimitedOpenAngle(angleInDegrees);
     setNeedsDisplay(true);
 }
 
 float HVOGLBasicView::effectiveMouthOpenAngle() const
 {
-    return kelo::effectiveMouthOpenAngle(_mouthOpenAngle);
+    return parts_->mouth.effectiveAngle();
 }
 
 Matrix HVOGLBasicView::upperMouthTransform() const
 {
-    return kelo::upperMouthTransform(effectiveMouthOpenAngle(), *extents());
+    return parts_->mouth.upperTransform(*extents());
 }
 
 Matrix HVOGLBasicView::lowerMouthTransform() const
 {
-    return kelo::lowerMouthTransform(effectiveMouthOpenAngle(), *extents());
+    return parts_->mouth.lowerTransform(*extents());
+}
+
+const Mouth &HVOGLBasicView::mouth() const
+{
+    return parts_->mouth;
+}
+
+void HVOGLBasicView::setMouth(const Mouth &mouth)
+{
+    parts_->mouth = mouth;
 }
 
 void HVOGLBasicView::startAnimationTimer()
 {
-    stopAnimationTimer();
-    timer_ = std::make_shared<Timer>(animationInterval, true,
-                                     [this](Timer &timer) { animationForTimer(timer); });
-    // The event-tracking mode too, so that a transition goes on while the mouse is held.
-    RunLoop::main().addTimer(timer_, RunLoopMode::Default | RunLoopMode::EventTracking);
+    parts_->clock.start([this](Timer &timer) { animationForTimer(timer); });
 }
 
 void HVOGLBasicView::stopAnimationTimer()
 {
-    if (timer_) timer_->invalidate();
-    timer_.reset();
+    parts_->clock.stop();
+}
+
+bool HVOGLBasicView::animationTimerIsRunning() const
+{
+    return parts_->clock.isRunning();
 }
 
 void HVOGLBasicView::noteAnimationTime()
 {
-    time = RunLoop::main().currentTime();
-    animationTime_ = RunLoop::main().steadyTime();
+    parts_->clock.noteTick();
 }
 
 double HVOGLBasicView::timeSinceAnimation() const
 {
-    // A main run loop that was replaced meanwhile counts from an origin of its own.
-    return std::max(RunLoop::main().steadyTime() - animationTime_, 0.0);
+    return parts_->clock.timeSinceTick();
+}
+
+double HVOGLBasicView::time() const
+{
+    return parts_->clock.tickTime();
 }
 
 void HVOGLBasicView::animationForTimer(Timer &)
@@ -161,12 +253,22 @@ void HVOGLBasicView::animationForTimer(Timer &)
 
 void HVOGLBasicView::initializeStartTime()
 {
-    _startTime = RunLoop::main().steadyTime();
+    parts_->clock.noteStart();
 }
 
 double HVOGLBasicView::elapsedTime() const
 {
-    return RunLoop::main().steadyTime() - _startTime;
+    return parts_->clock.elapsedTime();
+}
+
+double HVOGLBasicView::lastRenderingTime() const
+{
+    return parts_->lastRenderingTime;
+}
+
+void HVOGLBasicView::setLastRenderingTime(double seconds)
+{
+    parts_->lastRenderingTime = seconds;
 }
 
 Point HVOGLBasicView::convertPoint_fromView(const Point &point, const OpenGLView *view) const
@@ -186,12 +288,8 @@ long HVOGLBasicView::mouseModeForDeviceIndependentBits(std::uint32_t bits) const
 void HVOGLBasicView::menuNeedsUpdate(Menu &menu)
 {
     if (menu.title() != "Mode") return;
-    for (const long mode : {rotateMode, colorMode, elasticsMode}) {
-        if (const std::shared_ptr<MenuItem> item = menu.itemWithTag(mode)) {
-            item->enabled = true;
-            item->state = mouseMode() == mode ? MenuItemState::On : MenuItemState::Off;
-        }
-    }
+    for (const long mode : {rotateMode, colorMode, elasticsMode})
+        validateModeItem(menu, mode, mouseMode() == mode);
 }
 
 void HVOGLBasicView::mouseModeAction(const MenuItem &sender)
@@ -201,69 +299,33 @@ void HVOGLBasicView::mouseModeAction(const MenuItem &sender)
 
 void HVOGLBasicView::leftMouseDown(const Event &event)
 {
-    switch (mouseMode()) {
-    case elasticsMode:
-        elasticsMouseDown(event);
-        break;
-    case colorMode:
-        colorMouseDown(event);
-        break;
-    case rotateMode:
-        rotateMouseDown(event);
-        break;
-    default:
-        break;
-    }
+    callHandlerOfMode(*this, leftDown, event);
 }
 
 void HVOGLBasicView::leftMouseDragged(const Event &event)
 {
-    switch (mouseMode()) {
-    case elasticsMode:
-        elasticsMouseDragged(event);
-        break;
-    case colorMode:
-        colorMouseDragged(event);
-        break;
-    case rotateMode:
-        rotateMouseDragged(event);
-        break;
-    default:
-        break;
-    }
+    callHandlerOfMode(*this, leftDragged, event);
 }
 
 void HVOGLBasicView::leftMouseUp(const Event &event)
 {
-    switch (mouseMode()) {
-    case elasticsMode:
-        elasticsMouseUp(event);
-        break;
-    case colorMode:
-        colorMouseUp(event);
-        break;
-    case rotateMode:
-        rotateMouseUp(event);
-        break;
-    default:
-        break;
-    }
+    callHandlerOfMode(*this, leftUp, event);
     HVOGLMouseView::leftMouseUp(event);
 }
 
 void HVOGLBasicView::rightMouseDown(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseDown(event);
+    callHandlerOfMode(*this, rightDown, event);
 }
 
 void HVOGLBasicView::rightMouseDragged(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseDragged(event);
+    callHandlerOfMode(*this, rightDragged, event);
 }
 
 void HVOGLBasicView::rightMouseUp(const Event &event)
 {
-    if (mouseMode() == elasticsMode || mouseMode() == colorMode) colorMouseUp(event);
+    callHandlerOfMode(*this, rightUp, event);
     HVOGLMouseView::rightMouseUp(event);
 }
 

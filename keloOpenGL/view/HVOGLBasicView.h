@@ -12,14 +12,19 @@
 #include "platform/time/RunLoop.h"
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace kelo {
 
+class Camera;
 class DXDocumentModel;
 class DXGLightweightModel;
+class Mouth;
+enum class ModelDrawing;
 
 /// A 3D view of a document's two jaws: an orthographic camera, one directional light that stays
 /// with the viewer, the jaws' transforms for the opened mouth, and a fixed order of drawing into
@@ -53,7 +58,7 @@ public:
 
     /// @name The document
     /// @{
-    const std::shared_ptr<DXDocumentModel> &documentModel() const { return documentModel_; }
+    const std::shared_ptr<DXDocumentModel> &documentModel() const;
     /// Shows a document model (or none) and zooms to fit it.
     virtual void setDocumentModel(std::shared_ptr<DXDocumentModel> model);
     /// The document changed: asks for a redraw.
@@ -64,10 +69,10 @@ public:
     /// @{
     /// Background 0.29, 0.58, 0.73; light: ambient grey 0.2, diffuse grey 0.62, specular white.
     void restoreDefaultColors();
-    const std::optional<Color> &clearColor() const { return clearColor_; }
-    const std::optional<Color> &ambientColor() const { return ambientColor_; }
-    const std::optional<Color> &diffuseColor() const { return diffuseColor_; }
-    const std::optional<Color> &specularColor() const { return specularColor_; }
+    const std::optional<Color> &clearColor() const;
+    const std::optional<Color> &ambientColor() const;
+    const std::optional<Color> &diffuseColor() const;
+    const std::optional<Color> &specularColor() const;
     void setClearColor(const std::optional<Color> &color);
     void setAmbientColor(const std::optional<Color> &color);
     void setDiffuseColor(const std::optional<Color> &color);
@@ -87,8 +92,12 @@ public:
     void updateProjection();
     /// One drawing cycle.
     void drawRect(const Rect &dirtyRect) override;
-    bool isFirstDrawRect() const { return isFirstDrawRect_; }
-    bool isInColorPickMode() const { return _isInColorPickMode; }
+    /// True until the first cycle has finished.
+    bool isFirstDrawRect() const;
+    /// While true, models are drawn in the flat colours that they are picked by.
+    bool isInColorPickMode() const;
+    /// The view's size as last taken over, in points; 0 by 0 before the first time.
+    const Size &cameraSize() const;
     /// Reads one OpenGL error code and prints it on standard output unless it is 0; returns it.
     unsigned reportError();
     /// What reportError prints for a code: "OpenGL error: 1280 - GL_INVALID_ENUM" and a line end;
@@ -103,13 +112,15 @@ public:
     virtual void drawExtraContent() {}
     /// Turns the light's position by the light rotation.
     void loadLightTransform();
+    /// How the light is turned away from the viewer's axis; not at all unless a subclass does it.
+    const Rotation &lightRotation() const;
     /// @}
 
     /// @name The mouth
     /// @{
     /// Degrees; values beyond -55 or 55 are stored as those.
     void setMouthOpenAngle(float angleInDegrees);
-    float mouthOpenAngle() const { return _mouthOpenAngle; }
+    float mouthOpenAngle() const;
     /// Radians, after the dead zone.
     float effectiveMouthOpenAngle() const;
     Matrix upperMouthTransform() const;
@@ -118,7 +129,7 @@ public:
 
     /// @name World orientation
     /// @{
-    const Rotation &worldRotation() const { return _worldRotation; }
+    const Rotation &worldRotation() const;
     /// The axis is stored as it is, not normalised.
     void setWorldRotationAngle_axis(double angleInDegrees, double x, double y, double z);
     /// 90 degrees about (-1, 0, 0): the front of the mouth towards the viewer.
@@ -137,22 +148,22 @@ public:
     /// 12 bytes, or an assertion fails. Sets the rotation centre too.
     void setWorldCenterData(const PackedData &centerData);
     PackedData worldCenterData() const;
-    Vector3 worldCenter() const { return _worldCenter; }
+    Vector3 worldCenter() const;
     /// Hook: the point to turn about for a world centre; the centre itself here.
     virtual PackedData rotationCenterDataForWorldCenterData(const PackedData &centerData) const;
     /// 12 bytes, or an assertion fails. Asks for no redraw.
     void setRotationCenterData(const PackedData &centerData);
     PackedData rotationCenterData() const;
-    Vector3 rotationCenter() const { return _rotationCenter; }
+    Vector3 rotationCenter() const;
     /// 32 bytes, or an assertion fails. Leaves near and far as they are.
     void setZoomData(const PackedData &zoomData);
     PackedData zoomData() const;
     static PackedData zoomDataWithXMin_xMax_yMin_yMax(double xMin, double xMax, double yMin,
                                                       double yMax);
-    WindowLimits zoomBox() const { return {_xMin, _xMax, _yMin, _yMax}; }
+    WindowLimits zoomBox() const;
     WindowLimits windowLimits() const;
-    double zMin() const { return _zMin; }
-    double zMax() const { return _zMax; }
+    double zMin() const; ///< near
+    double zMax() const; ///< far
     /// @}
 
     /// @name Extents and fitting
@@ -174,8 +185,10 @@ public:
     /// @{
     void startAnimationTimer();
     void stopAnimationTimer();
-    bool animationTimerIsRunning() const { return timer_ != nullptr; }
+    bool animationTimerIsRunning() const;
     virtual void animationForTimer(Timer &timer);
+    /// The absolute time of the last animation tick.
+    double time() const;
     void initializeStartTime();
     /// Seconds since then, by a clock that is never set.
     double elapsedTime() const;
@@ -259,35 +272,38 @@ protected:
     void noteAnimationTime();
     /// Seconds since noteAnimationTime, by a clock that is never set: never negative.
     double timeSinceAnimation() const;
+    /// Seconds that drawing a frame took, added to every animation step. 0 unless a subclass
+    /// measures it.
+    double lastRenderingTime() const;
+    void setLastRenderingTime(double seconds);
 
-    Rotation _lightRotation{};
-    double time = 0.0; ///< absolute, of the last animation tick
-    Size cameraSize;   ///< the view's size as last taken over
-    Vector3 _worldCenter{};
-    Vector3 _rotationCenter{};
-    Rotation _worldRotation{};
-    float _mouthOpenAngle = 0.0f;
-    double _xMin = -1.0, _xMax = 1.0, _yMin = -1.0, _yMax = 1.0, _zMin = -1.0, _zMax = 1.0;
-    double _xMinWindow = 0.0, _xMaxWindow = 0.0, _yMinWindow = 0.0, _yMaxWindow = 0.0;
-    double _lastRenderingTime = 0.0; ///< a subclass may measure it; it stays 0 here
-    bool _isInColorPickMode = false;
+    void setLightRotation(const Rotation &rotation);
+    /// As setMouthOpenAngle, but any angle is stored.
+    void setUnlimitedMouthOpenAngle(float angleInDegrees);
+    /// For the time of a pass that draws what is picked; no redraw is requested.
+    void setIsInColorPickMode(bool isInColorPickMode);
+
+    /// @name The viewpoint as values
+    /// For a picture that is not the view's own, such as a print: a subclass draws it with others
+    /// and puts these back. Setting them requests no redraw and leaves OpenGL alone.
+    /// @{
+    const Camera &camera() const;
+    void setCamera(const Camera &camera);
+    const Mouth &mouth() const;
+    void setMouth(const Mouth &mouth);
+    /// @}
 
 private:
+    bool isReadyToDraw();
     void setUpFirstCycle();
     void drawPicture();
-    void drawBackground();
+    PixelSize viewportSize() const;
+    ModelDrawing drawingOf(const DXGLightweightModel &model, const Matrix &jawTransform) const;
+    WindowLimits zoomBoxToFit(const Extents &scene, const PackedData &worldCenterData) const;
+    void frame(const PackedData &worldCenterData, const WindowLimits &zoomBox);
 
-    std::shared_ptr<DXDocumentModel> documentModel_;
-    std::shared_ptr<Timer> timer_;
-    std::optional<Color> clearColor_;
-    std::optional<Color> ambientColor_;
-    std::optional<Color> diffuseColor_;
-    std::optional<Color> specularColor_;
-    double _startTime = 0.0;     ///< steady
-    double animationTime_ = 0.0; ///< steady, as `time` is absolute
-    PixelSize viewportSize_;
-    std::shared_ptr<const Extents> modelExtents_;
-    bool isFirstDrawRect_ = true;
+    struct Parts; ///< see HVOGLBasicViewParts.h
+    std::unique_ptr<Parts> parts_;
 };
 
 } // namespace kelo

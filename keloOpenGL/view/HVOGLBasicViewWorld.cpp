@@ -3,47 +3,43 @@
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
 #include "base/Assertion.h"
-#include "document/DXDocumentModel.h"
-#include "models/DXGLightweightModel.h"
+#include "keloOpenGL/view/HVOGLBasicViewParts.h"
+#include "keloOpenGL/view/SceneExtents.h"
 
-#include <array>
-#include <exception>
+#include <utility>
 
 namespace kelo {
 namespace {
 
-constexpr std::size_t centerByteCount = 12;
-constexpr std::size_t zoomByteCount = 32;
-constexpr std::size_t rotationByteCount = 16;
-/// Near and far lie this many scene radii from the rotation centre, so that no turn and no opening
-/// of the mouth is ever cut off.
-constexpr double depthInRadii = 100.0;
-/// The half-size of the scene while nothing is known of it.
-constexpr double defaultRadius = 100.0;
+// The layouts that PackedData.h gives.
+static_assert(sizeof(Vector3) == 12 && sizeof(WindowLimits) == 32);
+static_assert(sizeof(HVOGLBasicView::Rotation) == 16);
 
-static_assert(sizeof(Vector3) == centerByteCount);
-
-/// min and max, brought closer together (or apart) about their centre.
-void scaleRange(double &min, double &max, double factor)
+Vector3 centerOfData(const PackedData &centerData, const char *complaint)
 {
-    const double halfSize = (max - min) * factor * 0.5;
-    const double center = (min + max) * 0.5;
-    min = center - halfSize;
-    max = center + halfSize;
+    assertThat(centerData.size() == sizeof(Vector3), complaint);
+    return unpacked<Vector3>(centerData);
 }
+
+constexpr const char *noWorldCenter = "world-centre data must be 12 bytes";
+constexpr const char *noRotationCenter = "rotation-centre data must be 12 bytes";
 
 } // namespace
 
+const HVOGLBasicView::Rotation &HVOGLBasicView::worldRotation() const
+{
+    return parts_->camera.worldRotation();
+}
+
 void HVOGLBasicView::setWorldRotationAngle_axis(double angleInDegrees, double x, double y, double z)
 {
-    _worldRotation = {static_cast<float>(angleInDegrees), static_cast<float>(x),
-                      static_cast<float>(y), static_cast<float>(z)};
+    parts_->camera.setWorldRotation(angleAndAxis(angleInDegrees, x, y, z));
     setNeedsDisplay(true);
 }
 
 HVOGLBasicView::Rotation HVOGLBasicView::defaultOrientation() const
 {
-    return {90.0f, -1.0f, 0.0f, 0.0f};
+    return Camera::frontOrientation;
 }
 
 void HVOGLBasicView::restoreDefaultOrientation()
@@ -60,7 +56,7 @@ void HVOGLBasicView::setTargetWorldRotationAngle_axis(double angleInDegrees, dou
 
 void HVOGLBasicView::setTargetWorldRotationData(const PackedData &rotationData)
 {
-    assertThat(rotationData.size() == rotationByteCount, "world-rotation data must be 16 bytes");
+    assertThat(rotationData.size() == sizeof(Rotation), "world-rotation data must be 16 bytes");
     const auto rotation = unpacked<Rotation>(rotationData);
     setTargetWorldRotationAngle_axis(rotation[0], rotation[1], rotation[2], rotation[3]);
 }
@@ -75,16 +71,20 @@ void HVOGLBasicView::setTargetZoomData(const PackedData &zoomData)
     setZoomData(zoomData);
 }
 
+Vector3 HVOGLBasicView::worldCenter() const
+{
+    return parts_->camera.worldCenter();
+}
+
 void HVOGLBasicView::setWorldCenterData(const PackedData &centerData)
 {
-    assertThat(centerData.size() == centerByteCount, "world-centre data must be 12 bytes");
-    _worldCenter = unpacked<Vector3>(centerData);
+    parts_->camera.setWorldCenter(centerOfData(centerData, noWorldCenter));
     setRotationCenterData(rotationCenterDataForWorldCenterData(centerData));
 }
 
 PackedData HVOGLBasicView::worldCenterData() const
 {
-    return packed(_worldCenter);
+    return packed(worldCenter());
 }
 
 PackedData HVOGLBasicView::rotationCenterDataForWorldCenterData(const PackedData &centerData) const
@@ -92,76 +92,87 @@ PackedData HVOGLBasicView::rotationCenterDataForWorldCenterData(const PackedData
     return centerData;
 }
 
+Vector3 HVOGLBasicView::rotationCenter() const
+{
+    return parts_->camera.rotationCenter();
+}
+
 void HVOGLBasicView::setRotationCenterData(const PackedData &centerData)
 {
-    assertThat(centerData.size() == centerByteCount, "rotation-centre data must be 12 bytes");
-    _rotationCenter = unpacked<Vector3>(centerData);
+    parts_->camera.setRotationCenter(centerOfData(centerData, noRotationCenter));
 }
 
 PackedData HVOGLBasicView::rotationCenterData() const
 {
-    return packed(_rotationCenter);
+    return packed(rotationCenter());
 }
 
 void HVOGLBasicView::setZoomData(const PackedData &zoomData)
 {
-    assertThat(zoomData.size() == zoomByteCount, "zoom data must be 32 bytes");
-    const auto limits = unpacked<std::array<double, 4>>(zoomData);
-    _xMin = limits[0];
-    _xMax = limits[1];
-    _yMin = limits[2];
-    _yMax = limits[3];
+    assertThat(zoomData.size() == sizeof(WindowLimits), "zoom data must be 32 bytes");
+    parts_->camera.setZoomBox(unpacked<WindowLimits>(zoomData));
     adjustWindow();
 }
 
 PackedData HVOGLBasicView::zoomData() const
 {
-    return zoomDataWithXMin_xMax_yMin_yMax(_xMin, _xMax, _yMin, _yMax);
+    return packed(zoomBox());
 }
 
 PackedData HVOGLBasicView::zoomDataWithXMin_xMax_yMin_yMax(double xMin, double xMax, double yMin,
                                                            double yMax)
 {
-    return packed(std::array<double, 4>{xMin, xMax, yMin, yMax});
+    return packed(WindowLimits{xMin, xMax, yMin, yMax});
+}
+
+WindowLimits HVOGLBasicView::zoomBox() const
+{
+    return parts_->camera.zoomBox();
 }
 
 WindowLimits HVOGLBasicView::windowLimits() const
 {
-    return {_xMinWindow, _xMaxWindow, _yMinWindow, _yMaxWindow};
+    return parts_->camera.windowLimits();
+}
+
+double HVOGLBasicView::zMin() const
+{
+    return parts_->camera.zMin();
+}
+
+double HVOGLBasicView::zMax() const
+{
+    return parts_->camera.zMax();
+}
+
+const Camera &HVOGLBasicView::camera() const
+{
+    return parts_->camera;
+}
+
+void HVOGLBasicView::setCamera(const Camera &camera)
+{
+    parts_->camera = camera;
 }
 
 PackedData HVOGLBasicView::worldCenterDataForExtents(const Extents &extents)
 {
-    const auto center = [](double min, double max) { return static_cast<float>(min + max) * 0.5f; };
-    return packed(Vector3{center(extents.xMin(), extents.xMax()),
-                          center(extents.yMin(), extents.yMax()),
-                          center(extents.zMin(), extents.zMax())});
+    return packed(centerOfExtents(extents));
 }
 
 void HVOGLBasicView::updateExtents()
 {
-    try {
-        const auto united = std::make_shared<MutableExtents>();
-        if (documentModel()) {
-            // Throws where a gum is missing: a scene that is not whole has the default frame.
-            for (const auto &model : documentModel()->models())
-                united->absorbExtents(model->extents());
-        }
-        setModelExtents(united->active() ? united : nullptr);
-    } catch (const std::exception &) {
-        setModelExtents(nullptr);
-    }
+    setModelExtents(extentsOfWholeScene(documentModel().get()));
 }
 
 void HVOGLBasicView::setModelExtents(std::shared_ptr<const Extents> extents)
 {
-    modelExtents_ = std::move(extents);
+    parts_->modelExtents = std::move(extents);
 }
 
 std::shared_ptr<const Extents> HVOGLBasicView::extents() const
 {
-    if (modelExtents_) return modelExtents_;
-    return Extents::extentsWithCenter_inscribedRadius(Vector3{0.0f, 0.0f, 0.0f}, defaultRadius);
+    return parts_->modelExtents ? parts_->modelExtents : extentsOfUnknownScene();
 }
 
 std::shared_ptr<const Extents> HVOGLBasicView::extentsForZoomToFit()
@@ -175,29 +186,28 @@ double HVOGLBasicView::zoomToFitRadiusForExtents(const Extents &extents) const
     return extents.circumscribedRadius();
 }
 
+WindowLimits HVOGLBasicView::zoomBoxToFit(const Extents &scene,
+                                          const PackedData &worldCenterData) const
+{
+    const PackedData centerData = rotationCenterDataForWorldCenterData(worldCenterData);
+    const Vector3 center = centerOfData(centerData, noRotationCenter);
+    const double radius = zoomToFitRadiusForExtents(scene);
+    return zoomBoxAbout(center, radius, zoomToFitScaleFactor());
+}
+
 void HVOGLBasicView::zoomToFit()
 {
     const std::shared_ptr<const Extents> scene = extentsForZoomToFit();
-    const PackedData worldCenter = worldCenterDataForExtents(*scene);
-    const PackedData rotationCenter = rotationCenterDataForWorldCenterData(worldCenter);
-    assertThat(rotationCenter.size() == centerByteCount, "rotation-centre data must be 12 bytes");
-    const auto center = unpacked<Vector3>(rotationCenter);
-    const double radius = zoomToFitRadiusForExtents(*scene);
+    const PackedData centerData = worldCenterDataForExtents(*scene);
+    frame(centerData, zoomBoxToFit(*scene, centerData));
+}
 
-    double xMin = center.x - radius, xMax = center.x + radius;
-    double yMin = center.y - radius, yMax = center.y + radius;
-    const double factor = zoomToFitScaleFactor();
-    if (factor != 1.0) {
-        scaleRange(xMin, xMax, factor);
-        scaleRange(yMin, yMax, factor);
-    }
-
+void HVOGLBasicView::frame(const PackedData &worldCenterData, const WindowLimits &zoomBox)
+{
     // Near and far are placed about the rotation centre that is still in force, not the new one.
-    const double depth = extents()->radius() * depthInRadii;
-    _zMin = _rotationCenter.z - depth;
-    _zMax = _rotationCenter.z + depth;
-    setWorldCenterData(worldCenter);
-    setZoomData(zoomDataWithXMin_xMax_yMin_yMax(xMin, xMax, yMin, yMax));
+    parts_->camera.fitDepth(extents()->radius());
+    setWorldCenterData(worldCenterData);
+    setZoomData(packed(zoomBox));
 }
 
 } // namespace kelo

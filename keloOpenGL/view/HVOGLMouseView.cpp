@@ -30,13 +30,18 @@ HVOGLMouseView::~HVOGLMouseView()
 void HVOGLMouseView::awakeFromNib()
 {
     OpenGLView::awakeFromNib();
+    followOwnFrame();
+    setUpTrackingRect();
+    invalidateCursorRects();
+    setEnabled(true);
+}
+
+void HVOGLMouseView::followOwnFrame()
+{
     NotificationCenter::defaultCenter().addObserver(
         ownObserver(), [this](const Notification &) { frameDidChange(); },
         viewFrameDidChangeNotification, static_cast<OpenGLView *>(this));
     postsFrameChangedNotifications = true;
-    setUpTrackingRect();
-    invalidateCursorRects();
-    setEnabled(true);
 }
 
 void HVOGLMouseView::setMouseMode(long mode)
@@ -118,70 +123,47 @@ void HVOGLMouseView::frameDidChange()
 void HVOGLMouseView::flagsChanged(const Event &event)
 {
     if (mouseIsDown_) return;
-    const std::uint32_t bits = event.modifierFlags & modeModifierMask;
+    takeModeOfBits(event.modifierFlags & modeModifierMask);
+    synchronizeCursorWithMouseMode(event);
+}
+
+void HVOGLMouseView::takeModeOfBits(std::uint32_t bits)
+{
     if (bits != 0)
         setTemporaryMouseMode(mouseModeForDeviceIndependentBits(bits));
     else
         restorePermanentMouseMode();
-    synchronizeCursorWithMouseMode(event);
 }
 
-MouseButton HVOGLMouseView::routedButton() const
+HVOGLMouseView::Handler HVOGLMouseView::routed(Handler left, Handler right, Handler other) const
 {
     const auto mode = static_cast<std::int32_t>(mouseMode_);
-    if (mode == static_cast<std::int32_t>(rightMouseMode())) return MouseButton::Right;
-    if (mode == static_cast<std::int32_t>(otherMouseMode())) return MouseButton::Other;
-    return MouseButton::Left;
+    if (mode == static_cast<std::int32_t>(rightMouseMode())) return right;
+    return mode == static_cast<std::int32_t>(otherMouseMode()) ? other : left;
 }
 
 void HVOGLMouseView::mouseDown(const Event &event)
 {
+    using View = HVOGLMouseView;
     if (!enabled_) return;
     mouseIsDown_ = true;
     pressedButton_ = mouseButtonOf(event.type);
-    switch (routedButton()) {
-    case MouseButton::Right:
-        rightMouseDown(event);
-        break;
-    case MouseButton::Other:
-        otherMouseDown(event);
-        break;
-    case MouseButton::Left:
-        leftMouseDown(event);
-        break;
-    }
+    (this->*routed(&View::leftMouseDown, &View::rightMouseDown, &View::otherMouseDown))(event);
 }
 
 void HVOGLMouseView::mouseDragged(const Event &event)
 {
+    using View = HVOGLMouseView;
     if (!mouseIsDown_) return;
-    switch (routedButton()) {
-    case MouseButton::Right:
-        rightMouseDragged(event);
-        break;
-    case MouseButton::Other:
-        otherMouseDragged(event);
-        break;
-    case MouseButton::Left:
-        leftMouseDragged(event);
-        break;
-    }
+    (this->*routed(&View::leftMouseDragged, &View::rightMouseDragged, &View::otherMouseDragged))(
+        event);
 }
 
 void HVOGLMouseView::mouseUp(const Event &event)
 {
+    using View = HVOGLMouseView;
     if (!mouseIsDown_) return;
-    switch (routedButton()) {
-    case MouseButton::Right:
-        rightMouseUp(event);
-        break;
-    case MouseButton::Other:
-        otherMouseUp(event);
-        break;
-    case MouseButton::Left:
-        leftMouseUp(event);
-        break;
-    }
+    (this->*routed(&View::leftMouseUp, &View::rightMouseUp, &View::otherMouseUp))(event);
 }
 
 void HVOGLMouseView::endPress(const Event &event)

@@ -92,7 +92,11 @@ protected:
     const void *ownObserver() const { return &ownObserver_; }
 
 private:
-    MouseButton routedButton() const;
+    using Handler = void (HVOGLMouseView::*)(const Event &);
+    /// The one of three operations that the present mode routes a press to.
+    Handler routed(Handler left, Handler right, Handler other) const;
+    void takeModeOfBits(std::uint32_t bits);
+    void followOwnFrame();
     void frameDidChange();
     void showModesCursor();
     void endPress(const Event &event);

@@ -4,6 +4,8 @@
 #include "geometry/Quaternion.h"
 #include "keloOpenGL/view/HVOGLBasicView.h"
 
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace kelo {
@@ -21,6 +23,7 @@ class KELO_EXPORT HVOGLSmoothView : public HVOGLBasicView
 {
 public:
     explicit HVOGLSmoothView(const Rect &frame);
+    ~HVOGLSmoothView() override;
 
     /// Requesting the present orientation, or the target of the running transition, does nothing;
     /// numbers are compared as the floats that they are stored as, so that a request can be made
@@ -44,17 +47,17 @@ public:
     /// Whether the animation timer stops with the tick that ends the last transition, until the
     /// next one starts it again; false at first. Transitions are the same either way: each step is
     /// the time since the tick before, the first one after a rest the time since the request.
-    bool animationTimerStopsAtRest() const { return animationTimerStopsAtRest_; }
-    void setAnimationTimerStopsAtRest(bool stops) { animationTimerStopsAtRest_ = stops; }
+    bool animationTimerStopsAtRest() const;
+    void setAnimationTimerStopsAtRest(bool stops);
 
     void animationForTimer(Timer &timer) override;
     void updateWorldRotationForTimeDelta(double seconds);
     void updateWorldCenterForTimeDelta(double seconds);
     void updateMouthOpenAngleForTimeDelta(double seconds);
 
-    bool isAnimatingWorldRotation() const { return _animatingWorldRotation; }
-    bool isAnimatingWorldCenter() const { return _animatingWorldCenter; }
-    bool isAnimatingMouthOpenAngle() const { return _animatingMouthOpenAngle; }
+    bool isAnimatingWorldRotation() const;
+    bool isAnimatingWorldCenter() const;
+    bool isAnimatingMouthOpenAngle() const;
 
     /// A name that a host may keep with the view; "XY" until one is set.
     void setHomeOrientation(std::optional<std::string> name);
@@ -63,29 +66,11 @@ public:
 private:
     void startAnimationTimerIfNeeded();
     double timeDelta() const;
-    bool isAtRest() const;
+    bool isActiveWorldCenter(const PackedData &centerData) const;
+    bool startWorldCenterTransition(const Vector3 &target);
 
-    bool _animatingWorldRotation = false;
-    Quaternion _initialWorldQuaternion{0.0f, 0.0f, 0.0f, 1.0f};
-    Rotation _worldEigenRotation{};
-    Rotation _targetWorldRotation{};
-    double _worldEigenRotationParameter = 0.0;
-    double _worldEigenRotationFullAngle = 0.0;
-
-    bool _animatingWorldCenter = false;
-    double _worldCenterParameter = 0.0;
-    Vector3 _worldCenterInitial{};
-    Vector3 _worldCenterFinal{};
-
-    std::optional<std::string> _homeOrientation;
-
-    bool _animatingMouthOpenAngle = false;
-    double _mouthOpenAngleParameter = 0.0;
-    float _initialMouthOpenAngle = 0.0f;
-    float _targetMouthOpenAngle = 0.0f;
-    double _mouthOpenAnimationDuration = 0.0;
-
-    bool animationTimerStopsAtRest_ = false;
+    struct Transitions;
+    std::unique_ptr<Transitions> transitions_;
 };
 
 } // namespace kelo

@@ -33,7 +33,7 @@ public:
     }
     void drawContent() override { note("content"), HVOGLBasicView::drawContent(); }
     void drawExtraContent() override { note("extra"); }
-    void setPickMode(bool pick) { _isInColorPickMode = pick; }
+    using HVOGLBasicView::setIsInColorPickMode;
     void note(const char *hook) { hooks.push_back(hook); }
     std::vector<std::string> hooks;
 };
@@ -385,7 +385,7 @@ TEST_F(BasicViewDrawing, inColourPickModeHiddenModelsAreDrawnInTheirColours)
     for (const auto &model : document->models())
         model->setHiddenPrimary(true);
     view->display();
-    view->setPickMode(true);
+    view->setIsInColorPickMode(true);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glDisable(GL_LIGHTING);
@@ -398,7 +398,7 @@ TEST_F(BasicViewDrawing, inColourPickModeHiddenModelsAreDrawnInTheirColours)
     glReadPixels(width / 2, row, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel);
     const std::uint64_t identifier = document->lowerGumModel()->uniqueID();
     EXPECT_EQ(pixel[0] * 65536u + pixel[1] * 256u + pixel[2], identifier);
-    view->setPickMode(false);
+    view->setIsInColorPickMode(false);
     EXPECT_NO_GL_ERROR();
 }
 
@@ -466,7 +466,7 @@ TEST_F(BasicViewDrawing, aMissingSetIsPickedAroundLikeAMissingTooth)
     document->setButtonModels(buttons);
     view->setDocumentModel(document);
     view->display();
-    view->setPickMode(true);
+    view->setIsInColorPickMode(true);
     const auto isPicked = [&](const DXGLightweightModel &model) {
         glClearColor(0, 0, 0, 0);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -484,7 +484,7 @@ TEST_F(BasicViewDrawing, aMissingSetIsPickedAroundLikeAMissingTooth)
     };
     EXPECT_TRUE(isPicked(*brackets.at("9")));
     EXPECT_TRUE(isPicked(*document->lowerGumModel()));
-    view->setPickMode(false);
+    view->setIsInColorPickMode(false);
     EXPECT_NO_GL_ERROR();
 }
 

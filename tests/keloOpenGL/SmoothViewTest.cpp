@@ -18,7 +18,7 @@ class SlowView : public HVOGLSmoothView
 {
 public:
     SlowView() : HVOGLSmoothView(Rect{{0, 0}, {200, 100}}) {}
-    void setLastRenderingTime(double seconds) { _lastRenderingTime = seconds; }
+    using HVOGLSmoothView::setLastRenderingTime;
 };
 
 class SmoothView : public ViewFixture

@@ -26,7 +26,6 @@ constexpr double rectTolerance = 1e-6;
 class OverlayView : public DXOpenGL
 {
 public:
-    using DXOpenGL::cameraSize;
     using DXOpenGL::DXOpenGL;
     void drawExtraContent() override
     {

@@ -362,7 +362,7 @@ TEST_F(DXOpenGLPrintedViews, aRequestThatFailsWhileDrawingLeavesTheViewAsItWas)
         EXPECT_EQ(prints, 0);
         EXPECT_EQ(view->worldRotation(), rotation) << failing;
         EXPECT_EQ(view->mouthOpenAngle(), 30.0f) << failing;
-        EXPECT_EQ(view->cameraSize, (Size{400.0, 300.0})) << failing;
+        EXPECT_EQ(view->cameraSize(), (Size{400.0, 300.0})) << failing;
         EXPECT_EQ(document->bracketModels().at("8")->material(), material) << failing;
         EXPECT_EQ(integer(GL_PROJECTION_STACK_DEPTH), 1) << failing;
         EXPECT_EQ(integer(GL_MATRIX_MODE), GL_MODELVIEW) << failing;

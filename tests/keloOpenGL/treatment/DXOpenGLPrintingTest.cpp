@@ -142,7 +142,7 @@ TEST_F(DXOpenGLPrinting, theViewOnScreenIsTheSameAfterwardsWhicheverWayItWasTurn
     const QImage onScreen = view->grabImage();
     view->submitPrintRequest();
     EXPECT_EQ(view->worldRotation(), rotation);
-    EXPECT_EQ(view->cameraSize, (Size{400.0, 300.0}));
+    EXPECT_EQ(view->cameraSize(), (Size{400.0, 300.0}));
     GLint viewport[4] = {};
     glGetIntegerv(GL_VIEWPORT, viewport);
     EXPECT_EQ((std::vector<GLint>{viewport, viewport + 4}), (std::vector<GLint>{0, 0, 400, 300}));
@@ -254,7 +254,7 @@ TEST_F(DXOpenGLPrinting, anIncompleteFramebufferIsToldWithItsStatusInHexadecimal
     GLint framebuffer = -1;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &framebuffer);
     EXPECT_EQ(framebuffer, 0);
-    EXPECT_EQ(view->cameraSize, (Size{400.0, 300.0}));
+    EXPECT_EQ(view->cameraSize(), (Size{400.0, 300.0}));
     EXPECT_EQ(view->grabImage(), onScreen);
     EXPECT_NO_GL_ERROR();
 }

@@ -53,7 +53,6 @@ private:
 class ViewUnderTest : public DXOpenGL
 {
 public:
-    using DXOpenGL::_lightRotation;
     using DXOpenGL::DXOpenGL;
     void setMouseMode(long mode) override
     {
@@ -71,7 +70,7 @@ protected:
 
 TEST_F(DXOpenGLState, aNewViewHasWhiteLightTurnedByTwentyDegrees)
 {
-    EXPECT_EQ(view->_lightRotation, (HVOGLBasicView::Rotation{20.0f, 1.0f, 1.0f, 1.0f}));
+    EXPECT_EQ(view->lightRotation(), (HVOGLBasicView::Rotation{20.0f, 1.0f, 1.0f, 1.0f}));
     // The colours are the initialiser's until the view is awake, which restores the defaults.
     const DXOpenGL bare(Rect{{0.0, 0.0}, {200.0, 150.0}});
     EXPECT_EQ(bare.ambientColor(), Color::whiteColor());

@@ -62,11 +62,11 @@ public:
         glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         updateModelView();
-        _isInColorPickMode = true;
+        setIsInColorPickMode(true);
         glDisable(GL_LIGHTING);
         drawContent();
         drawExtraContent();
-        _isInColorPickMode = false;
+        setIsInColorPickMode(false);
         const auto count = static_cast<std::size_t>(size.width) * size.height;
         std::vector<GLubyte> bytes(count * 4);
         glReadPixels(0, 0, size.width, size.height, GL_RGBA, GL_UNSIGNED_BYTE, bytes.data());

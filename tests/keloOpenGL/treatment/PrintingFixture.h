@@ -25,7 +25,6 @@ inline const QDateTime printedDay(QDate(2026, 11, 20), QTime(0, 0));
 class PrintingView : public DXOpenGL
 {
 public:
-    using DXOpenGL::cameraSize;
     using DXOpenGL::DXOpenGL;
     bool isInFullScreenMode() const override { return fullScreen; }
     void exitFullScreenModeWithOptions() override
