@@ -18,7 +18,7 @@ struct ToothChange
     std::string tooth;
     std::optional<long>
         colorTypeID; ///< of those operations that colour; nothing removes the colour
-    friend bool operator==(const ToothChange &, const ToothChange &) = default;
+    bool operator==(const ToothChange &) const = default;
 };
 
 /// What the rows of the bracket menu do to one tooth, and what the clicks of the repeat period that
