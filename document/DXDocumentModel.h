@@ -265,6 +265,10 @@ public:
     /// Does nothing when the elastic is not placed.
     void elasticModel_setElasticsSizeType(const std::shared_ptr<ElasticModel> &elastic,
                                           const std::shared_ptr<ElasticsSizeType> &sizeType);
+    /// Gives it another named configuration, or with null none. The delegate is not told, because
+    /// it is the host that names elastics. Does nothing when the elastic is not placed.
+    void elasticModel_setElasticsConfigType(const std::shared_ptr<ElasticModel> &elastic,
+                                            const std::shared_ptr<ElasticsConfigType> &configType);
     /// The first placed elastic with this identifier, or null.
     std::shared_ptr<ElasticModel> elasticModelForUniqueID(std::uint32_t uniqueID) const;
     /// Removes the key from every elastic if what it names is hidden. An elastic that is left on a

@@ -71,6 +71,16 @@ void DXDocumentModel::elasticModel_setElasticsSizeType(
                  elastic);
 }
 
+void DXDocumentModel::elasticModel_setElasticsConfigType(
+    const std::shared_ptr<ElasticModel> &givenElastic,
+    const std::shared_ptr<ElasticsConfigType> &configType)
+{
+    const auto keepAlive = weak_from_this().lock();
+    const std::shared_ptr<ElasticModel> elastic = givenElastic;
+    if (!isPlaced(elastic)) return;
+    change([&] { elastic->setElasticsConfigType(configType); });
+}
+
 std::shared_ptr<ElasticModel> DXDocumentModel::elasticModelForUniqueID(std::uint32_t uniqueID) const
 {
     for (const auto &elastic : _elasticModels) {

@@ -85,6 +85,11 @@ TEST_F(DXDocumentModelChanges, everyChangeOfAnElasticIsAnnouncedOnce)
     EXPECT_EQ(announcementsOf([&] { document->placeElasticModel(elastic); }), 1);
     EXPECT_EQ(announcementsOf([&] { document->elasticModel_setElasticsSizeType(elastic, size); }),
               1);
+    const auto configuration = std::make_shared<ElasticsConfigType>();
+    EXPECT_EQ(announcementsOf(
+                  [&] { document->elasticModel_setElasticsConfigType(elastic, configuration); }),
+              1);
+    EXPECT_EQ(elastic->elasticsConfigType(), configuration);
     EXPECT_EQ(announcementsOf([&] { document->toggleVisibilityOfBracket("14"); }), 2)
         << "the bracket, and the elastic that ran through it";
     EXPECT_EQ(announcementsOf([&] { document->removeElasticModel(elastic); }), 1);
@@ -105,9 +110,12 @@ TEST_F(DXDocumentModelChanges, whatChangesNothingIsNotAnnounced)
                   document->placeElasticModel(nullptr);
                   document->removeElasticModel(stranger);
                   document->elasticModel_setElasticsSizeType(stranger, nullptr);
+                  document->elasticModel_setElasticsConfigType(
+                      stranger, std::make_shared<ElasticsConfigType>());
                   document->refactorElasticModels("14");
               }),
               0);
+    EXPECT_EQ(stranger->elasticsConfigType(), nullptr);
     document->setBracketVisibilities({{"14", false}});
     EXPECT_EQ(announcementsOf([&] { document->refactorElasticModels("14"); }), 0)
         << "no elastic runs through it";

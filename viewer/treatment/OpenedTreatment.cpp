@@ -324,7 +324,7 @@ QString OpenedTreatment::applyNaming(const Naming &naming, std::size_t elasticIn
     else
         types.erase(old);
     const auto elastic = document_->elasticModels().at(elasticIndex);
-    if (!before) elastic->setElasticsConfigType(after);
+    if (!before) document_->elasticModel_setElasticsConfigType(elastic, after);
     offerCatalogue();
     // The name is there before the note that refers to it, and goes after.
     QString problem = after ? storeNaming(naming).sentence() : QString();
@@ -347,9 +347,12 @@ StoreOutcome OpenedTreatment::storeNaming(const Naming &naming)
 void OpenedTreatment::offerCatalogue()
 {
     kelo::offerCatalogue(*document_, catalogue_);
-    for (const auto &elastic : document_->elasticModels()) {
-        const auto &type = elastic->elasticsConfigType();
-        if (type) elastic->setElasticsConfigType(catalogue_.elasticsConfigType(type->typeID));
+    // A copy: who hears of a change may change the list.
+    const kelo::DXDocumentModel::ElasticModels elastics = document_->elasticModels();
+    for (const auto &elastic : elastics) {
+        const auto type = elastic->elasticsConfigType();
+        const auto offered = type ? catalogue_.elasticsConfigType(type->typeID) : nullptr;
+        if (offered != type) document_->elasticModel_setElasticsConfigType(elastic, offered);
     }
 }
 

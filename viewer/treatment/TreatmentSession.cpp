@@ -91,10 +91,10 @@ TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64
 {
     listen();
     document_->setDelegate(&delegate_);
-    // A new colour of a bracket is told by its mesh alone before the document reports it.
+    // A change of a bracket or a button is announced long before the document reports it.
     kelo::NotificationCenter::defaultCenter().addObserver(
         this, [this](const kelo::Notification &) { changesAreGathered(); },
-        kelo::modelChangedNotification);
+        kelo::documentModelChangedNotification, document_.get());
 }
 
 TreatmentSession::~TreatmentSession()
@@ -123,12 +123,10 @@ void TreatmentSession::listen()
         passOn(&Delegate::tooth_visibilityDidChange, key, visible);
     };
     // Brackets and buttons come again, gathered.
-    delegate_.bracket_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
-        changesAreGathered();
+    delegate_.bracket_visibilityDidChange = [passOn](const std::string &key, bool visible) {
         passOn(&Delegate::bracket_visibilityDidChange, key, visible);
     };
-    delegate_.button_visibilityDidChange = [this, passOn](const std::string &key, bool visible) {
-        changesAreGathered();
+    delegate_.button_visibilityDidChange = [passOn](const std::string &key, bool visible) {
         passOn(&Delegate::button_visibilityDidChange, key, visible);
     };
     delegate_.bracketUpdatesAvailable = [this, passOn](kelo::DXDocumentModel &model) {

@@ -61,7 +61,7 @@ private:
     bool isNew_ = true;
 };
 
-UndoHistory::UndoHistory()
+UndoHistory::UndoHistory() : changes_([this] { endStep(); })
 {
     offered_.addStack(&stack_);
     setOffersSteps(true);
@@ -72,9 +72,10 @@ void UndoHistory::watch(std::shared_ptr<kelo::DXDocumentModel> document)
     stack_.clear();
     document_ = std::move(document);
     known_ = document_ ? stateOf(*document_) : DocumentState();
+    changes_.watch(document_);
 }
 
-void UndoHistory::noticeChanges()
+void UndoHistory::endStep()
 {
     if (!document_) return;
     DocumentState present = stateOf(*document_);

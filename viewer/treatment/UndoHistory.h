@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewer/text/ToothNotation.h"
+#include "viewer/treatment/DocumentChanges.h"
 #include "viewer/treatment/DocumentState.h"
 
 #include <QUndoGroup>
@@ -13,8 +14,8 @@ namespace viewer {
 
 /// Undo and redo of everything that is changed in a document, each step with a readable name.
 ///
-/// Steps are told apart by noticeChanges(): what differs from the time before is one step. Whoever
-/// lets the user act calls it after every action.
+/// The document's announcements feed it: all that changes in the document while one event is
+/// handled is one step, whoever changes it, so that a gesture or a row of a menu is one.
 class UndoHistory
 {
 public:
@@ -22,12 +23,13 @@ public:
 
     /// Begins anew with the document as it is now; null for none.
     void watch(std::shared_ptr<kelo::DXDocumentModel> document);
-    /// What has changed since the last call becomes a step that can be undone.
-    void noticeChanges();
-    /// Adds a step that was taken just now and that states of the document do not hold; what was
-    /// done before it must have been noticed.
+    /// Makes what has changed since the last step a step now, before the event has been handled:
+    /// for who goes on with something that belongs to another step, or to none.
+    void endStep();
+    /// Adds a step that was taken just now and that states of the document do not hold; call
+    /// endStep() before it is taken.
     void addStep(const QString &text, std::function<void()> undo, std::function<void()> redo);
-    /// Steps that are noticed from now on are named in this notation.
+    /// Steps that end from now on are named in this notation.
     void setNotation(ToothNotation notation) { notation_ = notation; }
 
     /// The steps. Their commands change the document through its own operations.
@@ -46,6 +48,7 @@ private:
     ToothNotation notation_ = ToothNotation::Universal;
     QUndoStack stack_;
     QUndoGroup offered_;
+    DocumentChanges changes_; ///< last: it calls for the others
 };
 
 } // namespace viewer

@@ -79,6 +79,14 @@ void withDefaultsOf(MaterialPart part, const std::function<void()> &action)
     kelo::UserDefaults::setStandardUserDefaults(std::move(before));
 }
 
+bool isAsTheDocumentPaints(const HVOGLMaterial &material)
+{
+    const auto &names = HVOGLMaterial::parameterNames();
+    return material.dictionaryWithValuesForKeys(names) ==
+           kelo::ToothModelLoader::standardMaterialForColor(material.color())
+               ->dictionaryWithValuesForKeys(names);
+}
+
 Color towardBlack(const Color &color, double fraction)
 {
     return color.blendedColorWithFraction_ofColor(fraction, Color::blackColor());
@@ -194,7 +202,7 @@ void SceneMaterials::restoreAllSaved()
     }
 }
 
-void SceneMaterials::apply()
+void SceneMaterials::apply(const std::string &strungFrom)
 {
     const auto give = [](const std::shared_ptr<kelo::DXGLightweightModel> &model,
                          const std::shared_ptr<HVOGLMaterial> &material) {
@@ -208,10 +216,13 @@ void SceneMaterials::apply()
     give(document_->lowerGumModel(), slot(MaterialPart::Gums));
     const auto colors = document_->bracketColorsTypeIDs();
     for (const auto &[key, bracket] : document_->bracketModels()) {
+        if (key == strungFrom && bracket->material() &&
+            !isAsTheDocumentPaints(*bracket->material()))
+            continue;
         const auto color = colors.find(key);
         if (color == colors.end() || color->second == kelo::noBracketColorTypeID)
             give(bracket, slot(MaterialPart::Brackets));
-        else if (bracket && bracket->material() != slot(MaterialPart::Brackets))
+        else if (bracket->material() != slot(MaterialPart::Brackets))
             bracket->material()->setShininess(material(MaterialPart::Brackets).shininess());
     }
 }

@@ -42,9 +42,10 @@ public:
     void restoreAllSaved();
     bool hasDefaults(MaterialPart part) const;
 
-    /// Gives every mesh the material of its part, where it has another one. Whoever shows the
-    /// document draws it anew.
-    void apply();
+    /// Gives every mesh the material of its part, where it has another one. The bracket under this
+    /// key, from which an elastic is being strung, keeps the material that marks it, unless the
+    /// document has painted the bracket since. Whoever shows the document draws it anew.
+    void apply(const std::string &strungFrom = {});
 
 private:
     std::shared_ptr<kelo::HVOGLMaterial> &slot(MaterialPart part);

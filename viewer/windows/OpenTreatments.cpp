@@ -10,7 +10,6 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QProgressDialog>
-#include <QTimer>
 
 #include <algorithm>
 #include <exception>

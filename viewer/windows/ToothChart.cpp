@@ -1,5 +1,6 @@
 #include "viewer/windows/ToothChart.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
@@ -81,7 +82,10 @@ std::vector<std::string> upperKeysFromTheRight()
 
 } // namespace
 
-ToothChart::ToothChart(QWidget *parent) : QWidget(parent)
+ToothChart::ToothChart(QWidget *parent)
+    : QWidget(parent), changes_([this] {
+          if (isVisible()) refresh();
+      })
 {
     auto *grid = new QGridLayout(this);
     grid->setSpacing(1);
@@ -126,7 +130,7 @@ ToothChart::Column ToothChart::makeColumn(const std::string &key)
     const auto connectToggle = [this](QToolButton *button, auto toggle) {
         connect(button, &QToolButton::clicked, this, [this, toggle] {
             if (document_) toggle(*document_);
-            refresh();
+            changes_.flush(); // the tool has only changed its own look
         });
     };
     connectToggle(made.tooth, [key](auto &document) { document.toggleVisibilityOfTooth(key); });
@@ -152,7 +156,7 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
             document_->bracket_makeVisibleAndSetColorWithBracketColorTypeID(key, typeID);
         else
             document_->bracket_setColorWithBracketColorTypeID(key, typeID);
-        refresh();
+        changes_.flush();
     };
     bracket.menu()->addAction(tr("No colour"), this, [choose] { choose(std::nullopt); });
     std::vector<std::shared_ptr<kelo::BracketColorType>> types;
@@ -169,7 +173,21 @@ void ToothChart::fillColorMenu(QToolButton &bracket, const std::string &key)
 void ToothChart::setDocument(std::shared_ptr<kelo::DXDocumentModel> document)
 {
     document_ = std::move(document);
+    changes_.watch(document_);
     refresh();
+}
+
+void ToothChart::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    refresh();
+}
+
+void ToothChart::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // The pictures are drawn in the colours of the theme.
+    if (event->type() == QEvent::PaletteChange) refresh();
 }
 
 void ToothChart::setNotation(ToothNotation notation)

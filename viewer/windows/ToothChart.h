@@ -2,6 +2,7 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "viewer/text/ToothNotation.h"
+#include "viewer/treatment/DocumentChanges.h"
 
 #include <QWidget>
 
@@ -16,7 +17,8 @@ namespace viewer {
 /// Both arches as a chart, as one faces the patient: for every tooth whether it is there, its
 /// bracket with its colour, and its lingual button, each of which a click changes. The arrow beside
 /// a bracket opens the list of colours. A tooth that is out shows neither bracket nor button, as in
-/// the view, and can only be placed again.
+/// the view, and can only be placed again. While the chart is visible, it follows every change that
+/// the document announces.
 class ToothChart : public QWidget
 {
     Q_OBJECT
@@ -28,10 +30,14 @@ public:
     void setNotation(ToothNotation notation);
     /// A note of the past, or an approved one, is only looked at.
     void setMayEdit(bool mayEdit);
-    /// Shows the document as it is now.
-    void refresh();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    /// Shows the document as it is now.
+    void refresh();
     struct Column
     {
         QToolButton *tooth, *bracket, *button;
@@ -47,6 +53,7 @@ private:
     ToothNotation notation_ = ToothNotation::Universal;
     std::map<std::string, Column> columns_;
     bool mayEdit_ = true;
+    DocumentChanges changes_; ///< last: it calls for the others
 };
 
 } // namespace viewer

@@ -29,9 +29,4 @@ void ToothChartPanel::setMayEdit(bool mayEdit)
     if (chart_) chart_->setMayEdit(mayEdit);
 }
 
-void ToothChartPanel::refresh()
-{
-    if (chart_ && window()->isVisible()) chart_->refresh();
-}
-
 } // namespace viewer

@@ -26,8 +26,6 @@ public:
     void awakeFromNib() override;
     void setNotation(ToothNotation notation);
     void setMayEdit(bool mayEdit);
-    /// Shows the document as it is now.
-    void refresh();
 
 private:
     std::shared_ptr<kelo::DXDocumentModel> model_;

@@ -98,7 +98,8 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
       materials_(treatment_->document()),
       page_(page),
       dateBar_(new QToolBar(tr("Dates"))),
-      dates_(new DateBar)
+      dates_(new DateBar),
+      changes_([this] { applyMaterials(); })
 {
     dateBar_->setObjectName(QStringLiteral("dates"));
     dateBar_->setMovable(false);
@@ -110,7 +111,9 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     const QString patient = number.isEmpty() ? treatment_->patientName()
                                              : tr("%1 (%2)").arg(treatment_->patientName(), number);
     window_.setWindowTitle(tr("%1 - Treatment viewer").arg(patient));
-    qApp->installEventFilter(this); // sees the window's events too
+    window_.installEventFilter(this);
+    // The view's own window has the keyboard in full screen. Without a display there is none.
+    if (QWindow *const ofView = view_->window()) ofView->installEventFilter(this);
 
     connect(dates_, &DateBar::dateChosen, this, &TreatmentWindow::showDate);
     connect(dates_, &DateBar::approvalChosen, this, &TreatmentWindow::approve);
@@ -129,6 +132,7 @@ TreatmentWindow::TreatmentWindow(TreatmentDocument &document, QMainWindow &windo
     treatment_->session().failureHandler = [this](const QString &sentence) { tell(sentence); };
     treatment_->showIn(*view_);
     materials_.restoreAllSaved();
+    changes_.watch(treatment_->document());
     // After the window's own observer, which was there first: the view's fit suits wide windows.
     kelo::NotificationCenter::defaultCenter().addObserver(
         this, [this](const kelo::Notification &) { zoomToFit(*view_); },
@@ -208,12 +212,6 @@ bool TreatmentWindow::eventFilter(QObject *object, QEvent *event)
         if (object == view_->window() && view_->isInFullScreenMode() &&
             actOnKeyInFullScreen(*static_cast<QKeyEvent *>(event)))
             return true;
-        [[fallthrough]];
-    case QEvent::KeyRelease:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-        QTimer::singleShot(0, this, &TreatmentWindow::userDidSomething);
         break;
     default:
         break;
@@ -236,14 +234,11 @@ bool TreatmentWindow::actOnKeyInFullScreen(const QKeyEvent &key)
     return true;
 }
 
-void TreatmentWindow::userDidSomething()
+void TreatmentWindow::applyMaterials()
 {
-    history_.noticeChanges();
-    // A bracket whose colour was taken away is like the others again. While an elastic is strung,
-    // the view has a material of its own on the first bracket.
-    if (!view_->bracketSequence()) materials_.apply();
-    if (auto *chart = document_.existingWindowControllerForWindowNibName(ToothChartPanel::name))
-        static_cast<ToothChartPanel *>(chart)->refresh();
+    // A bracket whose colour was removed is like the others again.
+    const auto &strung = view_->bracketSequence();
+    materials_.apply(strung && !strung->empty() ? strung->front() : std::string());
 }
 
 bool TreatmentWindow::mayClose()
@@ -395,7 +390,7 @@ void TreatmentWindow::showChanges()
 
 void TreatmentWindow::showDate(const QDate &date)
 {
-    history_.noticeChanges();
+    history_.endStep();
     const QStringList sentences = treatment_->showDate(*view_, date);
     dates_->setCurrentDate(treatment_->session().date());
     noteWasChosen();
@@ -404,7 +399,7 @@ void TreatmentWindow::showDate(const QDate &date)
 
 void TreatmentWindow::goOnToPresentDay()
 {
-    history_.noticeChanges();
+    history_.endStep();
     const QStringList sentences = treatment_->goOnToPresentDay(*view_);
     dates_->setDates(treatment_->dates(), treatment_->today());
     noteWasChosen();
@@ -428,9 +423,9 @@ void TreatmentWindow::approve(bool isApproved)
         tell(reason.sentence, adviceOn(reason.problem));
         return;
     }
-    history_.noticeChanges();
+    history_.endStep();
     const QString problem = treatment_->setApproved(*view_, isApproved);
-    history_.noticeChanges(); // an elastic that was being strung is placed
+    history_.endStep(); // an elastic that was being strung is placed
     noteMayHaveClosed();
     if (!problem.isEmpty()) tell(problem);
 }
@@ -495,7 +490,7 @@ void TreatmentWindow::nameElastic(const std::shared_ptr<kelo::ElasticModel> &ela
     const auto found = std::find(elastics.begin(), elastics.end(), elastic);
     if (found == elastics.end()) return; // taken away while the sheet was open
     const auto index = static_cast<std::size_t>(found - elastics.begin());
-    history_.noticeChanges();
+    history_.endStep();
     const OpenedTreatment::Naming naming = treatment_->namingOf(*elastic, name);
     const auto apply = [this, index](const OpenedTreatment::Naming &change) {
         const QString problem = treatment_->applyNaming(change, index);

@@ -2,6 +2,7 @@
 
 #include "keloOpenGL/treatment/DXOpenGLDelegate.h"
 #include "viewer/settings/PageSettings.h"
+#include "viewer/treatment/DocumentChanges.h"
 #include "viewer/treatment/UndoHistory.h"
 #include "viewer/view/SceneMaterials.h"
 
@@ -73,7 +74,7 @@ private:
     /// The keys of the menus, which only windows with menus have by themselves.
     bool actOnKeyInFullScreen(const QKeyEvent &key);
     QSize sizeForView(const kelo::Size &size) const;
-    void userDidSomething();
+    void applyMaterials();
     /// Stores what the document has not reported yet; where that fails the user is asked. False to
     /// go on working.
     bool mayClose();
@@ -148,6 +149,7 @@ private:
     QAction *later_ = nullptr;
     QAction *approved_ = nullptr;
     bool mayEdit_ = false;
+    DocumentChanges changes_; ///< last: it calls for the others
 };
 
 } // namespace viewer

@@ -57,6 +57,7 @@ TEST_F(DocumentChanges, bothViewsOfADocumentAskForARedrawAndAnothersDoesNot)
         [&] { document->bracket_setColorWithBracketColorTypeID("8", std::nullopt); },
         [&] { document->placeElasticModel(elastic); },
         [&] { document->elasticModel_setElasticsSizeType(elastic, nullptr); },
+        [&] { document->elasticModel_setElasticsConfigType(elastic, nullptr); },
         [&] { document->removeElasticModel(elastic); },
         [&] { document->setElasticModels(DXDocumentModel::ElasticModels{elastic}); },
         [&] {

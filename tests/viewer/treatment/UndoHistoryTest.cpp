@@ -3,13 +3,15 @@
 #include "tests/viewer/support/ScriptFixture.h"
 #include "viewer/treatment/ChangeText.h"
 
+#include <QCoreApplication>
+
 #include <random>
 
 namespace {
 
 using namespace viewer;
 
-/// The sample treatment, whose every action is noticed.
+/// The sample treatment, whose every action is an event.
 class UndoHistoryTest : public viewer::test::ScriptFixture
 {
 protected:
@@ -20,11 +22,13 @@ protected:
         history.watch(treatment->document());
     }
 
+    static void eventEnds() { QCoreApplication::sendPostedEvents(); }
+
     /// Plays the lines as one action and returns the name of the step.
     std::string nameOf(const QByteArray &lines)
     {
         play(lines);
-        history.noticeChanges();
+        eventEnds();
         return history.stack().undoText().toStdString();
     }
 
@@ -34,7 +38,7 @@ protected:
         history.stack().undo();
         const DocumentState before = stateOf(document());
         EXPECT_NE(before, after);
-        history.noticeChanges();
+        eventEnds();
         EXPECT_TRUE(history.stack().canRedo()) << "going back is no step of its own";
         history.stack().redo();
         EXPECT_EQ(stateOf(document()), after);
@@ -68,10 +72,10 @@ TEST_F(UndoHistoryTest, whatHasNoColourAnyMoreIsCleared)
 {
     document().bracket_setColorWithBracketColorTypeID("8", typeIDOf("Red"));
     document().bracket_setColorWithBracketColorTypeID("9", typeIDOf("Red"));
-    history.noticeChanges();
+    eventEnds();
     EXPECT_EQ(history.stack().undoText().toStdString(), "Colour 2 brackets (8, 9), red");
     document().bracket_setColorWithBracketColorTypeID("8", 4999);
-    history.noticeChanges();
+    eventEnds();
     EXPECT_EQ(history.stack().undoText().toStdString(), "Clear bracket on 8, red");
     undoAndRedo();
     EXPECT_NO_GL_ERROR();
@@ -80,7 +84,7 @@ TEST_F(UndoHistoryTest, whatHasNoColourAnyMoreIsCleared)
 TEST_F(UndoHistoryTest, elasticsAreNamedByTheTeethThatTheyRunOver)
 {
     play("click bracket 6\nmenu \"Start New Elastic\" > \"1/4\\\" 3.5 oz\"");
-    history.noticeChanges();
+    eventEnds();
     EXPECT_FALSE(history.stack().canUndo()) << "an open placement has changed nothing yet";
     EXPECT_EQ(nameOf("click bracket 28\nclick bracket 6"),
               "Place elastic 6 \u2013 28, 1/4\" 3.5 oz");
@@ -95,7 +99,7 @@ TEST_F(UndoHistoryTest, elasticsAreNamedByTheTeethThatTheyRunOver)
 TEST_F(UndoHistoryTest, goingBackAndForthAsksForARedraw)
 {
     const auto expectRedraws = [this] {
-        history.noticeChanges();
+        eventEnds();
         view->setNeedsDisplay(false);
         history.stack().undo();
         EXPECT_TRUE(view->needsDisplay());
@@ -137,9 +141,9 @@ TEST_F(UndoHistoryTest, aChangeOfAnElasticSaysWhichAndFromWhatToWhat)
     EXPECT_EQ(nameOf(""), "Change elastic 6 \u2013 27 \u2013 28" + fromTo);
     undoAndRedo();
     document().elasticModel_setElasticsSizeType(first, small);
-    history.noticeChanges();
+    eventEnds();
     const auto second = place(small, {"11", "22l"});
-    history.noticeChanges();
+    eventEnds();
     for (const auto &elastic : {first, second})
         document().elasticModel_setElasticsSizeType(elastic, large);
     EXPECT_EQ(nameOf(""),
@@ -163,6 +167,48 @@ TEST_F(UndoHistoryTest, anElasticThatHasOtherMembersIsNamedWithBoth)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(UndoHistoryTest, whatOneEventChangesIsOneStepAndTwoEventsAreTwo)
+{
+    document().toggleVisibilityOfTooth("9");
+    document().toggleVisibilityOfBracket("8");
+    EXPECT_FALSE(history.stack().canUndo()) << "the event goes on";
+    eventEnds();
+    EXPECT_EQ(history.stack().count(), 1);
+    document().toggleVisibilityOfBracket("8");
+    eventEnds();
+    document().toggleVisibilityOfTooth("9");
+    eventEnds();
+    EXPECT_EQ(history.stack().count(), 3);
+    document().toggleVisibilityOfTooth("9");
+    document().toggleVisibilityOfTooth("9");
+    eventEnds();
+    EXPECT_EQ(history.stack().count(), 3) << "all is as before";
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(UndoHistoryTest, aStepCanBeEndedBeforeItsEvent)
+{
+    document().toggleVisibilityOfBracket("8");
+    history.endStep();
+    EXPECT_EQ(history.stack().undoText().toStdString(), "Remove bracket from 8");
+    document().toggleVisibilityOfBracket("9");
+    eventEnds();
+    EXPECT_EQ(history.stack().undoText().toStdString(), "Remove bracket from 9");
+    EXPECT_EQ(history.stack().count(), 2);
+    EXPECT_NO_GL_ERROR();
+}
+
+TEST_F(UndoHistoryTest, anotherDocumentsChangesAreNoSteps)
+{
+    viewer::CommandLine commandLine;
+    commandLine.headless = true;
+    const OpenedTreatment another(commandLine);
+    another.document()->toggleVisibilityOfBracket("8");
+    eventEnds();
+    EXPECT_FALSE(history.stack().canUndo());
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(UndoHistoryTest, fewThingsAreNamedAndManyAreCounted)
 {
     for (const char *key : {"2", "3", "4", "5", "6", "7"})
@@ -181,9 +227,9 @@ TEST_F(UndoHistoryTest, aBracketThatBringsItsToothBackIsOneStep)
 {
     document().toggleVisibilityOfBracket("8");
     document().toggleVisibilityOfTooth("8");
-    history.noticeChanges();
+    eventEnds();
     document().bracket_makeVisibleAndSetColorWithBracketColorTypeID("8", typeIDOf("Red"));
-    history.noticeChanges();
+    eventEnds();
     EXPECT_EQ(history.stack().undoText().toStdString(), "Place bracket on 8, red");
     history.stack().undo();
     EXPECT_TRUE(bracket("8").hiddenPrimary());
@@ -201,7 +247,7 @@ TEST_F(UndoHistoryTest, anElasticThatAToothTookAlongComesBackWithIt)
         std::make_shared<kelo::ElasticModel>(nullptr, size, std::vector<std::string>{"8", "25"}));
     history.watch(treatment->document());
     document().toggleVisibilityOfTooth("8");
-    history.noticeChanges();
+    eventEnds();
     EXPECT_EQ(history.stack().undoText().toStdString(), "Remove tooth 8");
     EXPECT_EQ(bands(), (std::vector<std::vector<std::string>>{{"6", "27"}}));
     history.stack().undo();
@@ -212,7 +258,7 @@ TEST_F(UndoHistoryTest, anElasticThatAToothTookAlongComesBackWithIt)
 TEST_F(UndoHistoryTest, theHostHearsOfWhatIsUndone)
 {
     document().toggleVisibilityOfBracket("8");
-    history.noticeChanges();
+    eventEnds();
     const auto calls = treatment->callLog().calls().size();
     history.stack().undo();
     const QJsonArray told = treatment->callLog().calls();
@@ -225,12 +271,12 @@ TEST_F(UndoHistoryTest, theHostHearsOfWhatIsUndone)
 TEST_F(UndoHistoryTest, anotherDocumentBeginsAnew)
 {
     document().toggleVisibilityOfBracket("8");
-    history.noticeChanges();
+    eventEnds();
     EXPECT_TRUE(history.stack().canUndo());
     history.watch(treatment->document());
     EXPECT_FALSE(history.stack().canUndo());
     history.watch(nullptr);
-    history.noticeChanges();
+    eventEnds();
     EXPECT_FALSE(history.stack().canUndo());
     EXPECT_NO_GL_ERROR();
 }
@@ -284,7 +330,7 @@ TEST_F(UndoHistoryTest, anHourOfChangesGoesBackAndForthStepByStep)
     for (int i = 0; i < 500; ++i) {
         const auto before = static_cast<std::size_t>(history.stack().index());
         changeSomething(document(), random);
-        history.noticeChanges();
+        eventEnds();
         const auto stepCount = static_cast<std::size_t>(history.stack().index());
         ASSERT_EQ(stepCount, before + (stateOf(document()) != states[before]));
         if (stepCount == before) continue;

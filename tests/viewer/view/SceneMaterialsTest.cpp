@@ -91,6 +91,26 @@ TEST_F(SceneMaterialsOfTheSample, aBracketWhoseColourIsTakenAwayIsLikeTheOthersA
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(SceneMaterialsOfTheSample, theBracketThatAnElasticIsStrungFromStaysMarked)
+{
+    materials.setColor(MaterialPart::Brackets, ivory);
+    treatment->document()->bracket_setColorWithBracketColorTypeID("8", 5);
+    play("click bracket 6\nmenu \"Start New Elastic\" > \"1/4\\\" 3.5 oz\"");
+    const auto mark = document().bracketModels().at("6")->material();
+    ASSERT_NE(mark, document().bracketModels().at("9")->material());
+    treatment->document()->bracket_setColorWithBracketColorTypeID("8", std::nullopt);
+    materials.apply("6");
+    EXPECT_EQ(ofBracket("8").color(), ivory);
+    EXPECT_EQ(document().bracketModels().at("6")->material(), mark);
+    // What the document paints over the mark is like the others.
+    treatment->document()->bracket_setColorWithBracketColorTypeID("6", std::nullopt);
+    materials.apply("6");
+    EXPECT_EQ(ofBracket("6").color(), ivory);
+    play("key escape");
+    EXPECT_EQ(ofBracket("6").color(), ivory);
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(SceneMaterialsOfTheSample, defaultsAreKeptForEachPart)
 {
     EXPECT_FALSE(materials.hasDefaults(MaterialPart::Teeth));

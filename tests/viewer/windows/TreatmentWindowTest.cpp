@@ -341,7 +341,6 @@ TEST_F(TreatmentWindows, aClickInFullScreenIsNoKeyOfTheMenus)
     send(QEvent::MouseButtonRelease, Qt::NoButton);
     EXPECT_FALSE(view.mouseIsDown());
     send(QEvent::MouseButtonDblClick, Qt::LeftButton); // comes beside a second press
-    // Steps are noticed after what the user does.
     ASSERT_TRUE(
         waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
 
@@ -382,7 +381,6 @@ TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
     ASSERT_TRUE(waitUntil(isFull));
     letPass(200);
     document.treatment()->document()->toggleVisibilityOfBracket("8");
-    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
     ASSERT_TRUE(
         waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
     kelo::test::xdotool({"key", "ctrl+z"});
@@ -429,8 +427,6 @@ TEST_F(TreatmentWindows, everyChangeCanBeUndoneAndRedoneByTheMenu)
 {
     TreatmentDocument &document = open();
     document.treatment()->document()->toggleVisibilityOfBracket("8");
-    // Steps are noticed after what the user does.
-    kelo::test::xdotool({"key", "F15"});
     QAction *undo = action(document, "Undo Remove bracket from 8");
     ASSERT_TRUE(waitUntil([&] { return undo = action(document, "Undo Remove bracket from 8"); }));
     undo->trigger();
@@ -439,6 +435,22 @@ TEST_F(TreatmentWindows, everyChangeCanBeUndoneAndRedoneByTheMenu)
     ASSERT_NE(redo, nullptr);
     redo->trigger();
     EXPECT_FALSE(bracketIsPlaced(document, "8"));
+}
+
+TEST_F(TreatmentWindows, aBracketThatLosesItsColourIsLikeTheOthersAtOnce)
+{
+    TreatmentDocument &document = open();
+    kelo::DXDocumentModel &model = *document.treatment()->document();
+    const auto materialOf = [&model](const char *key) {
+        return model.bracketModels().at(key)->material();
+    };
+    model.bracket_setColorWithBracketColorTypeID("8", 5);
+    QCoreApplication::sendPostedEvents();
+    ASSERT_NE(materialOf("8"), materialOf("9"));
+    model.bracket_setColorWithBracketColorTypeID("8", std::nullopt);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(materialOf("8"), materialOf("9"));
+    EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(TreatmentWindows, whatAMenuUndoesAndRedoesIsSeenUnderACompositor)
@@ -460,7 +472,6 @@ TEST_F(TreatmentWindows, whatAMenuUndoesAndRedoesIsSeenUnderACompositor)
     EXPECT_TRUE(waitUntil(isUpToDate)) << "placed";
     const QImage with = view.grabImage();
     ASSERT_NE(with, without);
-    kelo::test::xdotool({"key", "F15"}); // steps are noticed after what the user does
     QMenu *edit = action(document, "Edit")->menu();
     ASSERT_TRUE(waitUntil([&] { return edit->actions().at(0)->text().contains("Place elastic"); }));
 
