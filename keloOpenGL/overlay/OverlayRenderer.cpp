@@ -106,11 +106,6 @@ void OverlayRenderer::setPicture(OverlayToolID id, Look look, Picture texture)
     (look == Look::Selected ? pictures.selected : pictures.plain) = std::move(texture);
 }
 
-void OverlayRenderer::dropPictures()
-{
-    pictures_ = {};
-}
-
 OverlayPictureSizes OverlayRenderer::pictureSizes() const
 {
     OverlayPictureSizes sizes;

@@ -44,7 +44,6 @@ public:
     /// Null for a look that has no picture.
     const Picture &picture(OverlayToolID id, Look look = Look::Plain) const;
     void setPicture(OverlayToolID id, Look look, Picture texture);
-    void dropPictures();
     /// Of the plain pictures: where a tool is does not depend on how it looks.
     OverlayPictureSizes pictureSizes() const;
 

@@ -31,12 +31,13 @@ Rect printRect(const OverlayLayout &layout, const OverlayPictureSizes &sizes)
 }
 
 constexpr std::array<OverlayTool, overlayToolCount> toolTable{{
-    {OverlayToolID::Elastics, "elastics_button", "elastics_button_down",
+    {OverlayToolID::Elastics, "elastics", "elastics_button", "elastics_button_down",
      HVOGLBasicView::elasticsMode, true, QT_TRANSLATE_NOOP("DXOpenGL", "String elastics"),
      elasticsRect},
-    {OverlayToolID::Brackets, "bracket_button", "bracket_button_down", HVOGLBasicView::colorMode,
-     true, QT_TRANSLATE_NOOP("DXOpenGL", "Place and colour brackets"), bracketsRect},
-    {OverlayToolID::Print, "printer", nullptr, std::nullopt, false,
+    {OverlayToolID::Brackets, "bracket", "bracket_button", "bracket_button_down",
+     HVOGLBasicView::colorMode, true, QT_TRANSLATE_NOOP("DXOpenGL", "Place and colour brackets"),
+     bracketsRect},
+    {OverlayToolID::Print, "print", "printer", nullptr, std::nullopt, false,
      QT_TRANSLATE_NOOP("DXOpenGL", "Print"), printRect},
 }};
 
@@ -52,12 +53,19 @@ const OverlayTool &overlayTool(OverlayToolID id)
     return toolTable[static_cast<std::size_t>(id)];
 }
 
+const OverlayTool *overlayToolNamed(std::string_view name)
+{
+    const auto found = std::find_if(toolTable.begin(), toolTable.end(),
+                                    [&](const OverlayTool &tool) { return tool.name == name; });
+    return found == toolTable.end() ? nullptr : &*found;
+}
+
 const OverlayTool *overlayToolAt(const Point &point, const OverlayLayout &layout,
                                  const OverlayPictureSizes &sizes, bool mayEdit)
 {
     const auto found =
         std::find_if(toolTable.rbegin(), toolTable.rend(), [&](const OverlayTool &tool) {
-            return (mayEdit || !tool.changesTreatment) && tool.rect(layout, sizes).contains(point);
+            return tool.isThere(mayEdit) && tool.rect(layout, sizes).contains(point);
         });
     return found == toolTable.rend() ? nullptr : &*found;
 }

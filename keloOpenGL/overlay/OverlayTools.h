@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string_view>
 
 namespace kelo {
 
@@ -24,6 +25,7 @@ using OverlayPictureSizes = std::array<TextureSize, overlayToolCount>;
 struct OverlayTool
 {
     OverlayToolID id;
+    const char *name;            ///< by which scripts and hosts ask for the tool
     const char *picture;         ///< the name of a PNG file in the library's bundle
     const char *selectedPicture; ///< shown while the tool's mode is in force; null for the same
     /// The mouse mode that a press enters. Nothing for a button, which acts when it is released.
@@ -32,11 +34,15 @@ struct OverlayTool
     const char *toolTip;   ///< marked for translation in the context "DXOpenGL"
     /// In overlay coordinates; all zero without a picture.
     Rect (*rect)(const OverlayLayout &layout, const OverlayPictureSizes &sizes);
+
+    bool isThere(bool mayEdit) const { return mayEdit || !changesTreatment; }
 };
 
 /// In the order in which they are drawn, which is that of their numbers.
 KELO_EXPORT std::span<const OverlayTool> overlayTools();
 KELO_EXPORT const OverlayTool &overlayTool(OverlayToolID id);
+/// Null for a name that no tool has.
+KELO_EXPORT const OverlayTool *overlayToolNamed(std::string_view name);
 
 /// The topmost tool at a point in overlay coordinates, of those that are there; null for none.
 KELO_EXPORT const OverlayTool *overlayToolAt(const Point &point, const OverlayLayout &layout,

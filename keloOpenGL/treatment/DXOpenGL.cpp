@@ -6,7 +6,6 @@
 
 #include "document/DXDocumentModel.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
-#include "keloOpenGL/view/StringTexture.h"
 #include "platform/time/NotificationCenter.h"
 
 #include <QLocale>
@@ -15,8 +14,6 @@
 
 namespace kelo {
 namespace {
-
-constexpr double dateLabelPointSize = 36.0;
 
 EditingRights::Moment momentOf(const QDateTime &date)
 {
@@ -29,15 +26,6 @@ std::string dateLabelText(const QDateTime &date, bool isToday)
     if (isToday) return translated(QT_TRANSLATE_NOOP("DXOpenGL", "Today"));
     // The day by the user's clock: a host may give the moment in another zone.
     return QLocale().toString(date.toLocalTime().date(), QLocale::ShortFormat).toStdString();
-}
-
-std::shared_ptr<StringTexture> dateLabel(const std::string &text)
-{
-    TextAttributes attributes;
-    attributes.foregroundColor = Color::whiteColor();
-    attributes.pointSize = dateLabelPointSize;
-    const Color clear = Color{0.0, 0.0, 0.0, 0.0};
-    return std::make_shared<StringTexture>(text, attributes, Color::whiteColor(), clear, clear);
 }
 
 } // namespace
@@ -97,9 +85,7 @@ bool DXOpenGL::survives(const std::function<void()> &call)
 void DXOpenGL::contextWasLost()
 {
     HVOGLSmoothView::contextWasLost();
-    state_->toothLabelTextures.clear();
-    // The objects stay until they are loaded again: the tools' hit areas go by their sizes.
-    state_->texturesWereLost = true;
+    state_->overlay.noteLostContext();
 }
 
 DXOpenGLDelegate *DXOpenGL::delegate() const
@@ -155,7 +141,8 @@ void DXOpenGL::setDisplayedDate(const QDateTime &date)
 void DXOpenGL::showDateLabel()
 {
     makeCurrentContextIfNeeded();
-    setDateStringTexture(dateLabel(dateLabelText(state_->displayedDate, displayedDateIsToday())));
+    setDateStringTexture(
+        DateLabel::textureOf(dateLabelText(state_->displayedDate, displayedDateIsToday())));
 }
 
 bool DXOpenGL::displayedDateIsToday() const
@@ -166,17 +153,6 @@ bool DXOpenGL::displayedDateIsToday() const
 bool DXOpenGL::mayEdit() const
 {
     return state_->rights.mayEdit();
-}
-
-const std::shared_ptr<StringTexture> &DXOpenGL::dateStringTexture() const
-{
-    return state_->dateStringTexture;
-}
-
-void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
-{
-    state_->dateStringTexture = std::move(texture);
-    setNeedsDisplay(true);
 }
 
 // What the last events were about.

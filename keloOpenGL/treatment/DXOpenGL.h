@@ -26,12 +26,16 @@ class TreatmentMenus;
 enum class ElasticPress;
 enum class OverlayToolID : std::size_t;
 enum class PlacementStep;
+struct ArchPixels;
 struct DrawnBand;
 struct ElasticHit;
 struct FramePart;
 struct MenuContext;
+struct OverlayFrame;
 struct OverlayTool;
 struct PickedScene;
+struct PlacedToothLabel;
+struct ToothLabelScene;
 
 /// What the naming item of the elastic menu found when the menu opened last: 1 for an elastic that
 /// has a named configuration (a rename), 0 for one that has none. Every new view sets it to 0.
@@ -195,6 +199,13 @@ public:
     Rect elasticsToolRect() const;
     Rect bracketColorToolRect() const;
     Rect printButtonRect() const;
+    /// The tools by the names that scripts have for them: "elastics", "bracket" and "print".
+    static std::vector<std::string> toolNames();
+    /// All zero for a name that no tool has.
+    Rect toolRectNamed(const std::string &toolName) const;
+    /// Of the tools that are there now: without those that change a treatment which may not be
+    /// edited.
+    std::vector<Rect> shownToolRects() const;
     /// @}
 
     /// @name Parts of the scene
@@ -452,39 +463,28 @@ private:
     void drawBand(const DrawnBand &band);
     void drawElastics();
     void drawPlacedElastics(const DXDocumentModel &document);
-    bool drawsScenePart(ScenePart part) const;
     bool drawsElasticOver(const std::vector<std::string> &keys) const;
-    void collectModelsLeftOut();
-    struct PlacedToothLabel
-    {
-        std::string text;
-        Rect rect; ///< in overlay coordinates
-    };
-    StringTexture &toothLabelTexture(const std::string &text);
     /// While the matrices are those of the scene.
     std::vector<PlacedToothLabel> placedToothLabels();
-    /// While they are those of the overlay.
-    void drawToothLabels(const std::vector<PlacedToothLabel> &labels);
+    ToothLabelScene toothLabelScene(const DXDocumentModel &document) const;
     float overlayAspect() const;
+    OverlayFrame overlayFrame() const;
     const std::shared_ptr<SimpleTexture> &toolPicture(OverlayToolID tool, bool isSelected) const;
     void setToolPicture(OverlayToolID tool, bool isSelected,
                         std::shared_ptr<SimpleTexture> texture);
     Rect toolRect(OverlayToolID tool) const;
     /// Of those that are there; null for none.
     const OverlayTool *toolAt(const Point &pointInOverlay) const;
-    void drawTool(const OverlayTool &tool);
-    /// After the context was lost: loads the pictures and makes the label again in the new one.
-    void reloadLostTextures();
+    void drawTool(OverlayToolID tool);
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
     void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
     void noteWhatElasticMenuIsAbout();
-    struct PrintImages
-    {
-        std::vector<unsigned char> left, front, right;
-    };
-    PrintImages drawPrintImages(int scale);
-    void restoreViewAfterPrinting();
+    void noteElasticOfMenu(const ElasticModel &elastic);
+    void noteBeginOfMenu();
+    class PrintScene;
+    bool hostTakesPrints() const;
+    void handOverPrint(const ArchPixels &pixels);
     /// The camera has no size before the first drawing, but the view can be pressed.
     Size pressedSize() const;
     Point pointInView(const Event &event) const;

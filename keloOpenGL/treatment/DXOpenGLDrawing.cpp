@@ -3,10 +3,22 @@
 #include "platform/gl.h"
 
 #include "keloOpenGL/treatment/DXOpenGL.h"
+#include "keloOpenGL/treatment/DXOpenGLState.h"
 
 #include "keloOpenGL/view/WorldTurn.h"
 
 namespace kelo {
+namespace {
+
+/// Bands are lit, opaque and closed, whatever the models before them were.
+void prepareForElastics()
+{
+    glEnable(GL_LIGHTING);
+    glDisable(GL_BLEND);
+    glEnable(GL_CULL_FACE);
+}
+
+} // namespace
 
 void DXOpenGL::rotateByDegrees(float degrees)
 {
@@ -16,13 +28,9 @@ void DXOpenGL::rotateByDegrees(float degrees)
 
 void DXOpenGL::drawContent()
 {
-    collectModelsLeftOut();
+    state_->sceneParts.beginDrawing(documentModel().get(), state_->printer.isPrinting());
     HVOGLSmoothView::drawContent();
-    if (!isInColorPickMode()) {
-        glEnable(GL_LIGHTING);
-        glDisable(GL_BLEND);
-        glEnable(GL_CULL_FACE);
-    }
+    if (!isInColorPickMode()) prepareForElastics();
     drawElastics();
 }
 

@@ -68,12 +68,20 @@ void DXOpenGL::displayElasticMenuForEvent(const Event &event)
 void DXOpenGL::noteWhatElasticMenuIsAbout()
 {
     const auto &elastics = documentModel()->elasticModels();
-    state_->elasticWasClicked |= state_->currentEventElasticIndex < elastics.size();
-    if (state_->currentEventElasticIndex < elastics.size())
-        state_->lastClickedElasticID = elastics[state_->currentEventElasticIndex]->uniqueID();
-    else
-        state_->firstClickedToothName = state_->lastClickedToothName =
-            state_->currentEventToothName;
+    const std::uint64_t index = state_->currentEventElasticIndex;
+    index < elastics.size() ? noteElasticOfMenu(*elastics[index]) : noteBeginOfMenu();
+}
+
+void DXOpenGL::noteElasticOfMenu(const ElasticModel &elastic)
+{
+    state_->lastClickedElasticID = elastic.uniqueID();
+    state_->elasticWasClicked = true;
+}
+
+void DXOpenGL::noteBeginOfMenu()
+{
+    state_->firstClickedToothName = state_->currentEventToothName;
+    state_->lastClickedToothName = state_->currentEventToothName;
 }
 
 bool DXOpenGL::validateMenuItem(MenuItem &item)

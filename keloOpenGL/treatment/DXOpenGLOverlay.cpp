@@ -1,68 +1,40 @@
 // The flat overlay over the scene: date label, tool buttons, print button.
 
-#include "platform/gl.h"
-
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "keloOpenGL/treatment/DXOpenGLState.h"
 
-#include "keloOpenGL/overlay/OverlayLayout.h"
-#include "keloOpenGL/overlay/OverlayRenderer.h"
-#include "keloOpenGL/overlay/OverlayTools.h"
-#include "keloOpenGL/view/SimpleTexture.h"
-#include "keloOpenGL/view/StringTexture.h"
-#include "models/BundleKey.h"
-#include "platform/settings/ResourceBundle.h"
-
-#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace kelo {
-namespace {
-
-OverlayRenderer::Look lookOf(bool isSelected)
-{
-    return isSelected ? OverlayRenderer::Look::Selected : OverlayRenderer::Look::Plain;
-}
-
-std::shared_ptr<SimpleTexture> textureOfBundle(const std::string &name)
-{
-    const auto bundle = ResourceBundle::bundleWithIdentifier(keloOpenGLBundleKey);
-    const auto path = bundle ? bundle->pathForResource_ofType(name, "png") : std::nullopt;
-    return path ? SimpleTexture::textureWithFile(*path) : nullptr;
-}
-
-} // namespace
 
 void DXOpenGL::loadTextures()
 {
-    for (const OverlayTool &tool : overlayTools()) {
-        setToolPicture(tool.id, false, textureOfBundle(tool.picture));
-        if (tool.selectedPicture)
-            setToolPicture(tool.id, true, textureOfBundle(tool.selectedPicture));
-    }
+    state_->overlay.loadPictures();
+    setNeedsDisplay(true);
 }
 
-void DXOpenGL::reloadLostTextures()
+const std::shared_ptr<StringTexture> &DXOpenGL::dateStringTexture() const
 {
-    if (!state_->texturesWereLost) return;
-    state_->texturesWereLost = false;
-    loadTextures();
-    // A host's own label comes back too, so it is made of the old one's text, not of the date.
-    if (const auto old = state_->dateStringTexture)
-        setDateStringTexture(std::make_shared<StringTexture>(old->string(), old->textColor(),
-                                                             old->boxColor(), old->borderColor()));
+    return state_->overlay.dateLabel().texture();
+}
+
+void DXOpenGL::setDateStringTexture(std::shared_ptr<StringTexture> texture)
+{
+    state_->overlay.dateLabel().setTexture(std::move(texture));
+    setNeedsDisplay(true);
 }
 
 const std::shared_ptr<SimpleTexture> &DXOpenGL::toolPicture(OverlayToolID tool,
                                                             bool isSelected) const
 {
-    return state_->overlayRenderer.picture(tool, lookOf(isSelected));
+    return state_->overlay.picture(tool, isSelected);
 }
 
 void DXOpenGL::setToolPicture(OverlayToolID tool, bool isSelected,
                               std::shared_ptr<SimpleTexture> texture)
 {
-    state_->overlayRenderer.setPicture(tool, lookOf(isSelected), std::move(texture));
+    state_->overlay.setPicture(tool, isSelected, std::move(texture));
     setNeedsDisplay(true);
 }
 
@@ -132,7 +104,7 @@ Rect DXOpenGL::toolRectWithRatio_width_height_yOffset_relativeWidth(float aspect
 
 Rect DXOpenGL::toolRect(OverlayToolID tool) const
 {
-    return overlayTool(tool).rect({overlayAspect()}, state_->overlayRenderer.pictureSizes());
+    return state_->overlay.toolRect(tool, overlayAspect());
 }
 
 Rect DXOpenGL::elasticsToolRect() const
@@ -150,65 +122,77 @@ Rect DXOpenGL::printButtonRect() const
     return toolRect(OverlayToolID::Print);
 }
 
+std::vector<std::string> DXOpenGL::toolNames()
+{
+    std::vector<std::string> names;
+    for (const OverlayTool &tool : overlayTools())
+        names.push_back(tool.name);
+    return names;
+}
+
+Rect DXOpenGL::toolRectNamed(const std::string &toolName) const
+{
+    const OverlayTool *tool = overlayToolNamed(toolName);
+    return tool ? toolRect(tool->id) : Rect();
+}
+
+std::vector<Rect> DXOpenGL::shownToolRects() const
+{
+    std::vector<Rect> rects;
+    for (const OverlayTool &tool : overlayTools())
+        if (tool.isThere(mayEdit())) rects.push_back(toolRect(tool.id));
+    return rects;
+}
+
 const OverlayTool *DXOpenGL::toolAt(const Point &pointInOverlay) const
 {
-    return overlayToolAt(pointInOverlay, {overlayAspect()}, state_->overlayRenderer.pictureSizes(),
-                         mayEdit());
+    return state_->overlay.toolAt(pointInOverlay, overlayFrame());
+}
+
+OverlayFrame DXOpenGL::overlayFrame() const
+{
+    const auto pressed =
+        state_->printButton.isDown() ? std::optional(OverlayToolID::Print) : std::nullopt;
+    return {overlayAspect(), mouseMode(), mayEdit(), pressed};
 }
 
 void DXOpenGL::drawExtraContent()
 {
-    if (state_->_printMode || !makeCurrentContextIfNeeded()) return;
-    reloadLostTextures();
-    const float aspect = overlayAspect();
-    if (!(aspect > 0.0f) || !std::isfinite(aspect)) return; // a view without area
-    const auto toothLabels = placedToothLabels();
-    const OverlayState state(aspect);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    drawToothLabels(toothLabels);
-    drawDateLabel();
-    for (const OverlayTool &tool : overlayTools()) {
-        if (mayEdit() || !tool.changesTreatment) drawTool(tool);
-    }
+    if (state_->printer.isPrinting() || !makeCurrentContextIfNeeded()) return;
+    state_->overlay.reloadAfterLostContext();
+    const OverlayFrame frame = overlayFrame();
+    if (frame.hasArea()) state_->overlay.draw(frame, placedToothLabels(), state_->streamedIndices);
 }
 
 void DXOpenGL::drawDateLabel()
 {
-    if (!state_->dateStringTexture) return;
-    const Size size = state_->dateStringTexture->texSize();
-    if (size.width <= 0.0 || size.height <= 0.0) return;
-    state_->dateStringTexture->drawWithBounds(OverlayLayout::dateLabelRect(size));
+    state_->overlay.dateLabel().draw();
 }
 
-void DXOpenGL::drawTool(const OverlayTool &tool)
+void DXOpenGL::drawTool(OverlayToolID tool)
 {
-    const bool isSelected = tool.mouseMode == mouseMode();
-    // The last piece of the overlay; the next frame begins with white again.
-    if (tool.id == OverlayToolID::Print && state_->printButton.isDown())
-        glColor3f(0.625f, 0.625f, 0.625f);
-    state_->overlayRenderer.drawTool(tool, lookOf(isSelected), {overlayAspect()},
-                                     state_->streamedIndices);
+    state_->overlay.drawTool(tool, overlayFrame(), state_->streamedIndices);
 }
 
 void DXOpenGL::drawElasticsToolButton()
 {
-    drawTool(overlayTool(OverlayToolID::Elastics));
+    drawTool(OverlayToolID::Elastics);
 }
 
 void DXOpenGL::drawBracketToolButton()
 {
-    drawTool(overlayTool(OverlayToolID::Brackets));
+    drawTool(OverlayToolID::Brackets);
 }
 
 void DXOpenGL::drawPrintButton()
 {
-    drawTool(overlayTool(OverlayToolID::Print));
+    drawTool(OverlayToolID::Print);
 }
 
 void DXOpenGL::drawToolButton_inRect(const std::shared_ptr<SimpleTexture> &texture,
                                      const Rect &rect)
 {
-    state_->overlayRenderer.drawPicture(texture, rect, state_->streamedIndices);
+    state_->overlay.drawPicture(texture, rect, state_->streamedIndices);
 }
 
 } // namespace kelo

@@ -1,4 +1,4 @@
-// Printing: the three views of the arches, drawn off screen and handed to the host.
+// Printing: the three pictures of the arches and their lists, handed to the host.
 
 #include "platform/gl.h"
 
@@ -7,10 +7,8 @@
 
 #include "base/TellDelegate.h"
 #include "document/DXDocumentModel.h"
-#include "keloModel/TreatmentNote.h"
 #include "keloOpenGL/menus/TreatmentTexts.h"
-#include "keloOpenGL/printing/PrintTarget.h"
-#include "keloOpenGL/printing/WhiteBrackets.h"
+#include "keloOpenGL/printing/ArchPrinter.h"
 #include "keloOpenGL/view/Camera.h"
 #include "keloOpenGL/view/Mouth.h"
 #include "platform/presenters/Alert.h"
@@ -19,106 +17,101 @@
 #include <QImage>
 #include <QScopeGuard>
 
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
 namespace kelo {
 namespace {
 
-constexpr int targetWidth = 800;
-constexpr int printHeight = 400;
-constexpr int sideWidth = 725;
-constexpr int bytesPerPixel = 3;
-
-/// 1/sqrt(3) as a float: the side views' axes are diagonals of a cube.
-constexpr float diagonal = 0.57735026f;
-
-/// 3,200 pixels are more than a printer shows of a third of a page.
-constexpr int largestPrintScale = 4;
-
-/// The printed arches are drawn at twice the zoom of the screen.
-constexpr double printedZoom = 2.0;
-
 constexpr const char *notSupported = QT_TRANSLATE_NOOP("DXOpenGL", "Printing Not Supported");
 constexpr const char *requirements = QT_TRANSLATE_NOOP(
     "DXOpenGL", "This computer does not meet the minimum system requirements for printing.");
 
-PixelSize targetSize(int scale)
+Alert alertOf(const PrintRefusal &refusal)
 {
-    return {scale * targetWidth, scale * printHeight};
+    char number[32] = "";
+    if (refusal.framebufferStatus)
+        std::snprintf(number, sizeof number, " (Error 0x%X)", *refusal.framebufferStatus);
+    return {translated(notSupported), translated(requirements) + number, "OK"};
 }
 
-std::string framebufferMessage(unsigned status)
+DXOpenGL::PrintPictures copiesOf(const ArchPixels &pixels)
 {
-    char number[32];
-    std::snprintf(number, sizeof number, " (Error 0x%X)", status);
-    return translated(requirements) + number;
+    return {pixels.leftImage().copy(), pixels.frontImage().copy(), pixels.rightImage().copy()};
 }
 
-/// A bitmap image that borrows the block, whose rows are packed without padding.
-QImage borrowingImage(const std::vector<unsigned char> &block, int width, int scale = 1)
+struct ElasticLists
 {
-    return QImage(block.data(), scale * width, scale * printHeight, bytesPerPixel * scale * width,
-                  QImage::Format_RGB888);
+    ElasticDescriptions left, front, right;
+};
+
+ElasticLists elasticListsOf(const DXOpenGL &view)
+{
+    return {view.elasticsForToothNames(leftArch.toothNameKeys()),
+            view.elasticsForToothNames(frontArch.toothNameKeys()),
+            view.elasticsForToothNames(rightArch.toothNameKeys())};
+}
+
+void tellOfPrint(const Teller &teller, const DXOpenGLDelegate *delegate, const ArchPixels &pixels,
+                 const QDateTime &date, const ElasticLists &elastics)
+{
+    tellDelegate(teller, delegate,
+                 &DXOpenGLDelegate::printImagesLeft_front_right_forDate_elasticsLeft_front_right,
+                 pixels.leftImage(), pixels.frontImage(), pixels.rightImage(), date, elastics.left,
+                 elastics.front, elastics.right);
 }
 
 } // namespace
 
-std::vector<unsigned char>
-DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, float x, float y,
-                                                        float z, int width, int offset)
+/// The view's scene for its printer.
+class DXOpenGL::PrintScene : public PrintedScene
 {
-    // Pictures are large: where there is no memory for one, the view is as it was all the same.
-    const auto restored = qScopeGuard([this, kept = camera(), mouth = mouth()] {
-        setCamera(kept);
-        setMouth(mouth);
-    });
-    Camera turned = camera();
-    turned.setWorldRotation({angleInDegrees, x, y, z});
-    setCamera(turned);
-    setMouth({});
-    drawRect({});
-    return readPrintImage(state_->printScale * offset,
-                          {state_->printScale * width, state_->printScale * printHeight});
-}
+public:
+    explicit PrintScene(DXOpenGL &view) : view_(view) {}
 
-DXOpenGL::PrintImages DXOpenGL::drawPrintImages(int scale)
-{
-    const auto viewIsRestored = qScopeGuard([this, kept = camera()] {
-        state_->_printMode = false;
-        state_->printScale = 1;
-        setCamera(kept);
-        restoreViewAfterPrinting();
-    });
-    Camera printed = camera();
-    printed.setSize({targetWidth, printHeight});
-    printed.fitWindow(printed.size());
-    setCamera(printed);
-    state_->printScale = scale;
-    glViewport(0, 0, scale * targetWidth, scale * printHeight);
-    state_->_printMode = true;
-    updateProjection();
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    const auto projectionIsPopped = qScopeGuard([] {
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(GL_MODELVIEW);
-    });
-    glScaled(printedZoom, printedZoom, printedZoom);
-    glMatrixMode(GL_MODELVIEW);
+    OpenGLContext &context() override { return view_.openGLContext(); }
+    std::string openGLExtensions() const override { return view_.openGLExtensions(); }
+    unsigned framebufferStatus() const override { return view_.framebufferStatus(); }
+    const DXDocumentModel *document() const override { return view_.documentModel().get(); }
 
-    const WhiteBrackets whiteBrackets(documentModel().get());
-    PrintImages images;
-    images.left = printImageForRotationAngle_x_y_z_width_offset(
-        120.0f, -diagonal, diagonal, diagonal, sideWidth, targetWidth - sideWidth);
-    images.front =
-        printImageForRotationAngle_x_y_z_width_offset(90.0f, -1.0f, 0.0f, 0.0f, targetWidth, 0);
-    images.right = printImageForRotationAngle_x_y_z_width_offset(120.0f, -diagonal, -diagonal,
-                                                                 -diagonal, sideWidth, 0);
-    return images;
-}
+    void enterCamera(const Size &viewSize) override
+    {
+        before_ = view_.camera();
+        Camera printed = before_;
+        printed.setSize(viewSize);
+        printed.fitWindow(viewSize);
+        view_.setCamera(printed);
+        view_.updateProjection();
+    }
+
+    void leaveCamera() override
+    {
+        view_.setCamera(before_);
+        const Size points = before_.size();
+        const bool inPixels =
+            VersionChecker::isLionOrLater() && view_.wantsBestResolutionOpenGLSurface();
+        const Size size = inPixels ? view_.convertSizeToBacking(points) : points;
+        glViewport(0, 0, static_cast<int>(size.width), static_cast<int>(size.height));
+        view_.adjustWindow();
+    }
+
+    void draw(const Rotation &rotation) override
+    {
+        const auto isRestored = qScopeGuard([this, kept = view_.camera(), mouth = view_.mouth()] {
+            view_.setCamera(kept);
+            view_.setMouth(mouth);
+        });
+        Camera turned = view_.camera();
+        turned.setWorldRotation(rotation);
+        view_.setCamera(turned);
+        view_.setMouth({});
+        view_.drawRect({});
+    }
+
+private:
+    DXOpenGL &view_;
+    Camera before_;
+};
 
 std::string DXOpenGL::openGLExtensions() const
 {
@@ -131,69 +124,44 @@ unsigned DXOpenGL::framebufferStatus() const
     return glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT);
 }
 
-void DXOpenGL::restoreViewAfterPrinting()
+std::vector<unsigned char>
+DXOpenGL::printImageForRotationAngle_x_y_z_width_offset(float angleInDegrees, float x, float y,
+                                                        float z, int width, int offset)
 {
-    const bool inPixels = VersionChecker::isLionOrLater() && wantsBestResolutionOpenGLSurface();
-    const Size size = inPixels ? convertSizeToBacking(cameraSize()) : cameraSize();
-    glViewport(0, 0, static_cast<int>(size.width), static_cast<int>(size.height));
-    adjustWindow();
+    PrintScene scene(*this);
+    return state_->printer.picture(scene, {{angleInDegrees, x, y, z}, width, offset, nullptr});
+}
+
+bool DXOpenGL::hostTakesPrints() const
+{
+    const DXOpenGLDelegate *host = state_->delegate;
+    return host && host->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
 }
 
 void DXOpenGL::submitPrintRequest()
 {
-    const auto canPrint = [this] {
-        return state_->delegate &&
-               state_->delegate->printImagesLeft_front_right_forDate_elasticsLeft_front_right;
-    };
-    if (!canPrint() || !makeCurrentContextIfNeeded()) return;
-    if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) {
-        AlertPresenter::runModal({translated(notSupported), translated(requirements), "OK"});
-        return;
-    }
+    if (!hostTakesPrints() || !makeCurrentContextIfNeeded()) return;
+    PrintScene scene(*this);
+    const auto print = state_->printer.print(scene, 1, ArchPrinter::DepthBuffer::LeaveName);
+    // Only now that the target is gone: the view is shown under the box, and may be closed.
+    if (print.refusal) return AlertPresenter::runModal(alertOf(*print.refusal));
+    handOverPrint(print.pixels);
+}
 
-    PrintImages images;
-    unsigned status = 0;
-    {
-        // What is drawn here is not for the screen.
-        const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-        const PrintTarget target(targetSize(1));
-        status = target.isMade() ? framebufferStatus() : GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT_EXT;
-        if (status == GL_FRAMEBUFFER_COMPLETE_EXT) images = drawPrintImages(1);
-    }
-    if (status != GL_FRAMEBUFFER_COMPLETE_EXT) {
-        // Only now that the target is gone: the view is drawn and shown under the box, and may be
-        // closed while it is open.
-        AlertPresenter::runModal({translated(notSupported), framebufferMessage(status), "OK"});
-        return;
-    }
-
-    const auto left = elasticsForToothNames(TreatmentNote::leftElasticToothNameKeys());
-    const auto front = elasticsForToothNames(TreatmentNote::frontElasticToothNameKeys());
-    const auto right = elasticsForToothNames(TreatmentNote::rightElasticToothNameKeys());
+void DXOpenGL::handOverPrint(const ArchPixels &pixels)
+{
+    const ElasticLists elastics = elasticListsOf(*this);
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
     const QDateTime date = state_->displayedDate;
-    tellDelegate(teller(), state_->delegate,
-                 &DXOpenGLDelegate::printImagesLeft_front_right_forDate_elasticsLeft_front_right,
-                 borrowingImage(images.left, sideWidth), borrowingImage(images.front, targetWidth),
-                 borrowingImage(images.right, sideWidth), date, left, front, right);
+    tellOfPrint(teller(), state_->delegate, pixels, date, elastics);
 }
 
 DXOpenGL::PrintPictures DXOpenGL::printPicturesAtScale(int scale)
 {
     if (!makeCurrentContextIfNeeded()) return {};
-    if (openGLExtensions().find("GL_EXT_framebuffer_object") == std::string::npos) return {};
-    GLint largestSide = 0;
-    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &largestSide);
-    scale = std::max(1, std::min({scale, largestPrintScale, largestSide / targetWidth}));
-
-    const OpenGLContext::FlushSuppression nothingIsShown(openGLContext());
-    PrintTarget target(targetSize(scale));
-    target.dropDepthBuffer();
-    if (!target.isMade() || framebufferStatus() != GL_FRAMEBUFFER_COMPLETE_EXT) return {};
-    const PrintImages images = drawPrintImages(scale);
-    return {borrowingImage(images.left, sideWidth, scale).copy(),
-            borrowingImage(images.front, targetWidth, scale).copy(),
-            borrowingImage(images.right, sideWidth, scale).copy()};
+    PrintScene scene(*this);
+    const auto print = state_->printer.print(scene, scale, ArchPrinter::DepthBuffer::Drop);
+    return print.refusal ? PrintPictures() : copiesOf(print.pixels);
 }
 
 void DXOpenGL::finishOperations()

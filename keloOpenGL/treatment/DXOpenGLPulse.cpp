@@ -69,7 +69,8 @@ void DXOpenGL::drawPulse(Pulse &pulse)
 
 void DXOpenGL::willDrawPicture()
 {
-    if (state_->pulse) state_->pulse->frames.begin(redrawRequestCount(), !state_->_printMode);
+    if (!state_->pulse) return;
+    state_->pulse->frames.begin(redrawRequestCount(), !state_->printer.isPrinting());
 }
 
 void DXOpenGL::didDrawPicture()
@@ -79,7 +80,7 @@ void DXOpenGL::didDrawPicture()
 
 std::optional<FramePart> DXOpenGL::pulsingPart()
 {
-    if (state_->_printMode) return std::nullopt;
+    if (state_->printer.isPrinting()) return std::nullopt;
     updateModelView();
     const WindowProjection projection = currentWindowProjection();
     const auto pixels = pixelsOfModel(state_->pulse->highlight.model(), *this, projection);

@@ -8,11 +8,11 @@
 #include "keloOpenGL/editing/ElasticEditor.h"
 #include "keloOpenGL/menus/OpenMenus.h"
 #include "keloOpenGL/overlay/ButtonPress.h"
-#include "keloOpenGL/overlay/OverlayRenderer.h"
-#include "keloOpenGL/overlay/ToothLabels.h"
+#include "keloOpenGL/overlay/Overlay.h"
 #include "keloOpenGL/picking/ScenePicker.h"
+#include "keloOpenGL/printing/ArchPrinter.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
-#include "keloOpenGL/treatment/ScenePart.h"
+#include "keloOpenGL/treatment/SceneParts.h"
 #include "keloOpenGL/view/PartialFrames.h"
 #include "keloOpenGL/view/RotateDrag.h"
 #include "keloOpenGL/view/StreamBuffer.h"
@@ -20,17 +20,13 @@
 
 #include <QDateTime>
 
-#include <bitset>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace kelo {
-
-class StringTexture;
 
 /// A pulse that is going on: the model that it is about, and its frames.
 struct DXOpenGL::Pulse
@@ -54,7 +50,6 @@ struct DXOpenGL::State
     QDateTime approvedDate;
     QDateTime displayedDate;
     EditingRights rights;
-    std::shared_ptr<StringTexture> dateStringTexture;
 
     /// What events were about; the operations of these names tell more.
     Name firstClickedToothName;
@@ -77,15 +72,10 @@ struct DXOpenGL::State
     ScenePicker picker;
 
     OpenMenus openMenus;
-    int printScale = 1;      ///< device pixels for each pixel of a print request
-    bool _printMode = false; ///< while the scene is drawn for printing
-    bool texturesWereLost = false;
-    ToothLabels toothLabels;
-    std::map<std::string, std::shared_ptr<StringTexture>> toothLabelTextures; ///< by text
-    std::bitset<scenePartCount> hiddenParts;
-    std::vector<std::uint64_t> modelsLeftOut; ///< unique identifiers in order, for the next draw
+    ArchPrinter printer;
+    Overlay overlay;
+    SceneParts sceneParts;
     BandRenderer bandRenderer;
-    OverlayRenderer overlayRenderer;
     /// The bands' and the tools'; each fills it before drawing from it.
     StreamBuffer streamedIndices{StreamBuffer::Kind::Indices};
 };

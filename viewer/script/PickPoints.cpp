@@ -18,11 +18,7 @@ constexpr std::uint32_t tool = 0xFFFFFFFF;
 void coverTools(std::vector<std::uint32_t> &identifiers, const kelo::PixelSize &size,
                 const kelo::DXOpenGL &view)
 {
-    std::vector<kelo::Rect> rects{view.printButtonRect()};
-    if (view.mayEdit()) {
-        rects.push_back(view.elasticsToolRect());
-        rects.push_back(view.bracketColorToolRect());
-    }
+    std::vector<kelo::Rect> rects = view.shownToolRects();
     for (kelo::Rect &rect : rects)
         rect = overlayRectInView(rect, view);
     const double scale = view.backingScaleFactor();

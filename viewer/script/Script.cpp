@@ -202,6 +202,18 @@ ScriptCommand readPress(LineReader &line)
     return press;
 }
 
+/// Throws BadLine for a name that none of the overlay's tools has.
+void checkTool(const QString &name)
+{
+    QStringList tools;
+    for (const std::string &known : kelo::DXOpenGL::toolNames())
+        tools.append(QString::fromStdString(known));
+    if (tools.contains(name)) return;
+    const QString last = tools.takeLast();
+    throw BadLine(QStringLiteral("the tools are %1 and %2, not '%3'")
+                      .arg(tools.join(QStringLiteral(", ")), last, shortened(name)));
+}
+
 ScriptCommand readClick(LineReader &line)
 {
     using Target = ClickCommand::Target;
@@ -220,11 +232,7 @@ ScriptCommand readClick(LineReader &line)
             click.name = QString::number(line.wholeNumber(0, 8388607, "the elastic's number"));
         else
             click.name = line.text("the name");
-        static const QStringList tools = {QStringLiteral("elastics"), QStringLiteral("bracket"),
-                                          QStringLiteral("print")};
-        if (click.target == Target::Tool && !tools.contains(click.name))
-            throw BadLine(QStringLiteral("the tools are elastics, bracket and print, not '%1'")
-                              .arg(shortened(click.name)));
+        if (click.target == Target::Tool) checkTool(click.name);
     }
     click.clickCount = line.clicks();
     click.modifierFlags = line.modifiers();

@@ -184,11 +184,7 @@ std::optional<std::uint32_t> ScriptPlayer::identifierOf(const ClickCommand &comm
 
 kelo::Point ScriptPlayer::middleOfTool(const QString &name) const
 {
-    const kelo::Rect rect =
-        overlayRectInView(name == QStringLiteral("print")     ? view_.printButtonRect()
-                          : name == QStringLiteral("bracket") ? view_.bracketColorToolRect()
-                                                              : view_.elasticsToolRect(),
-                          view_);
+    const kelo::Rect rect = overlayRectInView(view_.toolRectNamed(name.toStdString()), view_);
     return {rect.origin.x + rect.size.width / 2.0, rect.origin.y + rect.size.height / 2.0};
 }
 

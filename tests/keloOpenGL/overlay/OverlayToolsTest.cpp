@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -44,6 +45,18 @@ TEST(OverlayTools, everyToolHasAPictureAModeAndAToolTipOfItsOwn)
     EXPECT_EQ(pictures.size(), overlayToolCount);
     EXPECT_EQ(modes.size(), overlayToolCount);
     EXPECT_EQ(toolTips.size(), overlayToolCount);
+}
+
+TEST(OverlayTools, aToolIsFoundByItsName)
+{
+    std::vector<std::string> names;
+    for (const OverlayTool &tool : overlayTools()) {
+        names.push_back(tool.name);
+        EXPECT_EQ(overlayToolNamed(tool.name), &tool);
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"elastics", "bracket", "print"}));
+    EXPECT_EQ(overlayToolNamed("Print"), nullptr);
+    EXPECT_EQ(overlayToolNamed(""), nullptr);
 }
 
 TEST(OverlayTools, aToolIsWhereTheLayoutHasIt)

@@ -204,6 +204,22 @@ TEST_F(DXOpenGLOverlay, thePrintButtonsBottomEdgeStaysForEveryPicture)
     EXPECT_NO_GL_ERROR();
 }
 
+TEST_F(DXOpenGLOverlay, hostsFindTheToolsByTheirNames)
+{
+    EXPECT_EQ(DXOpenGL::toolNames(), (std::vector<std::string>{"elastics", "bracket", "print"}));
+    EXPECT_EQ(view->toolRectNamed("elastics"), view->elasticsToolRect());
+    EXPECT_EQ(view->toolRectNamed("bracket"), view->bracketColorToolRect());
+    EXPECT_EQ(view->toolRectNamed("print"), view->printButtonRect());
+    EXPECT_EQ(view->toolRectNamed("ruler"), Rect());
+    view->setDisplayedDate(shownToday);
+    EXPECT_EQ(view->shownToolRects(),
+              (std::vector<Rect>{view->elasticsToolRect(), view->bracketColorToolRect(),
+                                 view->printButtonRect()}));
+    view->setApprovedDate(shownToday);
+    EXPECT_EQ(view->shownToolRects(), std::vector<Rect>{view->printButtonRect()});
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXOpenGLOverlay, todayAllOfItIsDrawnAndNothingElse)
 {
     setPlainPictures();
