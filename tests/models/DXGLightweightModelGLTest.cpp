@@ -80,6 +80,72 @@ TEST_F(DXGLightweightModelGL, theBuffersAreUploadedOnceAndHoldTheArrays)
     EXPECT_NO_GL_ERROR();
 }
 
+/// Counts what is asked of the driver about buffers. One at a time.
+class CountedBufferCalls
+{
+public:
+    CountedBufferCalls()
+    {
+        // An entry point is looked up by its first call, which would then call the replacement.
+        GLuint name = 0;
+        glGenBuffers(1, &name);
+        glBindBuffer(GL_ARRAY_BUFFER, name);
+        glBufferData(GL_ARRAY_BUFFER, 4, nullptr, GL_STREAM_DRAW);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glDeleteBuffers(1, &name);
+        keptGen_ = epoxy_glGenBuffers;
+        keptBind_ = epoxy_glBindBuffer;
+        keptFill_ = epoxy_glBufferData;
+        current_ = this;
+        epoxy_glGenBuffers = [](GLsizei count, GLuint *names) {
+            current_->made += count;
+            current_->keptGen_(count, names);
+        };
+        epoxy_glBindBuffer = [](GLenum target, GLuint buffer) {
+            current_->bound += buffer != 0;
+            current_->keptBind_(target, buffer);
+        };
+        epoxy_glBufferData = [](GLenum target, GLsizeiptr size, const void *data, GLenum usage) {
+            ++current_->filled;
+            current_->keptFill_(target, size, data, usage);
+        };
+    }
+    ~CountedBufferCalls()
+    {
+        epoxy_glGenBuffers = keptGen_;
+        epoxy_glBindBuffer = keptBind_;
+        epoxy_glBufferData = keptFill_;
+        current_ = nullptr;
+    }
+    CountedBufferCalls(const CountedBufferCalls &) = delete;
+    CountedBufferCalls &operator=(const CountedBufferCalls &) = delete;
+
+    int made = 0, bound = 0, filled = 0;
+
+private:
+    static inline CountedBufferCalls *current_ = nullptr;
+    PFNGLGENBUFFERSPROC keptGen_ = nullptr;
+    PFNGLBINDBUFFERPROC keptBind_ = nullptr;
+    PFNGLBUFFERDATAPROC keptFill_ = nullptr;
+};
+
+TEST_F(DXGLightweightModelGL, onlyTheFirstDrawingAsksForBuffers)
+{
+    const auto model = rectangleModel(-1.0f, -1.0f, 1.0f, 1.0f);
+    const CountedBufferCalls calls;
+    model->draw();
+    EXPECT_EQ(calls.made, 2) << "vertices and indices";
+    EXPECT_EQ(calls.filled, 2);
+    EXPECT_EQ(calls.bound, 4) << "to fill them and to draw from them";
+    for (int drawing = 1; drawing <= 3; ++drawing) {
+        drawing == 2 ? model->drawForColorSelection() : model->draw();
+        EXPECT_EQ(calls.made, 2) << drawing;
+        EXPECT_EQ(calls.filled, 2) << drawing;
+        EXPECT_EQ(calls.bound, 4 + 2 * drawing) << drawing;
+    }
+    EXPECT_NO_GL_ERROR();
+}
+
 TEST_F(DXGLightweightModelGL, drawingUploadsAndDrawsInTheMaterialsColor)
 {
     const auto model = rectangleModel(-2.0f, -2.0f, 2.0f, 2.0f);
