@@ -6,6 +6,14 @@
 #include <utility>
 
 namespace kelo {
+namespace {
+
+auto hasNibName(const std::string &name)
+{
+    return [&name](const auto &controller) { return controller->windowNibName() == name; };
+}
+
+} // namespace
 
 DXDocument::DXDocument() : model_(std::make_shared<DXDocumentModel>()) {}
 
@@ -23,10 +31,7 @@ WindowController *
 DXDocument::existingWindowControllerForWindowNibName(const std::string &name) const
 {
     const auto &controllers = windowControllers();
-    const auto found =
-        std::find_if(controllers.begin(), controllers.end(), [&name](const auto &controller) {
-            return controller->windowNibName() == name;
-        });
+    const auto found = std::find_if(controllers.begin(), controllers.end(), hasNibName(name));
     return found == controllers.end() ? nullptr : found->get();
 }
 

@@ -12,7 +12,7 @@
 namespace kelo {
 
 /// A treatment as a host's document architecture sees it: the document model, and the windows that
-/// show it. It is stored as changes are reported, never through Save and Save As.
+/// show it. Hosts store changes as they are reported; there is no Save and no Save As.
 class KELO_EXPORT DXDocument : public Document
 {
     Q_OBJECT
@@ -35,8 +35,8 @@ public:
     /// What makes a controller of some class for an interface file.
     using ControllerClass =
         std::function<std::unique_ptr<WindowController>(const std::string &windowNibName)>;
-    /// Brings the window of this interface file to the front, made now with the class unless the
-    /// document has it already: there is at most one per file.
+    /// Shows the window of this interface file in front, and makes it with the class if the
+    /// document has none yet: there is at most one for each file.
     WindowController &showUniqueWindowWithNibName_controllerClass(const std::string &name,
                                                                   const ControllerClass &make);
     /// The same with a plain window controller.

@@ -38,8 +38,7 @@ void stayAbove(QWidget &panel, QWidget &motherWindow)
     panel.windowHandle()->setTransientParent(motherWindow.windowHandle());
 }
 
-/// What the desktop adds around a window's content. Before a window is shown for the first time
-/// nobody knows; then it is taken to be that of the mother window.
+/// What the desktop adds around a window's content; nothing until the window was shown once.
 QMargins frameOf(const QWidget &window)
 {
     const QRect frame = window.frameGeometry();
@@ -51,6 +50,7 @@ QMargins frameOf(const QWidget &window)
 void place(QWidget &panel, const QWidget &motherWindow)
 {
     const bool isFrameKnown = !frameOf(panel).isNull();
+    // A new panel will have a frame like its mother window's.
     const QMargins frame = isFrameKnown ? frameOf(panel) : frameOf(motherWindow);
     const QSize size = panel.size().grownBy(frame);
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -60,8 +60,26 @@ void place(QWidget &panel, const QWidget &motherWindow)
                           upwards(screen ? screen->availableGeometry() : QRect()));
     const QPoint corner(static_cast<int>(origin.x),
                         static_cast<int>(screenHeight() - origin.y - size.height()));
-    // Without a known frame it is the content that goes where it is told.
+    // Without a known frame, move() places the content.
     panel.move(isFrameKnown ? corner : corner + QPoint(frame.left(), frame.top()));
+}
+
+void showBeside(QWidget &panel, QWidget &motherWindow)
+{
+    panel.setWindowTitle(motherWindow.windowTitle());
+    stayAbove(panel, motherWindow);
+    if (!panel.testAttribute(Qt::WA_Resized)) panel.adjustSize(); // as showing it would
+    place(panel, motherWindow);
+}
+
+/// A panel that is shown again still closes once.
+void closeWithAllPanels(QWidget &panel)
+{
+    NotificationCenter &center = NotificationCenter::defaultCenter();
+    center.removeObserver(&panel, closeAllOptionPanelsNotification);
+    center.addObserver(
+        &panel, [&panel](const Notification &) { panel.close(); },
+        closeAllOptionPanelsNotification);
 }
 
 } // namespace
@@ -84,16 +102,9 @@ void OptionPanelController::showWindow(QObject *sender)
 {
     QWidget *const panel = window();
     if (!panel) return;
-    if (motherWindow_) {
-        panel->setWindowTitle(motherWindow_->windowTitle());
-        stayAbove(*panel, *motherWindow_);
-        if (!panel->testAttribute(Qt::WA_Resized)) panel->adjustSize(); // as showing it would
-        place(*panel, *motherWindow_);
-    }
+    if (motherWindow_) showBeside(*panel, *motherWindow_);
     WindowController::showWindow(sender);
-    stopListening(); // shown again, it still closes once
-    NotificationCenter::defaultCenter().addObserver(
-        panel, [panel](const Notification &) { panel->close(); }, closeAllOptionPanelsNotification);
+    closeWithAllPanels(*panel);
 }
 
 void OptionPanelController::windowWillClose(QWidget *closing)

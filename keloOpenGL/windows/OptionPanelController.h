@@ -13,13 +13,13 @@ namespace kelo {
 inline constexpr char closeAllOptionPanelsNotification[] = "closeAllOptionPanelsNotification";
 
 /// Where an option panel's lower left corner lies, in points of a screen whose y axis points up:
-/// its upper left corner 5 points to the right of the mother window and 6 below its top, moved to
-/// the left by what it would stand out of the screen on the right, and raised to the bottom edge
-/// where it would end below it.
+/// its upper left corner is 5 points to the right of the mother window and 6 below its top. A panel
+/// that would extend past the right edge of the screen is moved left to it, and one that would end
+/// below the bottom edge is raised to that.
 KELO_EXPORT Point optionPanelOrigin(const Rect &motherWindow, const Size &panel,
                                     const Rect &visibleScreen);
 
-/// A floating panel beside the window that it belongs to, and always above it. It closes when
+/// A floating panel next to the window that it belongs to, and always above it. It closes when
 /// someone posts closeAllOptionPanelsNotification.
 class KELO_EXPORT OptionPanelController : public WindowController
 {
@@ -33,7 +33,7 @@ public:
     QWidget *motherWindow() const { return motherWindow_; }
     void setMotherWindow(QWidget *window) { motherWindow_ = window; }
 
-    /// Takes over the mother window's title and shows the panel beside it.
+    /// Gives the panel the mother window's title and shows it next to that window.
     void showWindow(QObject *sender = nullptr) override;
     void windowWillClose(QWidget *window) override;
 

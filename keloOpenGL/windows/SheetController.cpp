@@ -4,19 +4,31 @@
 #include <QWindow>
 
 namespace kelo {
+namespace {
+
+/// A sheet with a native window.
+void makeSheet(QWidget &window)
+{
+    window.setWindowFlags(Qt::Sheet);
+    window.setWindowModality(Qt::WindowModal);
+    window.winId();
+}
+
+/// By the native windows alone: a widget's parent would own the sheet.
+void attach(QWidget &sheet, QWidget &mainWindow)
+{
+    mainWindow.winId();
+    sheet.windowHandle()->setTransientParent(mainWindow.windowHandle());
+}
+
+} // namespace
 
 void SheetController::startDialog(QObject *)
 {
     QWidget *const sheet = window();
     if (!sheet) return;
-    sheet->setWindowFlags(Qt::Sheet);
-    sheet->setWindowModality(Qt::WindowModal);
-    // Attached by the native windows alone: a widget's parent would own the sheet.
-    sheet->winId();
-    if (mainWindow_) {
-        mainWindow_->winId();
-        sheet->windowHandle()->setTransientParent(mainWindow_->windowHandle());
-    }
+    makeSheet(*sheet);
+    if (mainWindow_) attach(*sheet, *mainWindow_);
     sheet->show();
 }
 
@@ -24,7 +36,7 @@ void SheetController::doneDialog(QObject *)
 {
     if (!isWindowLoaded()) return; // never begun
     QWidget *const sheet = window();
-    // A field takes its text over when it loses the keyboard.
+    // A field commits its text when it loses the keyboard focus.
     if (QWidget *edited = sheet->focusWidget()) edited->clearFocus();
     sheet->hide();
     if (QWindow *native = sheet->windowHandle()) native->setTransientParent(nullptr);

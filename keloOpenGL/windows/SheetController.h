@@ -8,7 +8,7 @@
 
 namespace kelo {
 
-/// Runs its window as a sheet: a dialog that holds up one window and no other.
+/// Runs its window as a sheet: a dialog that blocks one window and no other.
 class KELO_EXPORT SheetController : public WindowController
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
 
     /// Begins the sheet and returns.
     void startDialog(QObject *sender = nullptr);
-    /// Takes over what is being edited in the sheet, and ends it; nothing before startDialog.
+    /// Commits what is being edited in the sheet, and ends it. Does nothing before startDialog.
     void doneDialog(QObject *sender = nullptr);
 
 private:

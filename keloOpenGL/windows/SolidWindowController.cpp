@@ -8,6 +8,27 @@
 #include <utility>
 
 namespace kelo {
+namespace {
+
+/// Once, however often it is asked for, and in the size that the window has by then.
+void zoomToFitSoon(DXOpenGL &view)
+{
+    NotificationCenter::defaultCenter().addObserver(
+        &view, [&view](const Notification &) { view.zoomToFit(); }, zoomToFitNotification, &view);
+    NotificationQueue::defaultQueue().enqueueNotification(
+        {zoomToFitNotification, &view}, PostingStyle::Soon,
+        Coalescing::OnName | Coalescing::OnSender);
+}
+
+void stopZoomingToFit(const DXOpenGL &view)
+{
+    NotificationQueue::defaultQueue().dequeueNotificationsMatching(
+        {zoomToFitNotification, &view}, Coalescing::OnName | Coalescing::OnSender);
+    // Only what is observed in the view's name: what it observes itself has another observer.
+    NotificationCenter::defaultCenter().removeObserver(&view);
+}
+
+} // namespace
 
 SolidWindowController::SolidWindowController(std::string windowNibName)
     : WindowControllerWithDocumentController(std::move(windowNibName))
@@ -41,14 +62,8 @@ void SolidWindowController::awakeFromNib()
     WindowControllerWithDocumentController::awakeFromNib();
     treatmentView_ = window()->findChild<TreatmentView *>(QStringLiteral("view"));
     mouseModeView_ = window()->findChild<QWidget *>(QStringLiteral("mouseModeView"));
-    if (!treatmentView_) return;
     bindView();
-    DXOpenGL *const shown = view().get();
-    NotificationCenter::defaultCenter().addObserver(
-        shown, [shown](const Notification &) { shown->zoomToFit(); }, zoomToFitNotification, shown);
-    NotificationQueue::defaultQueue().enqueueNotification(
-        {zoomToFitNotification, shown}, PostingStyle::Soon,
-        Coalescing::OnName | Coalescing::OnSender);
+    if (const auto shown = view()) zoomToFitSoon(*shown);
 }
 
 void SolidWindowController::windowWillClose(QWidget *closing)
@@ -61,12 +76,7 @@ void SolidWindowController::windowWillClose(QWidget *closing)
 
 void SolidWindowController::forgetView()
 {
-    if (const auto shown = view()) {
-        NotificationQueue::defaultQueue().dequeueNotificationsMatching(
-            {zoomToFitNotification, shown.get()}, Coalescing::OnName | Coalescing::OnSender);
-        // What is observed in the view's name; what the view hears for itself it goes on hearing.
-        NotificationCenter::defaultCenter().removeObserver(shown.get());
-    }
+    if (const auto shown = view()) stopZoomingToFit(*shown);
     documentModel_.reset();
 }
 

@@ -7,7 +7,7 @@
 namespace kelo {
 namespace {
 
-/// Before the layout has spoken.
+/// Until the layout sets another.
 constexpr Rect initialFrame{{0.0, 0.0}, {1024.0, 768.0}};
 
 } // namespace
