@@ -133,7 +133,7 @@ TEST_F(DXDocumentModelElastics, anElasticIsFoundByItsIdentifierWhileItIsPlaced)
     EXPECT_EQ(document->elasticModelForUniqueID(elastic->uniqueID()), nullptr);
 }
 
-// The death test's fresh process is where the process's first elastic has identifier 0.
+/// The death test's fresh process is where the process's first elastic has identifier 0.
 TEST(DXDocumentModelElasticsDeathTest, identifier0FindsTheFirstElasticOfTheProcess)
 {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";

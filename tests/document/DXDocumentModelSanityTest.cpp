@@ -36,7 +36,7 @@ TEST_F(DXDocumentModelSanity, aModelUnderTwoKeysIsNamed)
                          std::to_string(tooth("8")->uniqueID()) + " with another model"});
 }
 
-// In a process of its own, since the counter never goes back.
+/// In a process of its own, since the counter never goes back.
 using DXDocumentModelSanityDeathTest = DXDocumentModelSanity;
 TEST_F(DXDocumentModelSanityDeathTest, anIdentifierThatIsAnElasticsIsNamed)
 {

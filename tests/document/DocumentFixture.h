@@ -4,7 +4,7 @@
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
 #include "models/HVOGLMaterial.h"
-#include "platform/time/VirtualRunLoop.h"
+#include "tests/support/TestClock.h"
 
 #include <gtest/gtest.h>
 
@@ -80,9 +80,6 @@ class DocumentFixture : public testing::Test
 protected:
     DocumentFixture()
     {
-        auto loop = std::make_unique<VirtualRunLoop>();
-        clock = loop.get();
-        previousLoop_ = RunLoop::setMain(std::move(loop));
         const Keys teeth =
             joined(TreatmentNote::upperToothNameKeys(), TreatmentNote::lowerToothNameKeys());
         const Keys buttons = joined(TreatmentNote::upperLingualButtonNameKeys(),
@@ -93,12 +90,6 @@ protected:
         document->setBracketModels(emptyModels(teeth));
         document->setButtonModels(emptyModels(buttons));
         document->setDelegate(&delegate);
-    }
-    ~DocumentFixture() override
-    {
-        document.reset();
-        // No loop before: keep this one, since null would be replaced by one that needs Qt.
-        if (previousLoop_) RunLoop::setMain(std::move(previousLoop_));
     }
 
     std::shared_ptr<DXGLightweightModel> tooth(const std::string &key) const
@@ -122,12 +113,9 @@ protected:
         return elastic;
     }
 
-    VirtualRunLoop *clock = nullptr;
+    TestClock clock;
     RecordingDelegate delegate;
     std::shared_ptr<DXDocumentModel> document = std::make_shared<DXDocumentModel>();
-
-private:
-    std::unique_ptr<RunLoop> previousLoop_;
 };
 
 } // namespace kelo::test

@@ -61,74 +61,74 @@ TEST(CatalogueJSON, aConfigurationWithAnEmptySequenceHasNoAssociatedSequence)
     EXPECT_EQ(reading.catalogue->elasticsConfigType(1)->elasticsSizeTypeID, 0);
 }
 
+struct CatalogueProblem
+{
+    const char *name;
+    QByteArray text;
+    const char *problem;
+};
+const CatalogueProblem catalogueProblems[] = {
+    {"no list", R"({"bracketColorTypes": [], "elasticsSizeTypes": []})",
+     "elasticsConfigTypes: the list is missing"},
+    {"a list that is none", R"({"bracketColorTypes": 1, "elasticsSizeTypes": [],
+                                    "elasticsConfigTypes": []})",
+     "bracketColorTypes: must be a list"},
+    {"not an object", "[]", "must be an object"},
+    {"broken text", "{\n\n  \"bracketColorTypes\": [,]\n}", "line 3: illegal value"},
+    {"a record that is none", text("7", size, config), "bracketColorTypes[0]: must be an object"},
+    {"no identifier", text(R"({"typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
+     "bracketColorTypes[0].typeID: the identifier is missing"},
+    {"an identifier of the wrong type",
+     text(R"({"typeID": "4", "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
+     "bracketColorTypes[0].typeID: must be a whole number above 0"},
+    {"an identifier with a fraction",
+     text(R"({"typeID": 4.5, "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
+     "bracketColorTypes[0].typeID: must be a whole number above 0"},
+    {"a duplicate identifier", text(color + "," + color, size, config),
+     "bracketColorTypes[1].typeID: 4 stands at bracketColorTypes[0] already"},
+    {"the identifier of no colour",
+     text(R"({"typeID": 4999, "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
+     "bracketColorTypes[0].typeID: 4999 stands for a bracket without colour"},
+    {"an empty label",
+     text(R"({"typeID": 4, "typeLabel": " ", "bracketColor": [0, 0, 0, 1]})", size, config),
+     "bracketColorTypes[0].typeLabel: must be a text that is not empty"},
+    {"a colour of three",
+     text(R"({"typeID": 4, "typeLabel": "x", "bracketColor": [0, 0, 0]})", size, config),
+     "bracketColorTypes[0].bracketColor: must be four numbers from 0 to 1: red, green, blue, "
+     "alpha"},
+    {"a colour beyond 1",
+     text(color, R"({"typeID": 3, "typeLabel": "x", "elasticsColor": [0, 0, 255, 1]})", config),
+     "elasticsSizeTypes[0].elasticsColor: must be four numbers from 0 to 1: red, green, blue, "
+     "alpha"},
+    {"a display order of the wrong type",
+     text(R"({"typeID": 4, "typeLabel": "x", "displayOrder": "1", "bracketColor": [0,0,0,1]})",
+          size, config),
+     "bracketColorTypes[0].displayOrder: must be a whole number"},
+    {"a misspelt member",
+     text(R"({"typeID": 4, "typeLabel": "x", "bracketColour": 1, "bracketColor": [0,0,0,1]})", size,
+          config),
+     "bracketColorTypes[0].bracketColour: there is no such member"},
+    {"an unknown key",
+     text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6,40"})"),
+     "elasticsConfigTypes[0].bracketSequence: '40' is no tooth or button"},
+    {"a key with a blank",
+     text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6, 30"})"),
+     "elasticsConfigTypes[0].bracketSequence: ' 30' is no tooth or button"},
+    {"a comma too many",
+     text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6,30,"})"),
+     "elasticsConfigTypes[0].bracketSequence: '' is no tooth or button"},
+    {"a band of one",
+     text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6"})"),
+     "elasticsConfigTypes[0].bracketSequence: a band needs two brackets or buttons"},
+    {"a size that is none",
+     text(color, size,
+          R"({"typeID": 1, "typeLabel": "x", "elasticsSizeTypeID": 9, "bracketSequence": ""})"),
+     "elasticsConfigTypes[0].elasticsSizeTypeID: 9 is the identifier of no size"},
+};
+
 TEST(CatalogueJSON, everyProblemIsNamedWithItsPlaceAndNothingIsTaken)
 {
-    struct Row
-    {
-        const char *name;
-        QByteArray text;
-        const char *problem;
-    };
-    const Row rows[] = {
-        {"no list", R"({"bracketColorTypes": [], "elasticsSizeTypes": []})",
-         "elasticsConfigTypes: the list is missing"},
-        {"a list that is none", R"({"bracketColorTypes": 1, "elasticsSizeTypes": [],
-                                    "elasticsConfigTypes": []})",
-         "bracketColorTypes: must be a list"},
-        {"not an object", "[]", "must be an object"},
-        {"broken text", "{\n\n  \"bracketColorTypes\": [,]\n}", "line 3: illegal value"},
-        {"a record that is none", text("7", size, config),
-         "bracketColorTypes[0]: must be an object"},
-        {"no identifier", text(R"({"typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
-         "bracketColorTypes[0].typeID: the identifier is missing"},
-        {"an identifier of the wrong type",
-         text(R"({"typeID": "4", "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
-         "bracketColorTypes[0].typeID: must be a whole number above 0"},
-        {"an identifier with a fraction",
-         text(R"({"typeID": 4.5, "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
-         "bracketColorTypes[0].typeID: must be a whole number above 0"},
-        {"a duplicate identifier", text(color + "," + color, size, config),
-         "bracketColorTypes[1].typeID: 4 stands at bracketColorTypes[0] already"},
-        {"the identifier of no colour",
-         text(R"({"typeID": 4999, "typeLabel": "x", "bracketColor": [0, 0, 0, 1]})", size, config),
-         "bracketColorTypes[0].typeID: 4999 stands for a bracket without colour"},
-        {"an empty label",
-         text(R"({"typeID": 4, "typeLabel": " ", "bracketColor": [0, 0, 0, 1]})", size, config),
-         "bracketColorTypes[0].typeLabel: must be a text that is not empty"},
-        {"a colour of three",
-         text(R"({"typeID": 4, "typeLabel": "x", "bracketColor": [0, 0, 0]})", size, config),
-         "bracketColorTypes[0].bracketColor: must be four numbers from 0 to 1: red, green, blue, "
-         "alpha"},
-        {"a colour beyond 1",
-         text(color, R"({"typeID": 3, "typeLabel": "x", "elasticsColor": [0, 0, 255, 1]})", config),
-         "elasticsSizeTypes[0].elasticsColor: must be four numbers from 0 to 1: red, green, blue, "
-         "alpha"},
-        {"a display order of the wrong type",
-         text(R"({"typeID": 4, "typeLabel": "x", "displayOrder": "1", "bracketColor": [0,0,0,1]})",
-              size, config),
-         "bracketColorTypes[0].displayOrder: must be a whole number"},
-        {"a misspelt member",
-         text(R"({"typeID": 4, "typeLabel": "x", "bracketColour": 1, "bracketColor": [0,0,0,1]})",
-              size, config),
-         "bracketColorTypes[0].bracketColour: there is no such member"},
-        {"an unknown key",
-         text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6,40"})"),
-         "elasticsConfigTypes[0].bracketSequence: '40' is no tooth or button"},
-        {"a key with a blank",
-         text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6, 30"})"),
-         "elasticsConfigTypes[0].bracketSequence: ' 30' is no tooth or button"},
-        {"a comma too many",
-         text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6,30,"})"),
-         "elasticsConfigTypes[0].bracketSequence: '' is no tooth or button"},
-        {"a band of one",
-         text(color, size, R"({"typeID": 1, "typeLabel": "x", "bracketSequence": "6"})"),
-         "elasticsConfigTypes[0].bracketSequence: a band needs two brackets or buttons"},
-        {"a size that is none",
-         text(color, size,
-              R"({"typeID": 1, "typeLabel": "x", "elasticsSizeTypeID": 9, "bracketSequence": ""})"),
-         "elasticsConfigTypes[0].elasticsSizeTypeID: 9 is the identifier of no size"},
-    };
-    for (const Row &row : rows) {
+    for (const CatalogueProblem &row : catalogueProblems) {
         const CatalogueReading reading = catalogueFromJSON(row.text);
         EXPECT_FALSE(reading.catalogue) << row.name;
         ASSERT_EQ(reading.problems.size(), 1u) << row.name;

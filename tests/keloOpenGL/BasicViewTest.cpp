@@ -88,12 +88,12 @@ TEST_F(BasicView, aMouthOpenAngleOf70Stores55AndOneOfMinus80StoresMinus55)
 
 TEST_F(BasicView, elapsedTimeCountsFromTheStartTime)
 {
-    loop->advance(2.5);
+    clock->advance(2.5);
     EXPECT_EQ(view->elapsedTime(), 2.5);
     view->initializeStartTime();
     EXPECT_EQ(view->elapsedTime(), 0.0);
-    loop->setTime(900.0);
-    loop->advance(1.0);
+    clock->setTime(900.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->elapsedTime(), 1.0) << "the user has set the clock meanwhile";
 }
 
@@ -101,13 +101,13 @@ TEST_F(BasicView, theAnimationTimerTicksEverySixtiethOfASecondUntilStopped)
 {
     view->startAnimationTimer();
     EXPECT_TRUE(view->animationTimerIsRunning());
-    loop->advance(0.1);
+    clock->advance(0.1);
     EXPECT_EQ(view->ticks.size(), 5u); // the sixth is due at 0.1000000004
     EXPECT_DOUBLE_EQ(view->ticks.front(), 1000.0 + 0.01666666753590107);
     EXPECT_EQ(view->time(), view->ticks.back());
     view->stopAnimationTimer();
     EXPECT_FALSE(view->animationTimerIsRunning());
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->ticks.size(), 5u);
 }
 
@@ -115,15 +115,15 @@ TEST_F(BasicView, startingTheTimerTwiceLeavesOneTimer)
 {
     view->startAnimationTimer();
     view->startAnimationTimer();
-    loop->advance(0.05);
+    clock->advance(0.05);
     EXPECT_EQ(view->ticks.size(), 2u);
 }
 
 TEST_F(BasicView, theTimerTicksWhileTheMouseIsHeldToo)
 {
     view->startAnimationTimer();
-    const RunLoop::ModeScope tracking(*loop, RunLoopMode::EventTracking);
-    loop->advance(0.05);
+    const RunLoop::ModeScope tracking(*clock, RunLoopMode::EventTracking);
+    clock->advance(0.05);
     EXPECT_EQ(view->ticks.size(), 2u);
 }
 
@@ -131,7 +131,7 @@ TEST_F(BasicView, aDestroyedViewsTimerNeverFiresAgain)
 {
     view->startAnimationTimer();
     view.reset();
-    loop->advance(1.0);
+    clock->advance(1.0);
 }
 
 TEST_F(BasicView, errorsAreReportedByCodeAndName)

@@ -96,9 +96,9 @@ TEST_F(DXOpenGLInput, aMouthWithin22DegreesSnapsShutInAQuarterOfASecond)
     drag(100, 100, 100, 80); // 18 degrees
     release(100, 80);
     EXPECT_TRUE(view->isAnimatingMouthOpenAngle());
-    loop->advance(0.2);
+    clock->advance(0.2);
     EXPECT_GT(view->mouthOpenAngle(), 0.0f);
-    loop->advance(0.1);
+    clock->advance(0.1);
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -113,14 +113,14 @@ TEST_F(DXOpenGLInput, anotherButtonsPressAndReleaseDoNotEndADrag)
         ASSERT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f) << mode;
         view->sendEvent(eventAt(EventType::RightMouseDown, 2, 83));
         view->sendEvent(eventAt(EventType::RightMouseUp, 2, 83));
-        loop->advance(1.0);
+        clock->advance(1.0);
         EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f) << mode << ": it is still held open";
         EXPECT_TRUE(view->isRotating());
         EXPECT_TRUE(view->mouseIsDown());
         view->sendEvent(eventAt(EventType::LeftMouseDragged, 12, 83));
         EXPECT_NEAR(turn(), 9.0, 1e-3) << mode << ": the drag goes on";
         release(12, 83);
-        loop->advance(1.0);
+        clock->advance(1.0);
         EXPECT_EQ(view->mouthOpenAngle(), 0.0f) << mode << ": let go of, it shuts";
         EXPECT_FALSE(view->isRotating());
         EXPECT_FALSE(view->mouseIsDown());
@@ -138,11 +138,11 @@ TEST_F(DXOpenGLInput, aDragOfTheRightButtonIsNotTheLeftOnes)
     view->sendEvent(eventAt(EventType::RightMouseDragged, 2, 83));
     EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f);
     release(90, 100);
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_NEAR(view->mouthOpenAngle(), 15.3f, 1e-4f);
     EXPECT_TRUE(view->isRotating());
     view->sendEvent(eventAt(EventType::RightMouseUp, 2, 83));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     EXPECT_FALSE(view->isRotating());
     EXPECT_NO_GL_ERROR();
@@ -200,9 +200,9 @@ TEST_F(DXOpenGLInput, aScrollTo15DegreesSnapsShutAfterHalfASecond)
 {
     view->sendEvent(scroll(0.0, -7.5));
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);
-    loop->advance(0.49);
+    clock->advance(0.49);
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 15.0f);
-    loop->advance(0.3);
+    clock->advance(0.3);
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -210,7 +210,7 @@ TEST_F(DXOpenGLInput, aScrollTo15DegreesSnapsShutAfterHalfASecond)
 TEST_F(DXOpenGLInput, aVerticalScrollThatLeavesTheMouthAt30DegreesKeepsItOpen)
 {
     view->sendEvent(scroll(0.0, -15.0));
-    loop->advance(2.0);
+    clock->advance(2.0);
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 30.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -218,11 +218,11 @@ TEST_F(DXOpenGLInput, aVerticalScrollThatLeavesTheMouthAt30DegreesKeepsItOpen)
 TEST_F(DXOpenGLInput, theHalfSecondCountsFromTheLastScroll)
 {
     view->sendEvent(scroll(0.0, -5.0));
-    loop->advance(0.4);
+    clock->advance(0.4);
     view->sendEvent(scroll(0.0, -1.0));
-    loop->advance(0.4);
+    clock->advance(0.4);
     EXPECT_FLOAT_EQ(view->mouthOpenAngle(), 12.0f);
-    loop->advance(0.4);
+    clock->advance(0.4);
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -231,7 +231,7 @@ TEST_F(DXOpenGLInput, aHorizontalScrollStartsNoSnapping)
 {
     view->setMouthOpenAngle(15.0f);
     view->sendEvent(scroll(-3.0, 0.0));
-    loop->advance(2.0);
+    clock->advance(2.0);
     EXPECT_EQ(view->mouthOpenAngle(), 15.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -265,7 +265,7 @@ TEST_F(DXOpenGLInput, aDeltaThatIsNotANumberIsATurnAndZeroLeadsBack)
     EXPECT_TRUE(std::isnan(view->worldRotation()[0]));
     view->display();
     view->sendEvent(keyEvent(u"0"));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{90.0f, -1.0f, 0.0f, 0.0f}));
     EXPECT_NO_GL_ERROR();
 }
@@ -287,7 +287,7 @@ TEST_F(DXOpenGLInput, theArrowKeysStepTheMouthBetweenClosedAndOpen)
     for (const Row &row : rows) {
         view->setMouthOpenAngle(row.from);
         view->sendEvent(keyEvent(row.key));
-        loop->advance(1.0);
+        clock->advance(1.0);
         EXPECT_EQ(view->mouthOpenAngle(), row.to) << "from " << row.from;
     }
     EXPECT_NO_GL_ERROR();
@@ -297,7 +297,7 @@ TEST_F(DXOpenGLInput, theLeftAndRightArrowsTurnBy45DegreesUpToProfile)
 {
     const auto press = [this](const char16_t *key) {
         view->sendEvent(keyEvent(key));
-        loop->advance(1.0);
+        clock->advance(1.0);
     };
     press(u"\xF703");
     EXPECT_NEAR(turn(), 45.0, 1e-2);
@@ -313,7 +313,7 @@ TEST_F(DXOpenGLInput, theLeftAndRightArrowsTurnBy45DegreesUpToProfile)
 TEST_F(DXOpenGLInput, theLeftArrowTurnsTheOtherWayFromTheFront)
 {
     view->sendEvent(keyEvent(u"\xF702"));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_NEAR(turn(), -45.0, 1e-2);
     EXPECT_NO_GL_ERROR();
 }
@@ -321,10 +321,10 @@ TEST_F(DXOpenGLInput, theLeftArrowTurnsTheOtherWayFromTheFront)
 TEST_F(DXOpenGLInput, theFirstOfSeveralCharactersDecides)
 {
     view->sendEvent(keyEvent(u"x\xF701"));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     view->sendEvent(keyEvent(u"\xF701x"));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), 45.0f);
     EXPECT_NO_GL_ERROR();
 }
@@ -361,7 +361,7 @@ TEST_F(DXOpenGLInput, zeroGoesBackToTheFrontWithTheMouthClosed)
     view->rotateByDegrees(50.0f);
     view->setMouthOpenAngle(40.0f);
     view->sendEvent(keyEvent(u"0"));
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{90.0f, -1.0f, 0.0f, 0.0f}));
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     EXPECT_NO_GL_ERROR();
@@ -398,5 +398,5 @@ TEST_F(DXOpenGLInput, aDestroyedViewNeitherHearsOfMeshesNorOfItsTimers)
     view.reset();
     EXPECT_TRUE(gone.expired());
     document->toothModels().at("8")->setHiddenPrimary(true);
-    loop->advance(2.0);
+    clock->advance(2.0);
 }

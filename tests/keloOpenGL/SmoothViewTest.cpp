@@ -34,7 +34,7 @@ protected:
     void advanceTicks(int count)
     {
         // A little more than the tick, since repeated sums of it round.
-        loop->advance(count * tick + (counted == 0 ? 1e-6 : 0.0));
+        clock->advance(count * tick + (counted == 0 ? 1e-6 : 0.0));
         counted += count;
     }
 
@@ -122,7 +122,7 @@ TEST_F(SmoothView, theRenderingTimeCountsForEveryStep)
 TEST_F(SmoothView, theTimerKeepsTickingAtRestUntilTheViewGoes)
 {
     view->setTargetMouthOpenAngle(40.0f);
-    loop->advance(60.0);
+    clock->advance(60.0);
     EXPECT_FALSE(view->isAnimatingMouthOpenAngle());
     EXPECT_TRUE(view->animationTimerIsRunning());
     EXPECT_FALSE(view->animationTimerStopsAtRest());
@@ -172,7 +172,7 @@ TEST_F(SmoothView, aMouthTransitionTakesTheDurationThatIsGiven)
 
 TEST_F(SmoothView, aTransitionAfterALongIdleTimeStartsAtItsBeginning)
 {
-    loop->advance(3600.0);
+    clock->advance(3600.0);
     view->setTargetMouthOpenAngle(40.0f);
     advanceTicks(1);
     EXPECT_NEAR(view->mouthOpenAngle(), 40.0 * eased(1, 0.75), 1e-3);
@@ -181,14 +181,14 @@ TEST_F(SmoothView, aTransitionAfterALongIdleTimeStartsAtItsBeginning)
 TEST_F(SmoothView, aMouthTargetOf70DegreesAnimatesTo70)
 {
     view->setTargetMouthOpenAngle(70.0f);
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), 70.0f);
 }
 
 TEST_F(SmoothView, onlySetMouthOpenAngleClamps)
 {
     view->setTargetMouthOpenAngle(-60.0f);
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), -60.0f);
     view->setMouthOpenAngle(70.0f);
     EXPECT_EQ(view->mouthOpenAngle(), 55.0f);
@@ -390,8 +390,8 @@ TEST_F(SmoothView, aLongPauseBetweenTicksFinishesARotationAndACentreInOneStep)
     view->setTargetWorldRotationAngle_axis(60.0, 0.0, 0.0, 1.0);
     view->setTargetWorldCenterData(packed(Vector3{1.0f, 2.0f, 3.0f}));
     advanceTicks(2);
-    loop->setTime(loop->currentTime() + 0.8);
-    loop->advance(tick);
+    clock->setTime(clock->currentTime() + 0.8);
+    clock->advance(tick);
     EXPECT_EQ(view->worldRotation(), (HVOGLBasicView::Rotation{60.0f, 0.0f, 0.0f, 1.0f}));
     EXPECT_EQ(view->worldCenter().z, 3.0f);
 }
@@ -403,7 +403,7 @@ TEST_F(SmoothView, aClockThatIsSetBackDuringATransitionChangesNothing)
     advanceTicks(10);
     const float angle = view->mouthOpenAngle();
     ASSERT_GT(angle, 0.0f);
-    loop->setTime(loop->currentTime() - 5.0);
+    clock->setTime(clock->currentTime() - 5.0);
     float before = angle;
     for (int i = 0; i < 60; ++i) {
         advanceTicks(1);
@@ -419,7 +419,7 @@ TEST_F(SmoothView, aTransitionTakesItsTimeWhileTheClockIsSet)
 {
     double wall = 1.0e9;
     double steady = 5.0;
-    RunLoop::setMain(std::make_unique<QtRunLoop>(
+    const kelo::test::MainRunLoop otherClocks(std::make_unique<QtRunLoop>(
         QtRunLoop::Clocks{[&] { return wall; }, [&] { return steady; }}));
     view->setTargetMouthOpenAngle(40.0f);
     const auto timer = std::make_shared<Timer>(1.0, true, [](Timer &) {});
@@ -436,7 +436,6 @@ TEST_F(SmoothView, aTransitionTakesItsTimeWhileTheClockIsSet)
     EXPECT_LT(tickAfter(0.37), 40.0f);
     EXPECT_EQ(tickAfter(0.01), 40.0f);
     view->stopAnimationTimer();
-    RunLoop::setMain(std::make_unique<VirtualRunLoop>()); // the clocks go with the test
 }
 
 TEST_F(SmoothView, threeTransitionsRunAtTheSameTime)
@@ -448,7 +447,7 @@ TEST_F(SmoothView, threeTransitionsRunAtTheSameTime)
     EXPECT_TRUE(view->isAnimatingWorldRotation());
     EXPECT_TRUE(view->isAnimatingWorldCenter());
     EXPECT_TRUE(view->isAnimatingMouthOpenAngle());
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->worldRotation()[0], 60.0f);
     EXPECT_EQ(view->worldCenter().x, 1.0f);
     EXPECT_EQ(view->mouthOpenAngle(), 30.0f);

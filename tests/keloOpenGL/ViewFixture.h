@@ -3,10 +3,10 @@
 #include "document/DXDocumentModel.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/DXGLightweightModel.h"
-#include "platform/time/RunLoop.h"
-#include "platform/time/VirtualRunLoop.h"
-#include "platform/view/OpenGLView.h"
+#include "platform/view/Event.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 
 #include <gtest/gtest.h>
 
@@ -78,19 +78,6 @@ inline std::shared_ptr<DXDocumentModel> boxDocument()
 class ViewFixture : public testing::Test
 {
 protected:
-    ViewFixture()
-    {
-        OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless);
-        auto virtualLoop = std::make_unique<VirtualRunLoop>(1000.0);
-        loop = virtualLoop.get();
-        previousLoop = RunLoop::setMain(std::move(virtualLoop));
-    }
-    ~ViewFixture() override
-    {
-        RunLoop::setMain(std::move(previousLoop));
-        OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
-    }
-
     /// An event whose point is (x, y) by the view's own conversion: rows from the bottom, from 0.
     static Event eventAt(EventType type, double x, double y, std::uint32_t modifierFlags = 0)
     {
@@ -110,10 +97,8 @@ protected:
         return event;
     }
 
-    VirtualRunLoop *loop = nullptr;
-
-private:
-    std::unique_ptr<RunLoop> previousLoop;
+    TestSurface surface{SurfaceKind::Surfaceless};
+    TestClock clock;
 };
 
 } // namespace kelo::test

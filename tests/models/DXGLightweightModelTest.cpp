@@ -32,8 +32,9 @@ public:
     int count = 0;
 };
 
-// The counter belongs to the process, so the death test's fresh process is where it stands at its
-// start. ("threadsafe" runs the program anew, and there nothing but this test up to the statement.)
+/// The counter belongs to the process, so the death test's fresh process is where it stands at its
+/// start. ("threadsafe" runs the program anew, and there nothing but this test up to the
+/// statement.)
 TEST(DXGLightweightModelDeathTest, theFirstModelOfAProcessHasIdentifier1AndTheNext2)
 {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";

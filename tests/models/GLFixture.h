@@ -1,8 +1,7 @@
 #pragma once
 
 #include "tests/support/GLTest.h"
-
-#include "platform/view/OpenGLView.h"
+#include "tests/support/TestSurface.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +16,6 @@ using Pixel = std::array<int, 3>;
 class GLFixture : public testing::Test
 {
 protected:
-    GLFixture() { OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless); }
-    ~GLFixture() override { OpenGLView::setSurfaceKind(SurfaceKind::Automatic); }
-
     void SetUp() override
     {
         ASSERT_TRUE(context()->makeCurrentContext());
@@ -54,6 +50,7 @@ protected:
 
     static constexpr Pixel black{0, 0, 0};
 
+    TestSurface surface{SurfaceKind::Surfaceless};
     OpenGLView view{Rect{{0.0, 0.0}, {64.0, 64.0}}};
 };
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "tests/support/WaitUntil.h"
+
 #include <QProcess>
 #include <QString>
-#include <QThread>
 
 namespace kelo::test {
 
@@ -18,13 +19,12 @@ public:
                         QStringLiteral("--backend"), QStringLiteral("xrender")});
         // The program itself tells whether one is running.
         if (!process_.waitForStarted()) return;
-        for (int i = 0; i < 50 && !isRunning_; ++i) {
-            QThread::msleep(50);
+        isRunning_ = waitUntil([] {
             QProcess question;
             question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
             question.waitForFinished();
-            isRunning_ = question.readAllStandardOutput().contains("Another compositor");
-        }
+            return question.readAllStandardOutput().contains("Another compositor");
+        });
     }
     ~Compositor()
     {

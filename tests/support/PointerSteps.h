@@ -70,7 +70,7 @@ inline bool goThrough(const std::vector<Step> &steps, const std::function<bool()
         isActing = false;
     });
     timer.start(2);
-    QTimer::singleShot(20000, &timer, [&] {
+    QTimer::singleShot(20000, &timer, [&] { // the end of patience
         next = steps.size() + 1;
         while (QWidget *popup = QApplication::activePopupWidget())
             popup->close();

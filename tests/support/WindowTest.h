@@ -1,47 +1,25 @@
 #pragma once
 
-#include "platform/time/RunLoop.h"
-#include "platform/view/OpenGLView.h"
 #include "tests/support/DrawingView.h"
+#include "tests/support/SettledDisplay.h"
+#include "tests/support/TestSurface.h"
+#include "tests/support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QProcess>
 #include <QScreen>
-#include <QThread>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <QWindow>
 
-#include <functional>
 #include <memory>
 
 namespace kelo::test {
-
-/// Handles events until `condition` holds or the time is over; says whether it holds.
-inline bool waitUntil(const std::function<bool()> &condition, int milliseconds = 5000)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > milliseconds) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QThread::msleep(1);
-    }
-    return true;
-}
-
-/// Handles events for a while, to see that something does not happen.
-inline void letPass(int milliseconds)
-{
-    waitUntil([] { return false; }, milliseconds);
-}
 
 /// What the screen really shows of a window, in device pixels.
 inline QImage screenshotOf(const QWindow &window)
@@ -59,9 +37,6 @@ inline bool xdotool(const QStringList &arguments)
 class WindowTest : public testing::Test
 {
 protected:
-    WindowTest() { OpenGLView::setSurfaceKind(SurfaceKind::Window); }
-    ~WindowTest() override { OpenGLView::setSurfaceKind(SurfaceKind::Automatic); }
-
     void showView(const QSize &size = {320, 240}, int margin = 0)
     {
         view = std::make_shared<DrawingView>(Rect{{0, 0}, {100, 80}});
@@ -75,9 +50,10 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return view->isExposed() && view->frames > 0; }));
         // What a test before pressed or left under the pointer is not this one's.
         xdotool({"keyup", "Control_L", "mouseup", "1", "mousemove", "1270", "1010"});
-        // The window manager may move and size the window once more.
         ASSERT_TRUE(waitUntil([this] { return top->isActiveWindow(); }));
-        letPass(50);
+        // The window manager may move and size the window once more.
+        ASSERT_TRUE(displayIsSettled());
+        ASSERT_TRUE(waitUntil([this] { return !view->needsDisplay(); }));
         view->events.clear();
     }
 
@@ -99,6 +75,7 @@ protected:
         QCoreApplication::sendEvent(window, &event);
     }
 
+    TestSurface surface{SurfaceKind::Window};
     std::shared_ptr<DrawingView> view;
     std::unique_ptr<QWidget> top;
     QWidget *container = nullptr;

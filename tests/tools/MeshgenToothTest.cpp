@@ -23,7 +23,7 @@ struct TableRow
     double height, mesiodistal, buccolingual;
 };
 
-// Crown dimensions of permanent teeth (Wheeler/Ash), mm.
+/// Crown dimensions of permanent teeth (Wheeler/Ash), mm.
 constexpr std::array<TableRow, 14> table = {{
     {8, 9, 10.5, 8.5, 7.0},
     {7, 10, 9.0, 6.5, 6.0},

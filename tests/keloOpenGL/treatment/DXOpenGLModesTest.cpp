@@ -76,7 +76,7 @@ TEST_F(DXOpenGLModes, aRepeatPeriodHoldsTheTemporaryColourMode)
     view->restorePermanentMouseMode();
     EXPECT_EQ(view->mouseMode(), DXOpenGL::colorMode);
     EXPECT_TRUE(view->mouseModeIsTemporary());
-    loop->advance(3.1);
+    clock->advance(3.1);
     EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
     EXPECT_NO_GL_ERROR();

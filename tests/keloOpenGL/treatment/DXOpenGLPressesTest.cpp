@@ -298,7 +298,7 @@ TEST_F(DXOpenGLPresses, theMenuKeyOnABracketOpensTheMenuOfTheMode)
     view->setMouseMode(DXOpenGL::rotateMode);
     pressMenuKeyAt(bracket);
     EXPECT_EQ(menus, noMenus);
-    EXPECT_EQ(loop->currentMode(), RunLoopMode::Default) << "a key holds no button";
+    EXPECT_EQ(clock->currentMode(), RunLoopMode::Default) << "a key holds no button";
     EXPECT_NO_GL_ERROR();
 }
 

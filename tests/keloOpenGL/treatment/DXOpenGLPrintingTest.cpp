@@ -275,11 +275,11 @@ TEST_F(DXOpenGLPrinting, anExceptionInTheDelegatesHandlerFindsEverythingRestored
 TEST_F(DXOpenGLPrinting, aRequestDuringATransitionLeavesItRunning)
 {
     view->setTargetMouthOpenAngle(40.0f);
-    loop->advance(0.3);
+    clock->advance(0.3);
     const float angle = view->mouthOpenAngle();
     view->submitPrintRequest();
     EXPECT_EQ(view->mouthOpenAngle(), angle);
-    loop->advance(1.0);
+    clock->advance(1.0);
     EXPECT_EQ(view->mouthOpenAngle(), 40.0f);
     EXPECT_NO_GL_ERROR();
 }

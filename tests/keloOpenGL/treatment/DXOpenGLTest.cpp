@@ -251,9 +251,9 @@ TEST_F(DXOpenGLState, aNegativeRepeatIntervalYieldsARepeatPeriodOfThreeSeconds)
     view->setRepeatActionTimerInterval(-0.5);
     EXPECT_EQ(view->repeatActionTimerInterval(), 3.0);
     view->restartRepeatActionTimer();
-    loop->advance(2.9);
+    clock->advance(2.9);
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
-    loop->advance(0.2);
+    clock->advance(0.2);
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
 }
 
@@ -261,7 +261,7 @@ TEST_F(DXOpenGLState, aRepeatIntervalOfZeroExpiresOnTheNextPassOfTheRunLoop)
 {
     view->restartRepeatActionTimer();
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
-    loop->advance(0.0);
+    clock->advance(0.0);
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
 }
 
@@ -269,11 +269,11 @@ TEST_F(DXOpenGLState, restartingTheRepeatTimerBeginsAFullPeriod)
 {
     view->setRepeatActionTimerInterval(2.0);
     view->restartRepeatActionTimer();
-    loop->advance(1.5);
+    clock->advance(1.5);
     view->restartRepeatActionTimer();
-    loop->advance(1.5);
+    clock->advance(1.5);
     EXPECT_TRUE(view->repeatActionTimerIsRunning());
-    loop->advance(0.6);
+    clock->advance(0.6);
     EXPECT_FALSE(view->repeatActionTimerIsRunning());
 }
 
@@ -283,7 +283,7 @@ TEST_F(DXOpenGLState, theEndOfTheRepeatPeriodRestoresThePermanentMode)
     view->setRepeatActionTimerInterval(1.0);
     view->restartRepeatActionTimer();
     view->setTemporaryMouseMode(DXOpenGL::colorMode);
-    loop->advance(1.1);
+    clock->advance(1.1);
     EXPECT_EQ(view->mouseMode(), DXOpenGL::elasticsMode);
     EXPECT_FALSE(view->mouseModeIsTemporary());
 }
@@ -293,7 +293,7 @@ TEST_F(DXOpenGLState, aViewThatEndsInARepeatPeriodTakesItsTimerAlong)
     view->setRepeatActionTimerInterval(1.0);
     view->restartRepeatActionTimer();
     view.reset();
-    loop->advance(2.0); // a timer left behind would call the view that is gone
+    clock->advance(2.0); // a timer left behind would call the view that is gone
 }
 
 TEST_F(DXOpenGLState, theLabelIsWhiteTextOf36PointsWithoutABoxOrABorder)
@@ -357,7 +357,7 @@ TEST_F(DXOpenGLState, theRepeatTimersExpiryForgetsTheColourUntilAMenuSetsOne)
     colorTooth8();
     clickTooth9();
     ASSERT_EQ(colorOf9(), 4) << "within the period the colour is repeated";
-    loop->advance(3.1);
+    clock->advance(3.1);
     ASSERT_FALSE(view->repeatActionTimerIsRunning());
     EXPECT_EQ(view->lastBracketColorTypeID(), std::nullopt);
     // A period that something else began: the action is still the colouring, without a colour.

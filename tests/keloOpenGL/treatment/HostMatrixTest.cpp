@@ -30,7 +30,7 @@ protected:
     int callsWith(int reactingCall, const MatrixReaction &reaction)
     {
         SCOPED_TRACE(std::string(reaction.name) + " in call " + std::to_string(reactingCall));
-        MatrixHost host(*loop);
+        MatrixHost host(*clock);
         GetParam().prepare(host);
         const std::weak_ptr<DXOpenGL> view = host.view;
         const std::weak_ptr<DXDocumentModel> document = host.document;
@@ -41,7 +41,7 @@ protected:
         const bool isShown = host.view && host.view->documentModel() == document.lock();
         EXPECT_TRUE(host.document || isShown || document.expired())
             << "the dropped document is alive";
-        loop->advance(10.0);
+        clock->advance(10.0);
         if (host.view) {
             host.view->display();
             EXPECT_NO_GL_ERROR();
@@ -77,7 +77,7 @@ class HostInTheMatrix : public ViewFixture
 
 TEST_F(HostInTheMatrix, elasticsPlacedOnRemovalStayAndEndTheRemoval)
 {
-    MatrixHost host(*loop);
+    MatrixHost host(*clock);
     const std::size_t before = host.document->elasticModels().size();
     host.reactTo(0, [](MatrixHost &told) { told.place({"9", "10"}); });
     MenuItem row;
@@ -91,7 +91,7 @@ TEST_F(HostInTheMatrix, elasticsPlacedOnRemovalStayAndEndTheRemoval)
 
 TEST_F(HostInTheMatrix, finishingInTheReportPlacesTheElasticOnce)
 {
-    MatrixHost host(*loop);
+    MatrixHost host(*clock);
     for (const auto &operation : matrixOperations()) {
         if (std::string(operation.name) == "finishStringing") operation.prepare(host);
     }
@@ -106,7 +106,7 @@ TEST_F(HostInTheMatrix, finishingInTheReportPlacesTheElasticOnce)
 
 TEST_F(HostInTheMatrix, aMenuThatOutlivesItsViewDoesNothing)
 {
-    MatrixHost host(*loop);
+    MatrixHost host(*clock);
     std::shared_ptr<Menu> kept;
     ContextMenuPresenter::setPresenter(
         [&kept](const std::shared_ptr<Menu> &menu, const Event &, OpenGLView &) { kept = menu; });
@@ -124,7 +124,7 @@ TEST_F(HostInTheMatrix, aMenuThatOutlivesItsViewDoesNothing)
 
 TEST_F(HostInTheMatrix, theViewOfAnOperationLivesUntilItReturns)
 {
-    MatrixHost host(*loop);
+    MatrixHost host(*clock);
     host.reactTo(-1, nullptr);
     std::weak_ptr<DXOpenGL> watched = host.view;
     bool wasAlive = false;

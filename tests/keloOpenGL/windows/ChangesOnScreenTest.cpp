@@ -17,6 +17,7 @@
 namespace {
 
 using namespace kelo;
+using kelo::test::displayIsSettled;
 using kelo::test::letPass;
 using kelo::test::waitUntil;
 
@@ -63,7 +64,6 @@ class ChangesOnScreen : public testing::Test
 protected:
     ChangesOnScreen()
     {
-        OpenGLView::setSurfaceKind(SurfaceKind::Window);
         document->setAvailableElasticsSizeTypes(
             {{1, sizeOfColor(1, 1.0, 0.0)}, {2, sizeOfColor(2, 0.0, 1.0)}});
         // Faces that look the same way are told apart by their colours only.
@@ -76,7 +76,6 @@ protected:
         blue->bracketColor = {0.0, 0.0, 1.0, 1.0};
         document->setAvailableBracketColorTypes({{1, blue}});
     }
-    ~ChangesOnScreen() override { OpenGLView::setSurfaceKind(SurfaceKind::Automatic); }
 
     /// One from the front, one from behind, where the buttons are; both edit today's treatment.
     void openWindows()
@@ -92,8 +91,9 @@ protected:
         ASSERT_TRUE(waitUntil([this] {
             return front->view->isExposed() && behind->view->isExposed() && bothAreUpToDate();
         }));
-        letPass(200); // the window manager may move and size the windows once more
-        ASSERT_TRUE(bothAreUpToDate());
+        // The window manager may move and size the windows once more.
+        ASSERT_TRUE(displayIsSettled());
+        ASSERT_TRUE(waitUntil([this] { return bothAreUpToDate(); }));
     }
 
     static void paint(const DXDocumentModel::Models &models, const Color &color)
@@ -145,6 +145,7 @@ protected:
         }
     }
 
+    kelo::test::TestSurface surface{SurfaceKind::Window};
     std::shared_ptr<DXDocumentModel> document = kelo::test::boxDocument();
     std::shared_ptr<ElasticModel> elastic;
     std::optional<Window> front;
@@ -288,14 +289,14 @@ TEST_F(ChangesOnScreen, aViewOfAnotherDocumentIsNotDrawn)
     openWindows();
     behind->view->setDocumentModel(kelo::test::boxDocument());
     ASSERT_TRUE(waitUntil([this] { return bothAreUpToDate(); }));
-    letPass(200);
+    ASSERT_TRUE(displayIsSettled());
     const int framesBefore = behind->view->frames;
     for (const Operation &operation : operationsOfTheDocument()) {
         operation.act();
         EXPECT_TRUE(waitUntil([this] { return front->isUpToDate(); }, 3000)) << operation.name;
         EXPECT_FALSE(behind->view->needsDisplay()) << operation.name;
     }
-    letPass(200);
+    letPass(50); // a frame would come within 5 ms
     EXPECT_EQ(behind->view->frames, framesBefore);
     EXPECT_NO_GL_ERROR();
 }

@@ -8,12 +8,13 @@
 #include "tests/support/WindowTest.h"
 
 #include <QMenu>
+#include <QPointer>
 #include <QTimer>
 
 namespace {
 
 using namespace kelo;
-using kelo::test::letPass;
+using kelo::test::displayIsSettled;
 using kelo::test::waitUntil;
 using kelo::test::xdotool;
 
@@ -22,9 +23,8 @@ constexpr double repeatPeriod = 0.4;
 class NativeMenu : public testing::Test
 {
 protected:
-    NativeMenu() : previousLoop(RunLoop::setMain(nullptr))
+    NativeMenu()
     {
-        OpenGLView::setSurfaceKind(SurfaceKind::Window);
         view = makeView<DXOpenGL>(Rect{{0.0, 0.0}, {400.0, 300.0}});
         DXDocumentModel::BracketColorTypes colors;
         for (const auto &[id, color] :
@@ -50,8 +50,6 @@ protected:
         xdotool({"keyup", "Control_L", "mouseup", "1", "mouseup", "3"});
         top.reset();
         view.reset();
-        OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
-        RunLoop::setMain(std::move(previousLoop));
     }
 
     void SetUp() override
@@ -63,12 +61,12 @@ protected:
         top->show();
         ASSERT_TRUE(waitUntil([this] { return view->isExposed() && top->isActiveWindow(); }));
         ASSERT_TRUE(xdotool({"keyup", "Control_L", "mouseup", "1", "mouseup", "3"}));
-        letPass(100);
+        ASSERT_TRUE(displayIsSettled());
         pointAt("8");
         // The keyboard is the view's once it was clicked; here without a click.
         container->setFocus();
         ASSERT_TRUE(waitUntil([container] { return container->hasFocus(); }));
-        letPass(100);
+        ASSERT_TRUE(displayIsSettled());
     }
 
     /// Moves the real pointer to a pixel that shows the bracket.
@@ -94,7 +92,7 @@ protected:
     static QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
     /// Does things with the desktop that open a menu, then others while it is open, and waits until
-    /// it has closed; where they do not close it, it is closed a little later.
+    /// it has closed; where they do not close it, it is closed then.
     void whileOpen(const QStringList &opening, const QStringList &inMenu)
     {
         bool wasOpen = false;
@@ -107,8 +105,10 @@ protected:
             for (const QAction *action : openMenu()->actions())
                 titles << action->text();
             // The menu itself: its submenu may be what is in front by then.
-            QTimer::singleShot(1000, openMenu(), &QWidget::close);
+            const QPointer<QMenu> menu = openMenu();
             EXPECT_TRUE(xdotool(inMenu));
+            EXPECT_TRUE(displayIsSettled());
+            if (menu) menu->close();
         });
         watch.start(20);
         ASSERT_TRUE(xdotool(opening));
@@ -119,7 +119,8 @@ protected:
         return (view->currentModifierFlags() & ModifierFlag::Control) != 0;
     }
 
-    std::unique_ptr<RunLoop> previousLoop;
+    kelo::test::TestSurface surface{SurfaceKind::Window};
+    kelo::test::MainRunLoop realClock{nullptr};
     std::shared_ptr<DXDocumentModel> document = kelo::test::boxDocument();
     std::shared_ptr<DXOpenGL> view;
     std::unique_ptr<QWidget> top;
@@ -220,7 +221,7 @@ TEST_F(NativeMenu, theMenuKeyOpensNothingWhenThePointerHasLeftTheView)
     });
     watch.start(20);
     ASSERT_TRUE(xdotool({"key", "Menu"}));
-    letPass(300);
+    EXPECT_TRUE(displayIsSettled());
     EXPECT_FALSE(opened);
     EXPECT_NO_GL_ERROR();
 }

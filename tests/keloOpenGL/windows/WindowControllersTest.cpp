@@ -210,7 +210,7 @@ TEST_F(Windows, theSceneIsFittedOnceByACoalescedNotification)
     EXPECT_EQ(posted, 0) << "as soon as possible is not at once";
     NotificationQueue::defaultQueue().enqueueNotification(
         {"zoomToFitNotification", controller.view().get()}, PostingStyle::Soon);
-    loop->advance(0.1);
+    clock->advance(0.1);
     EXPECT_EQ(posted, 1);
     EXPECT_EQ(about, controller.view().get());
     NotificationCenter::defaultCenter().removeObserver(&observer);
@@ -235,7 +235,7 @@ TEST_F(Windows, theNotificationFitsTheScene)
 TEST_F(Windows, aClosedMainWindowHearsNothingAndFollowsNoDocument)
 {
     SolidWindowController &controller = mainWindow();
-    loop->advance(0.1);
+    clock->advance(0.1);
     const auto view = controller.view();
     controller.window()->close();
     view->setZoomData(DXOpenGL::zoomDataWithXMin_xMax_yMin_yMax(-500.0, 500.0, -400.0, 400.0));
@@ -276,7 +276,7 @@ TEST_F(Windows, theQueuedFittingLeavesThatOfAnotherViewInTheQueue)
     NotificationQueue::defaultQueue().enqueueNotification({"zoomToFitNotification", &anotherView},
                                                           PostingStyle::Soon);
     const SolidWindowController &controller = mainWindow();
-    loop->advance(0.1);
+    clock->advance(0.1);
     EXPECT_EQ(about, (std::vector<const void *>{&anotherView, controller.view().get()}));
     NotificationCenter::defaultCenter().removeObserver(&observer);
     EXPECT_NO_GL_ERROR();

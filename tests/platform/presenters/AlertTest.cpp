@@ -1,10 +1,10 @@
 #include "platform/presenters/Alert.h"
 #include "platform/time/RunLoop.h"
-#include "platform/time/VirtualRunLoop.h"
 #include "platform/widgets/AlertBox.h"
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/LogGuard.h"
 #include "tests/support/ShoutingTranslator.h"
+#include "tests/support/TestClock.h"
 
 #include <gtest/gtest.h>
 
@@ -84,7 +84,7 @@ TEST_F(AlertTest, whereNobodyCanAnswerTheAlertIsOneLineOfStandardError)
 TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsTranslatedButton)
 {
     const test::ShoutingTranslator desktop("QPlatformTheme");
-    auto previous = RunLoop::setMain(nullptr);
+    const test::MainRunLoop realClock(nullptr);
     QString text;
     QString informativeText;
     QString button;
@@ -106,5 +106,4 @@ TEST_F(AlertTest, theBoxShowsItsTextsAsTheyAreAndEndsWithItsTranslatedButton)
     EXPECT_EQ(informativeText, QStringLiteral("Try again.\n\nMissing: 8"));
     EXPECT_EQ(format, Qt::PlainText);
     EXPECT_EQ(button, QStringLiteral("CLOSE")) << "as the desktop's own buttons say it";
-    RunLoop::setMain(std::move(previous));
 }

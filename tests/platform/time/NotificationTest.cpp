@@ -1,6 +1,6 @@
 #include "platform/time/NotificationCenter.h"
 #include "platform/time/NotificationQueue.h"
-#include "platform/time/VirtualRunLoop.h"
+#include "tests/support/TestClock.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,7 @@ namespace {
 class NotificationTest : public testing::Test
 {
 protected:
-    NotificationTest() { previous_ = RunLoop::setMain(std::make_unique<VirtualRunLoop>()); }
-    ~NotificationTest() override { RunLoop::setMain(std::move(previous_)); }
-
-    void pass() { static_cast<VirtualRunLoop &>(RunLoop::main()).advance(0.0); }
+    void pass() { clock->advance(0.0); }
     NotificationCenter::Handler note(const std::string &observer)
     {
         return [this, observer](const Notification &notification) {
@@ -26,14 +23,12 @@ protected:
         };
     }
 
+    test::TestClock clock;
     NotificationCenter center;
     std::unique_ptr<NotificationQueue> queue = std::make_unique<NotificationQueue>(center);
     std::vector<std::string> told;
     int a = 0;
     int b = 0;
-
-private:
-    std::unique_ptr<RunLoop> previous_;
 };
 
 using Names = std::vector<std::string>;
@@ -241,9 +236,9 @@ TEST_F(NotificationTest, aReplacedMainLoopDoesNotHoldUpTheQueue)
 {
     center.addObserver(this, note("o"), "");
     queue->enqueueNotification({"first"}, PostingStyle::Soon);
-    const auto old = RunLoop::setMain(std::make_unique<VirtualRunLoop>());
+    const test::TestClock another;
     queue->enqueueNotification({"second"}, PostingStyle::Soon);
-    pass();
+    another->advance(0.0);
     EXPECT_EQ(told, (Names{"o:first", "o:second"}));
 }
 

@@ -97,7 +97,7 @@ TEST(QtRunLoop, aTimerThatFiredIntoANestedEventLoopFiresAgainAfterIt)
     const auto timer = loop.scheduledTimer(0.002, true, [&](Timer &) {
         if (++count > 1) return;
         QEventLoop nested;
-        QTimer::singleShot(20, &nested, &QEventLoop::quit);
+        QTimer::singleShot(20, &nested, &QEventLoop::quit); // ten times the timer's interval
         nested.exec();
         EXPECT_EQ(count, 1) << "fired inside its own callback";
     });
@@ -112,7 +112,7 @@ TEST(QtRunLoop, aTimerOfAnotherModeWaitsWithoutKeepingTheLoopBusy)
     {
         const RunLoop::ModeScope tracking(loop, RunLoopMode::EventTracking);
         loop.scheduledTimer(0.0, false, [&](Timer &) { fired = true; });
-        QTimer::singleShot(20, [&] { ended = true; });
+        QTimer::singleShot(20, [&] { ended = true; }); // the timer is due at once
         ASSERT_TRUE(runUntil([&] { return ended; }));
         EXPECT_FALSE(fired);
     }

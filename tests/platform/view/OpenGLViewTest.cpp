@@ -141,7 +141,7 @@ protected:
         container->resize(200, 100);
         container->show();
         container->activateWindow();
-        test::letPass(20);
+        EXPECT_TRUE(test::waitUntil([this] { return container->isActiveWindow(); }));
         // The application remembers the modifiers of another test's events.
         mouse(QEvent::MouseMove, {1, 1}, Qt::NoButton, {});
         view->events.clear();

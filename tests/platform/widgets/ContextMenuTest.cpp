@@ -1,8 +1,8 @@
 #include "platform/time/RunLoop.h"
-#include "platform/time/VirtualRunLoop.h"
 #include "platform/view/OpenGLView.h"
 #include "platform/widgets/NativeMenu.h"
 #include "tests/support/LogGuard.h"
+#include "tests/support/TestClock.h"
 
 #include <gtest/gtest.h>
 
@@ -41,15 +41,8 @@ public:
 class ContextMenuTest : public testing::Test
 {
 protected:
-    ContextMenuTest() : previousLoop_(RunLoop::setMain(nullptr))
-    {
-        previousPresenter_ = ContextMenuPresenter::setPresenter({});
-    }
-    ~ContextMenuTest() override
-    {
-        ContextMenuPresenter::setPresenter(previousPresenter_);
-        RunLoop::setMain(std::move(previousLoop_));
-    }
+    ContextMenuTest() { previousPresenter_ = ContextMenuPresenter::setPresenter({}); }
+    ~ContextMenuTest() override { ContextMenuPresenter::setPresenter(previousPresenter_); }
 
     std::shared_ptr<MenuItem> addRow(const std::string &title)
     {
@@ -77,13 +70,13 @@ protected:
         ContextMenuPresenter::popUpContextMenu(menu, {}, view);
     }
 
+    test::MainRunLoop realClock{nullptr};
     OpenGLView view{Rect{{0.0, 0.0}, {100.0, 80.0}}};
     std::shared_ptr<Menu> menu = std::make_shared<Menu>("menu");
     Names ran;
     RunLoopMode modeWhileOpen = RunLoopMode::Default;
 
 private:
-    std::unique_ptr<RunLoop> previousLoop_;
     ContextMenuPresenter::Presenter previousPresenter_;
 };
 

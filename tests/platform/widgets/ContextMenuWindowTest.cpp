@@ -1,6 +1,8 @@
 #include "platform/presenters/Menu.h"
 #include "platform/time/RunLoop.h"
 #include "platform/view/OpenGLView.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 #include "tests/support/WindowTest.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +13,6 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <chrono>
 #include <memory>
 
 using namespace kelo;
@@ -24,27 +25,20 @@ namespace {
 class ContextMenuWindowTest : public testing::Test
 {
 protected:
-    ContextMenuWindowTest() : previousLoop_(RunLoop::setMain(nullptr))
+    ContextMenuWindowTest()
     {
-        OpenGLView::setSurfaceKind(SurfaceKind::Window);
         view = std::make_unique<OpenGLView>(Rect{{0.0, 0.0}, {200.0, 150.0}});
         host = std::make_unique<QWidget>();
         host->resize(300, 250);
         container = view->createContainer(host.get());
         container->setGeometry(40, 30, 200, 150);
         host->show();
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (!view->isExposed() && std::chrono::steady_clock::now() < deadline)
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        EXPECT_TRUE(waitUntil([this] { return view->isExposed(); }));
         menu->addItemWithTitle_actionName_action("row", "choose:", [](MenuItem &) {});
     }
-    ~ContextMenuWindowTest() override
-    {
-        OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
-        RunLoop::setMain(std::move(previousLoop_));
-    }
 
-    std::unique_ptr<RunLoop> previousLoop_;
+    kelo::test::TestSurface surface{SurfaceKind::Window};
+    kelo::test::MainRunLoop realClock{nullptr};
     std::unique_ptr<OpenGLView> view;
     std::unique_ptr<QWidget> host;
     QWidget *container = nullptr;

@@ -6,7 +6,7 @@ using namespace kelo;
 
 namespace {
 
-// 1000 points wide, 800 high; a menu of 200 by 300.
+/// 1000 points wide, 800 high; a menu of 200 by 300.
 const Rect screen{{0.0, 0.0}, {1000.0, 800.0}};
 const Size menu{200.0, 300.0};
 

@@ -3,6 +3,7 @@
 #include "platform/presenters/Menu.h"
 #include "tests/support/GLTest.h"
 #include "tests/support/PointerSteps.h"
+#include "tests/support/TestClock.h"
 
 #include <algorithm>
 #include <string>
@@ -17,14 +18,13 @@ namespace {
 class MenuPressTest : public WindowTest
 {
 protected:
-    MenuPressTest() : previousLoop_(RunLoop::setMain(nullptr))
+    MenuPressTest()
     {
         for (int row = 0; row < 12; ++row)
             menu->addItemWithTitle_actionName_action(
                 "row " + std::to_string(row),
                 "choose:", [this](MenuItem &item) { chosen.push_back(item.title); });
     }
-    ~MenuPressTest() override { RunLoop::setMain(std::move(previousLoop_)); }
 
     void showViewWithMenu()
     {
@@ -72,14 +72,12 @@ protected:
         }));
     }
 
+    MainRunLoop realClock{nullptr};
     ButtonWatch watch;
     std::shared_ptr<Menu> menu = std::make_shared<Menu>("menu");
     std::vector<std::string> chosen;
     int openings = 0;
     int closings = 0;
-
-private:
-    std::unique_ptr<RunLoop> previousLoop_;
 };
 
 const std::vector<std::string> nothing;

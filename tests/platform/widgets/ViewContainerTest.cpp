@@ -1,3 +1,4 @@
+#include "platform/time/RunLoop.h"
 #include "tests/support/GLTest.h"
 #include "tests/support/WindowTest.h"
 
@@ -8,8 +9,8 @@
 namespace kelo {
 namespace {
 
+using test::displayIsSettled;
 using test::DrawingView;
-using test::letPass;
 using test::screenshotOf;
 using test::waitUntil;
 using test::xdotool;
@@ -34,9 +35,9 @@ TEST_F(ViewContainer, theViewMayEndFirst)
     EXPECT_TRUE(window.isNull());
     EXPECT_EQ(OpenGLContext::currentContext(), nullptr);
     top->resize(200, 200);
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
     top.reset();
-    letPass(20);
+    EXPECT_TRUE(displayIsSettled());
 }
 
 TEST_F(ViewContainer, theContainerMayEndFirst)
@@ -44,7 +45,7 @@ TEST_F(ViewContainer, theContainerMayEndFirst)
     showView();
     const QPointer<QWindow> window = view->window();
     top.reset();
-    letPass(20);
+    EXPECT_TRUE(displayIsSettled());
     ASSERT_FALSE(window.isNull());
     EXPECT_EQ(view->window(), window.data());
     EXPECT_FALSE(view->isExposed());
@@ -80,12 +81,12 @@ TEST_F(ViewContainer, theContainerMayEndWhileTheViewFillsTheScreen)
     ASSERT_TRUE(view->enterFullScreenMode());
     ASSERT_TRUE(waitUntil([this] { return view->isExposed(); }));
     top.reset();
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
     view->display();
     EXPECT_NO_GL_ERROR();
     view->exitFullScreenModeWithOptions();
     EXPECT_FALSE(view->isInFullScreenMode());
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
     EXPECT_FALSE(view->isExposed());
     EXPECT_EQ(view->grabImage().pixel(0, 0), qRgb(0, 255, 0));
     EXPECT_NO_GL_ERROR();
@@ -99,7 +100,7 @@ TEST_F(ViewContainer, theViewMayEndWhileItFillsTheScreen)
     const QPointer<QWindow> window = view->window();
     view.reset();
     EXPECT_TRUE(window.isNull());
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
 }
 
 TEST_F(ViewContainer, aSecondContainerTakesTheViewOver)
@@ -113,7 +114,7 @@ TEST_F(ViewContainer, aSecondContainerTakesTheViewOver)
     second.show();
     ASSERT_TRUE(waitUntil([this] { return view->isExposed() && view->bounds().size.width < 210; }));
     top.reset();
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
     const int before = view->frames;
     view->display();
     EXPECT_EQ(view->frames, before + 1);
@@ -134,8 +135,8 @@ TEST_F(ViewContainer, theContainerMayMoveToAnotherTopLevelWindow)
         return view->isExposed() && view->bounds().size.width == other.centralWidget()->width();
     }));
     view->display();
-    letPass(50);
-    EXPECT_EQ(screenshotOf(*view->window()).pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_TRUE(
+        waitUntil([this] { return screenshotOf(*view->window()).pixel(0, 0) == qRgb(0, 255, 0); }));
     EXPECT_EQ(&view->openGLContext(), context);
     EXPECT_EQ(view->contextLosses, 0);
     EXPECT_NO_GL_ERROR();
@@ -156,7 +157,6 @@ TEST_F(ViewContainer, theViewIsToldWhenItsWindowChanges)
 
 TEST_F(ViewContainer, theContainerAsksForTheViewsSize)
 {
-    OpenGLView::setSurfaceKind(SurfaceKind::Window);
     DrawingView sized(Rect{{0, 0}, {123, 45}});
     const std::unique_ptr<QWidget> widget(sized.createContainer());
     EXPECT_EQ(widget->sizeHint(), QSize(123, 45));
@@ -202,13 +202,13 @@ TEST_F(ViewContainer, aClickOnAnotherWidgetTakesTheKeyboardFromTheView)
     auto *edit = new QLineEdit(top.get());
     top->layout()->addWidget(edit);
     edit->show();
-    letPass(100);
+    EXPECT_TRUE(displayIsSettled());
     const auto click = [](const QPoint &global) {
         return xdotool(
             {"mousemove", QString::number(global.x()), QString::number(global.y()), "click", "1"});
     };
     ASSERT_TRUE(click(view->window()->mapToGlobal(QPoint(20, 20))));
-    letPass(100); // the window manager's answer to the click
+    EXPECT_TRUE(displayIsSettled());
     ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     ASSERT_TRUE(click(edit->mapToGlobal(QPoint(10, 5))));
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(edit); }));
@@ -222,13 +222,14 @@ TEST_F(ViewContainer, theKeyboardComesBackToTheViewWithItsWindow)
 {
     showView();
     container->setFocus();
-    letPass(100);
+    EXPECT_TRUE(displayIsSettled());
     ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); }));
     QWidget other;
     other.resize(100, 100);
     other.show();
     other.activateWindow();
-    letPass(100); // the window manager gives a new window the keyboard of its own accord
+    // The window manager gives a new window the keyboard of its own accord.
+    EXPECT_TRUE(displayIsSettled());
     ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
     top->activateWindow();
     EXPECT_TRUE(waitUntil([this] { return viewHasKeyboard(); }))
@@ -259,7 +260,7 @@ TEST_F(ViewContainer, aWindowThatOpensAfterThisOneKeepsTheKeyboard)
         edit.setFocus();
         other.activateWindow();
         ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); })) << "round " << round;
-        letPass(100);
+        EXPECT_TRUE(displayIsSettled());
         ASSERT_TRUE(xdotool({"key", "z"}));
         ASSERT_TRUE(waitUntil([&] { return edit.text() == "z"; })) << "round " << round;
     }
@@ -277,7 +278,7 @@ TEST_F(ViewContainer, theViewHearsOfTheKeyboardOnceInFullScreenAndBack)
     for (int round = 0; round < 3; ++round) {
         ASSERT_TRUE(view->enterFullScreenMode());
         ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == view->window(); }));
-        letPass(50);
+        EXPECT_TRUE(displayIsSettled());
         EXPECT_TRUE(hasIt()) << "round " << round;
         view->events.clear();
         ASSERT_TRUE(xdotool({"key", "b"}));
@@ -287,7 +288,7 @@ TEST_F(ViewContainer, theViewHearsOfTheKeyboardOnceInFullScreenAndBack)
             << round;
         view->exitFullScreenModeWithOptions();
         ASSERT_TRUE(waitUntil([this] { return viewHasKeyboard(); })) << "round " << round;
-        letPass(50);
+        EXPECT_TRUE(displayIsSettled());
         EXPECT_TRUE(hasIt()) << "round " << round;
         view->events.clear();
         ASSERT_TRUE(xdotool({"key", "c"}));
@@ -310,7 +311,7 @@ TEST_F(ViewContainer, theViewMayEndAtAKeyThatIsPassedOn)
     };
     ASSERT_TRUE(xdotool({"key", "d"}));
     EXPECT_TRUE(waitUntil([this] { return view == nullptr; }));
-    letPass(50);
+    EXPECT_TRUE(displayIsSettled());
 }
 
 } // namespace

@@ -61,7 +61,7 @@ protected:
             // again.
             xdotool({"search", "--onlyvisible", "--pid", QString::number(process.processId()),
                      "--name", "Treatment viewer", "windowactivate"});
-            QThread::msleep(200);
+            EXPECT_TRUE(kelo::test::displayIsSettled());
             xdotool({"key", "ctrl+w"});
             if (process.waitForFinished(6000)) return true;
         }

@@ -2,6 +2,7 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/TestSurface.h"
 
 #include <gtest/gtest.h>
 
@@ -26,11 +27,9 @@ std::string array(const char *json)
 class DelegateCalls : public testing::Test
 {
 protected:
-    DelegateCalls() { kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless); }
-    ~DelegateCalls() override { kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic); }
-
     std::string lastCall() const { return text(log.calls().last().toArray()); }
 
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Surfaceless};
     DelegateCallLog log;
     kelo::DXOpenGLDelegate delegate;
 };

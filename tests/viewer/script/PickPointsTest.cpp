@@ -103,13 +103,12 @@ TEST_F(ClickablePoints, aToolCoversWhatIsBehindItsWholeRectangleAsLongAsItIsTher
 
 TEST(OverlayRects, aRectangleOfTheOverlayIsScaledByHalfTheHeightFromTheMiddle)
 {
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
+    const kelo::test::TestSurface surface(kelo::SurfaceKind::Surfaceless);
     const auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {200.0, 100.0}});
     EXPECT_EQ(viewer::overlayRectInView({{-2.0, -1.0}, {4.0, 2.0}}, *view),
               (kelo::Rect{{0.0, 0.0}, {200.0, 100.0}}));
     EXPECT_EQ(viewer::overlayRectInView({{0.5, 0.25}, {0.5, 0.25}}, *view),
               (kelo::Rect{{125.0, 62.5}, {25.0, 12.5}}));
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
 }
 
 } // namespace

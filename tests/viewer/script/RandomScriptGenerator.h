@@ -22,7 +22,7 @@ public:
     QByteArray nextLine(const RandomScriptScene &scene);
 
 private:
-    // Plain remainders: the distributions of the standard library differ between its versions.
+    /// Plain remainders: the distributions of the standard library differ between its versions.
     std::uint64_t below(std::uint64_t count) { return random_() % count; }
     bool oneIn(std::uint64_t count) { return below(count) == 0; }
     template<class List>

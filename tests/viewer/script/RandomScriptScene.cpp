@@ -358,12 +358,8 @@ RandomScriptScene::RandomScriptScene(const QString &folder)
 {
     // A frame this small is drawn sooner without handing it to other threads.
     if (!qEnvironmentVariableIsSet("LP_NUM_THREADS")) qputenv("LP_NUM_THREADS", "0");
-    auto loop = std::make_unique<kelo::VirtualRunLoop>();
-    kelo::VirtualRunLoop &clock = *loop;
-    previousLoop_ = kelo::RunLoop::setMain(std::move(loop));
     previousAlerts_ =
         kelo::AlertPresenter::setPresenter([this](const kelo::Alert &) { ++alertCount_; });
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
     view_ = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {120.0, 90.0}});
     CommandLine commandLine;
     commandLine.headless = true;
@@ -375,7 +371,7 @@ RandomScriptScene::RandomScriptScene(const QString &folder)
     treatment_->showIn(*view_);
     for (const auto &[key, button] : document().buttonModels())
         buttonMaterials_[key] = button->material();
-    player_ = std::make_unique<ScriptPlayer>(*view_, clock);
+    player_ = std::make_unique<ScriptPlayer>(*view_, *clock_);
 }
 
 RandomScriptScene::~RandomScriptScene()
@@ -384,9 +380,7 @@ RandomScriptScene::~RandomScriptScene()
     view_->setDelegate(nullptr);
     view_.reset();
     treatment_.reset();
-    kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
     kelo::AlertPresenter::setPresenter(previousAlerts_);
-    kelo::RunLoop::setMain(std::move(previousLoop_));
 }
 
 void RandomScriptScene::noteChoice(const MenuCommand &choice)

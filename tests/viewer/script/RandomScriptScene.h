@@ -1,6 +1,8 @@
 #pragma once
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 #include "viewer/script/ScriptPlayer.h"
 #include "viewer/treatment/OpenedTreatment.h"
 
@@ -62,7 +64,8 @@ public:
 private:
     void noteChoice(const MenuCommand &choice);
 
-    std::unique_ptr<kelo::RunLoop> previousLoop_;
+    kelo::test::TestSurface surface_{kelo::SurfaceKind::Surfaceless};
+    kelo::test::TestClock clock_{0.0};
     kelo::AlertPresenter::Presenter previousAlerts_;
     kelo::DXOpenGLDelegate delegate_;
     std::shared_ptr<kelo::DXOpenGL> view_;

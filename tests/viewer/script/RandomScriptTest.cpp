@@ -26,8 +26,8 @@ QByteArray stateFromProgram(const QStringList &arguments)
     return process.readAllStandardOutput();
 }
 
-// The scenes, and with them the contexts, are gone when these tests end; complaintAbout asks OpenGL
-// for errors after every event.
+/// The scenes, and with them the contexts, are gone when these tests end; complaintAbout asks
+/// OpenGL for errors after every event.
 class RandomScriptTest : public testing::Test
 {
 protected:
@@ -77,6 +77,84 @@ TEST_F(RandomScriptTest, theViewerPlaysAWrittenScriptToTheSameStateByteForByte)
     }
 }
 
+/// What a line of a script does, by the words that matter: "press", "press left".
+std::set<std::string> verbsOf(const QByteArray &line)
+{
+    const QByteArrayList words = line.split(' ');
+    std::set<std::string> verbs{words[0].toStdString()};
+    const bool isNamed = words[0] == "click" && std::isalpha(words[1][0]);
+    if (isNamed || words[0] == "press") verbs.insert((words[0] + ' ' + words[1]).toStdString());
+    if (words[0] == "click" && words[1] == "tool") verbs.insert(("tool " + words[2]).toStdString());
+    if (words[0] == "key" || words[0] == "fullscreen")
+        verbs.insert((words[0] + ' ' + words[1]).toStdString());
+    for (const char *modifier : {"control", "shift", "option", "command"}) {
+        if (words[0] == "modifiers" && words.contains(modifier))
+            verbs.insert(std::string("modifiers ") + modifier);
+    }
+    return verbs;
+}
+
+const char *const everyVerb[] = {"press left",
+                                 "press right",
+                                 "drag",
+                                 "release",
+                                 "click",
+                                 "click tooth",
+                                 "click bracket",
+                                 "click button",
+                                 "click elastic",
+                                 "tool elastics",
+                                 "tool bracket",
+                                 "tool print",
+                                 "scroll",
+                                 "key",
+                                 "modifiers",
+                                 "menu",
+                                 "dismiss",
+                                 "date",
+                                 "approve",
+                                 "advance",
+                                 "repeat-interval",
+                                 "mouth",
+                                 "rotation",
+                                 "resize",
+                                 "fullscreen on",
+                                 "fullscreen off",
+                                 "zoom",
+                                 "hide",
+                                 "show",
+                                 "wait",
+                                 "key up",
+                                 "key down",
+                                 "key left",
+                                 "key right",
+                                 "key escape",
+                                 "key menu",
+                                 "key 0",
+                                 "key x",
+                                 "modifiers control",
+                                 "modifiers shift",
+                                 "modifiers option",
+                                 "modifiers command"};
+
+const char *const everyAction[] = {"bracketColorMenuItemSelected:",
+                                   "placeBracketSelected:",
+                                   "removeBracketSelected:",
+                                   "placeButtonSelected:",
+                                   "removeButtonSelected:",
+                                   "placeToothSelected:",
+                                   "removeToothSelected:",
+                                   "placeAllBracketsSelected:",
+                                   "markAllBracketsSelected:",
+                                   "removeAllBracketsSelected:",
+                                   "startElasticColorMenuItemSelected:",
+                                   "placeSelectedElasticsConfigType:",
+                                   "updateElasticColorMenuItemSelected:",
+                                   "markAllElasticsSelected:",
+                                   "removeElasticSelected:",
+                                   "removeAllElasticsSelected:",
+                                   "nameSelectedElasticsModel:"};
+
 TEST_F(RandomScriptTest, someScriptsUseEveryCommandAndEveryRowOfTheMenus)
 {
     std::set<std::string> verbs, actions;
@@ -84,76 +162,15 @@ TEST_F(RandomScriptTest, someScriptsUseEveryCommandAndEveryRowOfTheMenus)
     int alertCount = 0;
     for (std::uint64_t seed = 1; seed <= 25; ++seed) {
         const PlayedScript played = playRandomScript(folder.path(), seed, 200, complaintAbout);
-        for (const QByteArray &line : played.lines) {
-            const QByteArrayList words = line.split(' ');
-            verbs.insert(words[0].toStdString());
-            const bool isNamed = words[0] == "click" && std::isalpha(words[1][0]);
-            if (isNamed || words[0] == "press")
-                verbs.insert((words[0] + ' ' + words[1]).toStdString());
-            if (words[0] == "click" && words[1] == "tool")
-                verbs.insert(("tool " + words[2]).toStdString());
-            if (words[0] == "key" || words[0] == "fullscreen")
-                verbs.insert((words[0] + ' ' + words[1]).toStdString());
-            for (const char *modifier : {"control", "shift", "option", "command"}) {
-                if (words[0] == "modifiers" && words.contains(modifier))
-                    verbs.insert(std::string("modifiers ") + modifier);
-            }
-        }
+        for (const QByteArray &line : played.lines)
+            verbs.merge(verbsOf(line));
         actions.insert(played.chosenActions.begin(), played.chosenActions.end());
         mostElastics = std::max(mostElastics, played.mostElastics);
         alertCount += played.alertCount;
     }
-    for (const char *verb : {"press left",
-                             "press right",
-                             "drag",
-                             "release",
-                             "click",
-                             "click tooth",
-                             "click bracket",
-                             "click button",
-                             "click elastic",
-                             "tool elastics",
-                             "tool bracket",
-                             "tool print",
-                             "scroll",
-                             "key",
-                             "modifiers",
-                             "menu",
-                             "dismiss",
-                             "date",
-                             "approve",
-                             "advance",
-                             "repeat-interval",
-                             "mouth",
-                             "rotation",
-                             "resize",
-                             "fullscreen on",
-                             "fullscreen off",
-                             "zoom",
-                             "hide",
-                             "show",
-                             "wait",
-                             "key up",
-                             "key down",
-                             "key left",
-                             "key right",
-                             "key escape",
-                             "key menu",
-                             "key 0",
-                             "key x",
-                             "modifiers control",
-                             "modifiers shift",
-                             "modifiers option",
-                             "modifiers command"})
+    for (const char *verb : everyVerb)
         EXPECT_TRUE(verbs.contains(verb)) << verb;
-    for (const char *action :
-         {"bracketColorMenuItemSelected:", "placeBracketSelected:", "removeBracketSelected:",
-          "placeButtonSelected:", "removeButtonSelected:", "placeToothSelected:",
-          "removeToothSelected:", "placeAllBracketsSelected:", "markAllBracketsSelected:",
-          "removeAllBracketsSelected:", "startElasticColorMenuItemSelected:",
-          "placeSelectedElasticsConfigType:", "updateElasticColorMenuItemSelected:",
-          "markAllElasticsSelected:", "removeElasticSelected:", "removeAllElasticsSelected:",
-          "nameSelectedElasticsModel:"})
+    for (const char *action : everyAction)
         EXPECT_TRUE(actions.contains(action)) << action;
     EXPECT_GE(mostElastics, 6);
     EXPECT_GE(alertCount, 1) << "an elastic whose tooth is missing was asked for";

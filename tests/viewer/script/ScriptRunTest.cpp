@@ -60,7 +60,7 @@ TEST_F(ScriptRuns, realTimeGoesNoFurtherThanToItsEnd)
     const double begin = clock->currentTime();
     QEventLoop loop;
     const viewer::RealTime realTime(*clock, begin + 0.02);
-    QTimer::singleShot(100, &loop, &QEventLoop::quit);
+    QTimer::singleShot(100, &loop, &QEventLoop::quit); // five times as long as it may go on
     loop.exec();
     EXPECT_DOUBLE_EQ(clock->currentTime(), begin + 0.02);
 }

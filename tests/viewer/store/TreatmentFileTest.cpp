@@ -116,70 +116,70 @@ TEST(TreatmentFile, theIdentifierOfNoColourIsReadAsNoColour)
     EXPECT_EQ(reading.file->treatment.notes[0].bracketColorTypeIDs.at("8"), std::nullopt);
 }
 
+struct TreatmentFileProblem
+{
+    QByteArray text;
+    const char *problem;
+};
+const TreatmentFileProblem treatmentFileProblems[] = {
+    {"{\n\"format\": tru}", "line 2: illegal value"},
+    {"[]", "must be an object"},
+    {R"({"version": 1})", "format: must be \"treatment\""},
+    {R"({"format": "treatment"})", "version: must be a whole number from 1"},
+    {R"({"format": "treatment", "version": 0})", "version: must be a whole number from 1"},
+    {R"({"format": "treatment", "version": 2})",
+     "version: this file was written by a newer program (version 2; this one reads up to 1)"},
+    {R"({"format": "treatment", "version": 1})", "patient: the patient is missing"},
+    {R"({"format": "treatment", "version": 1, "patient": 3})", "patient: must be an object"},
+    {R"({"format": "treatment", "version": 1, "patient": {"name": 3}})",
+     "patient.name: must be a text"},
+    {R"({"format": "treatment", "version": 1, "patient": {"birthDate": "2.4.2011"}})",
+     "patient.birthDate: must be a date, as in 2026-11-20"},
+    {R"({"format": "treatment", "version": 1, "patient": {}, "note": []})",
+     "note: there is no such member"},
+    {R"({"format": "treatment", "version": 1, "patient": {}, "notes": 1})",
+     "notes: must be a list"},
+    {R"({"format": "treatment", "version": 1, "patient": {}, "catalogue": []})",
+     "catalogue: must be an object"},
+    {R"({"format": "treatment", "version": 1, "patient": {},
+             "catalogue": {"bracketColorTypes": [{}, 1]}})",
+     "catalogue.bracketColorTypes[0].typeID: the identifier is missing"},
+    {withNotes("7"), "notes[0]: must be an object"},
+    {withNotes("{}"), "notes[0].date: the date is missing"},
+    {withNotes(R"({"date": "2026-02-30"})"), "notes[0].date: must be a date, as in 2026-11-20"},
+    {withNotes(R"({"date": "2026-11-20"}, {"date": "2026-11-20"})"),
+     "notes[1].date: there is a note of this date already"},
+    {withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"16": true}})"),
+     "notes[0].toothVisibilities: '16' is no tooth or button"},
+    {withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8": 1}})"),
+     "notes[0].toothVisibilities.8: must be true or false"},
+    {withNotes(R"({"date": "2026-11-20", "buttonVisibilities": {"8": true}})"),
+     "notes[0].buttonVisibilities: '8' is no tooth or button"},
+    {withNotes(R"({"date": "2026-11-20", "bracketVisibilities": []})"),
+     "notes[0].bracketVisibilities: must be an object"},
+    {withNotes(R"({"date": "2026-11-20", "bracketColorTypeIDs": {"8": 5}})"),
+     "notes[0].bracketColorTypeIDs.8: 5 is the identifier of no colour"},
+    {withNotes(R"({"date": "2026-11-20", "bracketColorTypeIDs": {"8": "4"}})"),
+     "notes[0].bracketColorTypeIDs.8: must be a whole number or null"},
+    {withNotes(R"({"date": "2026-11-20", "elastics": {}})"), "notes[0].elastics: must be a list"},
+    {withElastic("1"), "notes[0].elastics[0]: must be an object"},
+    {withElastic(R"({"elasticsSizeTypeID": 3})"),
+     "notes[0].elastics[0].bracketSequence: the sequence is missing"},
+    {withElastic(R"({"elasticsSizeTypeID": 9, "bracketSequence": ["6", "30"]})"),
+     "notes[0].elastics[0].elasticsSizeTypeID: 9 is the identifier of no size"},
+    {withElastic(R"({"elasticsConfigTypeID": 9, "bracketSequence": ["6", "30"]})"),
+     "notes[0].elastics[0].elasticsConfigTypeID: 9 is the identifier of no configuration"},
+    {withElastic(R"({"bracketSequence": ["6", "32"]})"),
+     "notes[0].elastics[0].bracketSequence[1]: '32' is no tooth or button"},
+    {withElastic(R"({"bracketSequence": ["6", 30]})"),
+     "notes[0].elastics[0].bracketSequence[1]: must be a text"},
+    {withElastic(R"({"bracketSequence": ["6"]})"),
+     "notes[0].elastics[0].bracketSequence: a band needs two brackets or buttons"},
+};
+
 TEST(TreatmentFile, everyProblemIsNamedWithItsPlaceAndNothingIsTaken)
 {
-    struct Row
-    {
-        QByteArray text;
-        const char *problem;
-    };
-    const Row rows[] = {
-        {"{\n\"format\": tru}", "line 2: illegal value"},
-        {"[]", "must be an object"},
-        {R"({"version": 1})", "format: must be \"treatment\""},
-        {R"({"format": "treatment"})", "version: must be a whole number from 1"},
-        {R"({"format": "treatment", "version": 0})", "version: must be a whole number from 1"},
-        {R"({"format": "treatment", "version": 2})",
-         "version: this file was written by a newer program (version 2; this one reads up to 1)"},
-        {R"({"format": "treatment", "version": 1})", "patient: the patient is missing"},
-        {R"({"format": "treatment", "version": 1, "patient": 3})", "patient: must be an object"},
-        {R"({"format": "treatment", "version": 1, "patient": {"name": 3}})",
-         "patient.name: must be a text"},
-        {R"({"format": "treatment", "version": 1, "patient": {"birthDate": "2.4.2011"}})",
-         "patient.birthDate: must be a date, as in 2026-11-20"},
-        {R"({"format": "treatment", "version": 1, "patient": {}, "note": []})",
-         "note: there is no such member"},
-        {R"({"format": "treatment", "version": 1, "patient": {}, "notes": 1})",
-         "notes: must be a list"},
-        {R"({"format": "treatment", "version": 1, "patient": {}, "catalogue": []})",
-         "catalogue: must be an object"},
-        {R"({"format": "treatment", "version": 1, "patient": {},
-             "catalogue": {"bracketColorTypes": [{}, 1]}})",
-         "catalogue.bracketColorTypes[0].typeID: the identifier is missing"},
-        {withNotes("7"), "notes[0]: must be an object"},
-        {withNotes("{}"), "notes[0].date: the date is missing"},
-        {withNotes(R"({"date": "2026-02-30"})"), "notes[0].date: must be a date, as in 2026-11-20"},
-        {withNotes(R"({"date": "2026-11-20"}, {"date": "2026-11-20"})"),
-         "notes[1].date: there is a note of this date already"},
-        {withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"16": true}})"),
-         "notes[0].toothVisibilities: '16' is no tooth or button"},
-        {withNotes(R"({"date": "2026-11-20", "toothVisibilities": {"8": 1}})"),
-         "notes[0].toothVisibilities.8: must be true or false"},
-        {withNotes(R"({"date": "2026-11-20", "buttonVisibilities": {"8": true}})"),
-         "notes[0].buttonVisibilities: '8' is no tooth or button"},
-        {withNotes(R"({"date": "2026-11-20", "bracketVisibilities": []})"),
-         "notes[0].bracketVisibilities: must be an object"},
-        {withNotes(R"({"date": "2026-11-20", "bracketColorTypeIDs": {"8": 5}})"),
-         "notes[0].bracketColorTypeIDs.8: 5 is the identifier of no colour"},
-        {withNotes(R"({"date": "2026-11-20", "bracketColorTypeIDs": {"8": "4"}})"),
-         "notes[0].bracketColorTypeIDs.8: must be a whole number or null"},
-        {withNotes(R"({"date": "2026-11-20", "elastics": {}})"),
-         "notes[0].elastics: must be a list"},
-        {withElastic("1"), "notes[0].elastics[0]: must be an object"},
-        {withElastic(R"({"elasticsSizeTypeID": 3})"),
-         "notes[0].elastics[0].bracketSequence: the sequence is missing"},
-        {withElastic(R"({"elasticsSizeTypeID": 9, "bracketSequence": ["6", "30"]})"),
-         "notes[0].elastics[0].elasticsSizeTypeID: 9 is the identifier of no size"},
-        {withElastic(R"({"elasticsConfigTypeID": 9, "bracketSequence": ["6", "30"]})"),
-         "notes[0].elastics[0].elasticsConfigTypeID: 9 is the identifier of no configuration"},
-        {withElastic(R"({"bracketSequence": ["6", "32"]})"),
-         "notes[0].elastics[0].bracketSequence[1]: '32' is no tooth or button"},
-        {withElastic(R"({"bracketSequence": ["6", 30]})"),
-         "notes[0].elastics[0].bracketSequence[1]: must be a text"},
-        {withElastic(R"({"bracketSequence": ["6"]})"),
-         "notes[0].elastics[0].bracketSequence: a band needs two brackets or buttons"},
-    };
-    for (const Row &row : rows) {
+    for (const TreatmentFileProblem &row : treatmentFileProblems) {
         const TreatmentFileReading reading = treatmentFromJSON(row.text, catalogue());
         EXPECT_FALSE(reading.file) << row.problem;
         ASSERT_FALSE(reading.problems.isEmpty()) << row.problem;

@@ -53,7 +53,7 @@ protected:
                      {path, QString::number(treatmentID), QString::number(first),
                       QString::number(first + 100000)});
         EXPECT_TRUE(writer.waitForReadyRead(30000)) << writer.readAllStandardError().toStdString();
-        QThread::usleep(microseconds);
+        QThread::usleep(microseconds); // the kill is to come at any time
         writer.kill();
         EXPECT_TRUE(writer.waitForFinished());
         EXPECT_EQ(writer.exitStatus(), QProcess::CrashExit) << "it ended before it was killed";

@@ -2,6 +2,8 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 #include "viewer/script/Script.h"
 #include "viewer/script/ScriptPlayer.h"
 #include "viewer/treatment/OpenedTreatment.h"
@@ -20,10 +22,6 @@ class ScriptFixture : public testing::Test
 protected:
     ScriptFixture()
     {
-        auto loop = std::make_unique<kelo::VirtualRunLoop>(1000.0);
-        clock = loop.get();
-        previousLoop = kelo::RunLoop::setMain(std::move(loop));
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
         view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {800.0, 600.0}});
         CommandLine commandLine;
         commandLine.headless = true;
@@ -39,8 +37,6 @@ protected:
         view->setDelegate(nullptr);
         view.reset();
         treatment.reset();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
-        kelo::RunLoop::setMain(std::move(previousLoop));
     }
 
     /// Plays lines that are all to succeed.
@@ -99,14 +95,12 @@ protected:
         return -1;
     }
 
-    kelo::VirtualRunLoop *clock = nullptr;
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Surfaceless};
+    kelo::test::TestClock clock;
     std::shared_ptr<kelo::DXOpenGL> view;
     std::unique_ptr<OpenedTreatment> treatment;
     std::unique_ptr<ScriptPlayer> player;
     kelo::DXOpenGLDelegate delegate;
-
-private:
-    std::unique_ptr<kelo::RunLoop> previousLoop;
 };
 
 } // namespace viewer::test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/GLTest.h"
+#include "tests/support/TestSurface.h"
 #include "tests/support/WindowTest.h"
 #include "tests/viewer/support/PreferencesFixture.h"
 #include "viewer/treatment/OpenedTreatment.h"
@@ -20,6 +21,7 @@
 
 namespace viewer::test {
 
+using kelo::test::displayIsSettled;
 using kelo::test::letPass;
 using kelo::test::waitUntil;
 
@@ -29,7 +31,6 @@ class TreatmentWindows : public testing::Test
 protected:
     TreatmentWindows()
     {
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Window);
         addViewerInterfaceFiles();
         commandLine.database = folder.filePath("treatments.sqlite");
         commandLine.size = {400.0, 300.0};
@@ -39,7 +40,6 @@ protected:
     {
         all.reset();
         kelo::removeInterfaceFileFolders();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
     }
 
     TreatmentDocument &open()
@@ -105,6 +105,7 @@ protected:
         EXPECT_TRUE(waitUntil([this] { return all->documents().empty(); }));
     }
 
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Window};
     PreferencesOfTheTest settings;
     QTemporaryDir folder;
     CommandLine commandLine;

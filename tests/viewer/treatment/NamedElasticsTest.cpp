@@ -117,7 +117,7 @@ TEST(NamedElasticsInADatabase, theNextStartHasThem)
     CommandLine commandLine;
     commandLine.headless = true;
     commandLine.database = folder.filePath("clinic.sqlite");
-    auto previousLoop = kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>(1000.0));
+    const kelo::test::TestClock clock;
     {
         OpenedTreatment treatment(commandLine);
         const auto &elastics = treatment.document()->elasticModels();
@@ -133,7 +133,6 @@ TEST(NamedElasticsInADatabase, theNextStartHasThem)
         EXPECT_EQ(elastics[2]->elasticsConfigType()->typeLabel, "My box");
         EXPECT_EQ(elastics[0]->elasticsConfigType()->typeLabel, "Our Class II");
     }
-    kelo::RunLoop::setMain(std::move(previousLoop));
 }
 
 TEST(NamedElasticsInADatabase, areNamedInSeveralTreatmentsAtOnceWithoutMixingUp)
@@ -141,7 +140,7 @@ TEST(NamedElasticsInADatabase, areNamedInSeveralTreatmentsAtOnceWithoutMixingUp)
     const QTemporaryDir folder;
     CommandLine commandLine;
     commandLine.headless = true;
-    auto previousLoop = kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>(1000.0));
+    const kelo::test::TestClock clock;
     {
         const auto clinic = TreatmentStore::open(folder.filePath("clinic.sqlite")).value();
         const auto document = std::make_shared<kelo::DXDocumentModel>();
@@ -176,7 +175,6 @@ TEST(NamedElasticsInADatabase, areNamedInSeveralTreatmentsAtOnceWithoutMixingUp)
         ASSERT_TRUE(clinic->removeNamedElastic(mine->typeID));
         EXPECT_EQ(clinic->namedElastics().value().back().typeLabel, "Mine");
     }
-    kelo::RunLoop::setMain(std::move(previousLoop));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "keloOpenGL/keloOpenGL.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 #include "viewer/store/TreatmentFile.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +19,6 @@ class OpenedTreatmentTest : public testing::Test
 {
 protected:
     OpenedTreatmentTest()
-        : previousLoop(kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>()))
     {
         commandLine.headless = true;
         commandLine.file = folder.filePath("patient.json");
@@ -27,7 +28,6 @@ protected:
                        "currentDate": "2026-11-20",
                        "notes": [{"date": "2026-11-20", "bracketVisibilities": {"8": true}}]})");
     }
-    ~OpenedTreatmentTest() override { kelo::RunLoop::setMain(std::move(previousLoop)); }
 
     QByteArray fileContent() const
     {
@@ -35,11 +35,9 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    kelo::test::TestClock clock;
     QTemporaryDir folder;
     viewer::CommandLine commandLine;
-
-private:
-    std::unique_ptr<kelo::RunLoop> previousLoop;
 };
 
 } // namespace
@@ -112,13 +110,7 @@ protected:
     ApprovedTreatment()
     {
         write(approvedTreatment);
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
         view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {400.0, 300.0}});
-    }
-    ~ApprovedTreatment() override
-    {
-        view.reset();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
     }
     void write(const QByteArray &text) const
     {
@@ -127,6 +119,7 @@ protected:
         EXPECT_EQ(file.write(text), text.size());
     }
 
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Surfaceless};
     std::shared_ptr<kelo::DXOpenGL> view;
 };
 

@@ -3,6 +3,7 @@
 #include "viewer/treatment/OpenedTreatment.h"
 
 #include "keloOpenGL/keloOpenGL.h"
+#include "tests/support/TestClock.h"
 #include "tests/viewer/support/TreatmentStoreFixture.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,6 @@ class OwnCatalogue : public testing::Test
 {
 protected:
     OwnCatalogue()
-        : previousLoop_(kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>(1000.0)))
     {
         commandLine.headless = true;
         commandLine.database = folder.filePath("clinic.sqlite");
@@ -40,7 +40,6 @@ protected:
                        "elastics": [{"elasticsConfigTypeID": 1000, "elasticsSizeTypeID": 77,
                                      "bracketSequence": ["11", "22"]}]}]})");
     }
-    ~OwnCatalogue() override { kelo::RunLoop::setMain(std::move(previousLoop_)); }
 
     std::shared_ptr<TreatmentStore> store() const
     {
@@ -60,12 +59,10 @@ protected:
         return std::make_unique<OpenedTreatment>(commandLine);
     }
 
+    kelo::test::TestClock clock;
     QTemporaryDir folder;
     QString path = folder.filePath("theirs.json");
     CommandLine commandLine;
-
-private:
-    std::unique_ptr<kelo::RunLoop> previousLoop_;
 };
 
 using Names = std::vector<std::string>;

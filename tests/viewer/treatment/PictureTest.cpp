@@ -3,6 +3,8 @@
 #include "keloOpenGL/keloOpenGL.h"
 #include "tests/support/GLTest.h"
 #include "tests/support/PictureComparison.h"
+#include "tests/support/TestClock.h"
+#include "tests/support/TestSurface.h"
 #include "viewer/treatment/OpenedTreatment.h"
 
 #include <QImage>
@@ -22,10 +24,9 @@ constexpr float diagonal = 0.57735026f;
 class Pictures : public testing::Test
 {
 protected:
-    Pictures() : previousLoop(RunLoop::setMain(std::make_unique<VirtualRunLoop>()))
+    Pictures()
     {
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-        OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless);
         view = makeView<DXOpenGL>(Rect{{0.0, 0.0}, {480.0, 360.0}});
         viewer::CommandLine commandLine;
         commandLine.headless = true;
@@ -36,16 +37,13 @@ protected:
     {
         view.reset();
         treatment.reset();
-        OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
-        RunLoop::setMain(std::move(previousLoop));
         QLocale::setDefault(QLocale::system());
     }
 
+    test::TestSurface surface{SurfaceKind::Surfaceless};
+    test::TestClock clock;
     std::shared_ptr<DXOpenGL> view;
     std::unique_ptr<viewer::OpenedTreatment> treatment;
-
-private:
-    std::unique_ptr<RunLoop> previousLoop;
 };
 
 TEST_F(Pictures, theMouthClosed)

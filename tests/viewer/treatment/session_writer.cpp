@@ -37,9 +37,6 @@ struct Work
 {
     Work(const char *database, qint64 treatment)
     {
-        auto loop = std::make_unique<kelo::VirtualRunLoop>();
-        clock = loop.get();
-        kelo::RunLoop::setMain(std::move(loop));
         const auto opened = viewer::TreatmentStore::open(QString::fromUtf8(database));
         if (!opened) fail(opened.sentence());
         store = opened.value();
@@ -74,7 +71,7 @@ struct Work
         return elastic;
     }
 
-    kelo::VirtualRunLoop *clock = nullptr;
+    kelo::test::TestClock clock;
     std::shared_ptr<viewer::TreatmentStore> store;
     std::shared_ptr<DXDocumentModel> document;
     std::unique_ptr<viewer::TreatmentSession> session;

@@ -36,7 +36,7 @@ protected:
     void go(StandardView standardView)
     {
         showStandardView(*view, standardView);
-        loop->advance(1.0);
+        clock->advance(1.0);
     }
 
     std::shared_ptr<DXOpenGL> view = makeView<DXOpenGL>(Rect{{0.0, 0.0}, {200.0, 150.0}});
@@ -51,7 +51,7 @@ TEST_F(StandardViews, theyTurnThereInThreeQuartersOfASecondWithTheMouthClosed)
     view->rotateByDegrees(50.0f);
     showStandardView(*view, StandardView::Front);
     EXPECT_TRUE(view->isAnimatingWorldRotation());
-    loop->advance(0.8);
+    clock->advance(0.8);
     EXPECT_FALSE(view->isAnimatingWorldRotation());
     EXPECT_EQ(view->mouthOpenAngle(), 0.0f);
     expectNear(inView(front), {0, 0, 1});

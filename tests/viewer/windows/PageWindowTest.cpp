@@ -1,6 +1,7 @@
 // Printing and saving the treatment page from a window, on a display.
 
 #include "tests/support/GLTest.h"
+#include "tests/support/TestSurface.h"
 #include "tests/support/WindowTest.h"
 #include "tests/viewer/support/PDFPages.h"
 #include "tests/viewer/support/PreferencesFixture.h"
@@ -25,7 +26,6 @@ class PageWindows : public testing::Test
 protected:
     PageWindows()
     {
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Window);
         addViewerInterfaceFiles();
         commandLine.database = QStringLiteral(":memory:");
         commandLine.size = {400.0, 300.0};
@@ -35,7 +35,6 @@ protected:
     {
         all.reset();
         kelo::removeInterfaceFileFolders();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
     }
 
     TreatmentWindow &open()
@@ -74,6 +73,7 @@ protected:
         dialog.findChild<QPrintPreviewWidget *>()->print();
     }
 
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Window};
     viewer::test::PreferencesOfTheTest settings;
     QTemporaryDir folder;
     CommandLine commandLine;

@@ -171,7 +171,7 @@ TEST_F(TreatmentPanels, aPanelsFrameIsFivePointsBesideTheWindowAndSixBelow)
         QWidget *const panel =
             document.existingWindowControllerForWindowNibName("Materials")->window();
         ASSERT_TRUE(waitUntil([panel] { return panel->frameGeometry() != panel->geometry(); }));
-        letPass(200);
+        EXPECT_TRUE(displayIsSettled());
         const QRect mother = windowOf(document).frameGeometry();
         EXPECT_EQ(panel->frameGeometry().topLeft(), mother.topRight() + QPoint(6, 6))
             << "showing " << showing;
@@ -207,6 +207,38 @@ TEST_F(TreatmentPanels, aPanelHasTheKeysOfTheWindowsMenusAndEscapeClosesIt)
     EXPECT_FALSE(document.isClosed());
 }
 
+/// Names an elastic in the sheet that the view asks for.
+void nameElastic(TreatmentDocument &document, std::size_t index, const QString &name)
+{
+    document.mainWindow()
+        ->view()
+        .delegate()
+        ->launchElasticsConfigAssociationSheetWithElasticModel_namingAction(
+            document.treatment()->document()->elasticModels()[index], 0);
+    auto *sheet = document.existingWindowControllerForWindowNibName("ElasticName");
+    sheet->window()->findChild<QLineEdit *>()->setText(name);
+    qobject_cast<QDialog *>(sheet->window())->accept();
+}
+
+/// The log after two elastics were named, and both steps undone and redone.
+void expectLogOfNaming(const std::vector<StoredChange> &changes, const std::string &nameBefore)
+{
+    ASSERT_GE(changes.size(), 6u);
+    const auto &last = changes.back();
+    EXPECT_EQ(last.what, "elastic renamed");
+    EXPECT_EQ(last.key, "6,30");
+    EXPECT_EQ(last.oldValue, QString::fromStdString(nameBefore));
+    EXPECT_EQ(last.newValue, "Our Class II");
+    const auto count = [&changes](const QString &what) {
+        return std::count_if(changes.begin(), changes.end(),
+                             [&what](const StoredChange &change) { return change.what == what; });
+    };
+    EXPECT_EQ(count("elastic renamed"), 3);
+    EXPECT_EQ(count("elastic named"), 3);
+    EXPECT_EQ(count("elastic placed"), 0);
+    EXPECT_EQ(count("elastic removed"), 0);
+}
+
 TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
 {
     TreatmentDocument &document = open();
@@ -215,15 +247,6 @@ TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
     const auto label = [&](std::size_t index) {
         const auto type = elastics[index]->elasticsConfigType();
         return type ? type->typeLabel : std::string("none");
-    };
-    const auto nameIt = [&](std::size_t index, const QString &name) {
-        document.mainWindow()
-            ->view()
-            .delegate()
-            ->launchElasticsConfigAssociationSheetWithElasticModel_namingAction(elastics[index], 0);
-        auto *sheet = document.existingWindowControllerForWindowNibName("ElasticName");
-        sheet->window()->findChild<QLineEdit *>()->setText(name);
-        qobject_cast<QDialog *>(sheet->window())->accept();
     };
     const auto storedNames = [&] {
         std::vector<std::string> names;
@@ -235,8 +258,8 @@ TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
     const std::string before = label(0);
     const auto offered = treatment.document()->availableElasticsConfigTypes().size();
 
-    nameIt(2, " My box "); // has no name in the sample
-    nameIt(0, "Our Class II");
+    nameElastic(document, 2, " My box "); // has no name in the sample
+    nameElastic(document, 0, "Our Class II");
     EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
     QAction *const undo =
         action(document, "Undo Rename elastic 6 \u2013 30, from Class II right to Our Class II");
@@ -258,21 +281,7 @@ TEST_F(TreatmentPanels, namingAnElasticIsAStepThatTheDatabaseAndTheLogFollow)
     EXPECT_EQ(label(2), "My box");
     EXPECT_EQ(storedNames(), (Names{"Our Class II", "My box"}));
 
-    const auto changes = treatment.changes().value();
-    ASSERT_GE(changes.size(), 6u);
-    const auto &last = changes.back();
-    EXPECT_EQ(last.what, "elastic renamed");
-    EXPECT_EQ(last.key, "6,30");
-    EXPECT_EQ(last.oldValue, QString::fromStdString(before));
-    EXPECT_EQ(last.newValue, "Our Class II");
-    const auto count = [&changes](const QString &what) {
-        return std::count_if(changes.begin(), changes.end(),
-                             [&what](const StoredChange &change) { return change.what == what; });
-    };
-    EXPECT_EQ(count("elastic renamed"), 3);
-    EXPECT_EQ(count("elastic named"), 3);
-    EXPECT_EQ(count("elastic placed"), 0);
-    EXPECT_EQ(count("elastic removed"), 0);
+    expectLogOfNaming(treatment.changes().value(), before);
 }
 
 } // namespace

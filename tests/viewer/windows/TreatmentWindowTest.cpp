@@ -352,7 +352,7 @@ TEST_F(TreatmentWindows, aClickInFullScreenIsNoKeyOfTheMenus)
         QObject &filter = *document.mainWindow();
         EXPECT_FALSE(filter.eventFilter(window, &press));
     }
-    letPass(100);
+    EXPECT_TRUE(displayIsSettled());
     EXPECT_FALSE(bracketIsPlaced(document, "8"));
     EXPECT_TRUE(view.isInFullScreenMode());
     view.exitFullScreenModeWithOptions();
@@ -379,7 +379,7 @@ TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
     const auto isFull = [&view] { return view.isInFullScreenMode() && view.isExposed(); };
     kelo::test::xdotool({"key", "F11"});
     ASSERT_TRUE(waitUntil(isFull));
-    letPass(200);
+    EXPECT_TRUE(displayIsSettled());
     document.treatment()->document()->toggleVisibilityOfBracket("8");
     ASSERT_TRUE(
         waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
@@ -392,10 +392,10 @@ TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
         return chart && !view.isInFullScreenMode();
     }));
     ASSERT_TRUE(waitUntil([] { return QApplication::activeWindow() != nullptr; }));
-    letPass(200); // the window or its panel, as the window manager likes
+    EXPECT_TRUE(displayIsSettled()); // the window or its panel, as the window manager likes
     kelo::test::xdotool({"key", "F11"});
     ASSERT_TRUE(waitUntil(isFull));
-    letPass(200);
+    EXPECT_TRUE(displayIsSettled());
     kelo::test::xdotool({"key", "F11"});
     EXPECT_TRUE(waitUntil([&view] { return !view.isInFullScreenMode(); }));
     view.openGLContext().makeCurrentContext();
@@ -572,7 +572,7 @@ TEST_F(TreatmentWindows, theViewGoesThroughFullScreenAHundredTimesWithTheSamePic
     const QImage before = view.grabImage();
     for (int i = 0; i < 100; ++i) {
         ASSERT_TRUE(view.enterFullScreenMode()) << i;
-        letPass(2);
+        letPass(2); // each time another part of the change has come
         view.exitFullScreenModeWithOptions();
         ASSERT_TRUE(waitUntil([&] {
             return view.isExposed() && view.bounds().size.width == 400.0;

@@ -51,10 +51,6 @@ protected:
         QFile file(folder.filePath("patient.json"));
         if (file.open(QIODevice::WriteOnly)) file.write(twoNotes);
         file.close();
-        auto loop = std::make_unique<kelo::VirtualRunLoop>(1000.0);
-        clock = loop.get();
-        previousLoop = kelo::RunLoop::setMain(std::move(loop));
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Surfaceless);
         view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, {400.0, 300.0}});
         CommandLine commandLine;
         commandLine.headless = true;
@@ -66,8 +62,6 @@ protected:
     {
         view.reset();
         treatment.reset();
-        kelo::OpenGLView::setSurfaceKind(kelo::SurfaceKind::Automatic);
-        kelo::RunLoop::setMain(std::move(previousLoop));
     }
 
     bool isShown(const char *key) const
@@ -79,12 +73,10 @@ protected:
     const QDate october{2026, 10, 5};
     const QDate today{2026, 11, 20};
     QTemporaryDir folder;
-    kelo::VirtualRunLoop *clock = nullptr;
+    kelo::test::TestSurface surface{kelo::SurfaceKind::Surfaceless};
+    kelo::test::TestClock clock;
     std::shared_ptr<kelo::DXOpenGL> view;
     std::unique_ptr<OpenedTreatment> treatment;
-
-private:
-    std::unique_ptr<kelo::RunLoop> previousLoop;
 };
 
 TEST_F(WorkByDate, theDatesAreThoseOfTheNotesBeforeTodayAndToday)
