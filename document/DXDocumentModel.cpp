@@ -57,8 +57,8 @@ DXDocumentModel::~DXDocumentModel()
     if (const auto timer = updateAccumulationTimer_.lock()) timer->invalidate();
 }
 
-// The operations that tell the delegate keep the model alive to their end, so that they need not
-// ask afterwards whether it is.
+/// The operations that tell the delegate keep the model alive to their end, so that they need not
+/// ask afterwards whether it is.
 Teller DXDocumentModel::teller() const
 {
     return {weak_from_this(), weak_from_this()};

@@ -344,7 +344,7 @@ private:
     mutable JawModels upperJaw_;
     mutable JawModels lowerJaw_;
     int changeDepth_ = 0;
-    // The fields below share their names with operations, hence the trailing underscore.
+    /// The fields below share their names with operations, hence the trailing underscore.
     std::weak_ptr<Timer> updateAccumulationTimer_; ///< the run loop holds it
     double updateAccumulationTime_ = 3.0;
     ColorTypeIDs bracketColorTypeIDUpdates_;

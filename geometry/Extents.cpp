@@ -9,7 +9,7 @@ namespace kelo {
 
 namespace {
 
-// As "%g", which would take its decimal point from the process locale.
+/// As "%g", which would take its decimal point from the process locale.
 std::string shortNumber(double value)
 {
     char digits[32];
@@ -38,7 +38,7 @@ bool holdsInside(double min, double max, double value)
     return min < value && value < max;
 }
 
-// The "else" is part of the rule: see MutableExtents::absorb.
+/// The "else" is part of the rule: see MutableExtents::absorb.
 void absorbValue(double &min, double &max, double value)
 {
     if (min > value)

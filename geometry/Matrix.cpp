@@ -12,7 +12,7 @@ namespace {
 
 constexpr Matrix identityMatrix = {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
 
-// Four numbers that go through the same arithmetic; compilers make one vector register of them.
+/// Four numbers that go through the same arithmetic; compilers make one vector register of them.
 struct Lanes
 {
     float at[4];
@@ -50,17 +50,17 @@ Lanes operator-(const Lanes &left, const Lanes &right)
     return difference;
 }
 
-// The sixteen 3x3 minors of a matrix: lane c of leavingOutRow[r] leaves out row r and column c, as
-// Matrix_subdeterminant(c * 4 + r, m) does.
+/// The sixteen 3x3 minors of a matrix: lane c of leavingOutRow[r] leaves out row r and column c, as
+/// Matrix_subdeterminant(c * 4 + r, m) does.
 struct Minors
 {
     Lanes leavingOutRow[4];
 };
 
-// Built from the 2x2 minors that the 3x3 minors share: those of columns 2 and 3 serve where column
-// 0 or 1 is left out, those of columns 0 and 1 serve where 2 or 3 is. That is half the
-// multiplications of sixteen separate determinants; the values differ from theirs by float rounding
-// at most.
+/// Built from the 2x2 minors that the 3x3 minors share: those of columns 2 and 3 serve where column
+/// 0 or 1 is left out, those of columns 0 and 1 serve where 2 or 3 is. That is half the
+/// multiplications of sixteen separate determinants; the values differ from theirs by float
+/// rounding at most.
 Minors minorsOf(const Matrix &m)
 {
     const float *column0 = m.m, *column1 = m.m + 4, *column2 = m.m + 8, *column3 = m.m + 12;
@@ -82,7 +82,7 @@ Minors minorsOf(const Matrix &m)
              other[0] * rows12 - other[1] * rows02 + other[2] * rows01}};
 }
 
-// Along the first column.
+/// Along the first column.
 float determinantOf(const Matrix &m, const Minors &minors)
 {
     return m.m[0] * minors.leavingOutRow[0].at[0] - m.m[1] * minors.leavingOutRow[1].at[0] +

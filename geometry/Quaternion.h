@@ -19,7 +19,7 @@
 
 namespace kelo {
 
-// Not initialised by its declaration alone; the identity is (0, 0, 0, 1).
+/// Not initialised by its declaration alone; the identity is (0, 0, 0, 1).
 struct Quaternion
 {
     float x, y, z, w;
@@ -37,55 +37,55 @@ KELO_EXPORT void Quaternion_loadIdentity(Quaternion *q);
     return {x, y, z, w};
 }
 
-// The rotation by angleInRadians, counter-clockwise seen against the axis, which may have any
-// length greater than 0: (axis / |axis| * sin(angle / 2), cos(angle / 2)). For an axis whose length
-// is not greater than 0 the result is (NaN, NaN, NaN, 1), the NaNs being the quiet NaN of the bit
-// pattern 0x7FC00000, whatever the angle: a missing axis is to show, not to pass for a rotation by
-// 0.
+/// The rotation by angleInRadians, counter-clockwise seen against the axis, which may have any
+/// length greater than 0: (axis / |axis| * sin(angle / 2), cos(angle / 2)). For an axis whose
+/// length is not greater than 0 the result is (NaN, NaN, NaN, 1), the NaNs being the quiet NaN of
+/// the bit pattern 0x7FC00000, whatever the angle: a missing axis is to show, not to pass for a
+/// rotation by 0.
 [[nodiscard]] KELO_EXPORT Quaternion Quaternion_fromAxisAngle(Vector3 axis, float angleInRadians);
 
-// The axis (unit length) and the angle, 0 ... 2 pi, of q, which need not be a unit quaternion.
-// Either pointer may be null. Where the rotation is too small to have an axis (sine of half the
-// angle under 0.0005), axis is the vector part of the normalised quaternion as it is: (0, 0, 0) for
-// the identity.
+/// The axis (unit length) and the angle, 0 ... 2 pi, of q, which need not be a unit quaternion.
+/// Either pointer may be null. Where the rotation is too small to have an axis (sine of half the
+/// angle under 0.0005), axis is the vector part of the normalised quaternion as it is: (0, 0, 0)
+/// for the identity.
 KELO_EXPORT void Quaternion_toAxisAngle(Quaternion q, Vector3 *axis, float *angleInRadians);
 
-// The rotation matrix of a unit quaternion. q is not normalised first; another length distorts.
+/// The rotation matrix of a unit quaternion. q is not normalised first; another length distorts.
 [[nodiscard]] KELO_EXPORT Matrix Quaternion_toMatrix(Quaternion q);
 
 // Arithmetic
 
-// Divides the four components by the length. A length of 0 is not checked and yields NaNs.
+/// Divides the four components by the length. A length of 0 is not checked and yields NaNs.
 inline void Quaternion_normalize(Quaternion *q);
 [[nodiscard]] inline Quaternion Quaternion_normalized(Quaternion q);
 
 inline void Quaternion_multiply(Quaternion *q, Quaternion r);
 [[nodiscard]] inline Quaternion Quaternion_multiplied(Quaternion q, Quaternion r);
 
-// q times Quaternion_fromAxisAngle(axis, angleInRadians).
+/// q times Quaternion_fromAxisAngle(axis, angleInRadians).
 KELO_EXPORT void Quaternion_rotate(Quaternion *q, Vector3 axis, float angleInRadians);
 [[nodiscard]] KELO_EXPORT Quaternion Quaternion_rotated(Quaternion q, Vector3 axis,
                                                         float angleInRadians);
 
-// The inverse (-x, -y, -z, w) / (x^2 + y^2 + z^2 + w^2); of a zero quaternion, NaNs.
+/// The inverse (-x, -y, -z, w) / (x^2 + y^2 + z^2 + w^2); of a zero quaternion, NaNs.
 KELO_EXPORT void Quaternion_invert(Quaternion *q);
 [[nodiscard]] KELO_EXPORT Quaternion Quaternion_inverted(Quaternion q);
 
-// Spherical linear interpolation from left (t = 0) to right (t = 1), both of unit length; the
-// result has unit length. With the dot product d and a = acos |d| the weights are
-//   left: sin((1 - t) a) / sin a, negated where d < 0;  right: sin(t a) / sin a.
-// So where d is negative the path starts at -left, which is the same rotation, and ends at right.
-// Where 1 - |d| is not greater than 0.01 the two lie so close that the weights 1 - t and t serve;
-// they take no sign, so two quaternions almost opposite (d near -1) are led through the middle and
-// not along the short way.
+/// Spherical linear interpolation from left (t = 0) to right (t = 1), both of unit length; the
+/// result has unit length. With the dot product d and a = acos |d| the weights are
+///   left: sin((1 - t) a) / sin a, negated where d < 0;  right: sin(t a) / sin a.
+/// So where d is negative the path starts at -left, which is the same rotation, and ends at right.
+/// Where 1 - |d| is not greater than 0.01 the two lie so close that the weights 1 - t and t serve;
+/// they take no sign, so two quaternions almost opposite (d near -1) are led through the middle and
+/// not along the short way.
 [[nodiscard]] inline Quaternion Quaternion_slerp(Quaternion left, Quaternion right, float t);
 
 // Rotating vectors
 
-// The vector part of q (v, 0) q^-1, with q^-1 as Quaternion_invert gives it, so that a q of another
-// length than 1 still rotates without scaling.
+/// The vector part of q (v, 0) q^-1, with q^-1 as Quaternion_invert gives it, so that a q of
+/// another length than 1 still rotates without scaling.
 [[nodiscard]] KELO_EXPORT Vector3 Quaternion_multiplyVector3(Quaternion q, Vector3 v);
-// x, y, z as above; w is passed through.
+/// x, y, z as above; w is passed through.
 [[nodiscard]] KELO_EXPORT Vector4 Quaternion_multiplyVector4(Quaternion q, Vector4 v);
 
 // Inline for speed: handed to a compiled function, a quaternion travels in two halves, and putting

@@ -51,7 +51,7 @@ struct Vector4
     float x, y, z, w;
 };
 
-// OpenGL reads arrays of these as arrays of floats.
+/// OpenGL reads arrays of these as arrays of floats.
 static_assert(sizeof(Vector2) == 2 * sizeof(float) && std::is_standard_layout_v<Vector2> &&
               std::is_trivially_copyable_v<Vector2>);
 static_assert(sizeof(Vector3) == 3 * sizeof(float) && std::is_standard_layout_v<Vector3> &&
@@ -139,7 +139,7 @@ inline bool Vector2_scaleTo(Vector2 *v, float magnitude)
     return v;
 }
 
-// v turned counter-clockwise by angleInRadians.
+/// v turned counter-clockwise by angleInRadians.
 [[nodiscard]] inline Vector2 Vector2_rotate(Vector2 v, float angleInRadians)
 {
     const float sine = std::sin(angleInRadians);
@@ -147,8 +147,8 @@ inline bool Vector2_scaleTo(Vector2 *v, float magnitude)
     return {v.x * cosine - v.y * sine, v.x * sine + v.y * cosine};
 }
 
-// left.x * right.y - left.y * right.x: the area of the parallelogram of the two, positive where
-// right lies counter-clockwise of left.
+/// left.x * right.y - left.y * right.x: the area of the parallelogram of the two, positive where
+/// right lies counter-clockwise of left.
 [[nodiscard]] constexpr float Vector2_cross(Vector2 left, Vector2 right)
 {
     return left.x * right.y - left.y * right.x;
@@ -234,7 +234,7 @@ inline bool Vector3_scaleTo(Vector3 *v, float magnitude)
     return v;
 }
 
-// The right-handed cross product: x cross y is z.
+/// The right-handed cross product: x cross y is z.
 [[nodiscard]] constexpr Vector3 Vector3_cross(Vector3 left, Vector3 right)
 {
     return {left.y * right.z - left.z * right.y, left.z * right.x - left.x * right.z,

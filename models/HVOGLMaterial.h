@@ -77,7 +77,7 @@ public:
     const OptionalColor &frontEmissionColor() const { return _frontEmissionColor; }
     const OptionalColor &backEmissionColor() const { return _backEmissionColor; }
 
-    // Each of these changes that one colour only.
+    /// Each of these changes that one colour only.
     void setColor(const OptionalColor &color) { _color = color; }
     void setFrontAmbientColor(const OptionalColor &color) { _frontAmbientColor = color; }
     void setBackAmbientColor(const OptionalColor &color) { _backAmbientColor = color; }

@@ -25,7 +25,7 @@ namespace {
 constexpr std::size_t inputCount = 64;
 constexpr std::size_t repetitionCount = 15;
 
-// Two libraries' roundings of the same well-conditioned operation on numbers around 1.
+/// Two libraries' roundings of the same well-conditioned operation on numbers around 1.
 constexpr float tolerance = 1e-4f;
 
 using Matrices = std::array<kelo::Matrix, inputCount>;
@@ -55,7 +55,7 @@ std::array<Baseline, inputCount> baselinesOf(const std::array<Value, inputCount>
     return baselines;
 }
 
-// Placements as a view makes them: a rotation, a scale and a translation.
+/// Placements as a view makes them: a rotation, a scale and a translation.
 Matrices someMatrices(unsigned seed)
 {
     std::mt19937 generator(seed);
@@ -92,8 +92,8 @@ float difference(const kelo::Matrix &m, const glm::mat4 &baseline)
     return largest;
 }
 
-// Up to the sign: glm turns the right quaternion round where the dot product is negative, we the
-// left.
+/// Up to the sign: glm turns the right quaternion round where the dot product is negative, we the
+/// left.
 float difference(const kelo::Quaternion &q, const glm::quat &baseline)
 {
     const float sign = q.x * baseline.x + q.y * baseline.y + q.z * baseline.z + q.w * baseline.w < 0
@@ -103,8 +103,8 @@ float difference(const kelo::Quaternion &q, const glm::quat &baseline)
                      std::abs(q.z - sign * baseline.z), std::abs(q.w - sign * baseline.w)});
 }
 
-// Runs operation(i) for every i in turn, storing into results, then compares results with expected.
-// Written as NaN-proof: a NaN is no difference under the tolerance.
+/// Runs operation(i) for every i in turn, storing into results, then compares results with
+/// expected. Written as NaN-proof: a NaN is no difference under the tolerance.
 template<class Results, class Expected, class Operation>
 void measure(benchmark::State &state, Results &results, const Expected &expected,
              Operation operation)
@@ -218,7 +218,7 @@ void slerp_glm(benchmark::State &state)
     });
 }
 
-// The spread, for the reader who wants to know whether two rows differ at all.
+/// The spread, for the reader who wants to know whether two rows differ at all.
 void withSpread(benchmark::internal::Benchmark *row)
 {
     row->MinTime(0.05)

@@ -13,7 +13,7 @@ std::shared_ptr<kelo::DXDocumentModel> samplePatient()
 }
 // [document]
 
-// Shows the sample patient in a window; given a file name, writes a picture there and ends.
+/// Shows the sample patient in a window; given a file name, writes a picture there and ends.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);

@@ -28,8 +28,8 @@ struct RubberBandNode
     Vector3 position;      ///< after the jaw's transform
     Vector3 direction;     ///< after the rotation part of the jaw's transform
     double radius = 0.0;   ///< the hook's; for an anchor rubberBandAnchorRadius
-    // Directions of length 1 from the position: where the band comes to the node, where it is
-    // furthest out, and where it leaves.
+    /// Directions of length 1 from the position: where the band comes to the node, where it is
+    /// furthest out, and where it leaves.
     Vector3 entryOffset;
     Vector3 apexOffset;
     Vector3 exitOffset;

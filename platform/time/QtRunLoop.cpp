@@ -10,7 +10,7 @@
 namespace kelo {
 namespace {
 
-// The longest wait that is asked of Qt at once (an hour); the loop then looks again.
+/// The longest wait that is asked of Qt at once (an hour); the loop then looks again.
 constexpr double longestWait = 3600.0;
 
 template<class Clock>

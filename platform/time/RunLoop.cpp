@@ -11,14 +11,14 @@
 namespace kelo {
 namespace {
 
-// Without a floor a repeating timer of interval 0 would be due for ever, and neither a virtual
-// clock nor the event loop would get past it.
+/// Without a floor a repeating timer of interval 0 would be due for ever, and neither a virtual
+/// clock nor the event loop would get past it.
 constexpr double shortestRepeatInterval = 0.0001;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-// Never destroyed: at exit the application object is gone, and callbacks that die then may still
-// ask for the main loop.
+/// Never destroyed: at exit the application object is gone, and callbacks that die then may still
+/// ask for the main loop.
 std::unique_ptr<RunLoop> &mainSlot()
 {
     static auto *slot = new std::unique_ptr<RunLoop>;

@@ -38,10 +38,10 @@ constexpr std::array keyCodes{
     KeyCode{Qt::Key_Enter, FunctionKey::Enter},
 };
 
-// Pixels that a trackpad's fingers move the content by for one line.
+/// Pixels that a trackpad's fingers move the content by for one line.
 constexpr double pixelsPerLine = 10.0;
 
-// Eighths of a degree in one notch of a wheel.
+/// Eighths of a degree in one notch of a wheel.
 constexpr double eighthsPerNotch = 120.0;
 
 std::optional<char16_t> functionKeyOf(int qtKey)

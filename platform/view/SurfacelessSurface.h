@@ -17,7 +17,7 @@ public:
     void viewDidResize() override;
     void requestRedraw() override;
     void showCursor(const QCursor &cursor) override;
-    // There is no screen to fill: a view without a display only knows that it is in full screen.
+    /// There is no screen to fill: a view without a display only knows that it is in full screen.
     bool isFullScreen() const override { return isFullScreen_; }
     bool enterFullScreen() override;
     void exitFullScreen() override;

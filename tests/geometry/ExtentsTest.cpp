@@ -180,7 +180,7 @@ TEST(Extents, theMeasuresDoNotLookAtTheActiveFlag)
     EXPECT_EQ(empty.description(), "x(0,0)y(0,0)z(0,0)");
 }
 
-// One point just outside each of the six faces of the box from -1 to 1.
+/// One point just outside each of the six faces of the box from -1 to 1.
 const std::array<Vector3, 6> outsidePoints = {Vector3{-1.5f, 0, 0}, {1.5f, 0, 0},  {0, -1.5f, 0},
                                               {0, 1.5f, 0},         {0, 0, -1.5f}, {0, 0, 1.5f}};
 const std::array<Vector3, 6> facePoints = {Vector3{-1, 0, 0}, {1, 0, 0},  {0, -1, 0},

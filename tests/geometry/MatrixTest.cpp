@@ -39,7 +39,7 @@ bool sameBits(const Matrix &left, const Matrix &right)
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
-// The product as it is defined, in double precision.
+/// The product as it is defined, in double precision.
 Elements productOf(const Elements &left, const Elements &right)
 {
     Elements product = {};
@@ -50,7 +50,7 @@ Elements productOf(const Elements &left, const Elements &right)
     return product;
 }
 
-// The determinant of the leading size x size numbers, by expansion along the first row.
+/// The determinant of the leading size x size numbers, by expansion along the first row.
 double determinantOf(const std::vector<std::vector<double>> &rows)
 {
     if (rows.size() == 1) return rows[0][0];
@@ -97,10 +97,10 @@ Matrix identity()
     return m;
 }
 
-// 1 to 16 in reading order.
+/// 1 to 16 in reading order.
 const Matrix counting = Matrix_init(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
 
-// No zero, no symmetry, and a determinant that is not small.
+/// No zero, no symmetry, and a determinant that is not small.
 const Matrix general = Matrix_init(2, -1, 3, 0.5f, 1, 4, -2, 1.5f, -3, 2, 5, 1, 0.25f, -1, 2, 3);
 
 TEST(Matrix, loadIdentitySetsTheIdentity)
@@ -144,7 +144,7 @@ TEST(Matrix, aMatrixMayBeMultipliedByItself)
     expectElements(productOf(elementsOf(general), elementsOf(general)), m, 1e-5);
 }
 
-// One elementary operation in both its forms, and the matrix it multiplies onto the right.
+/// One elementary operation in both its forms, and the matrix it multiplies onto the right.
 struct Operation
 {
     const char *name;
@@ -153,8 +153,8 @@ struct Operation
     Elements factor;
 };
 
-// The right-handed rotation about a unit axis by the sum of its projection, cross-product and
-// perpendicular parts.
+/// The right-handed rotation about a unit axis by the sum of its projection, cross-product and
+/// perpendicular parts.
 Elements rotationOf(double x, double y, double z, double angle)
 {
     const double c = std::cos(angle), s = std::sin(angle), k = 1 - c;

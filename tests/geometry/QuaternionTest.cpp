@@ -42,7 +42,7 @@ double dotOf(Quaternion left, Quaternion right)
     return sum;
 }
 
-// left * leftWeight + right * rightWeight, made the length 1, in double precision.
+/// left * leftWeight + right * rightWeight, made the length 1, in double precision.
 Components normalizedSumOf(Quaternion left, double leftWeight, Quaternion right, double rightWeight)
 {
     Components sum;
@@ -56,13 +56,13 @@ Components normalizedSumOf(Quaternion left, double leftWeight, Quaternion right,
     return sum;
 }
 
-// A unit quaternion about z whose dot product with the identity is the given one.
+/// A unit quaternion about z whose dot product with the identity is the given one.
 Quaternion withDotToIdentity(double dot)
 {
     return {0, 0, static_cast<float>(std::sqrt(1 - dot * dot)), static_cast<float>(dot)};
 }
 
-// v turned about a unit axis by the sum of its parts along, across and perpendicular to the axis.
+/// v turned about a unit axis by the sum of its parts along, across and perpendicular to the axis.
 Components turned(const Components &v, const Components &axis, double angle)
 {
     const double c = std::cos(angle), s = std::sin(angle);
@@ -77,7 +77,7 @@ Components turned(const Components &v, const Components &axis, double angle)
 
 const Quaternion noRotation = {0, 0, 0, 1};
 
-// Neither has the length 1.
+/// Neither has the length 1.
 const Quaternion someQuaternion = {1, -2, 3, 0.5f};
 const Quaternion anotherQuaternion = {-0.25f, 4, 1, 2};
 

@@ -52,7 +52,7 @@ protected:
 
     static Components componentsOf(Vector v) { return std::bit_cast<Components>(v); }
 
-    // The first components of a longer list.
+    /// The first components of a longer list.
     static Vector vectorOf(const std::array<float, 4> &values)
     {
         Components components;

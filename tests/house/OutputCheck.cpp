@@ -7,7 +7,7 @@ namespace kelo::test {
 namespace {
 
 constexpr char pngSignature[] = "\x89PNG\r\n\x1a\n";
-// An empty chunk of type IEND: length, type, checksum.
+/// An empty chunk of type IEND: length, type, checksum.
 const QByteArray pngEnd = QByteArray::fromHex("0000000049454e44ae426082");
 
 /// Of the pixels, the part that must differ from the corner's: a model that fills the view covers

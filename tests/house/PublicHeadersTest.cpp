@@ -74,7 +74,7 @@ std::vector<std::string> innerHeadersIn(const std::string &folder, const std::st
     return found;
 }
 
-// The compiler sees to it that the examples include no others: they are hosts, and find no others.
+/// The compiler sees to it that the examples include no others: they are hosts, and find no others.
 TEST(PublicHeaders, areAllThatTheViewerIncludes)
 {
     std::size_t sourceCount = 0;

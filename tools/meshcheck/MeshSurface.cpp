@@ -13,14 +13,14 @@ namespace {
 
 using Point = std::array<double, 3>;
 
-// A face whose height is less than this part of its longest side has no area to speak of: its
-// normal is a matter of rounding.
+/// A face whose height is less than this part of its longest side has no area to speak of: its
+/// normal is a matter of rounding.
 constexpr double leastHeight = 1e-4;
 
-// Beyond 60 degrees light falls on the face from behind its own shading.
+/// Beyond 60 degrees light falls on the face from behind its own shading.
 constexpr double leastNormalCosine = 0.5;
 
-// Within a degree of lying on top of each other.
+/// Within a degree of lying on top of each other.
 constexpr double foldedCosine = -0.99985;
 
 Point difference(const Point &a, const Point &b)

@@ -12,10 +12,10 @@ namespace kelo::meshgen {
 
 namespace {
 
-// A bracket with its slot and post is nearly 2 thick; a button's neck stands 0.9 off the surface.
+/// A bracket with its slot and post is nearly 2 thick; a button's neck stands 0.9 off the surface.
 constexpr double hookStandOff = 1.7;
 constexpr double buttonStandOff = 0.9;
-// Neighbours that just do not touch: closer, the two surfaces would fight for the same pixels.
+/// Neighbours that just do not touch: closer, the two surfaces would fight for the same pixels.
 constexpr double wantedGap = 0.03;
 
 struct Wish

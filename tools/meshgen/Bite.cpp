@@ -10,7 +10,7 @@ namespace kelo::meshgen {
 
 namespace {
 
-// What is farther apart than this has nothing to do with each other in the bite.
+/// What is farther apart than this has nothing to do with each other in the bite.
 constexpr double horizonOfBite = 1.0;
 
 struct Part

@@ -10,9 +10,9 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Where the feet of a body end: inside the pad, between the tooth's surface and the pad's top.
+/// Where the feet of a body end: inside the pad, between the tooth's surface and the pad's top.
 constexpr double footDepth = 0.12;
-// At least this much of height lies between a foot and what is over it.
+/// At least this much of height lies between a foot and what is over it.
 constexpr double leastStep = 0.05;
 
 /// A point of one half of a section across the body: how far up the crown from the slot's middle,
@@ -24,8 +24,8 @@ struct SectionPoint
     enum { FromTop, FromSurface } from;
 };
 
-// One half of the section of a wing, from the slot's floor over the wing and its undercut down to
-// the foot.
+/// One half of the section of a wing, from the slot's floor over the wing and its undercut down to
+/// the foot.
 constexpr SectionPoint wingSection[] = {
     {0.5 * slotWidth, -slotDepth, SectionPoint::FromTop},
     {0.5 * slotWidth, -0.06, SectionPoint::FromTop},
@@ -42,14 +42,14 @@ constexpr SectionPoint wingSection[] = {
     {1.05, footDepth, SectionPoint::FromSurface},
 };
 constexpr double wingSectionSpan = 2.84;
-// Points nearer the slot than this keep their place when a wing is made shorter or rounded.
+/// Points nearer the slot than this keep their place when a wing is made shorter or rounded.
 constexpr double wingStart = 0.82;
 
-// Points nearer the middle than this keep their place when a tube is scooped out between its ends.
+/// Points nearer the middle than this keep their place when a tube is scooped out between its ends.
 constexpr double tubeLipStart = 0.55;
 
-// One half of the section of a tube's outside, from the middle of its top over a lip with a shallow
-// undercut down to the foot.
+/// One half of the section of a tube's outside, from the middle of its top over a lip with a
+/// shallow undercut down to the foot.
 constexpr SectionPoint tubeSection[] = {
     {0.28, 0.0, SectionPoint::FromTop},           {0.66, -0.04, SectionPoint::FromTop},
     {0.96, -0.20, SectionPoint::FromTop},         {1.12, -0.46, SectionPoint::FromTop},

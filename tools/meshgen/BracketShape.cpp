@@ -10,15 +10,15 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Metal parts have crisp bevels; the facets of rods and rounded wings stay smooth.
+/// Metal parts have crisp bevels; the facets of rods and rounded wings stay smooth.
 constexpr double bracketCreaseAngle = 42.0;
 
-// The lowest and highest a body stands over its tooth: room for the slot and an undercut below it,
-// and the bulk that cheeks bear.
+/// The lowest and highest a body stands over its tooth: room for the slot and an undercut below it,
+/// and the bulk that cheeks bear.
 constexpr double lowestTop = 1.7;
 constexpr double highestTop = 2.2;
 
-// The mean normal of this much surface round the middle of the base gives its direction.
+/// The mean normal of this much surface round the middle of the base gives its direction.
 constexpr double seatRadius = 1.2;
 
 /// The frame with its slot turned level, as the torque built into a twin bracket's base does for a

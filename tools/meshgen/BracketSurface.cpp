@@ -9,15 +9,15 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Far enough out to stand outside any crown's bulge, near enough to stay clear of the next tooth.
+/// Far enough out to stand outside any crown's bulge, near enough to stay clear of the next tooth.
 constexpr double rayStart = 8.0;
 
-// A pad may follow a surface down to this depth under its middle; beyond, the crown turns away to
-// its neighbour and a pad would wrap round it as no bracket base does.
+/// A pad may follow a surface down to this depth under its middle; beyond, the crown turns away to
+/// its neighbour and a pad would wrap round it as no bracket base does.
 constexpr double deepestFollowed = 1.1;
 
-// How far the underside is sunk into the tooth. Between its points the pad is flat and the tooth
-// is not; a few hundredths keep light from showing under the rim.
+/// How far the underside is sunk into the tooth. Between its points the pad is flat and the tooth
+/// is not; a few hundredths keep light from showing under the rim.
 constexpr double sunk = 0.05;
 
 double signedPower(double base, double exponent)

@@ -10,23 +10,23 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Rows run along the arch from right to left. An even number per tooth makes the row between the
-// central incisors the middle one.
+/// Rows run along the arch from right to left. An even number per tooth makes the row between the
+/// central incisors the middle one.
 constexpr int rowsPerTooth = 20;
 constexpr int endRows = 12;
-// Points of a row: outer side, over the crest, inner side; then base or palate.
+/// Points of a row: outer side, over the crest, inner side; then base or palate.
 constexpr int sidePoints = 24;
 constexpr int crestPoints = 6;
 constexpr int palatePoints = 20;
 constexpr int basePoints = 8;
 
 constexpr double marginAboveCervicalLine = 1.0;
-// Of the crown's height over the margin's zenith.
+/// Of the crown's height over the margin's zenith.
 constexpr double papillaOfVisibleHeight = 0.42;
-// The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
+/// The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
 constexpr double gumThickness = 0.5;
 constexpr double endLength = 6.0;
-// The part of a tooth's half width on which its rows stand; beyond lies the papilla's.
+/// The part of a tooth's half width on which its rows stand; beyond lies the papilla's.
 constexpr double lastRow = 0.93;
 
 Vec3 mixed(const Vec3 &a, const Vec3 &b, double f)
@@ -99,7 +99,7 @@ private:
 
     bool upper;
     std::vector<const Tooth *> teeth; // from right to left
-    // One value a tooth, to be looked up with along():
+    /// One value a tooth, to be looked up with along():
     std::vector<Vec3> outward, apical, outerZenith, innerZenith;
 };
 

@@ -14,8 +14,8 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Decimals of every number written: 0.01 micrometres, a tenth of the step of a single-precision
-// coordinate at 30 mm and so no loss to any reader.
+/// Decimals of every number written: 0.01 micrometres, a tenth of the step of a single-precision
+/// coordinate at 30 mm and so no loss to any reader.
 constexpr int writtenDecimals = 5;
 constexpr double writtenUnitsPerMillimetre = 1e5;
 

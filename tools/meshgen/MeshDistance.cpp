@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint32_t facesOfALeaf = 4;
 
-// No axis and no symmetry of a dental arch, so that the ray meets no edge.
+/// No axis and no symmetry of a dental arch, so that the ray meets no edge.
 const Vec3 rayDirection = normalized({0.3717, 0.5311, 0.7613});
 
 double &coordinate(Vec3 &v, int axis)

@@ -16,7 +16,7 @@ namespace kelo::meshgen {
 
 namespace {
 
-// A frame costs by the triangle. These suffice for what each kind of tooth has to show.
+/// A frame costs by the triangle. These suffice for what each kind of tooth has to show.
 constexpr std::size_t frontToothTriangles = 1900;
 constexpr std::size_t premolarTriangles = 2200;
 constexpr std::size_t molarTriangles = 2800;

@@ -10,8 +10,8 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Where a hollow's side meets a crest, light would fall badly on faces that stand farther than this
-// off their points' normals.
+/// Where a hollow's side meets a crest, light would fall badly on faces that stand farther than
+/// this off their points' normals.
 constexpr double foldDegrees = 40.0;
 
 /// The lesser of both, rounded where they are about the same: never more than either, and less by

@@ -49,14 +49,14 @@ struct Quadric
     }
 };
 
-// A face may turn by no more than this (60 degrees) in one collapse, and no normal of its corners
-// may stand farther off it (53 degrees): beyond, the surface folds or is shaded against its form.
+/// A face may turn by no more than this (60 degrees) in one collapse, and no normal of its corners
+/// may stand farther off it (53 degrees): beyond, the surface folds or is shaded against its form.
 constexpr double leastTurnCosine = 0.5;
 constexpr double leastNormalCosine = 0.6;
-// Slivers below this height by length are not made: they are shaded in streaks.
+/// Slivers below this height by length are not made: they are shaded in streaks.
 constexpr double leastSlimness = 0.04;
-// What a turned normal costs beside a moved surface: a highlight shows a bend of the normals long
-// before the outline shows the bend of the surface.
+/// What a turned normal costs beside a moved surface: a highlight shows a bend of the normals long
+/// before the outline shows the bend of the surface.
 constexpr double normalWeight = 0.02;
 
 /// Collapses edges of one mesh, the cheapest first; a vertex is drawn into its neighbour.

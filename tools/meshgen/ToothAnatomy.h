@@ -61,7 +61,7 @@ struct ToothAnatomy
     double rhomboid = 0.0;          ///< mesial shift per labial distance: acute mesiobuccal corner
     double lean = 0.0;              ///< labial shift of the edge or cusps against the cervix, mm
 
-    // Edges of front teeth.
+    /// Edges of front teeth.
     double mesialCornerDrop = 0.0; ///< rounding of the mesial corner, mm
     double distalCornerDrop = 0.0; ///< rounding of the distal corner, mm
     double cornerPower = 6.0;      ///< high: a corner; low: a slope all along the edge
@@ -70,7 +70,7 @@ struct ToothAnatomy
     double fossaDepth = 0.0;       ///< of the lingual fossa, mm
     double labialRidge = 0.0;      ///< middle ridge of the labial face, mm
 
-    // Occlusal surfaces of back teeth.
+    /// Occlusal surfaces of back teeth.
     std::vector<Cusp> cusps;
     std::vector<Ridge> ridges;
     std::vector<Groove> grooves;

@@ -10,15 +10,15 @@ namespace kelo::meshgen {
 
 namespace {
 
-// Fine enough that a groove of a quarter of a millimetre shows; simplified() then keeps the
-// triangles where the surface bends.
+/// Fine enough that a groove of a quarter of a millimetre shows; simplified() then keeps the
+/// triangles where the surface bends.
 constexpr int sectorCount = 96;
 constexpr int rootRings = 7;
 constexpr int wallRings = 26;
 constexpr int capRings = 26;
 constexpr int edgeRings = 5;
 
-// As much of the root as the gum covers; nothing of it is ever seen.
+/// As much of the root as the gum covers; nothing of it is ever seen.
 constexpr double rootLength = 5.0;
 
 /// A smooth curve through the six values of a profile (Catmull-Rom), t from 0 to 1.

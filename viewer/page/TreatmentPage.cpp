@@ -18,7 +18,7 @@
 namespace viewer {
 namespace {
 
-// Points of 1/72 inch throughout: the painter is scaled to them.
+/// Points of 1/72 inch throughout: the painter is scaled to them.
 constexpr double pointsPerInch = 72.0;
 constexpr double gap = 10.0;
 constexpr double colorSwatchSize = 8.0;

@@ -6,8 +6,8 @@
 namespace viewer {
 namespace {
 
-// Distances to the outside in thirds of a pixel: 3 along a row or column, 4 along a diagonal, which
-// is within 8 % of the true one.
+/// Distances to the outside in thirds of a pixel: 3 along a row or column, 4 along a diagonal,
+/// which is within 8 % of the true one.
 constexpr int straight = 3;
 constexpr int diagonal = 4;
 

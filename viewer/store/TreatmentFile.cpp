@@ -300,7 +300,7 @@ private:
     }
 
     JSONProblems &problems_;
-    // What is looked up for every entry is made once.
+    /// What is looked up for every entry is made once.
     const std::set<std::string> teeth_ = toothKeys();
     const std::set<std::string> buttons_ = buttonKeys();
     const std::set<std::string> members_ = membersOfElastics();

@@ -15,7 +15,7 @@
 #error "The library puts headers of other names on a host's include path"
 #endif
 
-// Prints a colour, a vector and an event of its own beside those of the library.
+/// Prints a colour, a vector and an event of its own beside those of the library.
 int main()
 {
     const Color ownColor{"ivory"};
