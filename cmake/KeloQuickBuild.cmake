@@ -1,7 +1,7 @@
 # What makes this project's own builds quick. A host that builds the library in its tree decides for
 # itself, so the option is off by default and on in the presets.
 #
-# The preset `alone` leaves it off: there every source is compiled by itself, which shows that each one
+# The preset `alone` leaves it off: there every source is compiled alone, which shows that each one
 # includes what it uses.
 if(NOT KELO_QUICK_BUILD)
     return()

@@ -3,7 +3,7 @@ include(GoogleTest)
 # kelo_test_options: for code of tests, which is compiled far more often than it runs. Lines but no
 # variables in the debug information, and little optimisation, halve its compilation. Warnings about the
 # same short name in two tests of a batch are no findings; the preset `alone` has them on. Linked after
-# kelo_options, whose switches it takes back.
+# kelo_options, whose switches it overrides.
 add_library(kelo_test_options INTERFACE)
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
     target_compile_options(kelo_test_options INTERFACE -O1 -g1)

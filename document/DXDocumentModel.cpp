@@ -330,7 +330,7 @@ void DXDocumentModel::setButtonVisibilities(const Visibilities &visibilities)
     });
 }
 
-// The toggles copy the key that they are given, because it may stand in something that the delegate
+// The toggles copy the key that they are given, because it may be in something that the delegate
 // takes apart: a dictionary of models, an elastic's sequence.
 
 void DXDocumentModel::toggleVisibilityOfBracket(const std::string &givenKey)

@@ -43,7 +43,7 @@ bool DXDocumentModel::isPlaced(const std::shared_ptr<ElasticModel> &elastic) con
 void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &givenElastic)
 {
     const auto keepAlive = weak_from_this().lock();
-    // A reference of its own, here and below: the one given may stand in the list that changes.
+    // A reference of its own, here and below: the given one may be in the list that changes.
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!elastic) return;
     change([&] { _elasticModels.push_back(elastic); });
@@ -114,7 +114,7 @@ void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
             if (member == key) continue;
             members.push_back(member);
             // A bracket and the button on the same tooth count once, wherever the button's letter
-            // stands in a chart of the host's own.
+            // is in a chart of the host's own.
             const int tooth = integerValueOfNameKey(toothKeyOfNameKey(member));
             if (tooth >= 0) teeth.insert(tooth);
         }

@@ -13,7 +13,7 @@ std::uint32_t &counter()
     return next;
 }
 
-/// The pieces between the separators, empty ones included: an empty text has one empty piece.
+/// The pieces between the separators, empty ones included: an empty string has one empty piece.
 std::vector<std::string> components(const std::string &text, char separator)
 {
     std::vector<std::string> pieces;

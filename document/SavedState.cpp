@@ -18,7 +18,7 @@ std::optional<long> typeIDOf(const std::shared_ptr<Type> &type)
     return type ? std::optional<long>(type->typeID) : std::nullopt;
 }
 
-/// The value of every model: the given one, or what a key that is left out stands for.
+/// The value of every model: the given one, or the default of a key that is left out.
 template<class Value>
 NameKeyDictionary<Value> completed(const DXDocumentModel::Models &models,
                                    const NameKeyDictionary<Value> &values, const Value &leftOut)
@@ -131,7 +131,7 @@ SavedState savedStateOf(const DXDocumentModel &document)
                      document.buttonVisibilities(),
                      {},
                      {}};
-    // 4999 stands for no colour.
+    // 4999 means no colour.
     for (const auto &[key, typeID] : document.bracketColorsTypeIDs()) {
         if (typeID != noBracketColorTypeID) state.bracketColorTypeIDs.emplace(key, typeID);
     }

@@ -6,8 +6,8 @@
 //
 // runs N distinct inputs (200000 unless told): every truncation of every seed, every byte removed,
 // doubled and replaced, fragments inserted everywhere, then random mixtures of seeds and edits.
-// Texts from which the reader never returns are told beforehand (isEndlessOBJ: the text ends within
-// a face line), skipped and counted apart. Prints one line and exits 0; an input that reads
+// Texts from which the reader never returns are recognised beforehand (isEndlessOBJ: the text ends
+// within a face line), skipped and counted apart. Prints one line and exits 0; an input that reads
 // differently is kept as obj_mutations-N.obj, and the exit status is 1.
 
 #include "models/OBJReader.h"

@@ -50,7 +50,7 @@ public:
     /// Always a MutableExtents.
     [[nodiscard]] std::shared_ptr<MutableExtents> mutableCopy() const;
 
-    /// The bounds. Only MutableExtents::orient sees to it that min <= max.
+    /// The bounds. Only MutableExtents::orient ensures that min <= max.
     [[nodiscard]] double xMin() const { return _xMin; }
     [[nodiscard]] double xMax() const { return _xMax; }
     [[nodiscard]] double yMin() const { return _yMin; }
@@ -129,8 +129,8 @@ public:
     void absorbDoubles(const double *coordinates);
     void absorbFloats(const float *coordinates);
 
-    /// Grow to hold a box. An empty box takes over the other's bounds and becomes active, whether
-    /// the other is active or not. The other's flag is never looked at: a fresh box, all zeros,
+    /// Grow to hold a box. An empty box adopts the other's bounds and becomes active, whether
+    /// the other is active or not. The other's flag is ignored: a fresh box, all zeros,
     /// pulls this one out to the origin.
     void absorbExtents(const Extents &other);
 

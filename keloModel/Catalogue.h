@@ -57,13 +57,13 @@ struct CatalogueReading
 /// is one of the sizes (0 or left out: none), its "bracketSequence" keys of teeth and buttons
 /// joined by commas, at least two, or empty. Unknown members are problems too, since they are
 /// misspelt ones, and so are lists and texts beyond the limits above. At most a hundred problems
-/// are told, then how many more there are. Takes time in proportion to the text.
+/// are reported, then how many more there are. Takes time in proportion to the text.
 ///
 /// A list that is left out is taken from `defaults`; without defaults it is a problem.
 KELO_EXPORT CatalogueReading catalogueFromJSON(const QByteArray &text,
                                                const Catalogue *defaults = nullptr);
 
-/// The same for an object inside a larger text; `place` stands in front of every problem's place.
+/// The same for an object inside a larger text; `place` is put before every problem's place.
 KELO_EXPORT CatalogueReading catalogueFromJSON(const QJsonObject &object, const std::string &place,
                                                const Catalogue *defaults = nullptr);
 

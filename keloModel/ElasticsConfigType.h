@@ -11,7 +11,7 @@ struct KELO_EXPORT ElasticsConfigType : QKType
     /// The typeID of its ElasticsSizeType; 0 or less when it names none.
     long elasticsSizeTypeID = 0;
     /// Name keys of brackets and lingual buttons in band order, joined by commas without blanks, as
-    /// in "6,30" or "3l,30"; empty when the configuration stands for no particular place.
+    /// in "6,30" or "3l,30"; empty when the configuration has no particular place.
     std::string bracketSequence;
 
     /// Whether there is a sequence to place.

@@ -18,8 +18,8 @@ namespace kelo {
 /// Not installed: shared by the readers of this tree, the viewer's of treatment files among them.
 ///
 /// Collects what is wrong with a JSON text, each problem with its place in front, as in
-/// "notes[2].date: must be a date, as in 2026-11-20". The first hundred are kept: nobody reads on,
-/// and a text from elsewhere may have millions.
+/// "notes[2].date: must be a date, as in 2026-11-20". The first hundred are kept: nobody reads
+/// more, and a text from elsewhere may have millions.
 class JSONProblems
 {
 public:

@@ -32,7 +32,7 @@ public:
 
     /// @name Teeth and lingual buttons that belong to a side of the printed page
     /// The page shows the arches as a clinician faces them: on its left side the patient's right.
-    /// An elastic is listed on every side that has one of its members. The canines stand on two
+    /// An elastic is listed on every side that has one of its members. The canines are on two
     /// sides, the front and their own, because most bands that are seen from the side start there.
     /// @{
     /// Canine to second molar of the patient's right: "2" to "6", "27" to "31", and their buttons.

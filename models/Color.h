@@ -55,7 +55,7 @@ struct KELO_EXPORT Color
                 rest * blue + fraction * other.blue, rest * alpha + fraction * other.alpha};
     }
 
-    /// Four floats red, green, blue, alpha, for handing straight to an OpenGL call. They stand in
+    /// Four floats red, green, blue, alpha, for handing straight to an OpenGL call. They are in
     /// one of eight slots that all colours share and that are filled in turn: the pointer is good
     /// until eight further calls. Only on the thread that owns the OpenGL context.
     const float *rgba() const;

@@ -29,7 +29,7 @@ inline constexpr char modelChangedNotification[] = "modelChangedNotification";
 /// do not look at the flags, the view does.
 ///
 /// Buffer names live with the context that made them. Drawn in another context, or again after its
-/// context went, the mesh uploads once more from the arrays that it keeps. Without a current
+/// context went, the mesh uploads again from the arrays that it keeps. Without a current
 /// context nothing is uploaded or drawn.
 ///
 /// An index outside the vertices is never handed to OpenGL: a mesh that has one draws nothing, and
@@ -55,7 +55,7 @@ public:
     std::uint64_t uniqueID() const { return uniqueID_; }
     /// The identifier that the next mesh will take.
     static std::uint64_t nextUniqueID();
-    /// Skips identifiers, for a host that keeps a range of them for itself. Going back would give
+    /// Skips identifiers, for a host that reserves a range of them. Going back would give
     /// an identifier twice: AssertionFailure.
     static void setNextUniqueID(std::uint64_t uniqueID);
 

@@ -103,8 +103,8 @@ public:
     void primeOpenGL() const;
 
     /// @name User defaults
-    /// Colours stand under "Model " followed by their key, the shininess, as a single float, under
-    /// "Model shininess", in the standard user defaults. The sender is ignored.
+    /// Colours are stored under "Model " followed by their key, the shininess, as a single float,
+    /// under "Model shininess", in the standard user defaults. The sender is ignored.
     /// @{
     /// One batch, and so one write to the disk.
     void saveDefaults(const void *sender = nullptr) const;

@@ -36,7 +36,7 @@ void readOBJ(const char *path, int file, std::uint64_t size, const OBJReadingLim
              OBJVertex **vertices, std::uint32_t *vertexCount, std::uint32_t **indexes,
              std::uint32_t *indexCount);
 
-/// `loadOBJFile` with other limits; a null `reallocate` stands for the C allocator's.
+/// `loadOBJFile` with other limits; a null `reallocate` means the C allocator's.
 bool loadOBJFile(const char *path, const OBJReadingLimits &limits, OBJVertex **vertices,
                  std::uint32_t *vertexCount, std::uint32_t **indexes, std::uint32_t *indexCount);
 

@@ -156,7 +156,7 @@ private:
         _unread -= static_cast<std::size_t>(got);
     }
 
-    /// Where the last whole line ends; 0 if no line ends at `searched` or behind it.
+    /// Where the last whole line ends; 0 if no line ends at `searched` or after it.
     std::size_t endOfLastLine(std::size_t searched)
     {
         std::size_t end = 0;

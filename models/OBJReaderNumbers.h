@@ -93,7 +93,7 @@ inline Conversion convertFloatToken(char *p, char *end, float &value, CLocale &l
 /// give what `strtof` gives; otherwise false.
 ///
 /// Up to 2^53 the digits are one exact double, and so are the powers of ten up to 10^22; a single
-/// division or multiplication is then the correctly rounded double. Rounding that once more to
+/// division or multiplication is then the correctly rounded double. Rounding that again to
 /// float is right unless the double lies exactly in the middle of two floats (only there can the
 /// first rounding have moved the number across the border, since rounding is monotonic and the
 /// middles are doubles). The range 10^-22 to 2^53 * 10^22 lies within the normal floats.
@@ -135,7 +135,7 @@ struct NumberAndEnd
     Conversion conversion;
 };
 
-/// `readFloat` for everything but plain digits. `exponentDigits` is behind the `e` of a number in
+/// `readFloat` for everything but plain digits. `exponentDigits` follows the `e` of a number in
 /// scientific notation, whose digits so far are `mantissa` times ten to the power `exponent`;
 /// otherwise null.
 [[gnu::noinline]] inline NumberAndEnd<char, float>
@@ -164,7 +164,7 @@ readUnusualFloat(char *p, const char *exponentDigits, std::uint64_t mantissa,
     return number;
 }
 
-/// Reads the number at `p`, which stands on the token's first character, and moves `p` behind the
+/// Reads the number at `p`, which is the token's first character, and moves `p` past the
 /// token. Bit for bit the value of `strtof` in the "C" locale: plain digits by `makeFloat`,
 /// everything else (and the digits that it declines) by the C library.
 [[gnu::always_inline]] inline Conversion readFloat(char *&p, float &value, CLocale &locale)
@@ -231,8 +231,8 @@ template<class Character>
     return number;
 }
 
-/// Reads the number of a face at `p`, which stands on the token's first character, and moves `p` to
-/// the delimiter behind it.
+/// Reads the number of a face at `p`, which is the token's first character, and moves `p` to
+/// the delimiter after it.
 template<class Character>
 [[gnu::always_inline]] inline Conversion readFaceNumber(Character *&p, std::int64_t &value)
 {

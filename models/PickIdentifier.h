@@ -6,7 +6,7 @@
 
 namespace kelo {
 
-/// What the colour of a pixel in a pick pass stands for, as 24 bits: red, green, blue from the
+/// What the colour of a pixel in a pick pass identifies, as 24 bits: red, green, blue from the
 /// highest byte down. 0 is the background; a mesh's unique identifier lies below
 /// `firstElasticPickIdentifier`; an elastic is that plus its place in the document's list.
 inline constexpr std::uint32_t firstElasticPickIdentifier = 0x800000;

@@ -173,7 +173,7 @@ public:
                 }
             });
         } catch (const std::system_error &) {
-            // A machine that has no thread to give: the first one reads all files by itself.
+            // Without a second thread the first one reads all files alone.
         }
     }
     ~SecondReader()

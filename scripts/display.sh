@@ -29,7 +29,7 @@ start_display() {
     unset WAYLAND_DISPLAY
     openbox --sm-disable --config-file "$root/scripts/openbox.xml" >/dev/null 2>&1 &
     display_processes+=($!)
-    # The number of desktops is told by the window manager, as soon as there is one.
+    # The window manager reports the number of desktops, as soon as there is one.
     for ((i = 0; i < 200; i++)); do
         xdotool get_num_desktops >/dev/null 2>&1 && return 0
         sleep 0.05

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Brings the translation files of the viewer up to date with the texts of its sources and of the
 # treatment view: new texts come in untranslated, texts that are gone go. What is to be translated
-# then stands there as unfinished.
+# is then marked as unfinished.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 source "$root/scripts/common.sh"

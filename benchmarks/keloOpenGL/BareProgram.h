@@ -12,7 +12,7 @@ struct Mesh
 {
     std::vector<float> vertices; ///< position and normal, six floats a vertex
     std::vector<std::uint32_t> indexes;
-    std::array<float, 4> color; ///< of the diffuse light; one colour stands for the material
+    std::array<float, 4> color; ///< of the diffuse light; one colour is the whole material
     float shininess;
 };
 

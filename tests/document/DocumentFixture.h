@@ -35,7 +35,7 @@ inline Keys joined(Keys first, const Keys &second)
     return first;
 }
 
-/// A delegate that writes down what it is told, one text a call: "bracket 8 hidden".
+/// A delegate that writes down what it is told, one string a call: "bracket 8 hidden".
 struct RecordingDelegate : DXDocumentModelDelegate
 {
     RecordingDelegate()

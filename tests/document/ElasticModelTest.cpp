@@ -19,7 +19,7 @@ std::shared_ptr<ElasticsConfigType> configuration(long sizeTypeID, const std::st
     return made;
 }
 
-/// The death test's fresh process is where the process's counter stands at its start.
+/// The death test's fresh process is where the process's counter is at its start.
 TEST(ElasticModelDeathTest, theFirstElasticOfAProcessHasIdentifier0AndTheNext1)
 {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";

@@ -22,7 +22,7 @@ using kelo::test::startsWith;
 
 using Lines = std::vector<std::string>;
 
-bool isSource(const std::string &path)
+bool isCode(const std::string &path)
 {
     return endsWith(path, ".h") || endsWith(path, ".cpp");
 }
@@ -105,7 +105,7 @@ TEST(FunctionLength, noFunctionIsLongerThanSixtyLinesWithoutAReason)
 {
     std::size_t functionCount = 0;
     for (const std::string &path : sourceFiles()) {
-        if (!isSource(path)) continue;
+        if (!isCode(path)) continue;
         const std::string source = contentOfSourceFile(path);
         EXPECT_EQ(longFunctionsIn(source), Lines()) << path;
         functionCount += functionsIn(linesOf(source)).size();
@@ -182,7 +182,7 @@ std::vector<std::size_t> wronglyMarkedCommentsIn(const std::string &source)
 TEST(Comments, declarationsAreDescribedWithThreeSlashesAndStepsWithTwo)
 {
     for (const std::string &path : sourceFiles()) {
-        if (!isSource(path)) continue;
+        if (!isCode(path)) continue;
         for (const std::size_t line : wronglyMarkedCommentsIn(contentOfSourceFile(path)))
             ADD_FAILURE() << path << ":" << line;
     }
@@ -218,8 +218,8 @@ Lines fixedWaitsIn(const std::string &source)
 TEST(FixedWaits, everyFixedWaitOfATestSaysWhy)
 {
     for (const std::string &path : sourceFiles()) {
-        if (startsWith(path, "tests/") && isSource(path))
-            EXPECT_EQ(fixedWaitsIn(contentOfSourceFile(path)), Lines()) << path;
+        if (!startsWith(path, "tests/") || !isCode(path)) continue;
+        EXPECT_EQ(fixedWaitsIn(contentOfSourceFile(path)), Lines()) << path;
     }
 }
 

@@ -162,6 +162,35 @@ Texts missingIn(const std::string &code)
     return missing;
 }
 
+/// The last column of each row of a table: the names in it that are marked as code.
+Texts namesInLastColumnOf(const std::string &document)
+{
+    static const std::regex row(R"re(\|([^|]*)\|\s*$)re");
+    static const std::regex span("`(\\w+)`");
+    Texts names;
+    for (const std::string &line : linesOf(document))
+        for (const std::string &column : matchesIn(line, row))
+            for (const std::string &name : matchesIn(column, span))
+                names.push_back(name);
+    return names;
+}
+
+TEST(Documents, everyLimitNamesATestThatIsThere)
+{
+    std::set<std::string> tests;
+    static const std::regex test(R"re(\bTEST(?:_F|_P)?\(\s*\w+,\s*(\w+)\))re");
+    for (const std::string &path : sourceFiles()) {
+        if (!endsWith(path, "Test.cpp")) continue;
+        for (const std::string &name : matchesIn(contentOfSourceFile(path), test))
+            tests.insert(name);
+    }
+    const Texts named = namesInLastColumnOf(contentOfSourceFile("docs/limits.md"));
+    EXPECT_GT(named.size(), 30u);
+    for (const std::string &name : named)
+        EXPECT_TRUE(tests.count(name)) << name;
+    EXPECT_EQ(namesInLastColumnOf("| `a` | `b c` | `one`, `two` |\n"), (Texts{"one", "two"}));
+}
+
 TEST(Documents, everyPathAndCommandInThemIsThere)
 {
     std::size_t lookedAt = 0;

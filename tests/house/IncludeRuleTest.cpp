@@ -333,7 +333,7 @@ TEST(IncludeRule, theTableNamesOnlyRoomsThatItHolds)
                 << lower;
 }
 
-/// What stands in the way of a table in which every room lies below all that may include it, one
+/// What is wrong with a table in which every room lies below all that may include it, one
 /// line each. In such a table no rooms include each other in a circle.
 std::vector<std::string> orderProblems(const std::vector<Room> &rooms)
 {

@@ -74,7 +74,7 @@ std::vector<std::string> innerHeadersIn(const std::string &folder, const std::st
     return found;
 }
 
-/// The compiler sees to it that the examples include no others: they are hosts, and find no others.
+/// The examples include no others, since they are hosts: the compiler finds no others for them.
 TEST(PublicHeaders, areAllThatTheViewerIncludes)
 {
     std::size_t sourceCount = 0;
@@ -143,7 +143,7 @@ std::vector<std::string> unmarkedIn(const std::string &header, const std::string
     return found;
 }
 
-/// The library's sources, one behind the other.
+/// The library's sources, one after the other.
 std::string librarySources()
 {
     std::string sources;

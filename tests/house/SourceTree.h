@@ -6,7 +6,7 @@
 namespace kelo::test {
 
 /// Paths of all files of the source tree, relative to its root, sorted, written with '/'. What is
-/// made by building or running (build/, out/) and what tools keep for themselves is left out.
+/// made by building or running (build/, out/) and the private files of tools is left out.
 std::vector<std::string> sourceFiles();
 
 /// Whether the tree holds a file or folder of this name, relative to its root.

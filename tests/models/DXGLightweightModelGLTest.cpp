@@ -269,7 +269,7 @@ TEST_F(DXGLightweightModelGL, theExtendedHitboxIsClosedAndFacesOutwardsOnAllSixS
 
 TEST_F(DXGLightweightModelGL, everySideOfTheExtendedHitboxIsOneUnitFromTheExtents)
 {
-    // Different on every side: no side can stand for another.
+    // Different on every side: no side can be taken for another.
     const OBJVertex corners[3]{{{-2.0f, -1.0f, -4.0f}, {0, 0, 1}},
                                {{1.0f, 3.0f, 2.0f}, {0, 0, 1}},
                                {{1.0f, 3.0f, 2.0f}, {0, 0, 1}}};

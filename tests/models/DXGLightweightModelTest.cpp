@@ -32,7 +32,7 @@ public:
     int count = 0;
 };
 
-/// The counter belongs to the process, so the death test's fresh process is where it stands at its
+/// The counter belongs to the process, so the death test's fresh process is where it is at its
 /// start. ("threadsafe" runs the program anew, and there nothing but this test up to the
 /// statement.)
 TEST(DXGLightweightModelDeathTest, theFirstModelOfAProcessHasIdentifier1AndTheNext2)

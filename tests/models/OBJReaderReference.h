@@ -30,7 +30,7 @@ inline bool sameArrays(const ReadMesh &a, const ReadMesh &b)
 }
 
 /// Whether the reader never returns from this text: it ends within a face line, that is, the first
-/// character that is neither space nor tab behind the last line end is an `f`.
+/// character that is neither space nor tab after the last line end is an `f`.
 inline bool isEndlessOBJ(std::string_view text)
 {
     const std::size_t lineEnd = text.find_last_of("\r\n");
@@ -40,7 +40,7 @@ inline bool isEndlessOBJ(std::string_view text)
     return first != std::string_view::npos && last[first] == 'f';
 }
 
-/// The reader's rules once more, as plainly as they can be written: the whole text at once, one
+/// The reader's rules again, as plainly as they can be written: the whole text at once, one
 /// string a token, the C library's conversions (so the process must be in the "C" locale). Serves
 /// to check the fast reader against; not for texts for which `isEndlessOBJ` holds.
 class ReferenceOBJReader

@@ -327,7 +327,7 @@ TEST(OBJReader, aZeroByteIsAnOrdinaryCharacterAndDoesNotEndTheText)
 
 TEST(OBJReader, normalsAreCopiedAsWrittenWhenAFaceAssignsThem)
 {
-    // More vertices than the first capacity, so that grown memory is looked at as well.
+    // More vertices than the first capacity, so that grown memory is checked as well.
     std::string text = "vn 0 0 7\n";
     for (int i = 0; i < 3000; ++i)
         text += "v 1 2 3\n";

@@ -19,12 +19,14 @@ public:
                         QStringLiteral("--backend"), QStringLiteral("xrender")});
         // The program itself tells whether one is running.
         if (!process_.waitForStarted()) return;
-        isRunning_ = waitUntil([] {
-            QProcess question;
-            question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
-            question.waitForFinished();
-            return question.readAllStandardOutput().contains("Another compositor");
-        });
+        isRunning_ = waitUntil(
+            [] {
+                QProcess question;
+                question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
+                question.waitForFinished();
+                return question.readAllStandardOutput().contains("Another compositor");
+            },
+            20000);
     }
     ~Compositor()
     {

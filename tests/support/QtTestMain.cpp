@@ -24,7 +24,7 @@ int main(int argc, char **argv)
 #endif
     kelo::useWidgetPresenters();
     // Never deleted: with it the graphics driver would be unloaded, and what the driver keeps until
-    // the process ends would look like leaks of nobody's to the leak checker.
+    // the process ends would look like leaks to the leak checker.
     [[maybe_unused]] static const auto *application = new QApplication(argc, argv);
     kelo::test::installLogGuard();
     testing::UnitTest::GetInstance()->listeners().Append(new GuardListener);

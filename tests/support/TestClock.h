@@ -31,7 +31,7 @@ private:
     std::unique_ptr<RunLoop> previous_;
 };
 
-/// The clock of a test. While it lives, the time of the whole program stands still until the test
+/// The clock of a test. While it lives, the time of the whole program stops until the test
 /// lets some pass:
 ///
 ///     TestClock clock;

@@ -51,7 +51,7 @@ protected:
         // What a test before pressed or left under the pointer is not this one's.
         xdotool({"keyup", "Control_L", "mouseup", "1", "mousemove", "1270", "1010"});
         ASSERT_TRUE(waitUntil([this] { return top->isActiveWindow(); }));
-        // The window manager may move and size the window once more.
+        // The window manager may still move and size the window.
         ASSERT_TRUE(displayIsSettled());
         ASSERT_TRUE(waitUntil([this] { return !view->needsDisplay(); }));
         view->events.clear();

@@ -10,7 +10,7 @@
 namespace kelo::test {
 
 /// What `action` returns in a child process of an ordinary user. The superuser, as which containers
-/// run tests, may read every file whatever its permissions; files that nobody may read are thereby
+/// run tests, may read every file whatever its permissions; so files that nobody may read are
 /// tested there too.
 template<class Action>
 std::string resultWithoutPrivileges(Action &&action)

@@ -97,7 +97,7 @@ TEST(MeshcheckStrict, everyKindOfProblemIsToldWithItsLineAndReason)
 
 TEST(MeshcheckStrict, bodiesThatRunIntoEachOtherAreNoProblem)
 {
-    // The second tetrahedron stands in the first one with a corner.
+    // A corner of the second tetrahedron is inside the first one.
     const std::string both = tetrahedron +
                              "v 0.2 0.2 0.1\nv 1.2 0.2 0.1\nv 0.2 1.2 0.1\nv 0.2 0.2 1.1\n"
                              "f 5 7 6\nf 5 6 8\nf 5 8 7\nf 6 7 8\n";

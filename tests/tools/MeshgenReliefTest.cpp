@@ -1,4 +1,4 @@
-// Reliefs: the file that they stand in, and the hollows that they leave in crowns.
+// Reliefs: the file that has them, and the hollows that they leave in crowns.
 
 #include "tests/tools/ParameterFileTest.h"
 #include "tools/meshgen/PatientMeshes.h"

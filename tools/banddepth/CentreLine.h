@@ -9,7 +9,7 @@
 
 namespace kelo::banddepth {
 
-/// A point of a line, with the length of the line that it stands for (half of the way to either
+/// A point of a line, with the length of the line that it represents (half of the way to either
 /// neighbour).
 struct Sample
 {

@@ -38,7 +38,7 @@ std::vector<Finding> findingsOf(const Scene &scene, const std::vector<Band> &ban
 std::vector<Finding> allFindings(const Scene &scene, const std::vector<Band> &bands);
 
 /// An anchor that lies inside a tooth of either jaw while the mouth is closed: every band that is
-/// led through it then runs in that tooth, however its way goes on.
+/// led through it then runs in that tooth, wherever it leads afterwards.
 struct AnchorFinding
 {
     std::size_t anchor = 0;   ///< an index of `anchors`

@@ -39,7 +39,7 @@ inline constexpr std::size_t mostListedProblems = 100;
 /// number of the others. Tokens of the text are shown without control characters, and shortened.
 ///
 /// **Size**: no more vertices, normals and triangles than docs/limits.md has; what is behind is not
-/// looked at.
+/// checked.
 ///
 /// **Text**: numbers that are malformed or not finite, `v` sequences that the reader does not know,
 /// vertex and normal numbers that are zero, negative or beyond what was read so far, faces of fewer

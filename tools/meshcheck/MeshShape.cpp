@@ -216,7 +216,7 @@ private:
     }
 
     const MeshShape &_shape;
-    std::vector<std::uint32_t> _welded; ///< the position that stands for each position
+    std::vector<std::uint32_t> _welded; ///< the position that represents each position
     std::vector<Side> _sides;           ///< sorted by edge
     std::vector<std::size_t> _open;     ///< sides without a neighbour
     DisjointSets _surfaces;             ///< faces that hang together by edges

@@ -52,7 +52,7 @@ private:
     static constexpr std::size_t maximum = 10'000;
 };
 
-/// For every position the first one at exactly the same place, which stands for all of them.
+/// For every position the first one at exactly the same place, which represents all of them.
 std::vector<std::uint32_t> weldedPositions(const MeshShape &shape);
 
 /// What is wrong with the shape, see `checkMeshText`. All positions are finite and all corners in

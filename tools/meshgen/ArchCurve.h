@@ -11,7 +11,7 @@ namespace kelo::meshgen {
 class ArchCurve
 {
 public:
-    /// The polynomial curve (degrees 5 in x, 4 in y) that is nearest to `points`, which stand in
+    /// The polynomial curve (degrees 5 in x, 4 in y) that is nearest to `points`, which are in
     /// order from right to left; at least seven. Their z is not used.
     explicit ArchCurve(const std::vector<Vec3> &points);
 
@@ -21,7 +21,7 @@ public:
     Vec3 tangentAt(double station) const;
     /// Unit normal out of the mouth.
     Vec3 outwardAt(double station) const;
-    /// The station of the curve's point nearest to `point`, looked at from above.
+    /// The station of the curve's point nearest to `point`, seen from above.
     double stationOf(const Vec3 &point) const;
     /// The whole length between the ends.
     double length() const { return stations.back(); }

@@ -22,7 +22,7 @@ struct Wish
 {
     Vec3 hook;
     Vec3 button;
-    Vec3 middle; ///< of the labial and lingual surfaces, looked at from above
+    Vec3 middle; ///< of the labial and lingual surfaces, seen from above
 };
 
 Vec3 horizontal(const Vec3 &v)

@@ -30,7 +30,7 @@ HookTable readHooks(const std::string &path);
 struct ToothPlacement
 {
     int number = 0;     ///< universal tooth number, 2 to 15 or 18 to 31
-    bool upper = false; ///< whether the tooth stands in the upper jaw
+    bool upper = false; ///< whether the tooth is in the upper jaw
     Vec3 archNormal;    ///< level, out of the mouth where the tooth stands, however it is turned
     Vec3 labialNormal;  ///< out of the mouth: towards lip or cheek
     Vec3 occlusalDirection; ///< along the crown from the cervical line to its edge or cusps

@@ -21,7 +21,7 @@ struct BracketMeasures
 /// The measures that suit a tooth, by its universal number.
 BracketMeasures bracketMeasures(int toothNumber);
 
-/// Where a bracket stands on its tooth.
+/// Where a bracket sits on its tooth.
 struct BracketSeat
 {
     SurfaceFrame pad;  ///< of the surface itself

@@ -17,7 +17,7 @@ constexpr int sides = 12;
 /// Half the thickness of the elastic that lies round the neck, and a little play.
 constexpr double halfElastic = 0.52;
 
-/// A foot nearer the edge than this over the lingual axis point would stand on the cusps.
+/// A foot nearer the edge than this over the lingual axis point would sit on the cusps.
 constexpr double highestFoot = 1.2;
 
 /// Where the button is bonded: under the neck's axis, or, where the axis runs into the biting

@@ -400,7 +400,7 @@ std::optional<RayHit> raycast(const Mesh &mesh, Vec3 origin, Vec3 direction)
 
 std::vector<std::string> meshDefects(const Mesh &mesh)
 {
-    // Points are told apart as the written file tells them apart.
+    // Points differ where they differ in the written file.
     std::map<RoundedPoint, std::uint32_t> numberOfPoint;
     std::vector<std::uint32_t> pointNumbers;
     std::vector<Vec3> points;

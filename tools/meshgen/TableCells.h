@@ -42,7 +42,7 @@ inline std::string inQuotes(std::string_view text)
     return '"' + std::string(text) + '"';
 }
 
-/// A number as a person writes it: without zeros behind the last digit that counts.
+/// A number as a person writes it: without zeros after the last significant digit.
 inline std::string plain(double value)
 {
     char text[32];

@@ -81,7 +81,7 @@ struct ToothAnatomy
 /// Position from the midline, 1 (central incisor) to 7 (second molar), of a universal number.
 int positionFromMidline(int toothNumber);
 
-/// Whether the tooth stands in the patient's right half.
+/// Whether the tooth is in the patient's right half.
 bool isRightSide(int toothNumber);
 
 /// The anatomy of a tooth by its universal number (2 to 15, 18 to 31), in the sizes of the tables

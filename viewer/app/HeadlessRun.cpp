@@ -28,7 +28,7 @@ QString writeOutput(const QString &path, const QByteArray &content)
 }
 
 /// Makes the folders that treatments are printed into where there are none. Returns what went
-/// wrong, or an empty text.
+/// wrong, or an empty string.
 QString makeFolders(const CommandLine &commandLine)
 {
     if (!printsIntoFolder(commandLine)) return {};
@@ -121,7 +121,8 @@ ExitStatus runTreatment(const CommandLine &commandLine)
     kelo::VirtualRunLoop &clock = *loop;
     kelo::RunLoop::setMain(std::move(loop));
     try {
-        const ParsedScript script = readScript(commandLine.script); // wrong ones are told at once
+        const ParsedScript script =
+            readScript(commandLine.script); // wrong ones are reported at once
         const auto view = kelo::makeView<kelo::DXOpenGL>(kelo::Rect{{0.0, 0.0}, commandLine.size});
         view->setSurfacelessScaleFactor(commandLine.scale);
         OpenedTreatment treatment(commandLine);
@@ -166,7 +167,7 @@ ExitStatus runHeadless(const CommandLine &commandLine)
     }
     ExitStatus worst = Done;
     for (const CommandLine &run : runsOf(commandLine)) {
-        // What goes wrong with one treatment is told, and the next one is printed.
+        // What goes wrong with one treatment is reported, and the next one is printed.
         worst = std::max(worst, runTreatment(run));
         if (worst == NoOpenGL) break; // nor will there be any for the others
     }

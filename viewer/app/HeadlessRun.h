@@ -12,7 +12,7 @@ namespace viewer {
 class OpenedTreatment;
 
 /// Writes the view's state with the menu that is open ("-" for standard output). Returns what went
-/// wrong, or an empty text.
+/// wrong, or an empty string.
 QString writeState(const kelo::DXOpenGL &view, const OpenedTreatment &treatment,
                    const kelo::Menu *openMenu, const QString &file);
 

@@ -44,7 +44,7 @@ bool tellsLossOfDisplay(const QString &message)
     tellUser(QStringLiteral("The display was lost."));
     // Only once: what is lost while it is stored is not lost any more by a second try.
     if (const auto store = std::exchange(storeAtLoss, nullptr)) store();
-    // Nothing is taken down in order: windows and contexts would ask the display that is gone.
+    // Nothing is destroyed in order: windows and contexts would call the display that is lost.
     std::_Exit(NoOpenGL);
 }
 

@@ -77,7 +77,7 @@ viewer::TreatmentDocument &openFirst(viewer::OpenTreatments &all, bool mayAsk)
     }
 }
 
-/// Stores what every open treatment has not stored yet; what cannot be stored is told.
+/// Stores what every open treatment has not stored yet; what cannot be stored is reported.
 void storeAll(const viewer::OpenTreatments &all)
 {
     for (const auto &document : all.documents()) {

@@ -5,7 +5,7 @@
 namespace viewer {
 
 // How much of what comes from elsewhere is taken: whatever lies beyond is refused with a sentence.
-// docs/limits.md lists every limit with its message. Those of catalogues stand in
+// docs/limits.md lists every limit with its message. Those of catalogues are in
 // keloModel/Catalogue.h, that of problems in keloModel/JSONProblems.h.
 
 inline constexpr qint64 mebibyte = 1024 * 1024;

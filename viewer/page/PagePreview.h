@@ -22,10 +22,10 @@ public:
     PagePreview &operator=(const PagePreview &) = delete;
 
     /// Open until the user has printed or closed it. Returns what went wrong with the printing, as
-    /// a sentence, or an empty text.
+    /// a sentence, or an empty string.
     QString exec();
 
-    /// What the printing met last; an empty text while nothing went wrong.
+    /// The last problem of printing; an empty string while nothing went wrong.
     const QString &failure() const { return failure_; }
     QPrinter &printer() { return printer_; }
     QPrintPreviewDialog &dialog() { return dialog_; }
@@ -40,7 +40,7 @@ private:
     QString failure_;
 };
 
-/// What to say when none of these is a printer; an empty text when there are printers.
+/// What to say when none of these is a printer; an empty string when there are printers.
 QString noPrinterSentence(const QStringList &printerNames);
 
 } // namespace viewer

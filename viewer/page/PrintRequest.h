@@ -47,7 +47,7 @@ TreatmentPage sharpTreatmentPage(const PrintRequest &request, kelo::DXOpenGL &vi
 QByteArray elasticsAsJSON(const PrintRequest &request);
 
 /// Writes left.png, front.png, right.png and elastics.json into a folder, which is made where there
-/// is none. Returns what went wrong, or an empty text.
+/// is none. Returns what went wrong, or an empty string.
 QString writePrintImages(const PrintRequest &request, const QString &folder);
 
 } // namespace viewer

@@ -73,10 +73,10 @@ struct Row
 {
     QColor swatch;
     QString text;
-    double height = 0.0; ///< with the space behind it
+    double height = 0.0; ///< with the space after it
 };
 
-/// What stands on one sheet: which rows of each side, and which of the legend.
+/// What one sheet has: which rows of each side, and which of the legend.
 struct Sheet
 {
     std::array<std::size_t, sideCount> firstRow{};
@@ -143,7 +143,7 @@ public:
 private:
     static constexpr std::size_t legendColumns = 3;
 
-    /// The columns are as wide as their pictures are to one another, so that all three stand at one
+    /// The columns are as wide as their pictures are to one another, so that all three are at one
     /// scale.
     void columnWidths()
     {
@@ -198,7 +198,7 @@ private:
 
     QStringList piecesOf(const QString &text, double width, double height)
     {
-        // One line less than there is room for: the piece is broken into lines once more.
+        // One line less than there is room for: the piece is broken into lines again.
         const double lineHeight = textHeight(fontOfSize(textSize), width, QStringLiteral("X"));
         const int lineCount = std::max(1, static_cast<int>(height / lineHeight) - 1);
         QTextLayout layout(text, fontOfSize(textSize), &device_);
@@ -283,7 +283,7 @@ private:
         return height;
     }
 
-    /// The legend stands under the lists where there is room for all of it, else on sheets of its
+    /// The legend is below the lists where there is room for all of it, else on sheets of its
     /// own.
     void takeColors(Sheet &sheet, double listEnd)
     {

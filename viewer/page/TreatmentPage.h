@@ -29,7 +29,7 @@ struct PrintedColor
     std::vector<std::string> teeth; ///< whose brackets have it, from the upper right round
 };
 
-/// What a printed treatment page says. The pictures print brackets white, so their colours stand in
+/// What a printed treatment page says. The pictures print brackets white, so their colours are in
 /// a legend.
 struct TreatmentPage
 {
@@ -47,7 +47,7 @@ std::vector<PrintedColor> bracketColorsInUse(const kelo::DXDocumentModel &docume
 
 /// Paints the page on a printer, a preview or a PDF writer, in the device's page size and
 /// orientation: the patient and the date, the three pictures side by side as a clinician reads them
-/// (right, front, left), under each its elastics, and the legend. What does not fit goes on to
+/// (right, front, left), under each its elastics, and the legend. What does not fit continues on
 /// further pages, which are then numbered. Returns the number of pages, 0 when the device could not
 /// be painted on.
 int paintTreatmentPage(const TreatmentPage &page, QPagedPaintDevice &device);
@@ -56,7 +56,7 @@ int paintTreatmentPage(const TreatmentPage &page, QPagedPaintDevice &device);
 QByteArray treatmentPageAsPDF(const TreatmentPage &page, const QPageLayout &layout);
 
 /// Writes that document, which appears whole or not at all. Returns what went wrong, as a sentence
-/// that names the file, or an empty text.
+/// that names the file, or an empty string.
 QString writeTreatmentPage(const TreatmentPage &page, const QPageLayout &layout,
                            const QString &path);
 

@@ -17,7 +17,7 @@ namespace viewer {
 namespace {
 
 constexpr int mostClicks = 9;
-/// Wrong lines that are told; nobody reads on.
+/// Wrong lines that are reported; nobody reads more.
 constexpr qsizetype mostProblems = 100;
 
 /// One piece of a line.
@@ -34,7 +34,7 @@ public:
     explicit BadLine(const QString &reason) : std::runtime_error(reason.toStdString()) {}
 };
 
-/// Splits at blanks. Text in double quotes is one word; in it a backslash stands before a quote or
+/// Splits at blanks. Text in double quotes is one word; in it a backslash precedes a quote or
 /// a backslash that is meant as such.
 std::vector<Word> wordsOf(const QString &line)
 {
@@ -138,7 +138,7 @@ public:
         return {x, number("Y")};
     }
 
-    /// The date, or nothing for the word that stands for none.
+    /// The date, or nothing for the word that means none.
     std::optional<QDate> dateOr(const QString &otherWord)
     {
         const QString word = text("the date");

@@ -11,14 +11,14 @@
 namespace viewer {
 
 /// Plays interaction scripts on a view, through the same event handlers as mouse and keyboard, on a
-/// clock that stands still between the commands.
+/// clock that stops between the commands.
 ///
 /// While it plays, context menus open as data and stay open until the script chooses a row or
 /// dismisses them. A press while a menu is open closes the menu and does nothing else, as on a
 /// desktop; so does Escape. Other keys and the wheel do nothing then, and the view learns of
 /// modifier keys when the menu has closed.
 ///
-/// The modifier keys of a press or a key are held down before it and let go after its release; the
+/// The modifier keys of a press or a key are held down before it and released after it; the
 /// view learns of both, and every event carries what is held at its time.
 class ScriptPlayer
 {
@@ -29,17 +29,17 @@ public:
     ScriptPlayer(const ScriptPlayer &) = delete;
     ScriptPlayer &operator=(const ScriptPlayer &) = delete;
 
-    /// What `picture` and `state` do; each returns what went wrong, or an empty text.
+    /// What `picture` and `state` do; each returns what went wrong, or an empty string.
     std::function<QString(const QString &file)> writePicture;
     std::function<QString(const QString &file)> writeState;
 
-    /// Plays one command; returns what went wrong, or an empty text.
+    /// Plays one command; returns what went wrong, or an empty string.
     QString play(const ScriptCommand &command);
     /// Plays a script to its end or to its first failure: "LINE: reason".
     QString play(const ParsedScript &script);
 
-    /// The script has ended and a person goes on: context menus open on the desktop again. One that
-    /// is open stays so until the next one opens.
+    /// The script has ended and a person takes over: context menus open on the desktop again. One
+    /// that is open stays so until the next one opens.
     void handOver();
 
     /// The open menu as it stands after validation, or null.

@@ -28,7 +28,7 @@ ParsedScript readScript(const QString &file);
 /// Plays a script to its end. Throws BadScript at the first line that fails.
 void playScript(const ParsedScript &script, const QString &file, ScriptPlayer &player);
 
-/// Moves a clock that stands still along with real time, from its making on and no further than to
+/// Moves a virtual clock along with real time, from its construction on and no further than to
 /// `end` of that clock, while the event loop runs: during `wait`, and after a script has ended in a
 /// window.
 class RealTime

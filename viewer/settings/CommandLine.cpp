@@ -87,7 +87,7 @@ const QList<QCommandLineOption> &options()
     return all;
 }
 
-/// Reads --size and --scale; returns what is wrong with them, or an empty text.
+/// Reads --size and --scale; returns what is wrong with them, or an empty string.
 QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
 {
     const QString size = parser.value(QStringLiteral("size"));
@@ -114,7 +114,7 @@ QString readSize(const QCommandLineParser &parser, CommandLine &commandLine)
     return {};
 }
 
-/// Reads what the treatment page is like; returns what is wrong with it, or an empty text.
+/// Reads what the treatment page is like; returns what is wrong with it, or an empty string.
 QString readPage(const QCommandLineParser &parser, PageSettings &page)
 {
     const QString size = parser.value(QStringLiteral("page-size"));
@@ -159,7 +159,7 @@ bool isNameInFolder(const QString &name)
     return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..");
 }
 
-/// What is wrong with the FILEs, or an empty text. Several are printed in one headless run, each
+/// What is wrong with the FILEs, or an empty string. Several are printed in one headless run, each
 /// under the name of its file.
 QString readFiles(const QCommandLineParser &parser, CommandLine &commandLine)
 {

@@ -68,7 +68,7 @@ QString version();
 bool asksForHeadless(int argc, char **argv);
 /// Whether --help or --version is among them, which need neither display nor platform plug-in.
 bool asksForText(int argc, char **argv);
-/// What is wrong with the raw arguments, or an empty text: bytes that are no text would name
+/// What is wrong with the raw arguments, or an empty string: bytes that are no text would name
 /// another file than the one that is meant.
 QString problemOfArguments(int argc, char **argv);
 

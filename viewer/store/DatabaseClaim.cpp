@@ -24,7 +24,7 @@ constexpr qint64 longestRequestInBytes = 32 * 1024;
 const QByteArray answerToRequest = QByteArrayLiteral("shown\n");
 
 /// The user's own folder for what lasts as long as programs run; empty where there is none. A night
-/// job has no session and no such folder: it gets one that is nobody else's, or none.
+/// job has no session and no such folder: it gets a private one, or none.
 QString runtimeFolder()
 {
     const QString ofSession = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -104,7 +104,7 @@ void DatabaseClaim::listen()
 {
     server_ = std::make_unique<QLocalServer>();
     server_->setSocketOptions(QLocalServer::UserAccessOption);
-    // The lock is ours, so nobody listens here: what is there was left by a crash.
+    // The lock is ours, so nobody listens here: a crash left whatever is there.
     QLocalServer::removeServer(socketPath_);
     connect(server_.get(), &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *const socket = server_->nextPendingConnection()) {

@@ -12,7 +12,7 @@ namespace viewer {
 
 /// The claim of a program with windows to a database: the first one has it for as long as it runs,
 /// and a second one can ask it to come to the front. A program that crashed has no claim any more.
-/// Claims are per user and machine; ":memory:" is nobody else's. Main thread only.
+/// Claims are per user and machine; ":memory:" is never shared. Main thread only.
 class DatabaseClaim : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,7 @@
 
 namespace viewer {
 
-/// What the host keeps of one treatment: plain values, as they stand in the database and in
+/// What the host keeps of one treatment: plain values, as they are in the database and in
 /// treatment files. Equality is value for value, so that a round trip can be checked.
 
 /// One placed elastic.

@@ -20,7 +20,7 @@ struct SchemaText
 using SchemaEntry = std::array<QString, 4>;
 using SchemaEntries = std::vector<SchemaEntry>;
 
-/// A name that somebody else chose, for a sentence of one line: no control characters, not longer
+/// A name of another program's, for a sentence of one line: no control characters, not longer
 /// than a person reads.
 QString printableName(const QString &name)
 {
@@ -52,7 +52,7 @@ void execute(TreatmentStoreConnection &connection, const QStringList &statements
         connection.execute(statement);
 }
 
-/// What a database of this version has when nobody else has been at it.
+/// What a database of this version has when no other program has changed it.
 const SchemaEntries &expectedEntries(int version)
 {
     static std::array<SchemaEntries, currentSchemaVersion + 1> known;
@@ -90,7 +90,7 @@ int versionOf(TreatmentStoreConnection &connection)
 void runStep(TreatmentStoreConnection &connection)
 {
     StoreTransaction transaction(connection, StoreTransaction::Kind::Writing);
-    // Asked once more under the lock: another program may have been faster.
+    // Asked again under the lock: another program may have been faster.
     assertSchemaIsReadable(connection);
     const int version = versionOf(connection);
     if (version == currentSchemaVersion) return;

@@ -136,7 +136,7 @@ std::shared_ptr<TreatmentStore> TreatmentStore::openedForReading(const QString &
         connection->pragma(QStringLiteral("trusted_schema = OFF"));
         connection->pragma(QStringLiteral("cell_size_check = ON"));
         assertSchemaIsReadable(*connection);
-        // The tables of older versions are read by nobody any more.
+        // Nothing reads the tables of older versions any more.
         if (!schemaIsUpToDate(*connection)) throw StoreError(reason);
     };
     try {

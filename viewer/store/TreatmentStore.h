@@ -77,7 +77,7 @@ enum class StoreAccess {
 
 /// Patients, treatments and their notes by date, in an SQLite database.
 ///
-/// Every operation that writes is one transaction: it stands in the database as a whole, and on the
+/// Every operation that writes is one transaction: it is in the database as a whole, and on the
 /// disk, when it returns good, and otherwise not at all. The journal is a write-ahead log, so that
 /// other programs read while one writes, and `synchronous` is FULL: a report that was confirmed
 /// outlives a power cut, not only the program's end. A report comes after seconds of quiet or with

@@ -244,7 +244,7 @@ StoreTransaction::~StoreTransaction()
     try {
         StoreStatement(connection_, "ROLLBACK");
     } catch (const StoreError &) {
-        // After a full disk, SQLite has rolled back by itself already.
+        // After a full disk, SQLite has rolled back automatically.
     }
 }
 

@@ -76,7 +76,7 @@ private:
     StoreError error(const QSqlQuery &query) const;
     StoreError error(const QSqlError &sqlError) const;
     QSqlQuery &prepared(std::string_view sql);
-    /// Sets what protects against a file of somebody else.
+    /// Sets what protects against a hostile file.
     void distrustContent();
     /// From here on counts the time of the statement that runs.
     void startClock() { statementStart_ = std::chrono::steady_clock::now(); }
@@ -114,7 +114,7 @@ private:
 
 using StoreStatement = TreatmentStoreConnection::Statement;
 
-/// All that is written between its beginning and commit() stands in the database, or nothing of it.
+/// All that is written between its beginning and commit() is in the database, or nothing of it.
 class StoreTransaction
 {
 public:

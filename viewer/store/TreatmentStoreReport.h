@@ -15,7 +15,7 @@ enum class ElasticsEvent {
     Placed,
     Removed,
     Recolored,  ///< one has another size
-    Named,      ///< one stands for a named configuration now
+    Named,      ///< one has a named configuration now
     Refactored, ///< some were shortened or removed around a key that was hidden
 };
 
@@ -32,7 +32,7 @@ struct ElasticsReport
     bool operator==(const ElasticsReport &) const = default;
 };
 
-/// The configuration that an elastic stands for has another name. Of the note nothing changes.
+/// The configuration of an elastic has another name. Nothing of the note changes.
 struct RenameReport
 {
     std::string key; ///< the elastic's members, joined by commas
@@ -41,7 +41,7 @@ struct RenameReport
     bool operator==(const RenameReport &) const = default;
 };
 
-/// The approval of a note, or that it was taken back.
+/// The approval of a note, or its withdrawal.
 struct ApprovalReport
 {
     std::optional<QDate> approvedDate;

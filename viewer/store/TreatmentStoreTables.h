@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-/// How records stand in the tables: the inner side of TreatmentStore. Every function throws
+/// How records are kept in the tables: the inner side of TreatmentStore. Every function throws
 /// StoreError, and the writing ones are called inside a transaction.
 namespace viewer::tables {
 

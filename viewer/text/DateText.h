@@ -13,9 +13,9 @@ QString shortDate(const QDate &date);
 /// The same with the time of day.
 QString shortDateTime(const QDateTime &moment);
 
-/// The moment that stands for a day in a view: its first one on the user's clock. A day that the
+/// The moment that represents a day in a view: its first one on the user's clock. A day that the
 /// local calendar left out (30 December 2011 in Samoa) has none there, and a treatment of that day
-/// could not be shown or changed: its noon by universal time stands for it.
+/// could not be shown or changed: its noon by universal time represents it.
 QDateTime momentOf(const QDate &day);
 
 } // namespace viewer

@@ -7,7 +7,7 @@
 namespace viewer {
 
 /// Sentences for the user, each told once. The first hundred different ones are kept, as of
-/// problems of a file: nobody reads on, and a database from elsewhere may lead to any number.
+/// problems of a file: nobody reads more, and a database from elsewhere may lead to any number.
 class ToldSentences
 {
 public:

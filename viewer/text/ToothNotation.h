@@ -16,7 +16,7 @@ enum class ToothNotation {
 };
 
 /// The name of the tooth, bracket or lingual button with this key ("8", "8l") in a notation; a
-/// button has "lingual" behind it. A key that is none is returned as it is.
+/// button is followed by "lingual". A key that is none is returned unchanged.
 QString toothName(const std::string &key, ToothNotation notation);
 
 /// The names of these keys one after the other; as an elastic runs over them: "6 – 30".

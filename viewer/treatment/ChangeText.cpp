@@ -98,7 +98,7 @@ private:
         return isWord ? label.left(1).toLower() + label.mid(1) : label;
     }
 
-    /// The colour that all of them have in a state, or an empty text.
+    /// The colour that all of them have in a state, or an empty string.
     QString commonColor(const DocumentState &state, const Keys &keys) const
     {
         const auto first = colorUnder(state.bracketColors, keys.front());
@@ -203,7 +203,7 @@ private:
                                   : QString();
     }
 
-    /// What all of them have, or an empty text.
+    /// What all of them have, or an empty string.
     static QString common(const Elastics &elastics, QString (*nameOf)(const ElasticState &))
     {
         const QString first = nameOf(elastics.front());

@@ -113,7 +113,7 @@ OpenedTreatment::OpenedTreatment(const CommandLine &commandLine, const LoadingPr
       store_(std::move(store)),
       takesGivenDay_(commandLine.headless || !commandLine.script.isEmpty())
 {
-    // A bad file is told before the meshes are loaded.
+    // A bad file is reported before the meshes are loaded.
     if (!store_) openStore(commandLine);
     if (isReadOnly()) sentences_ << store_->readOnlyReason()->sentence;
     openTreatmentInStore(commandLine);
@@ -224,7 +224,7 @@ void OpenedTreatment::bringCatalogueForward() const
 
 void OpenedTreatment::showIn(kelo::DXOpenGL &view)
 {
-    // The date of the note that is worked on is the present day as this treatment sees it.
+    // The date of the note that is edited is the present day as this treatment sees it.
     const QDateTime today = momentOf(openedDate_);
     const auto approved = approvedDate();
     // Without a present day every note is one to look at.
@@ -363,7 +363,7 @@ void OpenedTreatment::takeNewNames()
     std::unordered_set<long> namedIDs;
     for (const auto &other : named.value())
         namedIDs.insert(other.typeID);
-    // A name that was taken back elsewhere stays where an elastic has it.
+    // A name that was withdrawn elsewhere stays where an elastic has it.
     const auto isGone = [&](const auto &type) {
         const auto &elastics = document_->elasticModels();
         return type->typeID >= firstOwnTypeID && !namedIDs.contains(type->typeID) &&
@@ -433,12 +433,12 @@ std::optional<QDate> OpenedTreatment::approvedDate() const
 QString OpenedTreatment::setApproved(kelo::DXOpenGL &view, bool isApproved)
 {
     view.finishOperations();
-    document_->flushOutstandingUpdates(); // what was done before stands before it in the log
+    document_->flushOutstandingUpdates(); // what was done before comes before it in the log
     if (isApproved || session_->approvedDate())
         session_->setApprovedDate(isApproved ? std::optional(openedDate_) : std::nullopt);
     QString problem;
     if (!isApproved && approvedDate()) {
-        // It is the treatment's own that is taken back.
+        // It is the treatment's own that is withdrawn.
         problem = store_->setApprovedDate(treatmentID_, std::nullopt).sentence();
         approvedWithTreatment_.reset();
     }

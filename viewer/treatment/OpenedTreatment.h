@@ -81,7 +81,7 @@ public:
 
     /// @name Work by date
     /// @{
-    /// The day that is worked on: its note may be changed unless the treatment is read-only;
+    /// The day that is edited: its note may be changed unless the treatment is read-only;
     /// earlier notes are read-only. In a window it is the present day. In headless runs and
     /// scripts, which are to give the same on every day, it is the treatment's own current date, if
     /// it has one.
@@ -114,7 +114,7 @@ public:
     /// @name Named elastics
     /// @{
     /// Why an elastic cannot have this name, in a sentence; empty when it can. `own` is the
-    /// configuration that is renamed, whose name is not taken by itself; null for a new one.
+    /// configuration that is renamed, whose own name does not count as taken; null for a new one.
     QString nameProblem(const QString &name, const kelo::ElasticsConfigType *own) const;
     /// A change of the configurations that are offered.
     struct Naming
@@ -128,7 +128,7 @@ public:
     /// Offers the configuration after the naming in place of the one before and gives it to the
     /// elastics that had that; a new one to the elastic that is named, of this index. The catalogue
     /// has it from then on: the treatment's own, if it came with one, else the clinic's for all
-    /// treatments. Returns what went wrong, or an empty text; then the name is kept until the
+    /// treatments. Returns what went wrong, or an empty string; then the name is kept until the
     /// program ends.
     QString applyNaming(const Naming &naming, std::size_t elasticIndex);
     /// Takes over the names that were given elsewhere in the clinic since.
@@ -144,14 +144,14 @@ public:
 
     /// The treatment as a file has it, with what the document has not reported yet stored first.
     StoreResult<QByteArray> asJSON();
-    /// Writes the treatment to a file; returns what went wrong, or an empty text.
+    /// Writes the treatment to a file; returns what went wrong, or an empty string.
     QString exportTo(const QString &path);
 
     /// @name The treatment file that was opened
     /// Changes are kept in memory (or the database) and come into the file only by saving.
     /// @{
     const QString &file() const { return file_; } ///< empty: none was opened
-    /// Writes the treatment back to its file; returns what went wrong, or an empty text.
+    /// Writes the treatment back to its file; returns what went wrong, or an empty string.
     QString save();
     /// Whether the treatment differs from what was opened or saved last; false without a file.
     bool hasUnsavedChanges();
@@ -190,7 +190,7 @@ private:
     QString file_;
     QByteArray savedText_; ///< the treatment as the file has it
     QStringList sentences_;
-    std::unique_ptr<TreatmentSession> session_; ///< last: it lets go of the others first
+    std::unique_ptr<TreatmentSession> session_; ///< last: it releases the others first
 };
 
 /// The database that the command line means: a file, or ":memory:". The folder of the user's own

@@ -100,7 +100,7 @@ TreatmentSession::TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64
 TreatmentSession::~TreatmentSession()
 {
     kelo::NotificationCenter::defaultCenter().removeObserver(this);
-    // What the handlers stand for may be gone already.
+    // What the handlers refer to may be gone already.
     failureHandler = nullptr;
     storedHandler = nullptr;
     nextDelegate_ = nullptr;
@@ -269,7 +269,7 @@ void TreatmentSession::takeOutstandingUpdates()
 
 void TreatmentSession::report(NoteReport report)
 {
-    // Before the first note is opened there is no date to store a change under: what stands in the
+    // Before the first note is opened there is no date to store a change under: what is in the
     // document then is no note's.
     if (!date_.isValid()) return;
     keptReports_.push_back(std::move(report));
@@ -327,7 +327,7 @@ std::optional<QDate> TreatmentSession::lastKeptDateBefore(const QDate &date) con
     return last;
 }
 
-/// The note as it will stand in the database once the kept reports are stored.
+/// The note as it will be in the database once the kept reports are stored.
 StoreResult<std::optional<NoteRecord>> TreatmentSession::noteToShow(const QDate &date)
 {
     auto found = store_->note(treatmentID_, date);

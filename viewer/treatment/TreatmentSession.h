@@ -43,7 +43,7 @@ public:
     /// Becomes the document's delegate.
     TreatmentSession(std::shared_ptr<TreatmentStore> store, qint64 treatmentID,
                      std::shared_ptr<kelo::DXDocumentModel> document);
-    /// Closes, if close() was not called, and tells nobody any more.
+    /// Closes, if close() was not called, and calls no handler any more.
     ~TreatmentSession();
     TreatmentSession(const TreatmentSession &) = delete;
     TreatmentSession &operator=(const TreatmentSession &) = delete;
@@ -51,7 +51,7 @@ public:
     /// Told one sentence for the user when storing begins to fail, or fails for another reason than
     /// before. May do anything but destroy the session.
     std::function<void(const QString &sentence)> failureHandler;
-    /// Told of every report once it stands in the database.
+    /// Called with every report once it is in the database.
     std::function<void(const NoteReport &report)> storedHandler;
 
     /// Is told all that the document tells, after the session has stored it. Not owned; null for
@@ -74,7 +74,7 @@ public:
     const std::optional<QDate> &approvedDate() const { return approvedDate_; }
     void setApprovedDate(const std::optional<QDate> &approvedDate);
 
-    /// An elastic stands for a named configuration now, or no longer: the note says so from here
+    /// An elastic has a named configuration now, or no longer: the note says so from here
     /// on.
     void elasticWasNamed(const kelo::ElasticModel &elastic);
     /// The configuration of an elastic has another name now; told for the log.
@@ -86,7 +86,7 @@ public:
 
     /// Stores what the document has not reported yet and what was kept, and is its delegate no
     /// longer. A failure means that changes are lost when the program ends; close() may be called
-    /// again to try once more.
+    /// again to retry.
     StoreOutcome close();
 
 private:

@@ -114,7 +114,7 @@ QString elasticsOnlyIn(const std::optional<QString> &list, const std::optional<Q
     return texts.join(QStringLiteral("; "));
 }
 
-/// What a value that no note has had stands for.
+/// What a value that no note has had means.
 QString leftOutText(const StoredChange &change)
 {
     if (change.what == QStringLiteral("tooth visibility")) return ChangeLog::tr("shown");

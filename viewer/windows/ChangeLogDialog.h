@@ -15,7 +15,7 @@ class DXDocumentModel;
 namespace viewer {
 
 /// The columns of one change as people read it: when, of which note, what, where, before, after. Of
-/// elastics those that a change took away or altered stand before it, and what became of them, or
+/// elastics those that a change removed or altered come before it, and what became of them, or
 /// came new, after it. `document` names colours, sizes and configurations.
 QStringList changeColumns(const StoredChange &change, const kelo::DXDocumentModel &document,
                           ToothNotation notation);

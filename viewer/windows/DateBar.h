@@ -11,7 +11,7 @@ class QTabBar;
 
 namespace viewer {
 
-/// The dates of a treatment's notes, oldest first, the day that is worked on as the last; and
+/// The dates of a treatment's notes, oldest first, the day that is edited as the last; and
 /// whether the note that is shown is approved.
 class DateBar : public QWidget
 {

@@ -13,7 +13,7 @@ class QPushButton;
 
 namespace viewer {
 
-/// A sheet that asks for the name of an elastic. A name that cannot be had is told while it is
+/// A sheet that asks for the name of an elastic. A name that cannot be used is reported while it is
 /// typed, and cannot be taken.
 class ElasticNameController : public kelo::SheetController
 {

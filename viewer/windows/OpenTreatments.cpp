@@ -49,7 +49,7 @@ const DatabaseClaim &OpenTreatments::claim()
 
 void OpenTreatments::comeForward(const QString &file)
 {
-    // A window that is about to open comes to the front by itself.
+    // A window that is about to open comes to the front on its own.
     QWidget *window = nullptr;
     for (auto one = documents_.rbegin(); one != documents_.rend() && !window; ++one) {
         if ((*one)->isClosed()) continue;
@@ -91,7 +91,7 @@ TreatmentDocument &OpenTreatments::open(const CommandLine &commandLine)
     const bool isInDatabase = commandLine.file.isEmpty() || !commandLine.database.isEmpty();
     if (isInDatabase) {
         // The only place where windows open the database: beside another program nothing is made
-        // that is not there, and what fails is not tried once more in another way.
+        // that is not there, and what fails is not tried again in another way.
         if (const auto opened = store(); !opened) throw UnusableDatabase(opened.failure());
     }
     auto document = std::make_unique<TreatmentDocument>(commandLine, told, *this,

@@ -36,7 +36,7 @@ public:
     TreatmentDocument &openFirst();
 
     /// @name As the user asks for it
-    /// What goes wrong is told in a box over the window.
+    /// What goes wrong is shown in a box over the window.
     /// @{
     void openFile(const QString &path, QWidget *over);
     void openStored(qint64 treatmentID, QWidget *over);

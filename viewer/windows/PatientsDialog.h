@@ -14,7 +14,7 @@ namespace viewer {
 class SearchableTable;
 
 /// The treatments of a database as a list that can be searched: one is chosen, or a new patient is
-/// taken in.
+/// added.
 class PatientsDialog : public QDialog
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ QString boxText(const QString &message)
 
 void setPlainText(QMessageBox &box, const QString &message, const QString &advice)
 {
-    // Left to itself a box takes for markup what begins like it.
+    // By default a box takes text for markup that begins like it.
     box.setTextFormat(Qt::PlainText);
     box.setText(boxText(message));
     if (!advice.isEmpty()) box.setInformativeText(advice); // always a text of ours

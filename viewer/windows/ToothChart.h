@@ -28,7 +28,7 @@ public:
 
     void setDocument(std::shared_ptr<kelo::DXDocumentModel> document);
     void setNotation(ToothNotation notation);
-    /// A note of the past, or an approved one, is only looked at.
+    /// A note of the past, or an approved one, is read-only.
     void setMayEdit(bool mayEdit);
 
 protected:

@@ -297,7 +297,7 @@ PageSettings TreatmentWindow::pageSettings() const
 
 void TreatmentWindow::tell(const QString &sentence, const QString &advice)
 {
-    // Not modal: a treatment goes on while its database is out of reach.
+    // Not modal: work continues while the database is out of reach.
     auto *box = new QMessageBox(QMessageBox::Warning, window_.windowTitle(), QString(),
                                 QMessageBox::Ok, &window_);
     setPlainText(*box, sentence, advice);

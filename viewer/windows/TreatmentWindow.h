@@ -143,7 +143,7 @@ private:
     PageSettings page_; ///< as the program was started with them
     QToolBar *dateBar_; ///< around the dates
     DateBar *dates_;
-    QList<QAction *> inFrontOfWindow_; ///< what they show stands in front of the window
+    QList<QAction *> inFrontOfWindow_; ///< what they show is in front of the window
     QAction *closeWindow_ = nullptr;
     QAction *earlier_ = nullptr;
     QAction *later_ = nullptr;

@@ -34,7 +34,7 @@ inline std::vector<TableRow> rowsOfTable(const std::string &fileName)
     return rows;
 }
 
-/// The number that a whole cell stands for, rounded once to the type asked for.
+/// The number in a whole cell, rounded once to the type asked for.
 template<class Number>
 Number numberOf(std::string_view cell)
 {

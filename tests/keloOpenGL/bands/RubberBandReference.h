@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-/// The shape of a band once more, in double precision, from the table files: what the band's own
+/// The shape of a band again, in double precision, from the table files: what the band's own
 /// code is compared with. Nothing of that code is used here.
 namespace kelo::test {
 
@@ -125,7 +125,7 @@ struct ReferenceTables
     }
 };
 
-/// "2" to "15", and the same with an l behind.
+/// "2" to "15", and the same followed by an l.
 inline bool isUpperHook(const std::string &key)
 {
     const int tooth = std::stoi(key);

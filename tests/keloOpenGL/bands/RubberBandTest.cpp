@@ -254,7 +254,7 @@ TEST(RubberBand, neighboursOfDifferentNamesPullStraight)
         1e-6);
 }
 
-/// The upper jaw moved so that the hook of "8" stands at `along` times its own axis, and `aside`
+/// The upper jaw moved so that the hook of "8" is at `along` times its own axis, and `aside`
 /// across it, from the hook of "20": no record joins these two.
 Matrix hook8OnItsAxisFromHook20(float along, float aside)
 {

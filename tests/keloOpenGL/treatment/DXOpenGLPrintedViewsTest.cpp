@@ -192,7 +192,7 @@ TEST_F(DXOpenGLPrintedViews, theRightImageIsTurnedTheOtherWayWithout75Columns)
 
 TEST_F(DXOpenGLPrintedViews, theLeftImageShowsTooth2AndTheRightOneTooth15)
 {
-    // Tooth 2 stands at the smallest x, tooth 15 at the largest: each hides the other from its
+    // Tooth 2 is at the smallest x, tooth 15 at the largest: each hides the other from its
     // side.
     document->toothModels().at("2")->setMaterial(
         HVOGLMaterial::materialWithColor(Color{1.0, 0.0, 0.0, 1.0}));

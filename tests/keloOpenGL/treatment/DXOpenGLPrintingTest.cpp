@@ -184,7 +184,7 @@ TEST_F(DXOpenGLPrinting, theTopLeftPixelIsBytes0To2OfTheReturnedBlock)
     const auto block =
         view->printImageForRotationAngle_x_y_z_width_offset(90.0f, -1.0f, 0.0f, 0.0f, 725, offset);
     ASSERT_EQ(block.size(), 725u * 400u * 3u);
-    // The scene stands in the framebuffer still; OpenGL counts rows from the bottom.
+    // The scene is still in the framebuffer; OpenGL counts rows from the bottom.
     const auto pixelAt = [](int x, int rowFromBottom) {
         std::vector<unsigned char> pixel(3);
         glReadPixels(x, rowFromBottom, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel.data());

@@ -416,7 +416,7 @@ void MatrixHost::wasTold()
 {
     if (++calls > tooManyCalls) throw std::runtime_error("the operation does not end");
     if (!reaction_ || (reactingCall_ != 0 && reactingCall_ != calls)) return;
-    // What the reaction itself is told of, it lets pass.
+    // The reaction ignores what it causes itself.
     const auto reaction = std::exchange(reaction_, nullptr);
     reaction(*this);
     if (reactingCall_ == 0) reaction_ = reaction;

@@ -1,5 +1,5 @@
 // Whatever a host does in an operation of a delegate, whichever call told it: the document and the
-// view go on with what is left, and let go of what was dropped. Run under the address sanitizer
+// view go on with what is left, and release what was dropped. Run under the address sanitizer
 // this shows that nothing is used after its end.
 
 #include "tests/keloOpenGL/treatment/HostMatrix.h"

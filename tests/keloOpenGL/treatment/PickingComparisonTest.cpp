@@ -38,7 +38,7 @@ std::shared_ptr<DXDocumentModel> samplePatient()
     return document;
 }
 
-/// How the patient is looked at: an angle and an axis, the open mouth, and how near.
+/// How the patient is seen: an angle and an axis, the open mouth, and how near.
 struct Pose
 {
     HVOGLBasicView::Rotation rotation;

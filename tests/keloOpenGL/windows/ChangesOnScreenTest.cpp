@@ -91,7 +91,7 @@ protected:
         ASSERT_TRUE(waitUntil([this] {
             return front->view->isExposed() && behind->view->isExposed() && bothAreUpToDate();
         }));
-        // The window manager may move and size the windows once more.
+        // The window manager may still move and size the windows.
         ASSERT_TRUE(displayIsSettled());
         ASSERT_TRUE(waitUntil([this] { return bothAreUpToDate(); }));
     }

@@ -12,7 +12,7 @@
 
 namespace kelo::test {
 
-/// A window in an interface file: a widget of the class with this name, and what stands in it.
+/// A window in an interface file: a widget of the class with this name, and what is in it.
 inline QByteArray interfaceFile(const char *name, const char *content = "")
 {
     return QByteArray("<?xml version=\"1.0\"?>\n<ui version=\"4.0\"><class>") + name +

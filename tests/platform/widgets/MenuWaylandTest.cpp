@@ -13,7 +13,7 @@ using namespace kelo::test;
 
 namespace {
 
-/// The sum of what a program has said, in lines.
+/// Everything that a program has said, in lines.
 class Program
 {
 public:

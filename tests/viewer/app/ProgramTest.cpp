@@ -188,38 +188,55 @@ TEST(Program, aStateAndASceneNeedNoOpenGLAndAreTheSame)
     EXPECT_EQ(contentOf(folder.filePath("computed.obj")), contentOf(folder.filePath("drawn.obj")));
 }
 
+namespace {
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+/// As on desktops with many fonts, which one replaces a missing one depends on the language.
+QByteArray fontsByLanguage(const QString &cache)
+{
+    QByteArray rules;
+    for (const QByteArray language : {"fr", "de"})
+        rules += R"(<match target="pattern"><test name="lang" compare="contains"><string>)" +
+                 language + R"(</string></test><edit name="family" mode="prepend" binding="strong">
+<string>DejaVu Sans Mono</string></edit></match>)";
+    return R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig><dir>/usr/share/fonts</dir><cachedir>)" +
+           cache.toUtf8() + "</cachedir>" + rules +
+           R"(<match target="pattern"><edit name="family" mode="append"><string>DejaVu Sans</string>
+</edit></match></fontconfig>)";
+}
+
+} // namespace
+
 TEST(Program, oneTextGivesOnePictureInEveryLocale)
 {
     const QTemporaryDir folder;
     const QString fonts = folder.filePath("fonts.conf");
-    QFile file(fonts);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    // As on desktops with many fonts, which one stands in depends on the language.
-    file.write(R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd">
-<fontconfig><dir>/usr/share/fonts</dir><cachedir>)" +
-               folder.path().toUtf8() + R"(</cachedir>
-<match target="pattern"><test name="lang" compare="contains"><string>fr</string></test>
-<edit name="family" mode="prepend" binding="strong"><string>DejaVu Sans Mono</string></edit></match>
-<match target="pattern"><edit name="family" mode="append"><string>DejaVu Sans</string></edit></match>
-</fontconfig>)");
-    file.close();
-    QFile script(folder.filePath("a.script"));
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("date 2030-12-31\n"); // "31/12/2030" in both
-    script.close();
-    QByteArray first;
-    for (const char *locale : {"en_GB.UTF-8", "fr_FR.UTF-8"}) {
+    writeFile(fonts, fontsByLanguage(folder.path()));
+    const QString script = folder.filePath("a.script");
+    writeFile(script, "date 2030-12-31\n");
+    const auto pictureIn = [&](const QString &locale) {
         QProcessEnvironment environment = bareEnvironment();
         environment.insert("LC_ALL", locale);
         environment.insert("LANG", locale);
         environment.insert("FONTCONFIG_FILE", fonts);
-        const QString picture = folder.filePath(QString::fromLatin1(locale) + ".png");
-        const Ended ended = run(
-            {"--headless", "--size", "300x300", "--play", script.fileName(), "--picture", picture},
-            environment);
-        ASSERT_EQ(ended.status, 0) << ended.errors.toStdString();
-        if (first.isEmpty()) first = contentOf(picture);
-        EXPECT_FALSE(first.isEmpty());
-        EXPECT_EQ(contentOf(picture), first) << locale;
-    }
+        const QString picture = folder.filePath(locale + ".png");
+        const Ended ended =
+            run({"--headless", "--size", "300x300", "--play", script, "--picture", picture},
+                environment);
+        EXPECT_EQ(ended.status, 0) << ended.errors.toStdString();
+        return contentOf(picture);
+    };
+    const QByteArray english = pictureIn("en_GB.UTF-8");
+    ASSERT_FALSE(english.isEmpty());
+    EXPECT_EQ(pictureIn("fr_FR.UTF-8"), english) << "31/12/2030";
+    const QByteArray german = pictureIn("de_DE.UTF-8");
+    EXPECT_NE(german, english) << "31.12.2030 is another text";
+    EXPECT_EQ(pictureIn("pl_PL.UTF-8"), german) << "31.12.2030";
 }

@@ -48,7 +48,7 @@ protected:
         process.start(KELO_VIEWER_PROGRAM, {"--database", ":memory:", "--size", "400x300", "--play",
                                             file.fileName(), "--state", path("end.json")});
     }
-    /// Whether the script comes so far.
+    /// Whether the script gets as far as writing this file.
     bool comesTo(const QString &name) const
     {
         return waitUntil([&] { return QFile::exists(path(name)); }, 120000);

@@ -257,7 +257,7 @@ TEST(TreatmentPage, namesThatAreLongOrReadFromTheRightAreThereFromBeginningToEnd
         page.patientName = name;
         page.patientIdentifier.clear();
         QString text = PDFPages(treatmentPageAsPDF(page, a4)).text();
-        // The date stands beside the first line.
+        // The date is next to the first line.
         const QString date = QLocale().toString(page.date, QLocale::LongFormat);
         ASSERT_EQ(text.count(date), 1) << text.toStdString();
         text.remove(date);

@@ -247,7 +247,7 @@ TEST_F(Clinician, aBracketPaintedWhileStringingKeepsItsNewColour)
     play("click bracket 9\nclick bracket 8\n");
     EXPECT_EQ(bands(), (Bands{{"8", "9"}}));
     EXPECT_EQ(bracket("8").material()->color(), colorOfType("Coral"));
-    // One bracket: the elastic is given up.
+    // One bracket: the elastic is discarded.
     play(start + "menu \"Red\"\n");
     EXPECT_FALSE(view->bracketSequence());
     EXPECT_EQ(bracket("8").material()->color(), colorOfType("Red"));

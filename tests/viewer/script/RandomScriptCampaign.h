@@ -54,7 +54,7 @@ QByteArray scriptText(const QByteArrayList &lines, const QString &comment);
 
 /// Plays the scripts of `count` seeds from the first. The first one that fails is minimised, to one
 /// that fails with the same kind of complaint, and written to `seed-N.script` in the folder for
-/// failures. Returns the minimised script's complaint with the file's name, or an empty text.
+/// failures. Returns the minimised script's complaint with the file's name, or an empty string.
 struct Campaign
 {
     QString sceneFolder;

@@ -25,7 +25,7 @@ namespace viewer::test {
 void writeRandomScriptScene(const QString &folder);
 
 /// The treatment of such a folder in a view without a display, 120 by 90 points, on a clock that
-/// stands still between the lines. Only one may live at a time.
+/// stops between the lines. Only one may live at a time.
 class RandomScriptScene
 {
 public:
@@ -79,7 +79,7 @@ private:
     int alertCount_ = 0;
 };
 
-/// Looks at a scene after an event; returns what is wrong with it, or an empty text.
+/// Checks a scene after an event; returns what is wrong with it, or an empty string.
 using RandomScriptOracle = std::function<QString(RandomScriptScene &)>;
 
 /// What is to hold after every event: nothing was thrown, the document is sane, OpenGL has no error

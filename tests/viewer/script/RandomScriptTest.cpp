@@ -334,7 +334,7 @@ TEST_F(RandomScriptTest, aButtonThatKeepsAnotherMaterialIsAComplaint)
 
 TEST_F(RandomScriptTest, aMinimisedScriptFailsWithTheSameKindOfComplaint)
 {
-    // Two faults: an open mouth, and a turned head, which is looked at first.
+    // Two faults: an open mouth, and a turned head, which is checked first.
     Campaign campaign;
     campaign.sceneFolder = folder.path();
     campaign.failureFolder = folder.filePath("failures");

@@ -21,6 +21,16 @@ TEST(ScriptLimits, timesAreBounded)
     }
 }
 
+TEST(ScriptLimits, nineClicksAreTheMost)
+{
+    for (const char *command : {"press left 1 2", "click 1 2"}) {
+        EXPECT_EQ(parseScript(QByteArray(command) + " clicks 9").problems, QStringList());
+        EXPECT_EQ(parseScript(QByteArray(command) + " clicks 10").problems,
+                  QStringList("1: the number of clicks must be a whole number from 1 to 9, "
+                              "not '10'"));
+    }
+}
+
 TEST(ScriptLimits, aHundredWrongLinesAreToldAndTheOthersCounted)
 {
     const auto script = parseScript(QByteArray("no-command\n").repeated(234));

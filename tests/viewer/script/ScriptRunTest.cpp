@@ -1,4 +1,4 @@
-// What lies around a script: the time of its waits, and nobody there to answer.
+// The surroundings of a script: the time of its waits, and no user to answer.
 
 #include "viewer/script/ScriptRun.h"
 

@@ -97,6 +97,19 @@ TEST(CommandLine, wrongUseIsSaidInASentenceThatQuotesWhatWasGiven)
     }
 }
 
+TEST(CommandLine, theScaleIsAHalfToEight)
+{
+    for (const char *scale : {"0.5", "8"}) {
+        const auto parsed = parse({"--size", "100x100", "--scale", scale});
+        EXPECT_EQ(parsed.message, QString());
+        EXPECT_EQ(parsed.commandLine.scale, QString::fromLatin1(scale).toDouble());
+    }
+    for (const char *scale : {"0.49", "8.01"})
+        EXPECT_EQ(parse({"--size", "100x100", "--scale", scale}).message.toStdString(),
+                  std::string("--scale takes a number from 0.5 to 8, not '") + scale +
+                      "'.\nTry 'treatment-viewer --help'.\n");
+}
+
 TEST(CommandLine, helpNamesEveryOption)
 {
     const auto parsed = parse({"--help"});

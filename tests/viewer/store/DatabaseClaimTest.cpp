@@ -89,6 +89,30 @@ TEST_F(DatabaseClaims, aSecondProgramsRequestComesWithItsFile)
     EXPECT_EQ(wanted, (QStringList{QString(), QStringLiteral("/a folder/\"file\".json")}));
 }
 
+TEST_F(DatabaseClaims, aRequestOfMoreThan32KiBIsNotAnswered)
+{
+    DatabaseClaim first(path);
+    QEventLoop loop;
+    QStringList wanted;
+    QObject::connect(&first, &DatabaseClaim::wanted, &loop,
+                     [&](const QString &file) { wanted << file; });
+    // A line of JSON: {"file":"..."}
+    constexpr int around = 11;
+    const QString longest = QLatin1Char('/') + QString(32 * 1024 - around - 1, QLatin1Char('a'));
+    bool answered[2] = {false, true};
+    std::thread second([&] {
+        const DatabaseClaim claim(path);
+        answered[0] = claim.bringOtherForward(longest);
+        answered[1] = claim.bringOtherForward(longest + QLatin1Char('a'));
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    });
+    loop.exec();
+    second.join();
+    EXPECT_TRUE(answered[0]);
+    EXPECT_FALSE(answered[1]);
+    EXPECT_EQ(wanted, QStringList{longest});
+}
+
 TEST_F(DatabaseClaims, aProgramThatHangsDoesNotAnswer)
 {
     startOther();
@@ -105,7 +129,7 @@ TEST_F(DatabaseClaims, aProgramThatCrashedBlocksNobody)
     ASSERT_TRUE(other.waitForFinished());
     DatabaseClaim claim(path);
     EXPECT_FALSE(claim.isElsewhere());
-    // What the crash left of its socket is in nobody's way either.
+    // The socket that the crash left behind does not matter either.
     QEventLoop loop;
     QObject::connect(&claim, &DatabaseClaim::wanted, &loop, &QEventLoop::quit);
     bool answered = false;

@@ -21,7 +21,7 @@ kelo::Catalogue catalogue()
                 .catalogue;
 }
 
-/// A file with these notes; the rest of it is in order.
+/// A file with these notes; everything else in it is in order.
 QByteArray withNotes(const QByteArray &notes)
 {
     return R"({"format": "treatment", "version": 1, "patient": {"name": "A", "id": "1"},
@@ -80,7 +80,7 @@ TEST(TreatmentFile, aTreatmentThatIsWrittenAndReadIsTheSame)
     const auto first = treatmentFromJSON(example, catalogue()).file;
     ASSERT_TRUE(first);
     const QByteArray written = treatmentAsJSON(*first);
-    // Read without defaults that could stand in for a lost catalogue.
+    // Read without defaults that could replace a lost catalogue.
     const auto second = treatmentFromJSON(written, kelo::Catalogue());
     ASSERT_TRUE(second.file) << second.problems.join("\n").toStdString();
     EXPECT_EQ(second.file->treatment, first->treatment);

@@ -12,7 +12,7 @@ using test::fullRecord;
 using test::OtherConnection;
 using Lines = std::vector<std::string>;
 
-/// Databases that somebody else has been at.
+/// Databases that another program has changed.
 class TreatmentStoreForeign : public test::TreatmentStoreFixture
 {
 protected:
@@ -33,7 +33,7 @@ protected:
 struct Intrusion
 {
     const char *statement;
-    const char *sentence; ///< behind the path
+    const char *sentence; ///< after the path
 };
 
 TEST_F(TreatmentStoreForeign, whatIsNotInTheProgramsOwnTablesIsRefusedAndNeverRun)
@@ -63,6 +63,16 @@ TEST_F(TreatmentStoreForeign, whatIsNotInTheProgramsOwnTablesIsRefusedAndNeverRu
                       intrusion.sentence + " is not as this program makes it)");
         EXPECT_EQ(bytesOf(path), before);
     }
+}
+
+TEST_F(TreatmentStoreForeign, aLongTableNameIsToldWithItsFirst80Characters)
+{
+    makeChanged({QStringLiteral("CREATE TABLE %1 (id INTEGER)").arg(QString(81, 'k'))});
+    const auto refused = TreatmentStore::open(path);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.sentence().toStdString(),
+              path.toStdString() + ": the database was changed by another program (table \"" +
+                  std::string(80, 'k') + "\" is not as this program makes it)");
 }
 
 TEST_F(TreatmentStoreForeign, aViewThatNeverEndsInATablesPlaceIsRefused)

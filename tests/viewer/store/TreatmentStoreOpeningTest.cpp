@@ -129,7 +129,7 @@ TEST_F(TreatmentStoreOpening, aNewerDatabaseThatWasNotClosedIsLeftByteForByteToo
     makeDatabase();
     const QString killed = folder.filePath(QStringLiteral("killed.db"));
     {
-        // The version stands in the write-ahead log alone; copied as a killed program leaves it.
+        // The version is in the write-ahead log alone; copied as a killed program leaves it.
         const OtherConnection newer(path);
         newer.run(QStringLiteral("PRAGMA user_version = 99"));
         ASSERT_TRUE(QFile::copy(path, killed));

@@ -32,7 +32,7 @@ TEST(TreatmentLoader, progressCountsEveryFileOnceUpToAllOfThem)
         steps.emplace_back(doneCount, fileCount);
     });
     ASSERT_FALSE(steps.empty());
-    // The gums are told together, after the last button.
+    // The gums are reported together, after the last button.
     std::size_t before = 0;
     for (const auto &[doneCount, fileCount] : steps) {
         EXPECT_EQ(fileCount, 86u);

@@ -325,7 +325,7 @@ void changeSomething(kelo::DXDocumentModel &document, std::mt19937 &random)
 TEST_F(UndoHistoryTest, anHourOfChangesGoesBackAndForthStepByStep)
 {
     std::mt19937 random(7);
-    // What stands under each number of steps.
+    // The state after each number of steps.
     std::vector<DocumentState> states{stateOf(document())};
     for (int i = 0; i < 500; ++i) {
         const auto before = static_cast<std::size_t>(history.stack().index());

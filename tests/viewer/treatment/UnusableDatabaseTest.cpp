@@ -138,7 +138,7 @@ TEST_F(DatabaseThatCannotBeUsed, thatIsLockedIsNamedAndLeftAsItIs)
     Ended ended{};
     {
         // While the lock is held this process must not open the file otherwise: closing it again
-        // would take the lock away.
+        // would release the lock.
         const Connection other(path);
         other.run("BEGIN EXCLUSIVE");
         ended = runLimited(Limit::None, {"--headless", "--database", path, "--picture", picture});

@@ -160,7 +160,7 @@ TEST_F(TreatmentPanels, theChartOfAnApprovedNoteKeepsItsColours)
 TEST_F(TreatmentPanels, aPanelsFrameIsFivePointsBesideTheWindowAndSixBelow)
 {
     TreatmentDocument &document = open();
-    // The frame is told by the window manager.
+    // The window manager reports the frame.
     ASSERT_TRUE(waitUntil([&] {
         return windowOf(document).frameGeometry().top() != windowOf(document).geometry().top();
     }));

@@ -272,7 +272,7 @@ TEST_F(TreatmentWindows, theFirstWindowIsNoLargerThanTheScreenHasRoomFor)
     commandLine.size = {4000.0, 3000.0};
     const TreatmentDocument &document = open();
     const QRect screen = windowOf(document).screen()->availableGeometry();
-    // The frame is told by the window manager.
+    // The window manager reports the frame.
     ASSERT_TRUE(waitUntil([&] {
         return windowOf(document).frameGeometry().top() != windowOf(document).geometry().top();
     }));
@@ -344,7 +344,7 @@ TEST_F(TreatmentWindows, aClickInFullScreenIsNoKeyOfTheMenus)
     ASSERT_TRUE(
         waitUntil([&] { return action(document, "Undo Remove bracket from 8") != nullptr; }));
 
-    // Whatever a press holds where a key press has its key, it is not looked at: here the key that
+    // Whatever a press holds where a key press has its key, it is ignored: here the key that
     // would take the step back.
     for (const QEvent::Type type :
          {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}) {
@@ -386,7 +386,7 @@ TEST_F(TreatmentWindows, theMenusKeysWorkInFullScreenToo)
     kelo::test::xdotool({"key", "ctrl+z"});
     EXPECT_TRUE(waitUntil([&] { return bracketIsPlaced(document, "8"); }));
     EXPECT_TRUE(view.isInFullScreenMode());
-    kelo::test::xdotool({"key", "F2"}); // a panel would stand behind the view
+    kelo::test::xdotool({"key", "F2"}); // a panel would be behind the view
     EXPECT_TRUE(waitUntil([&] {
         const auto *chart = document.existingWindowControllerForWindowNibName("ToothChart");
         return chart && !view.isInFullScreenMode();
@@ -475,7 +475,7 @@ TEST_F(TreatmentWindows, whatAMenuUndoesAndRedoesIsSeenUnderACompositor)
     QMenu *edit = action(document, "Edit")->menu();
     ASSERT_TRUE(waitUntil([&] { return edit->actions().at(0)->text().contains("Place elastic"); }));
 
-    // The menu lies over the view: what is below it is not told when it has gone.
+    // The menu lies over the view: what is below it gets no event when it closes.
     const auto chooseRow = [&](const char *mnemonic) {
         kelo::test::xdotool({"key", "alt+e"});
         ASSERT_TRUE(waitUntil([&] { return edit->isVisible(); }));

@@ -1,4 +1,4 @@
-// Notes by date: today's is worked on, earlier ones are looked at, and the log tells it all.
+// Notes by date: today's can be edited, earlier ones are read-only, and the log has every change.
 
 #include "tests/viewer/support/ScriptFixture.h"
 #include "viewer/text/DateText.h"
