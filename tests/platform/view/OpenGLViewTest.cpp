@@ -30,7 +30,7 @@ TEST_F(OpenGLViewWithoutDisplay, theAutomaticSurfaceOfTheOffscreenPlatformIsSurf
 
 TEST_F(OpenGLViewWithoutDisplay, askingAboutAViewMakesNoSurface)
 {
-    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    const test::TestSurface windows(SurfaceKind::Window);
     DrawingView made(Rect{{0, 0}, {200, 100}});
     const OpenGLView &asked = made;
     EXPECT_EQ(asked.backingScaleFactor(), 1.0) << "the offscreen platform's screen";
@@ -50,24 +50,22 @@ TEST_F(OpenGLViewWithoutDisplay, askingAboutAViewMakesNoSurface)
     EXPECT_TRUE(QGuiApplication::allWindows().isEmpty());
 
     // So the kind can still be chosen.
-    OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless);
+    const test::TestSurface buffers(SurfaceKind::Surfaceless);
     EXPECT_TRUE(asked.isExposed());
     EXPECT_EQ(asked.deviceSize(), (PixelSize{600, 200}));
     EXPECT_EQ(made.window(), nullptr);
     EXPECT_EQ(made.grabImage().size(), QSize(600, 200));
     EXPECT_TRUE(QGuiApplication::allWindows().isEmpty());
-    OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
     EXPECT_NO_GL_ERROR();
 }
 
 TEST_F(OpenGLViewWithoutDisplay, aViewKeepsTheSurfaceThatItHas)
 {
     view->openGLContext();
-    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    const test::TestSurface windows(SurfaceKind::Window);
     EXPECT_TRUE(view->isExposed());
     EXPECT_EQ(view->window(), nullptr);
     EXPECT_EQ(view->grabImage().size(), QSize(200, 100));
-    OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
     EXPECT_NO_GL_ERROR();
 }
 

@@ -1,5 +1,6 @@
 #include "tests/support/DrawingView.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/TestSurface.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -22,7 +23,7 @@ TEST(OpenGLViewWithoutApplication, aViewDrawsWithoutAnyApplicationObject)
 
 TEST(OpenGLViewWithoutApplication, aWindowCannotBeHadAndSaysSoInOneSentence)
 {
-    OpenGLView::setSurfaceKind(SurfaceKind::Window);
+    const test::TestSurface surface(SurfaceKind::Window);
     DrawingView view(Rect{{0, 0}, {40, 30}});
     try {
         view.openGLContext();
@@ -31,7 +32,6 @@ TEST(OpenGLViewWithoutApplication, aWindowCannotBeHadAndSaysSoInOneSentence)
         EXPECT_STREQ(problem.what(),
                      "The 3D view needs a graphical application to open its window in.");
     }
-    OpenGLView::setSurfaceKind(SurfaceKind::Automatic);
 }
 
 } // namespace

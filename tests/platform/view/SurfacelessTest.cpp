@@ -2,6 +2,7 @@
 
 #include "platform/view/OpenGLView.h"
 #include "tests/support/DrawingView.h"
+#include "tests/support/TestSurface.h"
 
 #include <QImage>
 
@@ -17,8 +18,7 @@ using test::DrawingView;
 class Surfaceless : public testing::Test
 {
 protected:
-    Surfaceless() { OpenGLView::setSurfaceKind(SurfaceKind::Surfaceless); }
-    ~Surfaceless() override { OpenGLView::setSurfaceKind(SurfaceKind::Automatic); }
+    test::TestSurface surface{SurfaceKind::Surfaceless};
 };
 
 TEST_F(Surfaceless, theContextHasTheFixedFunctionCallsOfOpenGL21)
