@@ -47,6 +47,7 @@ TreatmentNoteKeys::~TreatmentNoteKeys() = default;
 
 std::vector<std::string> TreatmentNoteKeys::upperToothNameKeys() const
 {
+    // 1 and 16, and 17 and 32 below, are the wisdom teeth, which are not modelled.
     return toothKeys(2, 15);
 }
 

@@ -73,6 +73,7 @@ public:
         const QJsonArray list = limited(notes, "notes", mostNotes, "notes");
         for (qsizetype i = 0; i < list.size(); ++i)
             addNote(record, list[i], JSONProblems::element("notes", i));
+        // A file written by hand may have them in any order.
         std::sort(record.notes.begin(), record.notes.end(),
                   [](const NoteRecord &a, const NoteRecord &b) { return a.date < b.date; });
         return record;
@@ -99,6 +100,7 @@ private:
         return {};
     }
 
+    /// A misspelt member would otherwise be lost without a word.
     void reportUnknownMembers(const QJsonObject &object, const std::string &place,
                               const QStringList &known)
     {
@@ -159,6 +161,7 @@ private:
                              {"date", "approvedDate", "toothVisibilities", "bracketVisibilities",
                               "buttonVisibilities", "bracketColorTypeIDs", "elastics"});
         NoteRecord note;
+        // A date that is there and wrong has been reported by `date` already.
         if (const auto noteDate = date(object, place, "date"))
             note.date = *noteDate;
         else if (object["date"].isUndefined() || object["date"].isNull())

@@ -98,6 +98,7 @@ private:
         };
         for (const auto &[key, visible] : changes) {
             const auto before = stored.find(key);
+            // Reports repeat what the note has already: only differences are written and logged.
             if (before != stored.end() && before->second == visible) continue;
             StoreStatement(connection_,
                            "INSERT INTO visibilities (note_id, kind, name_key, visible)"
@@ -105,6 +106,7 @@ private:
                            " DO UPDATE SET visible = excluded.visible",
                            {noteID_, QString::fromLatin1(kind), valueOf(key), visible ? 1 : 0});
             log(QString::fromLatin1(kind) + QStringLiteral(" visibility"), key,
+                // A note without the key says nothing of it, which is neither value.
                 before == stored.end() ? std::optional<QString>() : text(before->second),
                 text(visible));
         }
@@ -132,6 +134,7 @@ private:
     {
         const auto merged = mergedElastics(report.before, report.elastics, stored_.elastics);
         if (merged == stored_.elastics) return;
+        // Rows are numbered by position, so all from the first difference on are written again.
         const auto same = std::mismatch(merged.begin(), merged.end(), stored_.elastics.begin(),
                                         stored_.elastics.end());
         const auto first = static_cast<std::size_t>(same.first - merged.begin());
@@ -243,6 +246,7 @@ qint64 startNote(TreatmentStoreConnection &connection, qint64 treatmentID, const
     StoredChange change{changedAt, date, QStringLiteral("note started"), {}, {}, textOf(date)};
     if (const auto earlier = lastDateBefore(connection, treatmentID, date)) {
         started = noteStartedFrom(givenNote(connection, treatmentID, *earlier), date);
+        // The note that it was copied from.
         change.key = textOf(*earlier).toStdString();
     }
     const qint64 identifier = insertNote(connection, treatmentID, started);
@@ -257,6 +261,7 @@ void applyReport(TreatmentStoreConnection &connection, qint64 treatmentID, const
     const auto known = noteID(connection, treatmentID, report.date);
     const qint64 identifier =
         known ? *known : startNote(connection, treatmentID, report.date, changedAt);
+    // Read after a note was started: it begins with the values of the one before.
     const NoteRecord stored = givenNote(connection, treatmentID, report.date);
     ReportWriter(connection, treatmentID, identifier, stored, changedAt).write(report);
 }
@@ -288,6 +293,7 @@ void saveNamedElastic(TreatmentStoreConnection &connection,
 
 void removeNamedElastic(TreatmentStoreConnection &connection, long typeID)
 {
+    // A name that a note has must stay: the note refers to it.
     StoreStatement(connection,
                    "DELETE FROM named_elastics WHERE type_id = ? AND type_id NOT IN"
                    " (SELECT config_type_id FROM elastics WHERE config_type_id IS NOT NULL)",
