@@ -1,6 +1,6 @@
 #include "platform/time/DelayedCall.h"
 
-#include "platform/time/VirtualRunLoop.h"
+#include "tests/support/TestClock.h"
 
 #include <gtest/gtest.h>
 
@@ -14,23 +14,12 @@ using namespace kelo;
 class DelayedCallTest : public testing::Test
 {
 protected:
-    DelayedCallTest()
-    {
-        auto virtualLoop = std::make_unique<VirtualRunLoop>();
-        loop = virtualLoop.get();
-        previousLoop = RunLoop::setMain(std::move(virtualLoop));
-    }
-    ~DelayedCallTest() override
-    {
-        if (previousLoop) RunLoop::setMain(std::move(previousLoop));
-    }
     std::function<void()> count()
     {
         return [this] { ++calls; };
     }
 
-    VirtualRunLoop *loop = nullptr;
-    std::unique_ptr<RunLoop> previousLoop;
+    test::TestClock clock;
     int calls = 0;
 };
 
@@ -39,10 +28,10 @@ TEST_F(DelayedCallTest, itIsMadeOnceAfterItsTime)
     DelayedCall call;
     EXPECT_FALSE(call.isPending());
     call.schedule(2.0, count());
-    loop->advance(1.9);
+    clock->advance(1.9);
     EXPECT_TRUE(call.isPending());
     EXPECT_EQ(calls, 0);
-    loop->advance(10.0);
+    clock->advance(10.0);
     EXPECT_FALSE(call.isPending());
     EXPECT_EQ(calls, 1);
 }
@@ -51,11 +40,11 @@ TEST_F(DelayedCallTest, aNewOneWithdrawsTheOneThatIsPending)
 {
     DelayedCall call;
     call.schedule(2.0, count());
-    loop->advance(1.0);
+    clock->advance(1.0);
     call.schedule(2.0, count());
-    loop->advance(1.5);
+    clock->advance(1.5);
     EXPECT_EQ(calls, 0);
-    loop->advance(10.0);
+    clock->advance(10.0);
     EXPECT_EQ(calls, 1);
 }
 
@@ -69,7 +58,7 @@ TEST_F(DelayedCallTest, oneThatIsWithdrawnOrWhoseObjectEndsIsNotMade)
         DelayedCall ended;
         ended.schedule(1.0, count());
     }
-    loop->advance(10.0);
+    clock->advance(10.0);
     EXPECT_EQ(calls, 0);
 }
 
@@ -81,9 +70,9 @@ TEST_F(DelayedCallTest, itIsNotPendingWhileItIsMadeAndMayScheduleAnother)
         call.schedule(1.0, count());
         EXPECT_TRUE(call.isPending());
     });
-    loop->advance(1.5);
+    clock->advance(1.5);
     EXPECT_TRUE(call.isPending());
-    loop->advance(10.0);
+    clock->advance(10.0);
     EXPECT_EQ(calls, 1);
 }
 
@@ -94,7 +83,7 @@ TEST_F(DelayedCallTest, itMayEndItsObject)
         call.reset();
         ++calls;
     });
-    loop->advance(10.0);
+    clock->advance(10.0);
     EXPECT_EQ(calls, 1);
 }
 

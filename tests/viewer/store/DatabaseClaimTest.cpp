@@ -96,14 +96,14 @@ TEST_F(DatabaseClaims, aRequestOfMoreThan32KiBIsNotAnswered)
     QStringList wanted;
     QObject::connect(&first, &DatabaseClaim::wanted, &loop,
                      [&](const QString &file) { wanted << file; });
-    // A line of JSON: {"file":"..."}
-    constexpr int around = 11;
+    // A line of JSON: {"file":"..."} and the line break.
+    constexpr int around = 12;
     const QString longest = QLatin1Char('/') + QString(32 * 1024 - around - 1, QLatin1Char('a'));
     bool answered[2] = {false, true};
     std::thread second([&] {
         const DatabaseClaim claim(path);
         answered[0] = claim.bringOtherForward(longest);
-        answered[1] = claim.bringOtherForward(longest + QLatin1Char('a'));
+        answered[1] = claim.bringOtherForward(longest + QStringLiteral("aa"));
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
     });
     loop.exec();
