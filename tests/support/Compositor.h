@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/SettledDisplay.h"
 #include "tests/support/WaitUntil.h"
 
 #include <QProcess>
@@ -17,16 +18,7 @@ public:
         process_.start(QStringLiteral("picom"),
                        {QStringLiteral("--config"), QStringLiteral("/dev/null"),
                         QStringLiteral("--backend"), QStringLiteral("xrender")});
-        // The program itself tells whether one is running.
-        if (!process_.waitForStarted()) return;
-        isRunning_ = waitUntil(
-            [] {
-                QProcess question;
-                question.start(QStringLiteral("picom"), {QStringLiteral("--diagnostics")});
-                question.waitForFinished();
-                return question.readAllStandardOutput().contains("Another compositor");
-            },
-            20000);
+        isRunning_ = process_.waitForStarted() && waitUntil([] { return displayHasCompositor(); });
     }
     ~Compositor()
     {

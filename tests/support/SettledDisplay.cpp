@@ -10,10 +10,21 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <xcb/xcb.h>
 
 namespace kelo::test {
 namespace {
+
+xcb_atom_t atomNamed(xcb_connection_t *server, const std::string &name)
+{
+    const auto asked =
+        xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(server, asked, nullptr);
+    const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    std::free(reply);
+    return atom;
+}
 
 /// Asks the window manager how wide the frame of a window would be that is never shown; the answer
 /// is a property of that window. The server and the window manager go through what they are asked
@@ -30,11 +41,7 @@ public:
         xcb_create_window(server, XCB_COPY_FROM_PARENT, window_, root_, 0, 0, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_EVENT_MASK,
                           &events);
-        static constexpr char name[] = "_NET_REQUEST_FRAME_EXTENTS";
-        const auto asked = xcb_intern_atom(server, 0, sizeof name - 1, name);
-        xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(server, asked, nullptr);
-        if (reply) type_ = reply->atom;
-        std::free(reply);
+        type_ = atomNamed(server, "_NET_REQUEST_FRAME_EXTENTS");
         QCoreApplication::instance()->installNativeEventFilter(this);
     }
     ~Question() override
@@ -100,6 +107,19 @@ testing::AssertionResult displayIsSettled()
             return testing::AssertionFailure() << "the display goes on telling the program things";
     } while (question.otherEventCount > 0);
     return testing::AssertionSuccess();
+}
+
+bool displayHasCompositor()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11) return false;
+    xcb_connection_t *server = x11->connection();
+    // The standard's name for the compositor of the first screen.
+    const auto asked = xcb_get_selection_owner(server, atomNamed(server, "_NET_WM_CM_S0"));
+    xcb_get_selection_owner_reply_t *reply = xcb_get_selection_owner_reply(server, asked, nullptr);
+    const bool hasOwner = reply && reply->owner != XCB_WINDOW_NONE;
+    std::free(reply);
+    return hasOwner;
 }
 
 } // namespace kelo::test

@@ -14,4 +14,8 @@ namespace kelo::test {
 /// program has set may still be to come.
 testing::AssertionResult displayIsSettled();
 
+/// Whether a compositor shows the windows of the X display: it owns a selection that the server
+/// knows. False on other platforms.
+bool displayHasCompositor();
+
 } // namespace kelo::test
