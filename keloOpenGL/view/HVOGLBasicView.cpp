@@ -29,7 +29,7 @@ constexpr ModeHandlers leftDown{&View::elasticsMouseDown, &View::colorMouseDown,
 constexpr ModeHandlers leftDragged{&View::elasticsMouseDragged, &View::colorMouseDragged,
                                    &View::rotateMouseDragged};
 constexpr ModeHandlers leftUp{&View::elasticsMouseUp, &View::colorMouseUp, &View::rotateMouseUp};
-// The right button colours, in the elastics mode too.
+/// The right button colours, in the elastics mode too.
 constexpr ModeHandlers rightDown{&View::colorMouseDown, &View::colorMouseDown, nullptr};
 constexpr ModeHandlers rightDragged{&View::colorMouseDragged, &View::colorMouseDragged, nullptr};
 constexpr ModeHandlers rightUp{&View::colorMouseUp, &View::colorMouseUp, nullptr};

@@ -11,7 +11,7 @@
 namespace kelo {
 namespace {
 
-// The layouts that PackedData.h gives.
+/// The layouts that PackedData.h gives.
 static_assert(sizeof(Vector3) == 12 && sizeof(WindowLimits) == 32);
 static_assert(sizeof(HVOGLBasicView::Rotation) == 16);
 
