@@ -5,8 +5,9 @@
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
 
+#include <algorithm>
+#include <map>
 #include <memory>
-#include <unordered_map>
 #include <utility>
 
 namespace kelo {
@@ -51,58 +52,51 @@ std::shared_ptr<Type> unknownType(long typeID, const std::string &word)
     return type;
 }
 
-/// Makes elastics of plain values, and notes what it does not find.
-class ElasticsMaker
+/// The record of the list with this identifier, or null. Both kinds of lists that documents have.
+template<class Type>
+std::shared_ptr<Type> offered(const std::map<long, std::shared_ptr<Type>> &types, long typeID)
 {
-public:
-    explicit ElasticsMaker(const DXDocumentModel &document) : document_(document)
-    {
-        for (const auto &type : document.availableElasticsConfigTypes()) {
-            if (type) configurations_.emplace(type->typeID, type);
-        }
+    const auto found = types.find(typeID);
+    return found == types.end() ? nullptr : found->second;
+}
+
+template<class Type>
+std::shared_ptr<Type> offered(const std::vector<std::shared_ptr<Type>> &types, long typeID)
+{
+    const auto found = std::find_if(types.begin(), types.end(), [typeID](const auto &type) {
+        return type && type->typeID == typeID;
+    });
+    return found == types.end() ? nullptr : *found;
+}
+
+template<class Types>
+auto typeOrOwn(const Types &types, const std::optional<long> &typeID, const std::string &word)
+    -> decltype(offered(types, 0))
+{
+    if (!typeID) return nullptr;
+    const auto type = offered(types, *typeID);
+    return type ? type
+                : unknownType<typename decltype(offered(types, 0))::element_type>(*typeID, word);
+}
+
+/// What cannot be restored of an elastic as it is.
+std::vector<ElasticProblem> problemsOf(const DXDocumentModel &document, const SavedElastic &saved,
+                                       std::size_t index)
+{
+    using Kind = ElasticProblem::Kind;
+    for (const std::string &member : saved.bracketSequence) {
+        if (!document.bracketModels().contains(member) && !document.buttonModels().contains(member))
+            return {{Kind::UnknownMember, index, member, 0}};
     }
-
-    /// Null for an elastic that runs through what is not there.
-    std::shared_ptr<ElasticModel> elastic(const SavedElastic &saved, std::size_t index)
-    {
-        for (const std::string &member : saved.bracketSequence) {
-            if (document_.bracketModels().contains(member) ||
-                document_.buttonModels().contains(member))
-                continue;
-            problems_.push_back({ElasticProblem::Kind::UnknownMember, index, member, 0});
-            return nullptr;
-        }
-        const auto size =
-            saved.elasticsSizeTypeID ? sizeType(*saved.elasticsSizeTypeID, index) : nullptr;
-        const auto configuration =
-            saved.elasticsConfigTypeID ? configType(*saved.elasticsConfigTypeID, index) : nullptr;
-        return std::make_shared<ElasticModel>(configuration, size, saved.bracketSequence);
-    }
-
-    std::vector<ElasticProblem> takeProblems() { return std::move(problems_); }
-
-private:
-    std::shared_ptr<ElasticsSizeType> sizeType(long typeID, std::size_t index)
-    {
-        const auto &available = document_.availableElasticsSizeTypes();
-        const auto known = available.find(typeID);
-        if (known != available.end() && known->second) return known->second;
-        problems_.push_back({ElasticProblem::Kind::UnknownSize, index, "", typeID});
-        return unknownType<ElasticsSizeType>(typeID, "Size");
-    }
-
-    std::shared_ptr<ElasticsConfigType> configType(long typeID, std::size_t index)
-    {
-        const auto known = configurations_.find(typeID);
-        if (known != configurations_.end()) return known->second;
-        problems_.push_back({ElasticProblem::Kind::UnknownConfiguration, index, "", typeID});
-        return unknownType<ElasticsConfigType>(typeID, "Configuration");
-    }
-
-    const DXDocumentModel &document_;
-    std::unordered_map<long, std::shared_ptr<ElasticsConfigType>> configurations_;
-    std::vector<ElasticProblem> problems_;
-};
+    std::vector<ElasticProblem> problems;
+    const auto &size = saved.elasticsSizeTypeID;
+    if (size && !offered(document.availableElasticsSizeTypes(), *size))
+        problems.push_back({Kind::UnknownSize, index, "", *size});
+    const auto &configuration = saved.elasticsConfigTypeID;
+    if (configuration && !offered(document.availableElasticsConfigTypes(), *configuration))
+        problems.push_back({Kind::UnknownConfiguration, index, "", *configuration});
+    return problems;
+}
 
 } // namespace
 
@@ -124,6 +118,31 @@ std::string ElasticProblem::sentence(const SavedState &state) const
     return text + ": the configuration " + std::to_string(typeID) + " is not in the catalogue";
 }
 
+SavedElastic savedElasticOf(const ElasticModel &elastic)
+{
+    return {typeIDOf(elastic.elasticsConfigType()), typeIDOf(elastic.elasticsSizeType()),
+            elastic.bracketSequence()};
+}
+
+std::shared_ptr<ElasticModel> elasticOf(const DXDocumentModel &document, const SavedElastic &saved)
+{
+    return std::make_shared<ElasticModel>(configTypeOf(document, saved),
+                                          sizeTypeOf(document, saved), saved.bracketSequence);
+}
+
+std::shared_ptr<ElasticsConfigType> configTypeOf(const DXDocumentModel &document,
+                                                 const SavedElastic &saved)
+{
+    return typeOrOwn(document.availableElasticsConfigTypes(), saved.elasticsConfigTypeID,
+                     "Configuration");
+}
+
+std::shared_ptr<ElasticsSizeType> sizeTypeOf(const DXDocumentModel &document,
+                                             const SavedElastic &saved)
+{
+    return typeOrOwn(document.availableElasticsSizeTypes(), saved.elasticsSizeTypeID, "Size");
+}
+
 SavedState savedStateOf(const DXDocumentModel &document)
 {
     SavedState state{document.toothVisibilities(),
@@ -136,10 +155,7 @@ SavedState savedStateOf(const DXDocumentModel &document)
         if (typeID != noBracketColorTypeID) state.bracketColorTypeIDs.emplace(key, typeID);
     }
     for (const auto &elastic : document.elasticModels()) {
-        if (!elastic) continue;
-        state.elastics.push_back({typeIDOf(elastic->elasticsConfigType()),
-                                  typeIDOf(elastic->elasticsSizeType()),
-                                  elastic->bracketSequence()});
+        if (elastic) state.elastics.push_back(savedElasticOf(*elastic));
     }
     return state;
 }
@@ -153,14 +169,16 @@ std::vector<ElasticProblem> restoreState(DXDocumentModel &document, const SavedS
         completed(document.buttonModels(), state.buttonVisibilities, false));
     document.setBracketColorTypeIDs(withoutNoColor(
         completed(document.bracketModels(), state.bracketColorTypeIDs, std::optional<long>())));
-    ElasticsMaker maker(document);
+    std::vector<ElasticProblem> problems;
     DXDocumentModel::ElasticModels elastics;
     for (std::size_t i = 0; i < state.elastics.size(); ++i) {
-        if (auto elastic = maker.elastic(state.elastics[i], i))
-            elastics.push_back(std::move(elastic));
+        const auto found = problemsOf(document, state.elastics[i], i);
+        problems.insert(problems.end(), found.begin(), found.end());
+        if (found.empty() || found.front().kind != ElasticProblem::Kind::UnknownMember)
+            elastics.push_back(elasticOf(document, state.elastics[i]));
     }
     document.setElasticModels(elastics);
-    return maker.takeProblems();
+    return problems;
 }
 
 } // namespace kelo

@@ -5,6 +5,7 @@
 #include "keloModel/SavedElastic.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,9 @@
 namespace kelo {
 
 class DXDocumentModel;
+class ElasticModel;
+struct ElasticsConfigType;
+struct ElasticsSizeType;
 
 /// What a clinician can change in a document, as plain values that a host can store. Default
 /// constructed: all teeth, and nothing else.
@@ -45,6 +49,20 @@ struct KELO_EXPORT ElasticProblem
     bool operator==(const ElasticProblem &) const = default;
 };
 
+/// @name One elastic
+/// @{
+KELO_EXPORT SavedElastic savedElasticOf(const ElasticModel &elastic);
+/// An elastic of these values, which is not placed.
+KELO_EXPORT std::shared_ptr<ElasticModel> elasticOf(const DXDocumentModel &document,
+                                                    const SavedElastic &saved);
+/// The records that the document offers for the values, or null where there is none. For a typeID
+/// that it does not offer, a record of its own with this typeID, so that the value is not lost.
+KELO_EXPORT std::shared_ptr<ElasticsConfigType> configTypeOf(const DXDocumentModel &document,
+                                                             const SavedElastic &saved);
+KELO_EXPORT std::shared_ptr<ElasticsSizeType> sizeTypeOf(const DXDocumentModel &document,
+                                                         const SavedElastic &saved);
+/// @}
+
 /// The state as restoreState takes it.
 KELO_EXPORT SavedState savedStateOf(const DXDocumentModel &document);
 
@@ -52,9 +70,8 @@ KELO_EXPORT SavedState savedStateOf(const DXDocumentModel &document);
 /// documentModelChangedNotification; the delegate hears nothing and no update is accumulated. Keys
 /// without a model are passed over. Returns what is wrong with the elastics, in their order.
 ///
-/// A size or configuration that the document does not offer becomes a record of its own with this
-/// typeID, so that savedStateOf gives it back. What is wrong with colours is said on standard
-/// error: DXDocumentModel::setBracketColorTypeIDs.
+/// Elastics are made by elasticOf. What is wrong with colours is said on standard error:
+/// DXDocumentModel::setBracketColorTypeIDs.
 KELO_EXPORT std::vector<ElasticProblem> restoreState(DXDocumentModel &document,
                                                      const SavedState &state);
 

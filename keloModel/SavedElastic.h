@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +15,8 @@ struct SavedElastic
     std::optional<long> elasticsSizeTypeID;
     std::vector<std::string> bracketSequence; ///< name keys, in the band's order
     bool operator==(const SavedElastic &) const = default;
+    /// By their values, for ordered containers.
+    auto operator<=>(const SavedElastic &) const = default;
 };
 
 } // namespace kelo

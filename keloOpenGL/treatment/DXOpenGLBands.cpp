@@ -18,10 +18,11 @@ Matrix identity()
     return matrix;
 }
 
-ElasticDescription descriptionOf(const ElasticModel &elastic)
+ElasticDescription descriptionOf(const std::shared_ptr<ElasticModel> &elastic)
 {
-    const ElasticsSizeType *size = elastic.elasticsSizeType().get();
-    return {colorOfSize(size), size ? size->typeLabel : std::string(), elastic.bracketSequence()};
+    const ElasticsSizeType *size = elastic->elasticsSizeType().get();
+    return {colorOfSize(size), size ? size->typeLabel : std::string(), elastic->bracketSequence(),
+            elastic};
 }
 
 } // namespace
@@ -66,7 +67,7 @@ DXOpenGL::elasticsForToothNames(const std::vector<std::string> &toothNames) cons
     ElasticDescriptions descriptions;
     if (!documentModel()) return descriptions;
     for (const auto &elastic : elasticsOver(*documentModel(), toothNames))
-        descriptions.push_back(descriptionOf(*elastic));
+        descriptions.push_back(descriptionOf(elastic));
     return descriptions;
 }
 

@@ -25,6 +25,7 @@ struct ElasticDescription
     std::optional<Color> color;        ///< the size type's colour
     std::string name;                  ///< the size type's label
     std::vector<std::string> brackets; ///< the keys that the band runs through, in order
+    std::shared_ptr<const ElasticModel> elastic = nullptr; ///< the elastic itself
 };
 
 using ElasticDescriptions = std::vector<ElasticDescription>;

@@ -7,6 +7,7 @@ find_package(Qt6 REQUIRED COMPONENTS Network) # the claim on a database is a loc
 kelo_test(store_tests QT
     SOURCES
         store/DatabaseClaimTest.cpp
+        store/ElasticAttributesTest.cpp
         store/ElasticMergeTest.cpp
         store/TreatmentStoreForeignTest.cpp
         store/TreatmentStoreKilledTest.cpp

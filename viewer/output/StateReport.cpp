@@ -4,12 +4,12 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
-#include "keloModel/ElasticsConfigType.h"
-#include "keloModel/ElasticsSizeType.h"
+#include "document/SavedState.h"
 #include "keloOpenGL/treatment/DXOpenGL.h"
 #include "models/DXGLightweightModel.h"
 #include "platform/presenters/Menu.h"
 #include "viewer/output/DelegateCallLog.h"
+#include "viewer/store/ElasticAttributes.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -66,21 +66,11 @@ QJsonObject colorTypeIDs(const TypeIDs &typeIDByKey)
     return object;
 }
 
-template<class Type>
-QJsonValue typeIDOrNull(const std::shared_ptr<Type> &type)
-{
-    return type ? QJsonValue(static_cast<qint64>(type->typeID)) : QJsonValue(QJsonValue::Null);
-}
-
 QJsonObject elastic(const kelo::ElasticModel &model)
 {
-    QJsonArray sequence;
-    for (const std::string &key : model.bracketSequence())
-        sequence.append(QString::fromStdString(key));
-    return {{QStringLiteral("uniqueID"), static_cast<qint64>(model.uniqueID())},
-            {QStringLiteral("elasticsConfigTypeID"), typeIDOrNull(model.elasticsConfigType())},
-            {QStringLiteral("elasticsSizeTypeID"), typeIDOrNull(model.elasticsSizeType())},
-            {QStringLiteral("bracketSequence"), sequence}};
+    QJsonObject object = elasticAsJSON(kelo::savedElasticOf(model));
+    object.insert(QStringLiteral("uniqueID"), static_cast<qint64>(model.uniqueID()));
+    return object;
 }
 
 /// What waits to be taken, left waiting.

@@ -1,32 +1,19 @@
 #include "viewer/store/ElasticMerge.h"
 
+#include "viewer/store/ElasticAttributes.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 
 namespace viewer {
 namespace {
 
-using Records = std::vector<ElasticRecord>;
+using Records = std::vector<kelo::SavedElastic>;
 using Sequence = std::vector<std::string>;
-
-/// Orders elastics by their values, so that equal ones are found without comparing all with all.
-struct ByValue
-{
-    bool operator()(const ElasticRecord &first, const ElasticRecord &second) const
-    {
-        return tied(first) < tied(second);
-    }
-    static std::tuple<const Sequence &, const std::optional<long> &, const std::optional<long> &>
-    tied(const ElasticRecord &record)
-    {
-        return {record.bracketSequence, record.elasticsConfigTypeID, record.elasticsSizeTypeID};
-    }
-};
 
 /// Elastics, each as often as it occurs.
 class Bag
@@ -34,11 +21,11 @@ class Bag
 public:
     explicit Bag(const Records &records = {})
     {
-        for (const ElasticRecord &record : records)
+        for (const kelo::SavedElastic &record : records)
             ++counts_[record];
     }
     /// Takes one out; false when there is none.
-    bool take(const ElasticRecord &record)
+    bool take(const kelo::SavedElastic &record)
     {
         const auto found = counts_.find(record);
         if (found == counts_.end()) return false;
@@ -47,7 +34,7 @@ public:
     }
 
 private:
-    std::map<ElasticRecord, std::size_t, ByValue> counts_;
+    std::map<kelo::SavedElastic, std::size_t> counts_;
 };
 
 /// Those of `records` that `others` does not have, in their order.
@@ -55,7 +42,7 @@ Records recordsWithout(const Records &records, const Records &others)
 {
     Bag known(others);
     Records left;
-    for (const ElasticRecord &record : records) {
+    for (const kelo::SavedElastic &record : records) {
         if (!known.take(record)) left.push_back(record);
     }
     return left;
@@ -77,8 +64,8 @@ bool isPartOf(const Sequence &part, const Sequence &whole)
 /// An elastic that was there before, and what it became; nothing: it was removed.
 struct Change
 {
-    ElasticRecord before;
-    std::optional<ElasticRecord> after;
+    kelo::SavedElastic before;
+    std::optional<kelo::SavedElastic> after;
 };
 
 struct Changes
@@ -97,7 +84,7 @@ Changes changesBetween(const Records &before, const Records &after)
         bySequence[added[i].bracketSequence].push_back(i);
     std::vector<bool> isPaired(added.size(), false);
     Changes found;
-    for (const ElasticRecord &gone : recordsWithout(before, after)) {
+    for (const kelo::SavedElastic &gone : recordsWithout(before, after)) {
         Change change{gone, std::nullopt};
         const auto same = bySequence.find(gone.bracketSequence);
         if (same != bySequence.end() && !same->second.empty()) {
@@ -127,14 +114,14 @@ Changes changesBetween(const Records &before, const Records &after)
 }
 
 /// What became of one elastic that two changed: of each of its values the change that was made.
-ElasticRecord combined(const ElasticRecord &before, const ElasticRecord &mine,
-                       const ElasticRecord &theirs)
+kelo::SavedElastic combined(const kelo::SavedElastic &before, const kelo::SavedElastic &mine,
+                            const kelo::SavedElastic &theirs)
 {
-    ElasticRecord both = mine;
-    if (mine.elasticsConfigTypeID == before.elasticsConfigTypeID)
-        both.elasticsConfigTypeID = theirs.elasticsConfigTypeID;
-    if (mine.elasticsSizeTypeID == before.elasticsSizeTypeID)
-        both.elasticsSizeTypeID = theirs.elasticsSizeTypeID;
+    kelo::SavedElastic both = mine;
+    for (const ElasticAttribute &attribute : elasticAttributes()) {
+        const auto value = attribute.value;
+        if (mine.*value == before.*value) both.*value = theirs.*value;
+    }
     if (mine.bracketSequence == before.bracketSequence)
         both.bracketSequence = theirs.bracketSequence;
     return both;
@@ -162,7 +149,7 @@ public:
             replace(change.before, change.after);
             return;
         }
-        const std::optional<ElasticRecord> theirs = std::move(changed->second.back());
+        const std::optional<kelo::SavedElastic> theirs = std::move(changed->second.back());
         changed->second.pop_back();
         if (!change.after) return; // what they made of it stays
         if (theirs)
@@ -171,7 +158,7 @@ public:
             slots_.emplace_back(change.after);
     }
 
-    void place(const ElasticRecord &record)
+    void place(const kelo::SavedElastic &record)
     {
         if (!placedByOthers_.take(record)) slots_.emplace_back(record);
     }
@@ -187,7 +174,7 @@ public:
 
 private:
     /// The first that is stored like `record` becomes `after`.
-    void replace(const ElasticRecord &record, const std::optional<ElasticRecord> &after)
+    void replace(const kelo::SavedElastic &record, const std::optional<kelo::SavedElastic> &after)
     {
         const auto found = positions_.find(record);
         if (found == positions_.end() || found->second.empty()) return;
@@ -195,17 +182,17 @@ private:
         found->second.pop_back();
     }
 
-    std::vector<std::optional<ElasticRecord>> slots_;
-    std::map<ElasticRecord, std::vector<std::size_t>, ByValue> positions_;
-    std::map<ElasticRecord, std::vector<std::optional<ElasticRecord>>, ByValue> changedByOthers_;
+    std::vector<std::optional<kelo::SavedElastic>> slots_;
+    std::map<kelo::SavedElastic, std::vector<std::size_t>> positions_;
+    std::map<kelo::SavedElastic, std::vector<std::optional<kelo::SavedElastic>>> changedByOthers_;
     Bag placedByOthers_;
 };
 
 } // namespace
 
-std::vector<ElasticRecord> mergedElastics(const std::vector<ElasticRecord> &before,
-                                          const std::vector<ElasticRecord> &after,
-                                          const std::vector<ElasticRecord> &stored)
+std::vector<kelo::SavedElastic> mergedElastics(const std::vector<kelo::SavedElastic> &before,
+                                               const std::vector<kelo::SavedElastic> &after,
+                                               const std::vector<kelo::SavedElastic> &stored)
 {
     if (stored == before) return after;
     if (stored == after) return stored;
@@ -213,7 +200,7 @@ std::vector<ElasticRecord> mergedElastics(const std::vector<ElasticRecord> &befo
     Merge merge(before, stored);
     for (const Change &change : mine.changes)
         merge.apply(change);
-    for (const ElasticRecord &record : mine.placed)
+    for (const kelo::SavedElastic &record : mine.placed)
         merge.place(record);
     return std::move(merge).records();
 }

@@ -15,8 +15,8 @@ namespace viewer {
 /// elastic that was given another size, name or members is replaced in its place; where others
 /// changed the same elastic too, each of these values is the changed one, and the later one where
 /// both changed it. An elastic that one changed and the other removed stays.
-std::vector<ElasticRecord> mergedElastics(const std::vector<ElasticRecord> &before,
-                                          const std::vector<ElasticRecord> &after,
-                                          const std::vector<ElasticRecord> &stored);
+std::vector<kelo::SavedElastic> mergedElastics(const std::vector<kelo::SavedElastic> &before,
+                                               const std::vector<kelo::SavedElastic> &after,
+                                               const std::vector<kelo::SavedElastic> &stored);
 
 } // namespace viewer

@@ -3,6 +3,7 @@
 #include "keloModel/JSONProblems.h"
 #include "keloModel/TreatmentNote.h"
 #include "viewer/files/Limits.h"
+#include "viewer/store/ElasticAttributes.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -48,16 +49,31 @@ std::set<std::string> membersOfElastics()
     return keys;
 }
 
+struct ReadAttribute
+{
+    ElasticAttribute attribute;
+    std::optional<std::set<long>> values; ///< those of the catalogue, if it says which there are
+};
+
+std::optional<std::set<long>> valuesOf(const ElasticAttribute &attribute,
+                                       const kelo::Catalogue &catalogue)
+{
+    if (!attribute.valuesIn) return std::nullopt;
+    return attribute.valuesIn(catalogue);
+}
+
 /// Reads the members of one treatment, each with its place.
 class TreatmentReader
 {
 public:
     TreatmentReader(JSONProblems &problems, const kelo::Catalogue &catalogue)
-        : problems_(problems),
-          colorIDs_(identifiersOf(catalogue.bracketColorTypes)),
-          sizeIDs_(identifiersOf(catalogue.elasticsSizeTypes)),
-          configIDs_(identifiersOf(catalogue.elasticsConfigTypes))
-    {}
+        : problems_(problems), colorIDs_(identifiersOf(catalogue.bracketColorTypes))
+    {
+        for (const ElasticAttribute &attribute : elasticAttributes()) {
+            attributes_.push_back({attribute, valuesOf(attribute, catalogue)});
+            elasticMembers_ << QLatin1String(attribute.name);
+        }
+    }
 
     TreatmentRecord treatment(const QJsonObject &object)
     {
@@ -240,38 +256,34 @@ private:
         return static_cast<long>(value.toDouble());
     }
 
-    std::vector<ElasticRecord> elastics(const QJsonObject &object, const std::string &place)
+    std::vector<kelo::SavedElastic> elastics(const QJsonObject &object, const std::string &place)
     {
         const std::string here = JSONProblems::member(place, "elastics");
         const QJsonValue value = object["elastics"];
         if (!value.isArray() && !value.isUndefined()) problems_.add(here, "must be a list");
         const QJsonArray list = limited(value, here, mostElastics, "elastics");
-        std::vector<ElasticRecord> records;
+        std::vector<kelo::SavedElastic> records;
         for (qsizetype i = 0; i < list.size(); ++i)
             records.push_back(elastic(list[i], JSONProblems::element(here, i)));
         return records;
     }
 
-    ElasticRecord elastic(const QJsonValue &value, const std::string &place)
+    kelo::SavedElastic elastic(const QJsonValue &value, const std::string &place)
     {
         if (!value.isObject()) {
             problems_.add(place, "must be an object");
             return {};
         }
         const QJsonObject object = value.toObject();
-        reportUnknownMembers(object, place,
-                             {"elasticsConfigTypeID", "elasticsSizeTypeID", "bracketSequence"});
-        ElasticRecord record;
-        const std::string configPlace = JSONProblems::member(place, "elasticsConfigTypeID");
-        record.elasticsConfigTypeID = identifier(object["elasticsConfigTypeID"], configPlace);
-        if (record.elasticsConfigTypeID && !configIDs_.contains(*record.elasticsConfigTypeID))
-            problems_.add(configPlace, std::to_string(*record.elasticsConfigTypeID) +
-                                           " is the identifier of no configuration");
-        const std::string sizePlace = JSONProblems::member(place, "elasticsSizeTypeID");
-        record.elasticsSizeTypeID = identifier(object["elasticsSizeTypeID"], sizePlace);
-        if (record.elasticsSizeTypeID && !sizeIDs_.contains(*record.elasticsSizeTypeID))
-            problems_.add(sizePlace, std::to_string(*record.elasticsSizeTypeID) +
-                                         " is the identifier of no size");
+        reportUnknownMembers(object, place, elasticMembers_);
+        kelo::SavedElastic record;
+        for (const auto &[attribute, values] : attributes_) {
+            const std::string here = JSONProblems::member(place, attribute.name);
+            const auto number = identifier(object[QLatin1String(attribute.name)], here);
+            record.*attribute.value = number;
+            if (number && values && !values->contains(*number))
+                problems_.add(here, std::to_string(*number) + ' ' + attribute.complaint);
+        }
         record.bracketSequence =
             sequence(object["bracketSequence"], JSONProblems::member(place, "bracketSequence"));
         return record;
@@ -307,7 +319,9 @@ private:
     const std::set<std::string> teeth_ = toothKeys();
     const std::set<std::string> buttons_ = buttonKeys();
     const std::set<std::string> members_ = membersOfElastics();
-    const std::set<long> colorIDs_, sizeIDs_, configIDs_;
+    const std::set<long> colorIDs_;
+    std::vector<ReadAttribute> attributes_;
+    QStringList elasticMembers_{QStringLiteral("bracketSequence")};
     std::set<QDate> noteDates_;
 };
 
@@ -365,15 +379,8 @@ QJsonObject noteObject(const NoteRecord &note)
     for (const auto &[key, typeID] : note.bracketColorTypeIDs)
         colors[QString::fromStdString(key)] = identifierValue(typeID);
     QJsonArray elastics;
-    for (const ElasticRecord &elastic : note.elastics) {
-        QJsonArray sequence;
-        for (const std::string &key : elastic.bracketSequence)
-            sequence.append(QString::fromStdString(key));
-        elastics.append(
-            QJsonObject{{"elasticsConfigTypeID", identifierValue(elastic.elasticsConfigTypeID)},
-                        {"elasticsSizeTypeID", identifierValue(elastic.elasticsSizeTypeID)},
-                        {"bracketSequence", sequence}});
-    }
+    for (const kelo::SavedElastic &elastic : note.elastics)
+        elastics.append(elasticAsJSON(elastic));
     return {{"date", note.date.toString(dateForm)},
             {"approvedDate", dateValue(note.approvedDate)},
             {"toothVisibilities", visibilitiesObject(note.toothVisibilities)},

@@ -14,9 +14,6 @@ namespace viewer {
 /// What the host keeps of one treatment: plain values, as they are in the database and in
 /// treatment files. Equality is value for value, so that a round trip can be checked.
 
-/// One placed elastic.
-using ElasticRecord = kelo::SavedElastic;
-
 /// The state of a treatment at one date.
 struct NoteRecord
 {
@@ -28,7 +25,7 @@ struct NoteRecord
     kelo::NameKeyDictionary<bool> buttonVisibilities;
     /// No value: the bracket has no colour.
     kelo::NameKeyDictionary<std::optional<long>> bracketColorTypeIDs;
-    std::vector<ElasticRecord> elastics; ///< in placing order
+    std::vector<kelo::SavedElastic> elastics; ///< in placing order
     bool operator==(const NoteRecord &) const = default;
 };
 

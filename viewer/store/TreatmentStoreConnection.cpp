@@ -204,8 +204,7 @@ QSqlQuery &TreatmentStoreConnection::prepared(std::string_view sql)
 }
 
 TreatmentStoreConnection::Statement::Statement(TreatmentStoreConnection &connection,
-                                               std::string_view sql,
-                                               std::initializer_list<QVariant> values)
+                                               std::string_view sql, const QVariantList &values)
     : connection_(connection), query_(connection.prepared(sql))
 {
     int position = 0;

@@ -6,10 +6,10 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
+#include <QVariantList>
 
 #include <chrono>
 #include <exception>
-#include <initializer_list>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
@@ -99,7 +99,7 @@ public:
     /// Runs `sql` at once. The text must live as long as the connection: it is what the prepared
     /// statement is found by. No two runs of one text at a time.
     Statement(TreatmentStoreConnection &connection, std::string_view sql,
-              std::initializer_list<QVariant> values = {});
+              const QVariantList &values = {});
     ~Statement();
     Statement(const Statement &) = delete;
     Statement &operator=(const Statement &) = delete;

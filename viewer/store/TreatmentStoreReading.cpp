@@ -1,3 +1,4 @@
+#include "viewer/store/ElasticAttributes.h"
 #include "viewer/store/TreatmentSchema.h"
 #include "viewer/store/TreatmentStoreTables.h"
 
@@ -54,40 +55,44 @@ long givenNumberIn(const TreatmentStoreConnection &connection, const QVariant &v
     return *number;
 }
 
-QJsonValue jsonOf(const std::optional<long> &number)
-{
-    return number ? QJsonValue(static_cast<qint64>(*number)) : QJsonValue();
-}
-
 /// What selects the four kinds of rows, of one note or of all notes of a treatment.
 struct NoteQueries
 {
     const char *visibilities;
     const char *colors;
-    const char *elastics;
+    std::string elastics;
     const char *members;
 };
 
-constexpr NoteQueries ofTreatment = {
-    "SELECT note_id, kind, name_key, visible FROM visibilities"
-    " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)",
-    "SELECT note_id, name_key, color_type_id FROM bracket_colors"
-    " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)",
-    "SELECT note_id, position, config_type_id, size_type_id FROM elastics"
-    " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?) ORDER BY note_id, position",
-    "SELECT note_id, elastic_position, name_key FROM elastic_members"
-    " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)"
-    " ORDER BY note_id, elastic_position, position",
-};
+const NoteQueries &ofTreatment()
+{
+    static const NoteQueries queries{
+        "SELECT note_id, kind, name_key, visible FROM visibilities"
+        " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)",
+        "SELECT note_id, name_key, color_type_id FROM bracket_colors"
+        " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)",
+        "SELECT note_id, position, " + elasticColumns() +
+            " FROM elastics WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)"
+            " ORDER BY note_id, position",
+        "SELECT note_id, elastic_position, name_key FROM elastic_members"
+        " WHERE note_id IN (SELECT id FROM notes WHERE treatment_id = ?)"
+        " ORDER BY note_id, elastic_position, position",
+    };
+    return queries;
+}
 
-constexpr NoteQueries ofNote = {
-    "SELECT note_id, kind, name_key, visible FROM visibilities WHERE note_id = ?",
-    "SELECT note_id, name_key, color_type_id FROM bracket_colors WHERE note_id = ?",
-    "SELECT note_id, position, config_type_id, size_type_id FROM elastics"
-    " WHERE note_id = ? ORDER BY position",
-    "SELECT note_id, elastic_position, name_key FROM elastic_members"
-    " WHERE note_id = ? ORDER BY elastic_position, position",
-};
+const NoteQueries &ofNote()
+{
+    static const NoteQueries queries{
+        "SELECT note_id, kind, name_key, visible FROM visibilities WHERE note_id = ?",
+        "SELECT note_id, name_key, color_type_id FROM bracket_colors WHERE note_id = ?",
+        "SELECT note_id, position, " + elasticColumns() +
+            " FROM elastics WHERE note_id = ? ORDER BY position",
+        "SELECT note_id, elastic_position, name_key FROM elastic_members"
+        " WHERE note_id = ? ORDER BY elastic_position, position",
+    };
+    return queries;
+}
 
 /// Notes by their identifiers, while their rows come in.
 class NotesByID
@@ -141,14 +146,17 @@ private:
         }
     }
 
-    void fillElastics(const char *sql, qint64 identifier)
+    void fillElastics(const std::string &sql, qint64 identifier)
     {
         StoreStatement rows(connection_, sql, {identifier});
         while (rows.next()) {
             auto &elastics = noteOf(rows).elastics;
             if (rows.value(1).toULongLong() != elastics.size()) throw damaged(connection_);
-            elastics.push_back(
-                {numberIn(connection_, rows.value(2)), numberIn(connection_, rows.value(3)), {}});
+            kelo::SavedElastic elastic;
+            int column = 2;
+            for (const ElasticAttribute &attribute : elasticAttributes())
+                elastic.*attribute.value = numberIn(connection_, rows.value(column++));
+            elastics.push_back(std::move(elastic));
         }
     }
 
@@ -197,18 +205,11 @@ QString textOf(const QDate &date)
     return date.toString(Qt::ISODate);
 }
 
-QString textOf(const std::vector<ElasticRecord> &elastics)
+QString textOf(const std::vector<kelo::SavedElastic> &elastics)
 {
     QJsonArray array;
-    for (const ElasticRecord &elastic : elastics) {
-        QJsonArray members;
-        for (const std::string &member : elastic.bracketSequence)
-            members.append(QString::fromStdString(member));
-        array.append(QJsonObject{
-            {QStringLiteral("elasticsConfigTypeID"), jsonOf(elastic.elasticsConfigTypeID)},
-            {QStringLiteral("elasticsSizeTypeID"), jsonOf(elastic.elasticsSizeTypeID)},
-            {QStringLiteral("bracketSequence"), members}});
-    }
+    for (const kelo::SavedElastic &elastic : elastics)
+        array.append(elasticAsJSON(elastic));
     return QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact));
 }
 
@@ -307,7 +308,7 @@ TreatmentRecord treatment(TreatmentStoreConnection &connection, qint64 treatment
     NotesByID notes(connection);
     for (std::size_t i = 0; i < noteIDs.size(); ++i)
         notes.add(noteIDs[i], record.notes[i]);
-    notes.fill(ofTreatment, treatmentID);
+    notes.fill(ofTreatment(), treatmentID);
     return record;
 }
 
@@ -353,7 +354,7 @@ std::optional<NoteRecord> note(TreatmentStoreConnection &connection, qint64 trea
     }
     NotesByID notes(connection);
     notes.add(*identifier, found);
-    notes.fill(ofNote, *identifier);
+    notes.fill(ofNote(), *identifier);
     return found;
 }
 

@@ -25,10 +25,10 @@ struct ElasticsReport
     /// The members of the elastic that it is about, joined by commas; of a refactoring, the key.
     std::string key;
     /// All that the reporter shows now, in placing order.
-    std::vector<ElasticRecord> elastics;
+    std::vector<kelo::SavedElastic> elastics;
     /// All that it showed before. The difference is what is stored (see mergedElastics): another
     /// program may have placed elastics meanwhile that the reporter knows nothing of.
-    std::vector<ElasticRecord> before;
+    std::vector<kelo::SavedElastic> before;
     bool operator==(const ElasticsReport &) const = default;
 };
 

@@ -24,7 +24,7 @@ QVariant valueOf(const std::optional<long> &number);
 QVariant valueOf(const std::optional<QDate> &date);
 QString textOf(const QDate &date);
 /// All elastics as one JSON text, for the log.
-QString textOf(const std::vector<ElasticRecord> &elastics);
+QString textOf(const std::vector<kelo::SavedElastic> &elastics);
 /// Throws for a date that cannot be stored.
 void assertDate(TreatmentStoreConnection &connection, const std::optional<QDate> &date);
 /// @}

@@ -1,3 +1,4 @@
+#include "viewer/store/ElasticAttributes.h"
 #include "viewer/store/ElasticMerge.h"
 #include "viewer/store/TreatmentSchema.h"
 #include "viewer/store/TreatmentStoreTables.h"
@@ -24,18 +25,30 @@ void insertVisibilities(TreatmentStoreConnection &connection, qint64 noteID, con
                        {noteID, QString::fromLatin1(kind), valueOf(key), visible ? 1 : 0});
 }
 
+/// "INSERT INTO elastics (note_id, position, ...) VALUES (?, ?, ...)"
+const std::string &insertionOfElastic()
+{
+    static const std::string sql = [] {
+        std::string places = "?, ?";
+        for (std::size_t i = 0; i < elasticAttributes().size(); ++i)
+            places += ", ?";
+        return "INSERT INTO elastics (note_id, position, " + elasticColumns() + ") VALUES (" +
+               places + ")";
+    }();
+    return sql;
+}
+
 /// Those from a position on.
 void insertElastics(TreatmentStoreConnection &connection, qint64 noteID,
-                    const std::vector<ElasticRecord> &elastics, std::size_t first = 0)
+                    const std::vector<kelo::SavedElastic> &elastics, std::size_t first = 0)
 {
     for (std::size_t index = first; index < elastics.size(); ++index) {
-        const ElasticRecord &elastic = elastics[index];
+        const kelo::SavedElastic &elastic = elastics[index];
         const auto position = static_cast<qint64>(index);
-        StoreStatement(connection,
-                       "INSERT INTO elastics (note_id, position, config_type_id, size_type_id)"
-                       " VALUES (?, ?, ?, ?)",
-                       {noteID, position, valueOf(elastic.elasticsConfigTypeID),
-                        valueOf(elastic.elasticsSizeTypeID)});
+        QVariantList values{noteID, position};
+        for (const ElasticAttribute &attribute : elasticAttributes())
+            values << valueOf(elastic.*attribute.value);
+        StoreStatement(connection, insertionOfElastic(), values);
         qint64 memberPosition = 0;
         for (const std::string &member : elastic.bracketSequence)
             StoreStatement(connection,

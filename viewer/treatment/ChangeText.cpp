@@ -11,7 +11,9 @@ namespace {
 
 using Document = kelo::DXDocumentModel;
 using Keys = std::vector<std::string>;
-using Elastics = std::vector<ElasticState>;
+using Elastic = kelo::SavedElastic;
+using Elastics = std::vector<Elastic>;
+using Colors = kelo::NameKeyDictionary<std::optional<long>>;
 
 /// As many names as a row of the menu has room for; more are only counted.
 constexpr std::size_t mostNamedKeys = 6;
@@ -34,14 +36,13 @@ Keys keysBecome(const Document::Visibilities &before, const Document::Visibiliti
     return keys;
 }
 
-std::optional<long> colorUnder(const Document::ColorTypeIDs &colors, const std::string &key)
+std::optional<long> colorUnder(const Colors &colors, const std::string &key)
 {
     const auto found = colors.find(key);
-    if (found == colors.end() || found->second == kelo::noBracketColorTypeID) return std::nullopt;
-    return found->second;
+    return found == colors.end() ? std::nullopt : found->second;
 }
 
-Keys recoloredKeys(const Document::ColorTypeIDs &before, const Document::ColorTypeIDs &after)
+Keys recoloredKeys(const Colors &before, const Colors &after)
 {
     std::set<std::string, kelo::NameKeyLess> all;
     for (const auto *colors : {&before, &after}) {
@@ -60,9 +61,14 @@ Keys recoloredKeys(const Document::ColorTypeIDs &before, const Document::ColorTy
 class Describer
 {
 public:
-    Describer(const DocumentState &before, const DocumentState &after, const Document &document,
+    Describer(const kelo::SavedState &before, const kelo::SavedState &after,
+              const Document &document, const ConfigurationsSeen &configurations,
               ToothNotation notation)
-        : before_(before), after_(after), document_(document), notation_(notation)
+        : before_(before),
+          after_(after),
+          document_(document),
+          configurations_(configurations),
+          notation_(notation)
     {}
 
     QString text() const
@@ -78,6 +84,8 @@ public:
     }
 
 private:
+    using Name = QString (Describer::*)(const Elastic &) const;
+
     QString name(const std::string &key) const { return toothName(key, notation_); }
 
     /// The name of a button's tooth.
@@ -99,11 +107,11 @@ private:
     }
 
     /// The colour that all of them have in a state, or an empty string.
-    QString commonColor(const DocumentState &state, const Keys &keys) const
+    QString commonColor(const kelo::SavedState &state, const Keys &keys) const
     {
-        const auto first = colorUnder(state.bracketColors, keys.front());
+        const auto first = colorUnder(state.bracketColorTypeIDs, keys.front());
         const bool isCommon = std::all_of(keys.begin(), keys.end(), [&](const std::string &key) {
-            return colorUnder(state.bracketColors, key) == first;
+            return colorUnder(state.bracketColorTypeIDs, key) == first;
         });
         return isCommon ? colorName(first) : QString();
     }
@@ -129,7 +137,7 @@ private:
 
     QString teeth(bool place) const
     {
-        const Keys keys = keysBecome(before_.teeth, after_.teeth, place);
+        const Keys keys = keysBecome(before_.toothVisibilities, after_.toothVisibilities, place);
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (count > 1)
@@ -142,7 +150,8 @@ private:
 
     QString brackets(bool place) const
     {
-        const Keys keys = keysBecome(before_.brackets, after_.brackets, place);
+        const Keys keys =
+            keysBecome(before_.bracketVisibilities, after_.bracketVisibilities, place);
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (!place)
@@ -156,7 +165,7 @@ private:
 
     QString buttons(bool place) const
     {
-        const Keys keys = keysBecome(before_.buttons, after_.buttons, place);
+        const Keys keys = keysBecome(before_.buttonVisibilities, after_.buttonVisibilities, place);
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         if (count > 1)
@@ -170,11 +179,11 @@ private:
 
     QString colors() const
     {
-        const Keys keys = recoloredKeys(before_.bracketColors, after_.bracketColors);
+        const Keys keys = recoloredKeys(before_.bracketColorTypeIDs, after_.bracketColorTypeIDs);
         if (keys.empty()) return {};
         const int count = static_cast<int>(keys.size());
         const bool areCleared = std::none_of(keys.begin(), keys.end(), [&](const std::string &key) {
-            return colorUnder(after_.bracketColors, key).has_value();
+            return colorUnder(after_.bracketColorTypeIDs, key).has_value();
         });
         const QString one = areCleared ? ChangeText::tr("Clear bracket on %1")
                                        : ChangeText::tr("Colour bracket on %1");
@@ -187,29 +196,30 @@ private:
         return fromTo(text, commonColor(before_, keys), commonColor(after_, keys));
     }
 
-    QString elasticName(const ElasticState &elastic) const
+    QString elasticName(const Elastic &elastic) const
     {
         return toothNames(elastic.bracketSequence, notation_);
     }
 
-    static QString sizeName(const ElasticState &elastic)
+    QString sizeName(const Elastic &elastic) const
     {
-        return elastic.sizeType ? QString::fromStdString(elastic.sizeType->typeLabel) : QString();
+        const auto type = kelo::sizeTypeOf(document_, elastic);
+        return type ? QString::fromStdString(type->typeLabel) : QString();
     }
 
-    static QString configName(const ElasticState &elastic)
+    QString configName(const Elastic &elastic) const
     {
-        return elastic.configType ? QString::fromStdString(elastic.configType->typeLabel)
-                                  : QString();
+        const auto type = configurations_.typeOf(document_, elastic);
+        return type ? QString::fromStdString(type->typeLabel) : QString();
     }
 
     /// What all of them have, or an empty string.
-    static QString common(const Elastics &elastics, QString (*nameOf)(const ElasticState &))
+    QString common(const Elastics &elastics, Name nameOf) const
     {
-        const QString first = nameOf(elastics.front());
+        const QString first = (this->*nameOf)(elastics.front());
         const bool isCommon =
             std::all_of(elastics.begin(), elastics.end(),
-                        [&](const ElasticState &elastic) { return nameOf(elastic) == first; });
+                        [&](const Elastic &elastic) { return (this->*nameOf)(elastic) == first; });
         return isCommon ? first : QString();
     }
 
@@ -218,7 +228,7 @@ private:
     {
         if (elastics.size() > mostNamedElastics) return text;
         QStringList names;
-        for (const ElasticState &elastic : elastics)
+        for (const Elastic &elastic : elastics)
             names << elasticName(elastic);
         return ChangeText::tr("%1 (%2)").arg(text, names.join(QStringLiteral("; ")));
     }
@@ -227,7 +237,7 @@ private:
     static Elastics missing(const Elastics &list, Elastics other)
     {
         Elastics found;
-        for (const ElasticState &elastic : list) {
+        for (const Elastic &elastic : list) {
             const auto same = std::find(other.begin(), other.end(), elastic);
             if (same == other.end())
                 found.push_back(elastic);
@@ -246,7 +256,7 @@ private:
         const QString text =
             count > 1 ? withNames(ChangeText::tr("Place %n elastics", nullptr, count), placed)
                       : ChangeText::tr("Place elastic %1").arg(elasticName(placed[0]));
-        return fromTo(text, {}, common(placed, sizeName));
+        return fromTo(text, {}, common(placed, &Describer::sizeName));
     }
 
     QString elasticsRemoved() const
@@ -257,7 +267,7 @@ private:
         const QString text =
             count > 1 ? withNames(ChangeText::tr("Remove %n elastics", nullptr, count), removed)
                       : ChangeText::tr("Remove elastic %1").arg(elasticName(removed[0]));
-        return fromTo(text, common(removed, sizeName), {});
+        return fromTo(text, common(removed, &Describer::sizeName), {});
     }
 
     /// As many as before: some have another size, other members, or another name.
@@ -273,23 +283,25 @@ private:
                       : ChangeText::tr("Change elastic %1").arg(elasticName(were[0]));
         if (count == 1 && were[0].bracketSequence != are[0].bracketSequence)
             return fromTo(text, {}, elasticName(are[0]));
-        const bool isSize = common(were, sizeName) != common(are, sizeName);
-        const auto what = isSize ? sizeName : configName;
+        const Name size = &Describer::sizeName;
+        const Name what = common(were, size) != common(are, size) ? size : &Describer::configName;
         return fromTo(text, common(were, what), common(are, what));
     }
 
-    const DocumentState &before_;
-    const DocumentState &after_;
+    const kelo::SavedState &before_;
+    const kelo::SavedState &after_;
     const Document &document_;
+    const ConfigurationsSeen &configurations_;
     ToothNotation notation_;
 };
 
 } // namespace
 
-QString changeText(const DocumentState &before, const DocumentState &after,
-                   const Document &document, ToothNotation notation)
+QString changeText(const kelo::SavedState &before, const kelo::SavedState &after,
+                   const Document &document, const ConfigurationsSeen &configurations,
+                   ToothNotation notation)
 {
-    return Describer(before, after, document, notation).text();
+    return Describer(before, after, document, configurations, notation).text();
 }
 
 } // namespace viewer

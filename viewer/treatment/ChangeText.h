@@ -1,7 +1,8 @@
 #pragma once
 
+#include "keloOpenGL/keloOpenGL.h"
 #include "viewer/text/ToothNotation.h"
-#include "viewer/treatment/DocumentState.h"
+#include "viewer/treatment/ConfigurationsSeen.h"
 
 #include <QString>
 
@@ -10,8 +11,10 @@ namespace viewer {
 /// What the user did, in a few words, to what, and from what to what: "Place bracket on 8, light
 /// blue", "Change elastic 6 – 30, from 1/4" 3.5 oz to 3/16" 4.5 oz". Several things of a kind are
 /// counted, and named as long as they are few. `document` has the catalogue that names colours and
-/// sizes. Empty when the states are equal.
-QString changeText(const DocumentState &before, const DocumentState &after,
-                   const kelo::DXDocumentModel &document, ToothNotation notation);
+/// sizes; configurations that it offers no longer are named as `configurations` has them. Empty
+/// when the states are equal.
+QString changeText(const kelo::SavedState &before, const kelo::SavedState &after,
+                   const kelo::DXDocumentModel &document, const ConfigurationsSeen &configurations,
+                   ToothNotation notation);
 
 } // namespace viewer

@@ -1,16 +1,15 @@
 #include "viewer/treatment/DocumentState.h"
 
-#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace viewer {
 namespace {
 
 using Document = kelo::DXDocumentModel;
-
-ElasticState stateOf(const kelo::ElasticModel &elastic)
-{
-    return {elastic.elasticsConfigType(), elastic.elasticsSizeType(), elastic.bracketSequence()};
-}
+using Colors = kelo::NameKeyDictionary<std::optional<long>>;
 
 /// The keys that are to become visible, or hidden, as the state has it.
 std::vector<std::string> keysToToggle(const Document::Visibilities &present,
@@ -25,9 +24,9 @@ std::vector<std::string> keysToToggle(const Document::Visibilities &present,
     return keys;
 }
 
-void applyColors(Document &document, const Document::ColorTypeIDs &wanted)
+void applyColors(Document &document, const Colors &wanted)
 {
-    const Document::ColorTypeIDs present = document.bracketColorsTypeIDs();
+    const Colors present = kelo::savedStateOf(document).bracketColorTypeIDs;
     for (const auto &[key, typeID] : present) {
         if (!wanted.contains(key))
             document.bracket_setColorWithBracketColorTypeID(key, std::nullopt);
@@ -39,39 +38,32 @@ void applyColors(Document &document, const Document::ColorTypeIDs &wanted)
     }
 }
 
-/// The configuration as the document offers it now, under whatever name.
-std::shared_ptr<kelo::ElasticsConfigType>
-presentType(const Document &document, const std::shared_ptr<kelo::ElasticsConfigType> &configType)
-{
-    const auto &offered = document.availableElasticsConfigTypes();
-    const auto found = std::find_if(offered.begin(), offered.end(), [&](const auto &type) {
-        return isSameConfiguration(type, configType);
-    });
-    return found == offered.end() ? configType : *found;
-}
-
 /// Elastics that only have another size are recoloured; from the first one that differs in more,
 /// all are taken away and placed anew, so that their order is the state's.
-void applyElastics(Document &document, const std::vector<ElasticState> &wanted)
+void applyElastics(Document &document, const std::vector<kelo::SavedElastic> &wanted,
+                   const ConfigurationsSeen &configurations)
 {
     std::size_t same = 0;
     while (same < wanted.size() && same < document.elasticModels().size()) {
         const auto elastic = document.elasticModels()[same];
-        if (elastic->bracketSequence() != wanted[same].bracketSequence ||
-            !isSameConfiguration(elastic->elasticsConfigType(), wanted[same].configType))
-            break;
-        if (elastic->elasticsSizeType() != wanted[same].sizeType)
-            document.elasticModel_setElasticsSizeType(elastic, wanted[same].sizeType);
+        kelo::SavedElastic recolored = kelo::savedElasticOf(*elastic);
+        const auto sizeTypeID =
+            std::exchange(recolored.elasticsSizeTypeID, wanted[same].elasticsSizeTypeID);
+        if (recolored != wanted[same]) break;
+        if (sizeTypeID != wanted[same].elasticsSizeTypeID)
+            document.elasticModel_setElasticsSizeType(elastic,
+                                                      kelo::sizeTypeOf(document, wanted[same]));
         ++same;
     }
     while (document.elasticModels().size() > same) {
         const auto last = document.elasticModels().back();
         document.removeElasticModel(last);
     }
-    for (std::size_t i = same; i < wanted.size(); ++i)
-        document.placeElasticModel(
-            std::make_shared<kelo::ElasticModel>(presentType(document, wanted[i].configType),
-                                                 wanted[i].sizeType, wanted[i].bracketSequence));
+    for (std::size_t i = same; i < wanted.size(); ++i) {
+        const auto elastic = kelo::elasticOf(document, wanted[i]);
+        elastic->setElasticsConfigType(configurations.typeOf(document, wanted[i]));
+        document.placeElasticModel(elastic);
+    }
 }
 
 } // namespace
@@ -82,39 +74,23 @@ bool isSameConfiguration(const std::shared_ptr<kelo::ElasticsConfigType> &one,
     return one && other ? one->typeID == other->typeID : !one && !other;
 }
 
-bool ElasticState::operator==(const ElasticState &other) const
-{
-    return isSameConfiguration(configType, other.configType) && sizeType == other.sizeType &&
-           bracketSequence == other.bracketSequence;
-}
-
-DocumentState stateOf(const Document &document)
-{
-    DocumentState state{document.toothVisibilities(),
-                        document.bracketVisibilities(),
-                        document.buttonVisibilities(),
-                        document.bracketColorsTypeIDs(),
-                        {}};
-    for (const auto &elastic : document.elasticModels())
-        state.elastics.push_back(stateOf(*elastic));
-    return state;
-}
-
-void applyState(Document &document, const DocumentState &state)
+void applyState(Document &document, const kelo::SavedState &state,
+                const ConfigurationsSeen &configurations)
 {
     // Hiding shortens elastics, so that those come last.
     for (const bool toVisible : {true, false}) {
-        for (const auto &key : keysToToggle(document.toothVisibilities(), state.teeth, toVisible))
+        for (const auto &key :
+             keysToToggle(document.toothVisibilities(), state.toothVisibilities, toVisible))
             document.toggleVisibilityOfTooth(key);
         for (const auto &key :
-             keysToToggle(document.bracketVisibilities(), state.brackets, toVisible))
+             keysToToggle(document.bracketVisibilities(), state.bracketVisibilities, toVisible))
             document.toggleVisibilityOfBracket(key);
         for (const auto &key :
-             keysToToggle(document.buttonVisibilities(), state.buttons, toVisible))
+             keysToToggle(document.buttonVisibilities(), state.buttonVisibilities, toVisible))
             document.toggleVisibilityOfButton(key);
     }
-    applyColors(document, state.bracketColors);
-    applyElastics(document, state.elastics);
+    applyColors(document, state.bracketColorTypeIDs);
+    applyElastics(document, state.elastics, configurations);
 }
 
 } // namespace viewer

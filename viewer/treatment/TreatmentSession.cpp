@@ -28,18 +28,6 @@ std::string joined(const std::vector<std::string> &members)
     return text;
 }
 
-template<class Type>
-std::optional<long> typeIDOf(const std::shared_ptr<Type> &type)
-{
-    return type ? std::optional<long>(type->typeID) : std::nullopt;
-}
-
-ElasticRecord recordOf(const kelo::ElasticModel &elastic)
-{
-    return {typeIDOf(elastic.elasticsConfigType()), typeIDOf(elastic.elasticsSizeType()),
-            elastic.bracketSequence()};
-}
-
 /// The values that were not stored already.
 template<class Value>
 kelo::NameKeyDictionary<Value> difference(kelo::NameKeyDictionary<Value> values,
@@ -63,7 +51,7 @@ storedColors(const kelo::DXDocumentModel::ColorTypeIDs &typeIDs)
 }
 
 /// What is wrong with an elastic of a note, for the user.
-QString sentenceOf(const kelo::ElasticProblem &problem, const ElasticRecord &record)
+QString sentenceOf(const kelo::ElasticProblem &problem, const kelo::SavedElastic &record)
 {
     using Kind = kelo::ElasticProblem::Kind;
     switch (problem.kind) {
@@ -218,11 +206,11 @@ void TreatmentSession::reportButtons()
     if (!buttons.buttonVisibilities.empty()) report(std::move(buttons));
 }
 
-std::vector<ElasticRecord> TreatmentSession::elasticsInDocument() const
+std::vector<kelo::SavedElastic> TreatmentSession::elasticsInDocument() const
 {
-    std::vector<ElasticRecord> elastics;
+    std::vector<kelo::SavedElastic> elastics;
     for (const auto &elastic : document_->elasticModels()) {
-        if (elastic) elastics.push_back(recordOf(*elastic));
+        if (elastic) elastics.push_back(kelo::savedElasticOf(*elastic));
     }
     elastics.insert(elastics.end(), elasticsNotShown_.begin(), elasticsNotShown_.end());
     return elastics;
@@ -371,7 +359,7 @@ QStringList TreatmentSession::show(const NoteRecord &note)
     ToldSentences told;
     elasticsNotShown_.clear();
     for (const kelo::ElasticProblem &problem : problems) {
-        const ElasticRecord &record = note.elastics[problem.elasticIndex];
+        const kelo::SavedElastic &record = note.elastics[problem.elasticIndex];
         told.add(sentenceOf(problem, record));
         if (problem.kind == kelo::ElasticProblem::Kind::UnknownMember)
             elasticsNotShown_.push_back(record);

@@ -95,7 +95,7 @@ private:
     void storeGathered();
     void reportBrackets();
     void reportButtons();
-    std::vector<ElasticRecord> elasticsInDocument() const;
+    std::vector<kelo::SavedElastic> elasticsInDocument() const;
     void reportElastics(ElasticsEvent event, const std::string &key);
     /// Everything that the document has gathered, whether its timer runs or not.
     void takeOutstandingUpdates();
@@ -114,9 +114,9 @@ private:
     kelo::DXDocumentModelDelegate *nextDelegate_ = nullptr;
     QDate date_;
     std::optional<QDate> approvedDate_;
-    std::vector<ElasticRecord> elasticsNotShown_;
-    std::vector<ElasticRecord> elasticsTold_; ///< the elastics as they were reported last
-    NoteReport storedEarly_;                  ///< what was stored and is still gathered
+    std::vector<kelo::SavedElastic> elasticsNotShown_;
+    std::vector<kelo::SavedElastic> elasticsTold_; ///< the elastics as they were reported last
+    NoteReport storedEarly_;                       ///< what was stored and is still gathered
     std::shared_ptr<kelo::Timer> latestStoring_;
     std::deque<NoteReport> keptReports_;
     std::optional<StoreProblem> toldProblem_;

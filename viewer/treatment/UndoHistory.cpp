@@ -1,6 +1,7 @@
 #include "viewer/treatment/UndoHistory.h"
 
 #include "viewer/treatment/ChangeText.h"
+#include "viewer/treatment/DocumentState.h"
 
 #include <QUndoCommand>
 
@@ -11,7 +12,7 @@ namespace viewer {
 class UndoHistory::Step : public QUndoCommand
 {
 public:
-    Step(UndoHistory &history, DocumentState before, DocumentState after, const QString &text)
+    Step(UndoHistory &history, kelo::SavedState before, kelo::SavedState after, const QString &text)
         : QUndoCommand(text),
           history_(history),
           before_(std::move(before)),
@@ -22,15 +23,15 @@ public:
     void redo() override { go(after_); }
 
 private:
-    void go(const DocumentState &state)
+    void go(const kelo::SavedState &state)
     {
-        applyState(*history_.document_, state);
-        history_.known_ = stateOf(*history_.document_);
+        applyState(*history_.document_, state, history_.configurations_);
+        history_.takeKnown();
     }
 
     UndoHistory &history_;
-    DocumentState before_;
-    DocumentState after_;
+    kelo::SavedState before_;
+    kelo::SavedState after_;
 };
 
 class UndoHistory::OutsideStep : public QUndoCommand
@@ -52,7 +53,7 @@ private:
     void go(const std::function<void()> &action)
     {
         action();
-        history_.known_ = stateOf(*history_.document_);
+        history_.takeKnown();
     }
 
     UndoHistory &history_;
@@ -71,18 +72,28 @@ void UndoHistory::watch(std::shared_ptr<kelo::DXDocumentModel> document)
 {
     stack_.clear();
     document_ = std::move(document);
-    known_ = document_ ? stateOf(*document_) : DocumentState();
+    known_ = {};
+    configurations_ = {};
+    if (document_) takeKnown();
     changes_.watch(document_);
+}
+
+void UndoHistory::takeKnown()
+{
+    known_ = kelo::savedStateOf(*document_);
+    configurations_.remember(*document_);
 }
 
 void UndoHistory::endStep()
 {
     if (!document_) return;
-    DocumentState present = stateOf(*document_);
+    kelo::SavedState present = kelo::savedStateOf(*document_);
+    // A configuration with another name is no step, but what undo places again has the new name.
+    configurations_.remember(*document_);
     if (present == known_) return;
-    const QString text = changeText(known_, present, *document_, notation_);
-    DocumentState before = std::exchange(known_, present);
-    // A difference without a name (no colour in place of the colour "none") is no step of its own.
+    const QString text = changeText(known_, present, *document_, configurations_, notation_);
+    kelo::SavedState before = std::exchange(known_, present);
+    // What has no name is no step of its own.
     if (!text.isEmpty()) stack_.push(new Step(*this, std::move(before), std::move(present), text));
 }
 
@@ -90,7 +101,7 @@ void UndoHistory::addStep(const QString &text, std::function<void()> undo,
                           std::function<void()> redo)
 {
     if (!document_) return;
-    known_ = stateOf(*document_);
+    takeKnown();
     stack_.push(new OutsideStep(*this, text, std::move(undo), std::move(redo)));
 }
 

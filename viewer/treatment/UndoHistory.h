@@ -1,8 +1,8 @@
 #pragma once
 
 #include "viewer/text/ToothNotation.h"
+#include "viewer/treatment/ConfigurationsSeen.h"
 #include "viewer/treatment/DocumentChanges.h"
-#include "viewer/treatment/DocumentState.h"
 
 #include <QUndoGroup>
 #include <QUndoStack>
@@ -43,8 +43,12 @@ private:
     class Step;
     class OutsideStep;
 
+    /// What steps are made from is the document as it is now.
+    void takeKnown();
+
     std::shared_ptr<kelo::DXDocumentModel> document_;
-    DocumentState known_;
+    kelo::SavedState known_;
+    ConfigurationsSeen configurations_; ///< for steps whose elastics had another one
     ToothNotation notation_ = ToothNotation::Universal;
     QUndoStack stack_;
     QUndoGroup offered_;

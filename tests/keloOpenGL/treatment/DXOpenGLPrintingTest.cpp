@@ -212,8 +212,10 @@ TEST_F(DXOpenGLPrinting, theThreeListsHoldTheElasticsOfEachSide)
     ASSERT_EQ(elastics.size(), 3u);
     const auto bands = [this](std::size_t side) {
         std::vector<std::vector<std::string>> keys;
-        for (const ElasticDescription &elastic : elastics[side])
+        for (const ElasticDescription &elastic : elastics[side]) {
             keys.push_back(elastic.brackets);
+            EXPECT_EQ(elastic.elastic->bracketSequence(), elastic.brackets);
+        }
         return keys;
     };
     using Bands = std::vector<std::vector<std::string>>;

@@ -263,11 +263,11 @@ bool colorsReadBack(const NoteRecord &note, const kelo::DXDocumentModel &documen
     });
 }
 
-std::vector<ElasticRecord> recordsOf(const kelo::DXDocumentModel::ElasticModels &elastics)
+std::vector<kelo::SavedElastic> recordsOf(const kelo::DXDocumentModel::ElasticModels &elastics)
 {
-    std::vector<ElasticRecord> records;
+    std::vector<kelo::SavedElastic> records;
     for (const auto &elastic : elastics) {
-        ElasticRecord record;
+        kelo::SavedElastic record;
         if (const auto &type = elastic->elasticsConfigType())
             record.elasticsConfigTypeID = type->typeID;
         if (const auto &type = elastic->elasticsSizeType())

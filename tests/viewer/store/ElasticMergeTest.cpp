@@ -8,17 +8,17 @@
 namespace viewer {
 namespace {
 
-using Records = std::vector<ElasticRecord>;
+using Records = std::vector<kelo::SavedElastic>;
 
-ElasticRecord elastic(long size, std::vector<std::string> members)
+kelo::SavedElastic elastic(long size, std::vector<std::string> members)
 {
     return {std::nullopt, size, std::move(members)};
 }
 
-const ElasticRecord a = elastic(1, {"6", "30"});
-const ElasticRecord b = elastic(2, {"11", "19"});
-const ElasticRecord c = elastic(3, {"8", "25", "24"});
-const ElasticRecord x = elastic(4, {"3", "30"});
+const kelo::SavedElastic a = elastic(1, {"6", "30"});
+const kelo::SavedElastic b = elastic(2, {"11", "19"});
+const kelo::SavedElastic c = elastic(3, {"8", "25", "24"});
+const kelo::SavedElastic x = elastic(4, {"3", "30"});
 
 TEST(ElasticMerge, withoutOthersTheReportersListIsStored)
 {
@@ -54,14 +54,14 @@ TEST(ElasticMerge, ofEqualElasticsOnlyAsManyGoAsWereRemoved)
 
 TEST(ElasticMerge, anotherSizeIsStoredInTheElasticsPlace)
 {
-    const ElasticRecord larger = elastic(7, {"6", "30"});
+    const kelo::SavedElastic larger = elastic(7, {"6", "30"});
     EXPECT_EQ(mergedElastics({a, b}, {larger, b}, {a, b, x}), (Records{larger, b, x}));
     EXPECT_EQ(mergedElastics({a, b}, {larger, b}, {larger, b, x}), (Records{larger, b, x}));
 }
 
 TEST(ElasticMerge, aShortenedElasticIsStoredInItsPlace)
 {
-    const ElasticRecord shortened = elastic(3, {"8", "24"});
+    const kelo::SavedElastic shortened = elastic(3, {"8", "24"});
     EXPECT_EQ(mergedElastics({c, b}, {shortened, b}, {x, c, b}), (Records{x, shortened, b}));
     // The first of two is removed as a whole, the second is shortened.
     EXPECT_EQ(mergedElastics({b, c}, {shortened}, {b, c, x}), (Records{shortened, x}));
@@ -69,8 +69,8 @@ TEST(ElasticMerge, aShortenedElasticIsStoredInItsPlace)
 
 TEST(ElasticMerge, differentChangesOfOneElasticAreBothMade)
 {
-    const ElasticRecord larger = elastic(7, {"8", "25", "24"});
-    const ElasticRecord shortened = elastic(3, {"8", "24"});
+    const kelo::SavedElastic larger = elastic(7, {"8", "25", "24"});
+    const kelo::SavedElastic shortened = elastic(3, {"8", "24"});
     EXPECT_EQ(mergedElastics({c}, {larger}, {shortened}), Records{elastic(7, {"8", "24"})});
     EXPECT_EQ(mergedElastics({c}, {shortened}, {larger}), Records{elastic(7, {"8", "24"})});
 }
@@ -83,7 +83,7 @@ TEST(ElasticMerge, ofTwoSizesTheLaterOneWins)
 
 TEST(ElasticMerge, anElasticThatOneChangedAndTheOtherRemovedStays)
 {
-    const ElasticRecord larger = elastic(7, {"6", "30"});
+    const kelo::SavedElastic larger = elastic(7, {"6", "30"});
     EXPECT_EQ(mergedElastics({a, b}, {larger, b}, {b}), (Records{b, larger}));
     EXPECT_EQ(mergedElastics({a, b}, {b}, {larger, b}), (Records{larger, b}));
 }
@@ -94,7 +94,7 @@ TEST(ElasticMerge, aHundredThousandElasticsTakeNoLongerThanTheirNumberAsks)
     for (int i = 0; i < 100000; ++i)
         before.push_back(elastic(i, {std::to_string(i % 28), std::to_string(i)}));
     Records after = before;
-    for (ElasticRecord &record : after)
+    for (kelo::SavedElastic &record : after)
         record.elasticsSizeTypeID = *record.elasticsSizeTypeID + 1000000;
     Records stored = before;
     stored.push_back(x);

@@ -5,10 +5,10 @@
 namespace viewer::test {
 
 /// What a report of this number tells of elastics.
-inline std::vector<ElasticRecord> elasticsOfNumber(int number)
+inline std::vector<kelo::SavedElastic> elasticsOfNumber(int number)
 {
     const auto key = [number](int factor) { return std::to_string(2 + number * factor % 14); };
-    std::vector<ElasticRecord> elastics;
+    std::vector<kelo::SavedElastic> elastics;
     for (int i = 0; i < number % 7; ++i)
         elastics.push_back({std::nullopt, number, {key(i), key(1) + "l"}});
     return elastics;
@@ -42,7 +42,7 @@ inline NoteReport reportOfNumber(int number)
         // The last report about elastics was five before.
         report.elastics = ElasticsReport{ElasticsEvent::Placed, key(1), elasticsOfNumber(number),
                                          number > 5 ? elasticsOfNumber(number - 5)
-                                                    : std::vector<ElasticRecord>()};
+                                                    : std::vector<kelo::SavedElastic>()};
         break;
     }
     return report;

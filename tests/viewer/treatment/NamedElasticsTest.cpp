@@ -1,6 +1,7 @@
 // Elastics that clinicians name themselves.
 
 #include "tests/viewer/support/ScriptFixture.h"
+#include "viewer/treatment/UndoHistory.h"
 
 #include <QTemporaryDir>
 
@@ -175,6 +176,36 @@ TEST(NamedElasticsInADatabase, areNamedInSeveralTreatmentsAtOnceWithoutMixingUp)
         ASSERT_TRUE(clinic->removeNamedElastic(mine->typeID));
         EXPECT_EQ(clinic->namedElastics().value().back().typeLabel, "Mine");
     }
+}
+
+TEST(NamedElasticsInADatabase, undoKeepsANameThatIsTakenBackElsewhere)
+{
+    const QTemporaryDir folder;
+    CommandLine commandLine;
+    commandLine.headless = true;
+    auto previousLoop = kelo::RunLoop::setMain(std::make_unique<kelo::VirtualRunLoop>(1000.0));
+    {
+        const auto clinic = TreatmentStore::open(folder.filePath("clinic.sqlite")).value();
+        OpenedTreatment one(commandLine, {}, std::make_shared<kelo::DXDocumentModel>(), clinic);
+        const auto document = one.document();
+        UndoHistory history;
+        history.watch(document);
+        const auto elastic = document->elasticModels()[2];
+        ASSERT_EQ(one.applyNaming(one.namingOf(*elastic, "Mine"), 2), QString());
+        const auto named = elastic->elasticsConfigType();
+        history.endStep();
+        document->removeElasticModel(elastic);
+        history.endStep();
+        ASSERT_TRUE(clinic->removeNamedElastic(named->typeID));
+        one.takeNewNames();
+        EXPECT_EQ(document->elasticModels().size(), 3u);
+        for (const auto &type : document->availableElasticsConfigTypes())
+            EXPECT_NE(type->typeID, named->typeID) << "it is offered no longer";
+        history.stack().undo();
+        ASSERT_EQ(document->elasticModels().size(), 4u);
+        EXPECT_EQ(document->elasticModels()[2]->elasticsConfigType()->typeLabel, "Mine");
+    }
+    kelo::RunLoop::setMain(std::move(previousLoop));
 }
 
 } // namespace

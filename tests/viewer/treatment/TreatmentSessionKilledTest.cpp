@@ -111,12 +111,12 @@ protected:
     /// What a note must hold after both: the elastics, as often as each is there.
     using Elastics = std::map<std::string, int>;
 
-    static ElasticRecord initialElastic(long number)
+    static kelo::SavedElastic initialElastic(long number)
     {
         return {std::nullopt, number, {std::to_string(1 + number), std::to_string(17 + number)}};
     }
 
-    static std::string textOf(const ElasticRecord &elastic)
+    static std::string textOf(const kelo::SavedElastic &elastic)
     {
         std::string text = std::to_string(elastic.elasticsSizeTypeID.value_or(-1));
         for (const std::string &member : elastic.bracketSequence)
@@ -187,7 +187,7 @@ TEST_F(TwoWriters, fiftyRunsOfTwoProgramsOnOneNoteLoseNothing)
         ++expected[textOf(initialElastic(6))];
         const NoteRecord note = noteOf(day(20));
         Elastics stored;
-        for (const ElasticRecord &elastic : note.elastics)
+        for (const kelo::SavedElastic &elastic : note.elastics)
             ++stored[textOf(elastic)];
         EXPECT_EQ(stored, expected) << "run " << run;
         EXPECT_EQ(note.bracketColorTypeIDs.size(), 28u) << "run " << run;

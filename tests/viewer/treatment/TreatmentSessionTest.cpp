@@ -35,13 +35,13 @@ TEST_F(TreatmentSessionTest, anElasticOfAnotherProgramStaysWhenThisOneStores)
     placed({"3", "19"});
     document->elasticModel_setElasticsSizeType(first, document->availableElasticsSizeTypes().at(1));
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 1, {"6", "30"}},
-                                          {std::nullopt, 1, {"8", "25"}},
-                                          {std::nullopt, 3, {"3", "19"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 1, {"6", "30"}},
+                                               {std::nullopt, 1, {"8", "25"}},
+                                               {std::nullopt, 3, {"3", "19"}}}));
     document->removeElasticModel(first);
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 1, {"8", "25"}},
-                                          {std::nullopt, 3, {"3", "19"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 1, {"8", "25"}},
+                                               {std::nullopt, 3, {"3", "19"}}}));
     ASSERT_TRUE(session->openNote(day(20)));
     EXPECT_EQ(document->elasticModels().size(), 2u) << "opened again, it is shown";
 }
@@ -85,14 +85,14 @@ TEST_F(TreatmentSessionTest, elasticsAreStoredAtOnceInPlacingOrder)
     const auto first = placed({"6", "30"});
     const auto second = placed({"3l", "14", "19"}, 2);
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 3, {"6", "30"}},
-                                          {std::nullopt, 2, {"3l", "14", "19"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 3, {"6", "30"}},
+                                               {std::nullopt, 2, {"3l", "14", "19"}}}));
     document->elasticModel_setElasticsSizeType(second,
                                                document->availableElasticsSizeTypes().at(1));
     EXPECT_EQ(noteOf(day(20)).elastics[1].elasticsSizeTypeID, 1);
     document->removeElasticModel(first);
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 1, {"3l", "14", "19"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 1, {"3l", "14", "19"}}}));
 }
 
 TEST_F(TreatmentSessionTest, aRefactoringStoresShortenedAndDropsRemovedElastics)
@@ -102,7 +102,7 @@ TEST_F(TreatmentSessionTest, aRefactoringStoresShortenedAndDropsRemovedElastics)
     placed({"14", "19"});
     document->toggleVisibilityOfBracket("14");
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 3, {"3", "19"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 3, {"3", "19"}}}));
     const StoredChange last = store->changes(treatmentID).value().back();
     EXPECT_EQ(last.what, "elastics refactored");
     EXPECT_EQ(last.key, "14");
@@ -411,9 +411,9 @@ TEST_F(TreatmentSessionTest, anUnknownSizeIsToldAndKept)
                                  "The elastic configuration 9 is not in the catalogue"}));
     placed({"8", "25"}, 1);
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{9, 77, {"6", "30"}},
-                                          {std::nullopt, 77, {"3", "19"}},
-                                          {std::nullopt, 1, {"8", "25"}}}));
+              (std::vector<kelo::SavedElastic>{{9, 77, {"6", "30"}},
+                                               {std::nullopt, 77, {"3", "19"}},
+                                               {std::nullopt, 1, {"8", "25"}}}));
 }
 
 TEST_F(TreatmentSessionTest, anElasticOnWhatIsNotLoadedIsToldAndKept)
@@ -430,8 +430,8 @@ TEST_F(TreatmentSessionTest, anElasticOnWhatIsNotLoadedIsToldAndKept)
     EXPECT_TRUE(document->elasticModels().empty());
     placed({"8", "25"}, 1);
     EXPECT_EQ(noteOf(day(20)).elastics,
-              (std::vector<ElasticRecord>{{std::nullopt, 1, {"8", "25"}},
-                                          {std::nullopt, 3, {"6", "99"}}}));
+              (std::vector<kelo::SavedElastic>{{std::nullopt, 1, {"8", "25"}},
+                                               {std::nullopt, 3, {"6", "99"}}}));
 }
 
 TEST_F(TreatmentSessionTest, aNoteThatCannotBeReadLeavesTheDocumentAsItIs)

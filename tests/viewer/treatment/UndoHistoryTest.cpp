@@ -34,14 +34,14 @@ protected:
 
     void undoAndRedo()
     {
-        const DocumentState after = stateOf(document());
+        const kelo::SavedState after = kelo::savedStateOf(document());
         history.stack().undo();
-        const DocumentState before = stateOf(document());
+        const kelo::SavedState before = kelo::savedStateOf(document());
         EXPECT_NE(before, after);
         eventEnds();
         EXPECT_TRUE(history.stack().canRedo()) << "going back is no step of its own";
         history.stack().redo();
-        EXPECT_EQ(stateOf(document()), after);
+        EXPECT_EQ(kelo::savedStateOf(document()), after);
         EXPECT_EQ(document().checkSanity(), std::vector<std::string>());
     }
 
@@ -155,14 +155,14 @@ TEST_F(UndoHistoryTest, aChangeOfAnElasticSaysWhichAndFromWhatToWhat)
 TEST_F(UndoHistoryTest, anElasticThatHasOtherMembersIsNamedWithBoth)
 {
     const auto size = document().availableElasticsSizeTypes().at(7);
-    DocumentState before = stateOf(document()), after = before;
-    before.elastics = {{nullptr, size, {"6", "27", "28"}}};
-    after.elastics = {{nullptr, size, {"6", "28"}}};
-    EXPECT_EQ(changeText(before, after, document(), ToothNotation::Universal).toStdString(),
+    kelo::SavedState before = kelo::savedStateOf(document()), after = before;
+    before.elastics = {{std::nullopt, 7, {"6", "27", "28"}}};
+    after.elastics = {{std::nullopt, 7, {"6", "28"}}};
+    EXPECT_EQ(changeText(before, after, document(), {}, ToothNotation::Universal).toStdString(),
               "Change elastic 6 \u2013 27 \u2013 28, 6 \u2013 28");
     const auto named = document().availableElasticsConfigTypes().front();
-    after.elastics = {{named, size, {"6", "27", "28"}}};
-    EXPECT_EQ(changeText(before, after, document(), ToothNotation::Universal).toStdString(),
+    after.elastics = {{named->typeID, 7, {"6", "27", "28"}}};
+    EXPECT_EQ(changeText(before, after, document(), {}, ToothNotation::Universal).toStdString(),
               "Change elastic 6 \u2013 27 \u2013 28, " + named->typeLabel);
     EXPECT_NO_GL_ERROR();
 }
@@ -326,29 +326,29 @@ TEST_F(UndoHistoryTest, anHourOfChangesGoesBackAndForthStepByStep)
 {
     std::mt19937 random(7);
     // The state after each number of steps.
-    std::vector<DocumentState> states{stateOf(document())};
+    std::vector<kelo::SavedState> states{kelo::savedStateOf(document())};
     for (int i = 0; i < 500; ++i) {
         const auto before = static_cast<std::size_t>(history.stack().index());
         changeSomething(document(), random);
         eventEnds();
         const auto stepCount = static_cast<std::size_t>(history.stack().index());
-        ASSERT_EQ(stepCount, before + (stateOf(document()) != states[before]));
+        ASSERT_EQ(stepCount, before + (kelo::savedStateOf(document()) != states[before]));
         if (stepCount == before) continue;
         states.resize(stepCount);
-        states.push_back(stateOf(document()));
+        states.push_back(kelo::savedStateOf(document()));
         if (random() % 4 == 0) {
             history.stack().undo();
-            ASSERT_EQ(stateOf(document()), states[stepCount - 1]) << i;
+            ASSERT_EQ(kelo::savedStateOf(document()), states[stepCount - 1]) << i;
         }
         if (random() % 8 == 0 && history.stack().canRedo()) {
             history.stack().redo();
-            ASSERT_EQ(stateOf(document()), states[stepCount]) << i;
+            ASSERT_EQ(kelo::savedStateOf(document()), states[stepCount]) << i;
         }
         ASSERT_EQ(document().checkSanity(), std::vector<std::string>()) << i;
     }
     for (int i = history.stack().index(); i > 0; --i)
         history.stack().undo();
-    EXPECT_EQ(stateOf(document()), states[0]);
+    EXPECT_EQ(kelo::savedStateOf(document()), states[0]);
     EXPECT_NO_GL_ERROR();
 }
 
