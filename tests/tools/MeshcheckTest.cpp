@@ -40,13 +40,13 @@ TEST(Meshcheck, aClosedMeshWoundOutwardsHasNoProblem)
     EXPECT_EQ(problemsIn(test::TorusMesh{12, 7}.text()), std::vector<std::string>{});
 }
 
-struct MeshProblem
+struct ProblemRow
 {
     const char *name;
     std::string input;
     std::vector<std::string> expected;
 };
-const MeshProblem meshProblems[] = {
+const ProblemRow meshProblems[] = {
     {"no line break behind a face",
      tetrahedron.substr(0, tetrahedron.size() - 1),
      {"8: no line break at the end of the file: the face never ends"}},
@@ -147,7 +147,7 @@ const MeshProblem meshProblems[] = {
 
 TEST(Meshcheck, everyKindOfProblemIsToldWithItsLineAndReason)
 {
-    for (const MeshProblem &problem : meshProblems) {
+    for (const ProblemRow &problem : meshProblems) {
         SCOPED_TRACE(problem.name);
         EXPECT_EQ(problemsIn(problem.input), problem.expected);
     }
