@@ -11,7 +11,9 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -154,6 +156,81 @@ TEST(MeshgenTooth, molarsHaveTheirCuspsAroundAFossa)
     }
 }
 
+/// How deep the middle of a fissure's stretch lies under the lobes 0.9 mm to either side of it.
+double fissureDepth(const ToothAnatomy &anatomy, const Mesh &tooth, OcclusalPoint from,
+                    OcclusalPoint to)
+{
+    const double halfWidth = anatomy.dimensions.mesiodistal / 2.0;
+    const double halfDepth = anatomy.dimensions.buccolingual / 2.0;
+    const Vec3 a{from.x * halfWidth, from.y * halfDepth, 0.0};
+    const Vec3 b{to.x * halfWidth, to.y * halfDepth, 0.0};
+    const Vec3 middle = (a + b) / 2.0;
+    const Vec3 across = normalized(Vec3{a.y - b.y, b.x - a.x, 0.0}) * 0.9;
+    const double left = heightAt(tooth, middle.x + across.x, middle.y + across.y);
+    const double right = heightAt(tooth, middle.x - across.x, middle.y - across.y);
+    return (left + right) / 2.0 - heightAt(tooth, middle.x, middle.y);
+}
+
+TEST(MeshgenTooth, theMainFissuresAreSixTenthsToFiveQuartersDeep)
+{
+    for (const int number : {2, 3, 4, 5, 29, 30, 31}) {
+        const ToothAnatomy anatomy = toothAnatomy(number);
+        const Mesh tooth = makeTooth(anatomy);
+        int main = 0;
+        for (const Groove &groove : anatomy.grooves) {
+            if (groove.depth < 0.6) continue;
+            // The stretch that begins at the central pit: others end in the walls.
+            ++main;
+            const double depth = fissureDepth(anatomy, tooth, groove.line[0], groove.line[1]);
+            EXPECT_GE(depth, 0.6) << number << " fissure " << main;
+            EXPECT_LE(depth, 1.25) << number << " fissure " << main;
+        }
+        EXPECT_GE(main, 1) << number;
+    }
+}
+
+TEST(MeshgenTooth, anUpperFirstMolarsObliqueRidgePartsTwoFossae)
+{
+    const ToothAnatomy anatomy = toothAnatomy(3);
+    const Mesh tooth = makeTooth(anatomy);
+    const auto at = [&](double x, double y) {
+        return heightAt(tooth, x * anatomy.dimensions.mesiodistal / 2.0,
+                        y * anatomy.dimensions.buccolingual / 2.0);
+    };
+    const double ridge = at(-0.10, -0.06);
+    EXPECT_GT(ridge, at(0.12, 0.02) + 0.5);
+    EXPECT_GT(ridge, at(-0.52, -0.04) + 0.5);
+}
+
+TEST(MeshgenTooth, molarsDifferInTheNumberAndSizeOfTheirCusps)
+{
+    EXPECT_EQ(toothAnatomy(3).cusps.size(), 5U);
+    EXPECT_EQ(toothAnatomy(2).cusps.size(), 4U);
+    EXPECT_EQ(toothAnatomy(30).cusps.size(), 5U);
+    EXPECT_EQ(toothAnatomy(31).cusps.size(), 4U);
+    EXPECT_EQ(toothAnatomy(29).cusps.size(), 3U);
+    // The distolingual cusp of the upper second molar is the reduced one.
+    EXPECT_GT(toothAnatomy(2).cusps[3].drop, toothAnatomy(3).cusps[3].drop + 0.5);
+}
+
+TEST(MeshgenTooth, anIncisorsEdgeHasAFacetThatUppersWearTowardsLingual)
+{
+    const auto labialIsHigher = [](int number) {
+        const ToothAnatomy anatomy = toothAnatomy(number);
+        const Mesh tooth = makeTooth(anatomy);
+        const double z = 0.93 * anatomy.dimensions.height;
+        const double labial = raycast(tooth, {0.0, 30.0, z}, {0.0, -1.0, 0.0})->position.y;
+        const double lingual = raycast(tooth, {0.0, -30.0, z}, {0.0, 1.0, 0.0})->position.y;
+        EXPECT_GT(labial - lingual, 0.6) << number;
+        const auto facetAt = [&](double part) {
+            return heightAt(tooth, 0.0, lingual + part * (labial - lingual));
+        };
+        return facetAt(0.7) - facetAt(0.3);
+    };
+    EXPECT_GT(labialIsHigher(8), 0.03);
+    EXPECT_LT(labialIsHigher(25), -0.03);
+}
+
 TEST(MeshgenTooth, theLingualCuspOfAnUpperFirstPremolarIsAboutAMillimetreLower)
 {
     const ToothAnatomy anatomy = toothAnatomy(5);
@@ -172,6 +249,38 @@ TEST(MeshgenTooth, simplifyingKeepsTheSurfaceClosedAndItsSize)
     EXPECT_LE(simple.triangles.size(), 2200U);
     EXPECT_LT(simple.triangles.size(), tooth.triangles.size());
     EXPECT_TRUE(meshDefects(simple).empty());
+}
+
+TEST(MeshgenTooth, simplifyingKeepsTheNormalsOfTheFineSurface)
+{
+    const Mesh tooth = makeTooth(toothAnatomy(30));
+    const Mesh simple = simplified(tooth, 3500);
+    std::set<std::uint32_t> used;
+    for (const auto &t : simple.triangles)
+        used.insert(t.begin(), t.end());
+    std::size_t kept = 0;
+    for (const std::uint32_t v : used) {
+        EXPECT_EQ(simple.positions[v], tooth.positions[v]);
+        kept += simple.normals[v] == tooth.normals[v] ? 1 : 0;
+    }
+    // Only where no face would be shaded well is a normal turned.
+    EXPECT_GT(static_cast<double>(kept), 0.98 * static_cast<double>(used.size()));
+}
+
+TEST(MeshgenTooth, whatIsUnimportantGivesItsTrianglesToTheRest)
+{
+    const Mesh tooth = makeTooth(toothAnatomy(30));
+    std::vector<double> importance;
+    for (const Vec3 &p : tooth.positions)
+        importance.push_back(p.z < 0.0 ? 0.03 : 1.0);
+    const auto rootTriangles = [](const Mesh &mesh) {
+        return std::count_if(mesh.triangles.begin(), mesh.triangles.end(), [&](const auto &t) {
+            return mesh.positions[t[0]].z < 0.0 && mesh.positions[t[1]].z < 0.0 &&
+                   mesh.positions[t[2]].z < 0.0;
+        });
+    };
+    EXPECT_LT(rootTriangles(simplified(tooth, 2000, importance)),
+              rootTriangles(simplified(tooth, 2000)));
 }
 
 /// The least cosine between a face and the normals of its corners.

@@ -1,6 +1,7 @@
 kelo_test(tools_meshgen_patient
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/MeshgenBiteTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenCrowdedTest.cpp
+            ${CMAKE_CURRENT_LIST_DIR}/MeshgenGumsTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientFileTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenPatientTest.cpp
             ${CMAKE_CURRENT_LIST_DIR}/MeshgenReliefTest.cpp

@@ -15,8 +15,9 @@ namespace {
 /// A bracket with its slot and post is nearly 2 thick; a button's neck stands 0.9 off the surface.
 constexpr double hookStandOff = 1.7;
 constexpr double buttonStandOff = 0.9;
-/// Neighbours that just do not touch: closer, the two surfaces would fight for the same pixels.
-constexpr double wantedGap = 0.03;
+/// Wear has flattened where neighbours touch. Pressed into each other by this much, they meet in an
+/// area of about a square millimetre; at a point, light would show through beside it.
+constexpr double wantedGap = -0.05;
 
 struct Wish
 {
@@ -49,12 +50,17 @@ double degrees(double angle)
     return angle * std::numbers::pi / 180.0;
 }
 
-/// The surface point straight labial (sign 1) or lingual (sign -1) of the axis at own height `z`.
+/// The surface point straight labial (sign 1) or lingual (sign -1) of the axis at own height `z`,
+/// or, where a fissure crosses the crown at that height, as near below as the wall begins.
 Vec3 axisPoint(const Mesh &own, double z, double sign)
 {
-    const auto hit = raycast(own, {0.0, 30.0 * sign, z}, {0.0, -sign, 0.0});
-    if (!hit) throw std::runtime_error("A crown is shorter than its bracket's height");
-    return hit->position;
+    // Through a fissure the ray meets the far cusps' inclines, which lie flatter than any wall.
+    constexpr double steepest = 0.75;
+    for (double depth = 0.0; depth < 2.0; depth += 0.1) {
+        const auto hit = raycast(own, {0.0, 30.0 * sign, z - depth}, {0.0, -sign, 0.0});
+        if (hit && hit->normal.z < steepest) return hit->position;
+    }
+    throw std::runtime_error("A crown is shorter than its bracket's height");
 }
 
 /// One jaw while its teeth are pushed into place.

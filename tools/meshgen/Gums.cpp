@@ -1,9 +1,11 @@
 #include "tools/meshgen/Gums.h"
 
+#include "tools/meshgen/Palate.h"
 #include "tools/meshgen/Simplify.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
 namespace kelo::meshgen {
@@ -15,10 +17,9 @@ namespace {
 constexpr int rowsPerTooth = 20;
 constexpr int endRows = 12;
 /// Points of a row: outer side, over the crest, inner side; then base or palate.
-constexpr int sidePoints = 24;
+constexpr int sidePoints = 28;
 constexpr int crestPoints = 6;
-constexpr int palatePoints = 20;
-constexpr int basePoints = 8;
+constexpr int palatePoints = 28;
 
 constexpr double marginAboveCervicalLine = 1.0;
 /// Of the crown's height over the margin's zenith.
@@ -26,6 +27,17 @@ constexpr double papillaOfVisibleHeight = 0.42;
 /// The free margin stands this far off the crown: thin, but thicker than the drawing's depth step.
 constexpr double gumThickness = 0.5;
 constexpr double endLength = 6.0;
+/// The bases are trimmed level, like a study model's, just clear of the palate's vault and of the
+/// deepest vestibule.
+constexpr double upperBase = 17.0;
+constexpr double lowerBase = -21.5;
+/// Where the base begins below the vestibule, as a fraction of the way from margin to base, and how
+/// far it stands out there.
+constexpr double baseBegins = 0.60;
+constexpr double baseStep = 2.2;
+/// Points of the base's level face by their distance from its edge: close together at the edge, so
+/// that it stays crisp.
+constexpr double basePlaces[] = {0.15, 0.4, 0.8};
 /// The part of a tooth's half width on which its rows stand; beyond lies the papilla's.
 constexpr double lastRow = 0.93;
 
@@ -90,9 +102,10 @@ private:
     std::vector<Vec3> sideOf(const Row &row, bool outer) const;
     std::vector<Vec3> crestOf(const Row &row) const;
     std::vector<Vec3> rowPoints(const Row &row) const;
-    Vec3 spinePoint(const Row &right, const Row &left, bool roof) const;
+    Vec3 spinePoint(const Row &right, const Row &left, bool base) const;
     std::vector<Vec3> palateOf(const std::vector<Vec3> &side, const Row &row,
                                const Vec3 &spine) const;
+    Vec3 palateFold(const Vec3 &point) const;
     void shrinkEnd(const Row &row, std::vector<Vec3> &points) const;
     Mesh upperMesh(const std::vector<Row> &all) const;
     Mesh lowerMesh(const std::vector<Row> &all) const;
@@ -184,7 +197,7 @@ std::vector<Row> GumShaper::rows() const
     for (std::size_t r = 1; r + 1 < result.size(); ++r) {
         if (result[r].between < 1.0) continue;
         // A papilla's tip stands above the last rows of the two teeth beside it.
-        const Vec3 rise = along(apical, result[r].place) * -0.3;
+        const Vec3 rise = along(apical, result[r].place) * -0.7;
         result[r].outerMargin =
             (result[r - 1].outerMargin + result[r + 1].outerMargin) / 2.0 + rise;
         result[r].innerMargin =
@@ -283,8 +296,16 @@ void GumShaper::addEndRows(std::vector<Row> &result, bool right) const
     }
 }
 
+/// How far the outer side stands out of its tooth's zenith at the fraction `f` of its way to the
+/// base: a little over the attached gum, back into the vestibule, then out onto the base.
+double outerFlare(double f)
+{
+    return 0.45 * smoothstep(0.05, 0.3, f) - 0.35 * smoothstep(0.35, baseBegins - 0.02, f) +
+           baseStep * smoothstep(baseBegins - 0.02, baseBegins + 0.16, f);
+}
+
 /// One side of a row from the margin down: first it keeps to the margin, then it goes over into the
-/// smooth form of the jaw, prominent over roots and hollow between them.
+/// smooth form of the jaw, prominent over roots and hollow between them, and ends at the base.
 std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
 {
     const Vec3 out = normalized(along(outward, row.place)) * (outer ? 1.0 : -1.0);
@@ -292,23 +313,20 @@ std::vector<Vec3> GumShaper::sideOf(const Row &row, bool outer) const
     const Vec3 margin = outer ? row.outerMargin : row.innerMargin;
     const Vec3 course = outer ? row.outerCourse : row.innerCourse;
     const Vec3 zenith = along(outer ? outerZenith : innerZenith, row.place);
-    const double wantedBase = upper ? 14.5 : -19.0;
-    const double full = upper ? 8.5 : 9.0;
-    // Half of the way to a level base, so that the jaw neither tilts with its teeth nor is a block.
-    const double level = 0.5 * (zenith.z + down.z * full) + 0.5 * wantedBase;
-    const double innerDepth = upper ? 2.6 : (level - zenith.z) / down.z;
-    const double depth = outer ? (level - zenith.z) / down.z : innerDepth;
+    const double toBase = ((upper ? upperBase : lowerBase) - zenith.z) / down.z;
+    const double depth = upper && !outer ? 2.6 : toBase;
     std::vector<Vec3> points;
     for (int k = 0; k <= sidePoints; ++k) {
-        const double f = std::pow(static_cast<double>(k) / sidePoints, 1.7);
+        const double f = std::pow(static_cast<double>(k) / sidePoints, 1.6);
         const double d = depth * f;
-        const double stand = (gumThickness + 0.12) * (1.0 - std::exp(-d / 0.35)) - 0.12;
-        const double hollow = outer ? 0.6 : 0.3;
+        // The free margin is a thin roll; a faint furrow parts it from the attached gum.
+        const double stand = (gumThickness + 0.12) * (1.0 - std::exp(-d / 0.30)) - 0.12 -
+                             0.10 * std::exp(-(d - 1.7) * (d - 1.7) / 0.35);
+        const double hollow = outer ? 0.65 : 0.3;
         const double recess =
-            row.shrink > 0.0 ? 0.0 : hollow * row.between * (1.0 - 0.8 * smoothstep(0.4, 1.0, f));
-        const double flare = (1.0 - 0.8 * row.shrink) * (outer ? 1.5 * smoothstep(0.55, 1.0, f) +
-                                                                     0.35 * smoothstep(0.1, 0.5, f)
-                                                               : 0.5 * smoothstep(0.2, 0.9, f));
+            row.shrink > 0.0 ? 0.0 : hollow * row.between * (1.0 - smoothstep(0.35, 0.6, f));
+        const double flare =
+            (1.0 - 0.8 * row.shrink) * (outer ? outerFlare(f) : 0.5 * smoothstep(0.2, 0.9, f));
         // The thin margin keeps to the crown; what lies below it knows no single wrinkle.
         const Vec3 from = mixed(margin, course, smoothstep(0.15, 1.4, d));
         const Vec3 near = from + down * d + out * stand;
@@ -364,8 +382,8 @@ void GumShaper::shrinkEnd(const Row &row, std::vector<Vec3> &points) const
     }
 }
 
-/// The middle line of the palate, or of the roof over it, between two rows opposite each other.
-Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
+/// The middle line of the palate, or of the base over it, between two rows opposite each other.
+Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool base) const
 {
     const double front = innerZenith[6].y;
     const double back = innerZenith[0].y + 9.0;
@@ -374,13 +392,19 @@ Vec3 GumShaper::spinePoint(const Row &right, const Row &left, bool roof) const
     const double y = middle.y;
     const double f = std::clamp((y - front) / (back - front), 0.0, 1.0);
     const double x = middle.x;
-    const double vault = 6.2 + 11.0 * smoothstep(-0.12, 0.6, f);
+    const double vault = 6.2 + 9.2 * smoothstep(-0.12, 0.6, f);
     const double set = 6.5 * (1.0 - f);
-    constexpr double top = 20.0; // over the highest vault
-    // The palate's rear border is rounded up to the roof instead of ending in an edge.
+    // The palate's rear border is rounded up to the base instead of ending in an edge.
     const double rear = std::clamp((right.shrink - 0.4) / 0.6, 0.0, 1.0);
     const double rounding = 1.0 - std::sqrt(1.0 - 0.96 * rear * rear);
-    return {x, y + set, roof ? top : vault + (top - vault) * rounding};
+    return {x, y + set, base ? upperBase : vault + (upperBase - vault) * rounding};
+}
+
+/// Where the palate's points lie on the way to the middle line, 0 to 1: closer together towards it,
+/// where the raphe is.
+double palatePlace(int k)
+{
+    return std::pow(static_cast<double>(k) / palatePoints, 0.85);
 }
 
 /// From the end of a side to the middle line: first on in the side's direction, then level.
@@ -395,12 +419,27 @@ std::vector<Vec3> GumShaper::palateOf(const std::vector<Vec3> &side, const Row &
     const Vec3 level = spine - flat * 0.45;
     std::vector<Vec3> points;
     for (int k = 1; k < palatePoints; ++k) {
-        const double f = static_cast<double>(k) / palatePoints;
+        const double f = palatePlace(k);
         const double g = 1.0 - f;
         points.push_back(start * (g * g * g) + handle * (3.0 * g * g * f) +
                          level * (3.0 * g * f * f) + spine * (f * f * f));
     }
+    // The folds begin above the teeth's own gum and end before the rear border.
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        const double f = static_cast<double>(k + 1) / palatePoints;
+        points[k] += palateFold(points[k]) * smoothstep(0.05, 0.3, f) * (1.0 - row.shrink);
+    }
     return points;
+}
+
+/// What rugae, papilla and raphe add to a point of the vault.
+Vec3 GumShaper::palateFold(const Vec3 &point) const
+{
+    const double behind = point.y - innerZenith[6].y;
+    const double middle = (innerZenith[6].x + innerZenith[7].x) / 2.0;
+    // Behind the incisors the vault is a slope, farther back a ceiling.
+    const Vec3 towardsMouth = normalized({0.0, 0.8 * (1.0 - smoothstep(4.0, 20.0, behind)), -1.0});
+    return towardsMouth * palateRelief(point.x - middle, behind);
 }
 
 /// Joins the two halves of an open or closed chain of points, folded at its middle.
@@ -432,6 +471,33 @@ void joinRows(Mesh &mesh, const std::vector<std::uint32_t> &a, const std::vector
     }
 }
 
+/// The points of a level face between two of its edges.
+std::vector<Vec3> baseBetween(const Vec3 &from, const Vec3 &to)
+{
+    std::vector<Vec3> points;
+    const Vec3 way = normalized(to - from);
+    for (const double place : basePlaces)
+        points.push_back(from + way * place);
+    points.push_back((from + to) / 2.0);
+    for (auto place = std::rbegin(basePlaces); place != std::rend(basePlaces); ++place)
+        points.push_back(to - way * *place);
+    return points;
+}
+
+/// The level face of the upper base from the middle line to its outer edge: as many points as the
+/// palate under it has, so that the two close up behind face to face.
+std::vector<Vec3> upperBaseBetween(const Vec3 &middle, const Vec3 &edge)
+{
+    std::vector<Vec3> points;
+    constexpr int atEdge = std::size(basePlaces);
+    const Vec3 way = middle - edge;
+    for (int k = palatePoints - 1; k > atEdge; --k)
+        points.push_back(edge + way * palatePlace(k));
+    for (int k = atEdge; k > 0; --k)
+        points.push_back(edge + normalized(way) * basePlaces[k - 1]);
+    return points;
+}
+
 Mesh GumShaper::lowerMesh(const std::vector<Row> &all) const
 {
     Mesh mesh;
@@ -439,14 +505,8 @@ Mesh GumShaper::lowerMesh(const std::vector<Row> &all) const
     for (const Row &row : all) {
         std::vector<Vec3> points = rowPoints(row);
         shrinkEnd(row, points);
-        const Vec3 outerEnd = points.front();
-        const Vec3 innerEnd = points.back();
-        for (int k = 1; k < basePoints; ++k) {
-            const double f = static_cast<double>(k) / basePoints;
-            // A rounded underside: half a millimetre to a millimetre below the two edges.
-            const double sag = 1.2 * std::pow(std::sin(f * std::numbers::pi), 0.5);
-            points.push_back(mixed(innerEnd, outerEnd, f) - Vec3{0.0, 0.0, sag});
-        }
+        for (const Vec3 &point : baseBetween(points.back(), points.front()))
+            points.push_back(point);
         std::vector<std::uint32_t> chain;
         for (const Vec3 &point : points) {
             chain.push_back(static_cast<std::uint32_t>(mesh.positions.size()));
@@ -458,7 +518,7 @@ Mesh GumShaper::lowerMesh(const std::vector<Row> &all) const
     // Turned so that the chain's fold lies on the crest: the ends are closed from below upwards.
     for (const bool first : {true, false}) {
         std::vector<std::uint32_t> chain = first ? chains.front() : chains.back();
-        std::rotate(chain.begin(), chain.end() - basePoints / 2, chain.end());
+        std::rotate(chain.begin(), chain.end() - std::ssize(basePlaces) - 1, chain.end());
         closeEnd(mesh, chain, first);
     }
     return mesh;
@@ -486,14 +546,8 @@ Mesh GumShaper::upperMesh(const std::vector<Row> &all) const
         // Opposite rows share their points on the middle line.
         const bool shared = opposite < r;
         chain.push_back(shared ? chains[opposite].front() : add(roof));
-        for (int k = 1; k < palatePoints; ++k) {
-            const double f = static_cast<double>(palatePoints - k) / palatePoints;
-            Vec3 point = mixed(roof, middle.front(), 1.0 - f);
-            // A low dome, level along the middle line.
-            point.z = middle.front().z +
-                      (roof.z - middle.front().z) * std::sin(f * std::numbers::pi / 2.0);
+        for (const Vec3 &point : upperBaseBetween(roof, middle.front()))
             chain.push_back(add(point));
-        }
         for (const Vec3 &point : middle)
             chain.push_back(add(point));
         for (const Vec3 &point : palate)

@@ -18,9 +18,9 @@ namespace {
 
 /// A frame costs by the triangle. These suffice for what each kind of tooth has to show.
 constexpr std::size_t frontToothTriangles = 1900;
-constexpr std::size_t premolarTriangles = 2200;
-constexpr std::size_t molarTriangles = 2800;
-constexpr std::size_t gumTriangles = 15900;
+constexpr std::size_t premolarTriangles = 2500;
+constexpr std::size_t molarTriangles = 3500;
+constexpr std::size_t gumTriangles = 14000;
 
 std::size_t triangleCount(int toothNumber)
 {
@@ -51,6 +51,19 @@ void runBoth(First first, Second second)
     if (failure) std::rethrow_exception(failure);
 }
 
+/// What a vertex of a tooth counts when triangles are saved: the root is hidden in the gum, and the
+/// fissures and cusps of back teeth show more than their smooth walls.
+std::vector<double> importanceOf(const Tooth &tooth)
+{
+    std::vector<double> importance;
+    const bool isFrontTooth = tooth.anatomy.anterior;
+    for (std::size_t i = 0; i < tooth.ownMesh.positions.size(); ++i) {
+        const bool isOcclusal = !isFrontTooth && tooth.ownMesh.normals[i].z > 0.2;
+        importance.push_back(tooth.ownMesh.positions[i].z < 0.0 ? 0.03 : isOcclusal ? 2.0 : 1.0);
+    }
+    return importance;
+}
+
 struct ToothSet
 {
     Mesh tooth, bracket, button;
@@ -62,7 +75,8 @@ ToothSet makeSet(const Tooth &tooth, const HookTable &hooks)
     const int number = tooth.placement.number;
     const std::string key = std::to_string(number);
     // Attachments are fitted to the surface that is drawn, not to the finer one it comes from.
-    set.tooth = inJaw(simplified(tooth.ownMesh, triangleCount(number)), tooth.placement);
+    set.tooth = inJaw(simplified(tooth.ownMesh, triangleCount(number), importanceOf(tooth)),
+                      tooth.placement);
     optimizeOrder(set.tooth);
     set.bracket = makeBracket(set.tooth, tooth.placement, hooks.at(key));
     set.button = makeButton(set.tooth, tooth.placement, hooks.at(key + "l"));

@@ -57,13 +57,13 @@ constexpr double leastNormalCosine = 0.6;
 constexpr double leastSlimness = 0.04;
 /// What a turned normal costs beside a moved surface: a highlight shows a bend of the normals long
 /// before the outline shows the bend of the surface.
-constexpr double normalWeight = 0.02;
+constexpr double normalWeight = 0.08;
 
 /// Collapses edges of one mesh, the cheapest first; a vertex is drawn into its neighbour.
 class Simplifier
 {
 public:
-    explicit Simplifier(const Mesh &fine);
+    Simplifier(const Mesh &fine, const std::vector<double> &importanceOfVertices);
     Mesh reduced(std::size_t triangleCount);
 
 private:
@@ -92,6 +92,7 @@ private:
     void collapse(std::uint32_t from, std::uint32_t to);
 
     Mesh mesh;
+    std::vector<double> importance; // of every vertex
     std::vector<Quadric> quadrics;
     std::vector<std::vector<std::uint32_t>> facesOf; // of every vertex
     std::vector<bool> isGone;                        // of every face
@@ -99,20 +100,23 @@ private:
     std::priority_queue<Collapse> queue;
 };
 
-Simplifier::Simplifier(const Mesh &fine)
+Simplifier::Simplifier(const Mesh &fine, const std::vector<double> &importanceOfVertices)
     : mesh(fine),
+      importance(importanceOfVertices),
       quadrics(fine.positions.size()),
       facesOf(fine.positions.size()),
       isGone(fine.triangles.size(), false),
       versions(fine.positions.size(), 0)
 {
+    importance.resize(mesh.positions.size(), 1.0);
     for (std::uint32_t f = 0; f < mesh.triangles.size(); ++f) {
         const Triangle &t = mesh.triangles[f];
         const Vec3 face = faceVector(t);
         const Vec3 normal = normalized(face);
         for (const std::uint32_t v : t) {
             facesOf[v].push_back(f);
-            quadrics[v].addPlane(normal, -dot(normal, mesh.positions[t[0]]), length(face));
+            quadrics[v].addPlane(normal, -dot(normal, mesh.positions[t[0]]),
+                                 importance[v] * length(face));
         }
     }
     for (std::uint32_t v = 0; v < mesh.positions.size(); ++v)
@@ -140,8 +144,9 @@ void Simplifier::offer(std::uint32_t vertex)
         Quadric sum = quadrics[vertex];
         sum.add(quadrics[to]);
         const double bend = 1.0 - dot(mesh.normals[vertex], mesh.normals[to]);
-        queue.push({sum.at(mesh.positions[to]) + normalWeight * area * bend * bend, vertex, to,
-                    versions[vertex]});
+        queue.push(
+            {sum.at(mesh.positions[to]) + importance[vertex] * normalWeight * area * bend * bend,
+             vertex, to, versions[vertex]});
     }
 }
 
@@ -316,10 +321,10 @@ void relaxFolds(Mesh &mesh, double degrees)
     refreshNormals(mesh);
 }
 
-Mesh simplified(const Mesh &mesh, std::size_t triangleCount)
+Mesh simplified(const Mesh &mesh, std::size_t triangleCount, const std::vector<double> &importance)
 {
     if (mesh.triangles.size() <= triangleCount) return mesh;
-    return Simplifier(mesh).reduced(triangleCount);
+    return Simplifier(mesh, importance).reduced(triangleCount);
 }
 
 } // namespace kelo::meshgen

@@ -3,6 +3,7 @@
 #include "tools/meshgen/Mesh.h"
 
 #include <cstddef>
+#include <vector>
 
 namespace kelo::meshgen {
 
@@ -21,6 +22,10 @@ void relaxFolds(Mesh &mesh, double degrees);
 /// its shading least. The vertices that stay keep their places and normals, unused ones stay in the
 /// list (optimizeOrder() drops them). A closed mesh stays closed, no triangle is folded over and
 /// none becomes a sliver; where these rules allow no more, more triangles are left.
-Mesh simplified(const Mesh &mesh, std::size_t triangleCount);
+///
+/// `importance`, one value for every vertex or none at all, says how much a change there counts:
+/// what is never seen (0.05, say) gives its triangles to what is looked at (1).
+Mesh simplified(const Mesh &mesh, std::size_t triangleCount,
+                const std::vector<double> &importance = {});
 
 } // namespace kelo::meshgen

@@ -21,9 +21,10 @@ struct CrownDimensions
 /// edge or the occlusal rim (last), as fractions of half the crown's width in that direction.
 using SideProfile = std::array<double, 6>;
 
-/// One cusp: a rounded four-sided pyramid. `x` (mesial) and `y` (labial) are fractions of the half
-/// widths, `drop` is how far its tip lies below the crown's highest tip (mm), the slopes are
-/// millimetres of fall per millimetre along the cusp ridges, towards the middle and outwards.
+/// One cusp: a rounded four-sided pyramid that swells into a lobe. `x` (mesial) and `y` (labial)
+/// are fractions of the half widths, `drop` is how far its tip lies below the crown's highest tip
+/// (mm), the slopes are millimetres of fall per millimetre along the cusp ridges, inwards along the
+/// triangular ridge, and outwards.
 struct Cusp
 {
     double x = 0.0;
@@ -32,21 +33,44 @@ struct Cusp
     double ridgeSlope = 0.6;
     double innerSlope = 0.85;
     double outerSlope = 1.5;
+    double turn = 0.0;   ///< degrees by which its inner end turns towards mesial
+    double bulge = 0.10; ///< of its flanks, 1/mm: 0 makes a pyramid, more makes a lobe
 };
 
-/// A straight ridge between two points of the occlusal surface (marginal or oblique ridge).
+/// A point of the occlusal surface, in fractions of the half widths.
+struct OcclusalPoint
+{
+    double x = 0.0; ///< mesial
+    double y = 0.0; ///< labial
+};
+
+/// A broken line over the occlusal surface.
+using OcclusalLine = std::vector<OcclusalPoint>;
+
+/// A marginal or oblique ridge.
 struct Ridge
 {
-    double x0 = 0.0, y0 = 0.0, x1 = 0.0, y1 = 0.0;
+    OcclusalLine line;
     double drop = 1.4;  ///< below the crown's highest tip, mm
     double slope = 1.0; ///< fall to either side
 };
 
-/// A developmental groove, carved along a straight line.
+/// A fissure: a developmental groove between two lobes, or a supplemental one on a lobe.
 struct Groove
 {
-    double x0 = 0.0, y0 = 0.0, x1 = 0.0, y1 = 0.0;
-    double depth = 0.3;
+    OcclusalLine line;
+    double depth = 0.6;     ///< mm, in addition to the valley that it lies in
+    double halfWidth = 0.8; ///< mm, from its line to where the lobes' own form begins
+};
+
+/// The furrow between two lobes of a buccal or lingual wall, in which a fissure runs out.
+struct WallFurrow
+{
+    double x = 0.0;         ///< fraction of the half width
+    double side = 1.0;      ///< 1 buccal, -1 lingual
+    double depth = 0.4;     ///< at the occlusal end, mm
+    double halfWidth = 1.0; ///< mm
+    double from = 0.35;     ///< where it begins, as a fraction of the crown's height
 };
 
 /// The forms that make one tooth recognisable. Mirror images share one record.
@@ -69,11 +93,15 @@ struct ToothAnatomy
     double tipShift = 0.0;         ///< of a canine's cusp towards mesial, fraction of half width
     double fossaDepth = 0.0;       ///< of the lingual fossa, mm
     double labialRidge = 0.0;      ///< middle ridge of the labial face, mm
+    double cingulum = 0.0;         ///< of the cervical third's lingual bulge, mm
+    double marginalRidges = 0.0;   ///< along both sides of the lingual fossa, mm
+    double wearTilt = 0.0;         ///< of the edge's facet towards lingual, mm per mm
 
     /// Occlusal surfaces of back teeth.
     std::vector<Cusp> cusps;
     std::vector<Ridge> ridges;
     std::vector<Groove> grooves;
+    std::vector<WallFurrow> furrows;
     double cuspHeight = 1.0;  ///< relief of the occlusal surface: less than 1 for worn cusps
     double grooveDepth = 1.0; ///< factor of all grooves
 };

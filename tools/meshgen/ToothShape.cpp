@@ -1,5 +1,6 @@
 #include "tools/meshgen/ToothShape.h"
 
+#include "tools/meshgen/OcclusalSurface.h"
 #include "tools/meshgen/Simplify.h"
 
 #include <algorithm>
@@ -10,13 +11,16 @@ namespace kelo::meshgen {
 
 namespace {
 
-/// Fine enough that a groove of a quarter of a millimetre shows; simplified() then keeps the
+/// Fine enough that a fissure is a line a tenth of a millimetre wide; simplified() then keeps the
 /// triangles where the surface bends.
-constexpr int sectorCount = 96;
+constexpr int sectorCount = 144;
 constexpr int rootRings = 7;
-constexpr int wallRings = 26;
-constexpr int capRings = 26;
-constexpr int edgeRings = 5;
+constexpr int wallRings = 28;
+constexpr int capRings = 40;
+constexpr int edgeRings = 6;
+
+/// Fissures are rounded until light falls well on their walls: no normal stands farther off a face.
+constexpr double foldDegrees = 48.0;
 
 /// As much of the root as the gum covers; nothing of it is ever seen.
 constexpr double rootLength = 5.0;
@@ -45,7 +49,8 @@ double bump(double x, double centre, double width)
 /// |d| with its corner rounded over about `radius`, so that tips and crests are not needles.
 double softAbs(double d, double radius)
 {
-    return std::sqrt(d * d + radius * radius) - radius;
+    // Rounding can leave a tiny negative number, of which there is no power.
+    return std::max(0.0, std::sqrt(d * d + radius * radius) - radius);
 }
 
 struct Outline
@@ -54,34 +59,70 @@ struct Outline
     double centre = 0.0, half = 0.0;   // labiolingual middle and half thickness
 };
 
+/// Some points of a mesh that follow each other round the occlusal surface.
+struct CapRing
+{
+    std::uint32_t first = 0, count = 0;
+};
+
 class Shaper
 {
 public:
     explicit Shaper(const ToothAnatomy &toothAnatomy)
         : anatomy(toothAnatomy),
+          occlusal(toothAnatomy),
           halfWidth(toothAnatomy.dimensions.mesiodistal / 2.0),
           halfDepth(toothAnatomy.dimensions.buccolingual / 2.0),
           height(toothAnatomy.dimensions.height)
-    {}
+    {
+        if (!anatomy.anterior) evenRim();
+    }
 
     Mesh make();
 
 private:
+    void evenRim();
     Outline outlineAt(double t) const;
     Vec3 outlinePoint(double t, double angle) const;
     double edgeHeight(double x, double width) const;
-    double occlusalHeight(double x, double y) const;
     Vec3 wallPoint(double t, double angle) const;
     Vec3 rootPoint(double depth, double angle) const;
     void sculptFrontTooth(Vec3 &point, double t, double angle) const;
+    void sculptBackTooth(Vec3 &point, double t, double angle) const;
     std::vector<std::vector<Vec3>> rings() const;
+    void addCapQuad(Mesh &mesh, std::uint32_t a, std::uint32_t b, std::uint32_t c,
+                    std::uint32_t d) const;
+    void addCapBand(Mesh &mesh, const CapRing &outer, const CapRing &inner) const;
     void addBackCap(Mesh &mesh, const std::vector<Vec3> &rim) const;
 
     const ToothAnatomy &anatomy;
+    OcclusalSurface occlusal;
     double halfWidth;
     double halfDepth;
     double height;
+    std::vector<double> rimHeights; ///< of a back tooth's rim, a value a sector, notches evened out
 };
+
+void Shaper::evenRim()
+{
+    // About the angle between a groove and the tip of the cusp beside it.
+    constexpr double spread = 20.0 / 360.0 * sectorCount;
+    std::vector<double> heights;
+    for (int i = 0; i < sectorCount; ++i) {
+        const Vec3 rim = outlinePoint(1.0, 2.0 * std::numbers::pi * i / sectorCount);
+        heights.push_back(occlusal.lobesAt(rim.x, rim.y));
+    }
+    for (int i = 0; i < sectorCount; ++i) {
+        double sum = 0.0;
+        double weights = 0.0;
+        for (int k = -sectorCount / 4; k <= sectorCount / 4; ++k) {
+            const double weight = std::exp(-k * k / (2.0 * spread * spread));
+            sum += weight * heights[static_cast<std::size_t>((i + k + sectorCount) % sectorCount)];
+            weights += weight;
+        }
+        rimHeights.push_back(sum / weights);
+    }
+}
 
 Outline Shaper::outlineAt(double t) const
 {
@@ -127,61 +168,45 @@ double Shaper::edgeHeight(double x, double width) const
     return height - drop * std::pow(rounded, anatomy.cornerPower) + lobes;
 }
 
-/// Height of a back tooth's occlusal surface: the smooth maximum of its cusps and ridges, so that a
-/// groove lies wherever two of them meet; then the carved grooves.
-double Shaper::occlusalHeight(double x, double y) const
-{
-    const double sharpness = 7.0; // 1/mm: valleys are rounded over a seventh of a millimetre
-    double sum = 0.0;
-    const auto raise = [&](double z) { sum += std::exp(sharpness * (z - height)); };
-    raise(height - 2.9); // the floor of the fossae
-    for (const Cusp &cusp : anatomy.cusps) {
-        const double dx = x - cusp.x * halfWidth;
-        const double dy = y - cusp.y * halfDepth;
-        const bool outwards = dy * cusp.y > 0.0;
-        const double along = cusp.ridgeSlope * softAbs(dx, 0.25);
-        const double across = (outwards ? cusp.outerSlope : cusp.innerSlope) * softAbs(dy, 0.25);
-        // Below 2 the pyramid's four ridges stand out of a cone.
-        const double fall = std::pow(std::pow(along, 1.35) + std::pow(across, 1.35), 1.0 / 1.35);
-        raise(height - cusp.drop - fall);
-    }
-    const auto distanceToLine = [&](double x0, double y0, double x1, double y1) {
-        const Vec3 a{x0 * halfWidth, y0 * halfDepth, 0.0};
-        const Vec3 b{x1 * halfWidth, y1 * halfDepth, 0.0};
-        const Vec3 p{x, y, 0.0};
-        const double f = std::clamp(dot(p - a, b - a) / dot(b - a, b - a), 0.0, 1.0);
-        return distance(p, a + f * (b - a));
-    };
-    for (const Ridge &ridge : anatomy.ridges) {
-        const double d = distanceToLine(ridge.x0, ridge.y0, ridge.x1, ridge.y1);
-        raise(height - ridge.drop - ridge.slope * softAbs(d, 0.3));
-    }
-    double z = height + anatomy.cuspHeight * std::log(sum) / sharpness;
-    for (const Groove &groove : anatomy.grooves)
-        z -= anatomy.grooveDepth * groove.depth *
-             bump(distanceToLine(groove.x0, groove.y0, groove.x1, groove.y1), 0.0, 0.33);
-    return z;
-}
-
-/// Lingual fossa between marginal ridges, cingulum, and the labial face's lobes.
+/// Lingual fossa between marginal ridges, cingulum, and the labial face's three lobes.
 void Shaper::sculptFrontTooth(Vec3 &point, double t, double angle) const
 {
     const Outline outline = outlineAt(t);
     const double u = point.x / (point.x >= 0.0 ? outline.mesial : outline.distal);
     const double side = std::sin(angle);
     if (side < 0.0) {
-        const double across = 1.0 - smoothstep(0.25, 0.80, std::abs(u));
-        const double along = smoothstep(0.26, 0.46, t) * (1.0 - smoothstep(0.72, 0.96, t));
-        const double rim = bump(std::abs(u), 0.72, 0.16) * smoothstep(0.25, 0.4, t) *
-                           (1.0 - smoothstep(0.75, 0.95, t));
-        const double cingulum = bump(t, 0.2, 0.1) * (1.0 - smoothstep(0.1, 0.75, std::abs(u)));
-        point.y += anatomy.fossaDepth * (0.75 * along * across - 0.22 * rim - 0.30 * cingulum);
+        const double across = 1.0 - smoothstep(0.25, 0.78, std::abs(u));
+        const double along = smoothstep(0.28, 0.46, t) * (1.0 - smoothstep(0.72, 0.96, t));
+        const double rim = bump(std::abs(u), 0.74, 0.15) * smoothstep(0.22, 0.4, t) *
+                           (1.0 - smoothstep(0.78, 0.97, t));
+        const double cingulum = bump(t, 0.22, 0.10) * (1.0 - smoothstep(0.1, 0.75, std::abs(u)));
+        point.y += 0.75 * anatomy.fossaDepth * along * across - anatomy.marginalRidges * rim -
+                   anatomy.cingulum * cingulum;
     } else {
-        const double faces = smoothstep(0.25, 0.6, t) * (1.0 - smoothstep(0.93, 1.0, t));
-        const double middle = bump(u, anatomy.tipShift, 0.30);
-        const double furrows = bump(u, 0.36, 0.16) + bump(u, -0.36, 0.16);
-        point.y += anatomy.labialRidge * faces * (middle - 0.5 * furrows) * side;
+        // The two furrows between the lobes are deepest towards the edge and fade half-way up.
+        const double faces = smoothstep(0.25, 0.7, t) * (1.0 - 0.5 * smoothstep(0.95, 1.0, t));
+        const double middle = bump(u, anatomy.tipShift, 0.26);
+        const double furrows = bump(u, 0.36, 0.15) + bump(u, -0.38, 0.15);
+        point.y += anatomy.labialRidge * faces * (0.6 * middle - 0.8 * furrows) * side;
     }
+}
+
+/// The buccal ridge of premolars, and the furrows in which fissures run out over the walls.
+void Shaper::sculptBackTooth(Vec3 &point, double t, double angle) const
+{
+    const Outline outline = outlineAt(t);
+    const double width = point.x >= 0.0 ? outline.mesial : outline.distal;
+    const double side = std::sin(angle);
+    const double ridge = side > 0.0 ? 1.0 : 0.4;
+    double depth = ridge * anatomy.labialRidge * bump(point.x / width, 0.0, 0.35) *
+                   smoothstep(0.2, 0.7, t) * side;
+    for (const WallFurrow &furrow : anatomy.furrows) {
+        if (furrow.side * side <= 0.0) continue;
+        depth -= furrow.side * furrow.depth * smoothstep(furrow.from, 1.0, t) *
+                 bump(point.x, furrow.x * halfWidth, furrow.halfWidth) *
+                 smoothstep(0.0, 0.5, std::abs(side));
+    }
+    point.y += depth;
 }
 
 Vec3 Shaper::wallPoint(double t, double angle) const
@@ -189,19 +214,25 @@ Vec3 Shaper::wallPoint(double t, double angle) const
     Vec3 point = outlinePoint(t, angle);
     const Outline outline = outlineAt(t);
     const double width = point.x >= 0.0 ? outline.mesial : outline.distal;
+    const double bottom = cervicalLine(anatomy, point.x / width);
     double top = 0.0;
     if (anatomy.anterior) {
         top = edgeHeight(point.x, width);
         sculptFrontTooth(point, t, angle);
     } else {
-        const Vec3 rim = outlinePoint(1.0, angle);
-        top = occlusalHeight(rim.x, rim.y);
-        const double ridge = point.y > 0.0 ? 1.0 : 0.4;
-        point.y += ridge * anatomy.labialRidge * std::sin(angle) *
-                   bump(point.x / width, 0.0, 0.35) * smoothstep(0.2, 0.7, t);
+        Vec3 rim = outlinePoint(1.0, angle);
+        sculptBackTooth(rim, 1.0, angle);
+        top = occlusal.heightAt(rim.x, rim.y);
+        sculptBackTooth(point, t, angle);
     }
-    const double bottom = cervicalLine(anatomy, point.x / width);
-    point.z = bottom + (top - bottom) * t;
+    // Where a fissure lowers the rim, the wall below it stays smooth: a bracket stands there. The
+    // deeper the notch, the farther down it must reach, or the wall would hang over.
+    const double sector = angle / (2.0 * std::numbers::pi) * sectorCount;
+    const double level =
+        anatomy.anterior ? top : rimHeights[static_cast<std::size_t>(std::lround(sector))];
+    const double notch = std::max(level - top, 1e-6);
+    const double power = std::clamp(0.8 * (level - bottom) / notch, 1.0, 2.2);
+    point.z = bottom + (level - bottom) * t + (top - level) * std::pow(t, power);
     return point;
 }
 
@@ -233,48 +264,83 @@ std::vector<std::vector<Vec3>> Shaper::rings() const
         add([&](double angle) { return wallPoint(t, angle); });
     }
     if (!anatomy.anterior) return rings;
+    // The edge has thickness: its two borders are rounded, and between them lies a facet, which
+    // upper incisors wear towards lingual and lower ones towards labial.
     const double half = outlineAt(1.0).half;
+    const double centre = outlineAt(1.0).centre;
     for (int k = 1; k <= edgeRings; ++k) {
         const double turn = 0.94 * std::numbers::pi / 2.0 * k / edgeRings;
         add([&](double angle) {
             Vec3 point = wallPoint(1.0, angle);
-            const double centre = outlineAt(1.0).centre;
-            point.y = centre + (point.y - centre) * std::cos(turn);
+            point.y = centre + (point.y - centre) * std::pow(std::cos(turn), 0.7);
             point.x *= 1.0 - 0.35 * half / halfWidth * (1.0 - std::cos(turn));
-            point.z += 0.55 * half * std::sin(turn);
+            point.z += 0.45 * half * std::pow(std::sin(turn), 0.8) +
+                       anatomy.wearTilt * (point.y - centre) * std::sin(turn);
             return point;
         });
     }
     return rings;
 }
 
+/// Two triangles, divided along the diagonal that keeps to the surface: across a fissure, the other
+/// one would be a dam.
+void Shaper::addCapQuad(Mesh &mesh, std::uint32_t a, std::uint32_t b, std::uint32_t c,
+                        std::uint32_t d) const
+{
+    const auto at = [&](std::uint32_t i) -> const Vec3 & { return mesh.positions[i]; };
+    const Vec3 alongAC = (at(a) + at(c)) / 2.0;
+    const Vec3 alongBD = (at(b) + at(d)) / 2.0;
+    const auto error = [&](const Vec3 &p) { return std::abs(p.z - occlusal.heightAt(p.x, p.y)); };
+    if (error(alongAC) <= error(alongBD)) {
+        mesh.triangles.push_back({a, b, c});
+        mesh.triangles.push_back({a, c, d});
+    } else {
+        mesh.triangles.push_back({a, b, d});
+        mesh.triangles.push_back({b, c, d});
+    }
+}
+
+/// Joins a ring with the one inside it, which has as many points or half of them.
+void Shaper::addCapBand(Mesh &mesh, const CapRing &outer, const CapRing &inner) const
+{
+    const auto outerAt = [&](std::uint32_t i) { return outer.first + i % outer.count; };
+    const auto innerAt = [&](std::uint32_t i) { return inner.first + i % inner.count; };
+    for (std::uint32_t i = 0; i < inner.count; ++i) {
+        if (outer.count == inner.count) {
+            addCapQuad(mesh, outerAt(i), outerAt(i + 1), innerAt(i + 1), innerAt(i));
+            continue;
+        }
+        mesh.triangles.push_back({outerAt(2 * i), outerAt(2 * i + 1), innerAt(i)});
+        addCapQuad(mesh, outerAt(2 * i + 1), outerAt(2 * i + 2), innerAt(i + 1), innerAt(i));
+    }
+}
+
 void Shaper::addBackCap(Mesh &mesh, const std::vector<Vec3> &rim) const
 {
-    // `rim` is already in the mesh as its last ring.
-    auto last = static_cast<std::uint32_t>(mesh.positions.size() - rim.size());
     Vec3 centre;
     for (const Vec3 &point : rim)
         centre += point / static_cast<double>(rim.size());
+    // `rim` is already in the mesh as its last ring.
     const auto n = static_cast<std::uint32_t>(rim.size());
+    CapRing last{static_cast<std::uint32_t>(mesh.positions.size()) - n, n};
+    std::uint32_t stride = 1;
     for (int k = 1; k < capRings; ++k) {
         const double f = 1.0 - static_cast<double>(k) / capRings;
-        const auto next = static_cast<std::uint32_t>(mesh.positions.size());
-        for (const Vec3 &point : rim) {
-            Vec3 inner = centre + (point - centre) * f;
-            inner.z = occlusalHeight(inner.x, inner.y);
+        // Towards the middle rings have fewer points, so that faces stay about as long as wide.
+        if (f * stride < 0.5 && n % (2 * stride) == 0) stride *= 2;
+        const CapRing next{static_cast<std::uint32_t>(mesh.positions.size()), n / stride};
+        for (std::uint32_t i = 0; i < n; i += stride) {
+            Vec3 inner = centre + (rim[i] - centre) * f;
+            inner.z = occlusal.heightAt(inner.x, inner.y);
             mesh.positions.push_back(inner);
         }
-        for (std::uint32_t i = 0; i < n; ++i) {
-            const std::uint32_t j = (i + 1) % n;
-            mesh.triangles.push_back({last + i, last + j, next + j});
-            mesh.triangles.push_back({last + i, next + j, next + i});
-        }
+        addCapBand(mesh, last, next);
         last = next;
     }
     const auto pole = static_cast<std::uint32_t>(mesh.positions.size());
-    mesh.positions.push_back({centre.x, centre.y, occlusalHeight(centre.x, centre.y)});
-    for (std::uint32_t i = 0; i < n; ++i)
-        mesh.triangles.push_back({last + i, last + (i + 1) % n, pole});
+    mesh.positions.push_back({centre.x, centre.y, occlusal.heightAt(centre.x, centre.y)});
+    for (std::uint32_t i = 0; i < last.count; ++i)
+        mesh.triangles.push_back({last.first + i, last.first + (i + 1) % last.count, pole});
 }
 
 /// Closes a thin outline by joining its labial half with its lingual half.
@@ -333,9 +399,9 @@ Mesh Shaper::make()
     mesh.positions.push_back({end.x, end.y, end.z - 0.15});
     for (std::uint32_t i = 0; i < n; ++i)
         mesh.triangles.push_back({(i + 1) % n, i, pole});
-    relax(mesh, anatomy.anterior ? 3 : 2, 0.5);
+    relax(mesh, 2, 0.5);
     fitToDimensions(mesh, anatomy.dimensions);
-    computeSmoothNormals(mesh, 180.0);
+    relaxFolds(mesh, foldDegrees);
     return mesh;
 }
 
