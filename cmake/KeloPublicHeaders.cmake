@@ -47,6 +47,7 @@ set(KELO_PUBLIC_HEADERS
     keloOpenGL/windows/SolidWindowController.h
     keloOpenGL/windows/TreatmentView.h
     keloOpenGL/windows/WindowControllerWithDocumentController.h
+    models/BakedLight.h
     models/BundleKey.h
     models/Color.h
     models/DXGLightweightModel.h

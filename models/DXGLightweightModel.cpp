@@ -10,6 +10,7 @@
 #include <cinttypes>
 #include <cstddef>
 #include <cstdio>
+#include <utility>
 
 namespace kelo {
 namespace {
@@ -20,6 +21,23 @@ std::uint64_t &counter()
 {
     static std::uint64_t next = 1;
     return next;
+}
+
+/// What a vertex has whose mesh came without baked light.
+void setBakedLightInTheOpen()
+{
+    glMultiTexCoord3f(GL_TEXTURE1, 1.0f, 1.0f, 0.0f);
+}
+
+/// The one of these uploads that is in the context; null if there is none.
+template<class Uploads>
+auto uploadIn(Uploads &uploads, const std::shared_ptr<OpenGLContext> &context)
+{
+    // Compared by owner: a dead context has one of its own, even at the address of another.
+    const auto found = std::find_if(uploads.begin(), uploads.end(), [&](const auto &upload) {
+        return !upload.context.owner_before(context) && !context.owner_before(upload.context);
+    });
+    return context && found != uploads.end() ? &*found : nullptr;
 }
 
 Extents extentsOf(const std::vector<OBJVertex> &vertices)
@@ -55,6 +73,7 @@ DXGLightweightModel::~DXGLightweightModel()
             context->deleteBuffer(upload.vboIndexID);
         }
     }
+    deleteBakedLightBuffers();
 }
 
 std::uint64_t DXGLightweightModel::nextUniqueID()
@@ -74,6 +93,23 @@ void DXGLightweightModel::setMaterial(const std::shared_ptr<HVOGLMaterial> &mate
     postModelChangedNotification();
 }
 
+void DXGLightweightModel::setBakedLight(std::optional<BakedLight> light)
+{
+    assertThat(!light || light->size() == vertices_.size(), "Every vertex has its baked light");
+    bakedLight_ = std::move(light);
+    deleteBakedLightBuffers(); // the next drawing with it uploads the new one
+    postModelChangedNotification();
+}
+
+void DXGLightweightModel::deleteBakedLightBuffers()
+{
+    for (Upload &upload : uploads_) {
+        const auto context = upload.context.lock();
+        if (context && upload.bakedLightID != 0) context->deleteBuffer(upload.bakedLightID);
+        upload.bakedLightID = 0;
+    }
+}
+
 void DXGLightweightModel::setHiddenPrimary(bool hidden)
 {
     hiddenPrimary_ = hidden;
@@ -91,37 +127,25 @@ void DXGLightweightModel::postModelChangedNotification() const
     NotificationCenter::defaultCenter().postNotificationName(modelChangedNotification, this);
 }
 
-const DXGLightweightModel::Upload *
-DXGLightweightModel::uploadIn(const std::shared_ptr<OpenGLContext> &context) const
-{
-    if (!context) return nullptr;
-    for (const Upload &upload : uploads_) {
-        // Compared by owner: a dead context has one of its own, even at the address of another.
-        if (!upload.context.owner_before(context) && !context.owner_before(upload.context))
-            return &upload;
-    }
-    return nullptr;
-}
-
 std::uint32_t DXGLightweightModel::vboID() const
 {
-    const Upload *upload = uploadIn(OpenGLContext::currentContext());
+    const Upload *upload = uploadIn(uploads_, OpenGLContext::currentContext());
     return upload ? upload->vboID : 0;
 }
 
 std::uint32_t DXGLightweightModel::vboIndexID() const
 {
-    const Upload *upload = uploadIn(OpenGLContext::currentContext());
+    const Upload *upload = uploadIn(uploads_, OpenGLContext::currentContext());
     return upload ? upload->vboIndexID : 0;
 }
 
 void DXGLightweightModel::prepareVBO()
 {
     const auto current = OpenGLContext::currentContext();
-    if (current && !uploadIn(current)) upload(current);
+    if (current && !uploadIn(uploads_, current)) upload(current);
 }
 
-const DXGLightweightModel::Upload &
+DXGLightweightModel::Upload &
 DXGLightweightModel::upload(const std::shared_ptr<OpenGLContext> &context)
 {
     // Names of contexts that are gone went with them.
@@ -158,12 +182,34 @@ bool DXGLightweightModel::mayDraw()
     return false;
 }
 
-void DXGLightweightModel::bindBuffers(const std::shared_ptr<OpenGLContext> &context)
+DXGLightweightModel::Upload &
+DXGLightweightModel::bindBuffers(const std::shared_ptr<OpenGLContext> &context)
 {
-    const Upload *known = uploadIn(context);
-    const Upload &bound = known ? *known : upload(context);
+    Upload *known = uploadIn(uploads_, context);
+    Upload &bound = known ? *known : upload(context);
     glBindBuffer(GL_ARRAY_BUFFER, bound.vboID);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, bound.vboIndexID);
+    return bound;
+}
+
+void DXGLightweightModel::bindBakedLight(Upload &upload)
+{
+    if (upload.bakedLightID != 0) {
+        glBindBuffer(GL_ARRAY_BUFFER, upload.bakedLightID);
+        return;
+    }
+    // Floats: a texture coordinate array knows no normalised bytes.
+    std::vector<float> coordinates;
+    coordinates.reserve(3 * bakedLight_->size());
+    for (const BakedVertex &vertex : *bakedLight_) {
+        coordinates.push_back(static_cast<float>(vertex.closed) / 255.0f);
+        coordinates.push_back(static_cast<float>(vertex.open) / 255.0f);
+        coordinates.push_back(static_cast<float>(vertex.tone) / 127.0f);
+    }
+    glGenBuffers(1, &upload.bakedLightID);
+    glBindBuffer(GL_ARRAY_BUFFER, upload.bakedLightID);
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(coordinates.size() * sizeof(float)),
+                 coordinates.data(), GL_STATIC_DRAW);
 }
 
 void DXGLightweightModel::drawElements() const
@@ -187,6 +233,28 @@ void DXGLightweightModel::draw()
     glDisableClientState(GL_VERTEX_ARRAY);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void DXGLightweightModel::drawWithBakedLight()
+{
+    const auto context = OpenGLContext::currentContext();
+    if (!mayDraw() || !context) return;
+    if (bakedLight_) {
+        bindBakedLight(bindBuffers(context));
+        glClientActiveTexture(GL_TEXTURE1);
+        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+        glTexCoordPointer(3, GL_FLOAT, 0, bufferOffset(0));
+        glClientActiveTexture(GL_TEXTURE0);
+    } else {
+        setBakedLightInTheOpen();
+    }
+    draw();
+    if (!bakedLight_) return;
+    glClientActiveTexture(GL_TEXTURE1);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    glClientActiveTexture(GL_TEXTURE0);
+    // What is current after an array is undefined.
+    setBakedLightInTheOpen();
 }
 
 void DXGLightweightModel::drawForColorSelection()

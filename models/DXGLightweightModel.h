@@ -2,10 +2,12 @@
 
 #include "base/Export.h"
 #include "geometry/Extents.h"
+#include "models/BakedLight.h"
 #include "models/OBJReader.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -71,6 +73,12 @@ public:
     /// Posts modelChangedNotification.
     void setMaterial(const std::shared_ptr<HVOGLMaterial> &material);
 
+    /// Light and tone that were computed for the vertices; nothing for a mesh that came without.
+    const std::optional<BakedLight> &bakedLight() const { return bakedLight_; }
+    /// Takes one element for each vertex, AssertionFailure otherwise; `nullopt` removes them. Posts
+    /// modelChangedNotification.
+    void setBakedLight(std::optional<BakedLight> light);
+
     /// Hidden by its own visibility: a tooth switched off, a bracket or button not placed.
     bool hiddenPrimary() const { return hiddenPrimary_; }
     /// Hidden because the tooth that carries it is hidden (brackets and buttons only).
@@ -96,6 +104,12 @@ public:
     void prepareVBO();
     /// Draws the mesh lit with its material. Leaves no buffer bound and no array enabled.
     void draw();
+    /// The same for a shader that reads the baked light: with each vertex its texture coordinate
+    /// of unit 1 is (closed, open, tone), the first two from 0 to 1, the tone from -1 to 1. For a
+    /// mesh without baked light it is (1, 1, 0) everywhere, the light of a vertex in the open.
+    /// Afterwards the current coordinate of the unit is that one, and unit 0 is the client's active
+    /// one. Baked light is uploaded the first time that it is drawn with.
+    void drawWithBakedLight();
     /// Draws the mesh (or its box, see extendedHitbox) in the colour of its identifier: red is bits
     /// 16 to 22, so never above 127, green bits 8 to 15, blue bits 0 to 7. All other state of the
     /// drawing is the caller's.
@@ -109,11 +123,13 @@ private:
         std::weak_ptr<OpenGLContext> context;
         std::uint32_t vboID = 0;
         std::uint32_t vboIndexID = 0;
+        std::uint32_t bakedLightID = 0; ///< 0 until it is drawn with
     };
-    const Upload *uploadIn(const std::shared_ptr<OpenGLContext> &context) const;
-    const Upload &upload(const std::shared_ptr<OpenGLContext> &context);
+    Upload &upload(const std::shared_ptr<OpenGLContext> &context);
     bool mayDraw();
-    void bindBuffers(const std::shared_ptr<OpenGLContext> &context);
+    Upload &bindBuffers(const std::shared_ptr<OpenGLContext> &context);
+    void bindBakedLight(Upload &upload);
+    void deleteBakedLightBuffers();
     void drawElements() const;
     void drawExtendedHitbox() const;
 
@@ -121,6 +137,7 @@ private:
     std::vector<std::uint32_t> indexes_;
     std::uint32_t largestIndex_ = 0;
     bool saidOutOfRange_ = false;
+    std::optional<BakedLight> bakedLight_;
     std::vector<Upload> uploads_;
     std::shared_ptr<HVOGLMaterial> material_;
     Extents extents_;

@@ -1,6 +1,7 @@
 #include "models/ToothModelLoader.h"
 
 #include "base/Assertion.h"
+#include "models/BakedLight.h"
 #include "models/BundleKey.h"
 #include "models/DXGLightweightModel.h"
 #include "models/OBJReaderFile.h"
@@ -81,6 +82,7 @@ struct MeshReading
 {
     std::optional<MeshArrays> arrays;
     MeshFileRefusal refusal;
+    BakedLightReading bakedLight;
 };
 
 MeshReading readMesh(const std::string &path)
@@ -90,10 +92,13 @@ MeshReading readMesh(const std::string &path)
     std::uint32_t *indexes = nullptr;
     if (auto refusal = readMeshFile(path, MeshFileLimits(), &vertices, &arrays.vertexCount,
                                     &indexes, &arrays.indexCount))
-        return {std::nullopt, std::move(*refusal)};
+        return {std::nullopt, std::move(*refusal), {}};
     arrays.vertices.reset(vertices);
     arrays.indexes.reset(indexes);
-    return {std::move(arrays), {}};
+    BakedLightReading bakedLight;
+    if (const std::string lightPath = bakedLightPathOf(path); !lightPath.empty())
+        bakedLight = readBakedLight(lightPath, {vertices, arrays.vertexCount});
+    return {std::move(arrays), {}, std::move(bakedLight)};
 }
 
 MeshFailure failureOf(const std::string &key, const std::string &path,
@@ -102,10 +107,18 @@ MeshFailure failureOf(const std::string &key, const std::string &path,
     return {key, path, refusal.line, refusal.reason};
 }
 
-std::shared_ptr<DXGLightweightModel> modelFromArrays(const MeshArrays &arrays)
+/// The model of a file whose arrays were read; says why its baked light cannot be used.
+std::shared_ptr<DXGLightweightModel> modelFromReading(const std::string &path, MeshReading reading)
 {
-    return std::make_shared<DXGLightweightModel>(arrays.vertices.get(), arrays.vertexCount,
-                                                 arrays.indexes.get(), arrays.indexCount);
+    const MeshArrays &arrays = *reading.arrays;
+    auto model = std::make_shared<DXGLightweightModel>(arrays.vertices.get(), arrays.vertexCount,
+                                                       arrays.indexes.get(), arrays.indexCount);
+    if (!reading.bakedLight.refusal.empty())
+        std::fprintf(stderr, "Error: Ignored \"%s\", which %s\n",
+                     shownText(bakedLightPathOf(path), longestShownPath).c_str(),
+                     reading.bakedLight.refusal.c_str());
+    if (reading.bakedLight.light) model->setBakedLight(std::move(reading.bakedLight.light));
+    return model;
 }
 
 /// Files that two threads read, each taking the next one that nobody has taken.
@@ -197,12 +210,12 @@ std::shared_ptr<DXGLightweightModel> gumsModel(const std::string &resource, cons
         addFailure({key, resource + "." + meshType, 0, "the resource is missing"}, false, failures);
         return nullptr;
     }
-    const MeshReading reading = readMesh(*path);
+    MeshReading reading = readMesh(*path);
     if (!reading.arrays) {
         addFailure(failureOf(key, *path, reading.refusal), reading.refusal.wasOpened, failures);
         return nullptr;
     }
-    auto model = modelFromArrays(*reading.arrays);
+    auto model = modelFromReading(*path, std::move(reading));
     model->setMaterial(ToothModelLoader::gumModelMaterial());
     return model;
 }
@@ -236,8 +249,8 @@ ToothModelLoader::buttonModelFilesForButtonNameKeys(const std::vector<std::strin
 std::shared_ptr<DXGLightweightModel> ToothModelLoader::modelFromFile(const std::string &path,
                                                                      MeshFailures *failures)
 {
-    const MeshReading reading = readMesh(path);
-    if (reading.arrays) return modelFromArrays(*reading.arrays);
+    MeshReading reading = readMesh(path);
+    if (reading.arrays) return modelFromReading(path, std::move(reading));
     if (failures) failures->push_back(failureOf({}, path, reading.refusal));
     return nullptr;
 }
@@ -255,9 +268,9 @@ ToothModelLoader::modelsFromFiles_withMaterial(const Paths &files,
     const auto takeRead = [&] {
         for (; file != files.end() && meshFiles.isRead(doneCount); ++file) {
             const auto &[key, path] = *file;
-            const MeshReading reading = meshFiles.takeReading(doneCount);
+            MeshReading reading = meshFiles.takeReading(doneCount);
             if (reading.arrays) {
-                auto model = modelFromArrays(*reading.arrays);
+                auto model = modelFromReading(path, std::move(reading));
                 model->setMaterial(material);
                 models.insert_or_assign(key, std::move(model));
             } else {

@@ -58,6 +58,10 @@ public:
     /// second cannot be had; identifiers, progress and these lines come in the order of the keys
     /// all the same. (What the reader itself says about a malformed line names its file and comes
     /// while that file is read, so that the lines of two bad files may be mixed.)
+    ///
+    /// With a mesh comes its baked light (models/BakedLight.h), where there is a file of it. One
+    /// that does not fit the mesh is ignored, with a line on standard error:
+    ///     Error: Ignored "PATH", which REASON
     /// @{
     /// A new mesh with a default material; null, without a message, for a file that cannot be
     /// loaded.

@@ -1,5 +1,6 @@
 kelo_test(objreader_tests
     SOURCES
+        BakedLightTest.cpp
         OBJReaderTest.cpp
         OBJReaderNumbersTest.cpp
         OBJReaderFailureTest.cpp
