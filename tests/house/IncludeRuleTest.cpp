@@ -47,9 +47,9 @@ const Folders platform = {"base/",
                           "platform/view/"};
 
 /// The library below its views.
-const Folders library = joined(
-    {platform,
-     {"platform/widgets/", "geometry/", "keloModel/", "models/OBJReader", "models/", "document/"}});
+const Folders library = joined({platform,
+                                {"platform/widgets/", "geometry/", "keloModel/", "models/OBJReader",
+                                 "models/BakedLight", "models/", "document/"}});
 
 Folders libraryAnd(const Folders &more)
 {
@@ -114,8 +114,9 @@ std::vector<Room> libraryRooms()
         {"platform/widgets/", platform, {"any"}, true},
         {"keloModel/", {"base/"}, {"QtCore"}, false},
         {"models/OBJReader", {"base/"}, {}, false},
+        {"models/BakedLight", {"base/", "models/OBJReader"}, {}, false},
         {"models/",
-         joined({platform, {"models/OBJReader", "keloModel/", "geometry/"}}),
+         joined({platform, {"models/OBJReader", "models/BakedLight", "keloModel/", "geometry/"}}),
          {"QtCore", "QtGui"},
          true},
         {"document/",
@@ -127,13 +128,22 @@ std::vector<Room> libraryRooms()
         rooms.push_back(room);
     const std::vector<Room> upper = {
         {"keloOpenGL/", libraryAnd(parts), {"any"}, false},
-        {"tools/", {"base/", "models/OBJReader", "models/", "geometry/"}, {"QtCore"}, false},
+        {"tools/",
+         {"base/", "models/OBJReader", "models/BakedLight", "models/", "geometry/"},
+         {"QtCore"},
+         false},
         // It measures the bands that the view draws, so it takes them and the jaws from the view's
         // own pure functions.
         {"tools/banddepth/",
-         {"base/", "tools/", "models/OBJReader", "models/", "geometry/", "keloOpenGL/view/",
-          "keloOpenGL/bands/"},
+         {"base/", "tools/", "models/OBJReader", "models/BakedLight", "models/", "geometry/",
+          "keloOpenGL/view/", "keloOpenGL/bands/"},
          {"QtCore"},
+         false},
+        // It computes the light that reaches a mesh with the jaws where the view has them.
+        {"tools/lightbake/",
+         {"base/", "tools/", "models/OBJReader", "models/BakedLight", "geometry/",
+          "keloOpenGL/view/"},
+         {},
          false},
         // Hosts like any other: they include what an installation has, under its names.
         {"examples/", {}, {"any"}, false},

@@ -111,6 +111,7 @@ if(NOT names STREQUAL "keloOpenGL")
 endif()
 expect_file(share/keloOpenGL/bundle-identifier)
 expect_file(share/keloOpenGL/_tooth_8.obj)
+expect_file(share/keloOpenGL/_tooth_8.light)
 file(GLOB_RECURSE strays ${prefix}/include/*.cpp ${prefix}/include/*Test.h
     ${prefix}/include/OBJReaderDetail.h)
 if(strays)
