@@ -112,7 +112,7 @@ Event ViewInput::makeEvent(EventType type, std::uint32_t flags) const
 
 void ViewInput::send(const Event &event)
 {
-    if (view_) view_->sendEvent(event);
+    if (view_) OpenGLView::Private::of(*view_).events.send(event);
 }
 
 void ViewInput::deliverPendingMove()

@@ -284,4 +284,34 @@ TEST(Documents, theCheckLetsPassWhatIsThere)
     EXPECT_EQ(missingIn("tests/house/"), Texts{});
 }
 
+/// The files that the numbered list below a heading names, one for each number.
+std::vector<std::string> filesOfList(const std::string &document, const std::string &heading)
+{
+    static const std::regex item(R"(^\d+\. `([^`]+)`.*)");
+    std::vector<std::string> files;
+    bool isBelow = false;
+    for (const std::string &line : linesOf(contentOfSourceFile(document))) {
+        if (startsWith(line, "## ")) isBelow = line == "## " + heading;
+        std::smatch match;
+        if (isBelow && std::regex_match(line, match, item)) files.push_back(match[1]);
+    }
+    return files;
+}
+
+TEST(Documents, theWayOfAClickIsNineFilesThatAreThere)
+{
+    const auto files = filesOfList("docs/architecture.md", "The way of a click");
+    EXPECT_EQ(files.size(), 9u);
+    for (const std::string &file : files)
+        EXPECT_TRUE(existsInSourceTree(file)) << file;
+}
+
+TEST(Documents, theWayOfAChangeNamesFilesThatAreThere)
+{
+    const auto files = filesOfList("docs/architecture.md", "The way of a change");
+    EXPECT_GE(files.size(), 5u);
+    for (const std::string &file : files)
+        EXPECT_TRUE(existsInSourceTree(file)) << file;
+}
+
 } // namespace
