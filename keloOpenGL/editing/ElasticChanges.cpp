@@ -43,6 +43,12 @@ ElasticHit elasticHit(const DXDocumentModel *document, std::uint32_t identifier,
     return hit;
 }
 
+std::shared_ptr<ElasticModel> elasticAt(const DXDocumentModel &document, std::uint64_t index)
+{
+    const auto &elastics = document.elasticModels();
+    return index < elastics.size() ? elastics[index] : nullptr;
+}
+
 std::shared_ptr<ElasticsSizeType> elasticsSizeType(const DXDocumentModel &document,
                                                    std::optional<long> typeID)
 {

@@ -29,6 +29,11 @@ KELO_EXPORT bool isHiddenMember(const DXDocumentModel &document, const std::stri
 KELO_EXPORT ElasticHit elasticHit(const DXDocumentModel *document, std::uint32_t identifier,
                                   const std::optional<std::string> &name, bool isLingualButton);
 
+/// The elastic at this place in the list, or null. A reference of its own: a host may change the
+/// list meanwhile.
+KELO_EXPORT std::shared_ptr<ElasticModel> elasticAt(const DXDocumentModel &document,
+                                                    std::uint64_t index);
+
 /// The size type of this number, or null.
 KELO_EXPORT std::shared_ptr<ElasticsSizeType> elasticsSizeType(const DXDocumentModel &document,
                                                                std::optional<long> typeID);

@@ -102,37 +102,37 @@ void DXOpenGL::setDelegate(DXOpenGLDelegate *delegate)
 
 const QDateTime &DXOpenGL::currentDate() const
 {
-    return state_->currentDate;
+    return state_->dates.current;
 }
 
 void DXOpenGL::setCurrentDate(const QDateTime &date)
 {
-    state_->currentDate = date;
-    state_->rights.setToday(momentOf(date));
+    state_->dates.current = date;
+    state_->dates.rights.setToday(momentOf(date));
 }
 
 const QDateTime &DXOpenGL::approvedDate() const
 {
-    return state_->approvedDate;
+    return state_->dates.approved;
 }
 
 void DXOpenGL::setApprovedDate(const QDateTime &date)
 {
-    state_->approvedDate = date;
-    state_->rights.setApproval(momentOf(date));
+    state_->dates.approved = date;
+    state_->dates.rights.setApproval(momentOf(date));
     setNeedsDisplay(true); // the tools that change the treatment come or go
 }
 
 const QDateTime &DXOpenGL::displayedDate() const
 {
-    return state_->displayedDate;
+    return state_->dates.displayed;
 }
 
 void DXOpenGL::setDisplayedDate(const QDateTime &date)
 {
-    if (date == state_->displayedDate) return;
-    state_->displayedDate = date;
-    state_->rights.show(momentOf(date));
+    if (date == state_->dates.displayed) return;
+    state_->dates.displayed = date;
+    state_->dates.rights.show(momentOf(date));
     // Leaving the mode may end an elastic, which draws frames.
     const auto chooseMode = [this] { setMouseMode(mayEdit() ? elasticsMode : rotateMode); };
     if (survives(chooseMode)) showDateLabel();
@@ -142,64 +142,64 @@ void DXOpenGL::showDateLabel()
 {
     makeCurrentContextIfNeeded();
     setDateStringTexture(
-        DateLabel::textureOf(dateLabelText(state_->displayedDate, displayedDateIsToday())));
+        DateLabel::textureOf(dateLabelText(state_->dates.displayed, displayedDateIsToday())));
 }
 
 bool DXOpenGL::displayedDateIsToday() const
 {
-    return state_->rights.showsToday();
+    return state_->dates.rights.showsToday();
 }
 
 bool DXOpenGL::mayEdit() const
 {
-    return state_->rights.mayEdit();
+    return state_->dates.rights.mayEdit();
 }
 
 // What the last events were about.
 
 const DXOpenGL::Name &DXOpenGL::firstClickedToothName() const
 {
-    return state_->firstClickedToothName;
+    return state_->events.firstClickedToothName;
 }
 
 void DXOpenGL::setFirstClickedToothName(const Name &name)
 {
-    state_->firstClickedToothName = name;
+    state_->events.firstClickedToothName = name;
 }
 
 const DXOpenGL::Name &DXOpenGL::lastClickedToothName() const
 {
-    return state_->lastClickedToothName;
+    return state_->events.lastClickedToothName;
 }
 
 void DXOpenGL::setLastClickedToothName(const Name &name)
 {
-    state_->lastClickedToothName = name;
+    state_->events.lastClickedToothName = name;
 }
 
 const DXOpenGL::Name &DXOpenGL::currentEventToothName() const
 {
-    return state_->currentEventToothName;
+    return state_->events.currentEventToothName;
 }
 
 void DXOpenGL::setCurrentEventToothName(const Name &name)
 {
-    state_->currentEventToothName = name;
+    state_->events.currentEventToothName = name;
 }
 
 std::uint64_t DXOpenGL::currentEventElasticIndex() const
 {
-    return state_->currentEventElasticIndex;
+    return state_->events.currentEventElasticIndex;
 }
 
 std::uint64_t DXOpenGL::lastClickedElasticID() const
 {
-    return state_->lastClickedElasticID;
+    return state_->events.lastClickedElasticID;
 }
 
 bool DXOpenGL::elasticWasClicked() const
 {
-    return state_->elasticWasClicked;
+    return state_->events.elasticWasClicked;
 }
 
 } // namespace kelo

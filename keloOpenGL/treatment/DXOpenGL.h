@@ -479,9 +479,8 @@ private:
     TreatmentMenus treatmentMenus();
     MenuContext menuContext() const;
     void popUp(const std::shared_ptr<Menu> &menu, const Event &event);
-    void noteWhatElasticMenuIsAbout();
-    void noteElasticOfMenu(const ElasticModel &elastic);
-    void noteBeginOfMenu();
+    void noteMenuAboutElastic(const ElasticModel &elastic);
+    void noteMenuAboutMember();
     class PrintScene;
     bool hostTakesPrints() const;
     void handOverPrint(const ArchPixels &pixels);

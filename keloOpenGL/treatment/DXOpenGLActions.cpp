@@ -29,7 +29,8 @@ bool DXOpenGL::changeDocument(const std::function<void(DXDocumentModel &)> &chan
 void DXOpenGL::chooseForLastClickedTooth(ActionType action, std::optional<long> colorTypeID)
 {
     if (!documentModel()) return;
-    const auto change = state_->brackets.choose(action, state_->lastClickedToothName, colorTypeID);
+    const auto change =
+        state_->brackets.choose(action, state_->events.lastClickedToothName, colorTypeID);
     const auto carryItOut = [&](DXDocumentModel &document) { kelo::carryOut(*change, document); };
     if (change && changeDocument(carryItOut)) noteActionDone(action);
 }
@@ -102,7 +103,7 @@ void DXOpenGL::repeatLastActionOn(const std::string &name)
 {
     restartRepeatActionTimer();
     RepeatTarget target = repeatTarget(*documentModel(), name);
-    target.isLastClickedTooth = state_->lastClickedToothName == name;
+    target.isLastClickedTooth = state_->events.lastClickedToothName == name;
     const ToothChange change = state_->brackets.repeatOn(name, target);
     changeDocument([&change](DXDocumentModel &document) { kelo::carryOut(change, document); });
 }
@@ -113,22 +114,23 @@ void DXOpenGL::setRepeatActionTimerInterval(double seconds)
 {
     // A negative interval is a host that means "the usual".
     constexpr double usualInterval = 3.0;
-    state_->repeatInterval = seconds < 0.0 ? usualInterval : seconds;
+    state_->repeatPeriod.interval = seconds < 0.0 ? usualInterval : seconds;
 }
 
 double DXOpenGL::repeatActionTimerInterval() const
 {
-    return state_->repeatInterval;
+    return state_->repeatPeriod.interval;
 }
 
 void DXOpenGL::restartRepeatActionTimer()
 {
-    state_->repeatPeriod.schedule(state_->repeatInterval, [this] { repeatPeriodEnded(); });
+    state_->repeatPeriod.end.schedule(state_->repeatPeriod.interval,
+                                      [this] { repeatPeriodEnded(); });
 }
 
 bool DXOpenGL::repeatActionTimerIsRunning() const
 {
-    return state_->repeatPeriod.isPending();
+    return state_->repeatPeriod.end.isPending();
 }
 
 void DXOpenGL::repeatPeriodEnded()

@@ -25,13 +25,6 @@ std::string namesOfTeeth(const std::vector<std::string> &keys)
     return names;
 }
 
-/// A reference of its own: what is done with it may change the list. Null out of the list.
-std::shared_ptr<ElasticModel> elasticAt(const DXDocumentModel &document, std::uint64_t index)
-{
-    const auto &elastics = document.elasticModels();
-    return index < elastics.size() ? elastics[index] : nullptr;
-}
-
 Alert missingTeethAlert(const ElasticsConfigType &configuration,
                         const std::vector<std::string> &teeth)
 {
@@ -59,22 +52,22 @@ void DXOpenGL::goOnWithElasticAt(const std::string &name)
 
 void DXOpenGL::closeElasticAt(const std::string &name)
 {
-    if (survives([this] { resolveElasticPlacement(); })) state_->lastClickedToothName = name;
+    if (survives([this] { resolveElasticPlacement(); })) state_->events.lastClickedToothName = name;
 }
 
 void DXOpenGL::takeElasticStep(PlacementStep step, const std::string &name)
 {
     // The pulse before draws frames, which lets in events: one of them may have ended the elastic.
     if (!state_->elastics.take(step, name)) return;
-    state_->lastClickedToothName = state_->elastics.sequence()->back();
+    state_->events.lastClickedToothName = state_->elastics.sequence()->back();
     setNeedsDisplay(true);
 }
 
 void DXOpenGL::startElasticColorMenuItemSelected(MenuItem &sender)
 {
     const auto size = representedTypeOf<ElasticsSizeType>(sender);
-    if (!size || !state_->lastClickedToothName) return;
-    const std::string name = *state_->lastClickedToothName;
+    if (!size || !state_->events.lastClickedToothName) return;
+    const std::string name = *state_->events.lastClickedToothName;
     if (survives([&] { signalElasticsPlacement(name); })) beginElasticOn(name, size->typeID);
 }
 
@@ -109,8 +102,8 @@ bool DXOpenGL::survivesPlacing(const std::shared_ptr<ElasticModel> &elastic)
 void DXOpenGL::endElasticPlacement()
 {
     state_->elastics.end();
-    if (!state_->firstClickedToothName) return;
-    const std::string name = *state_->firstClickedToothName;
+    if (!state_->events.firstClickedToothName) return;
+    const std::string name = *state_->events.firstClickedToothName;
     state_->firstBracketHighlight.end(bracketUnderKey(name));
     signalElasticsPlacement(name);
 }
@@ -148,7 +141,7 @@ void DXOpenGL::placeIfHostAgrees(const std::shared_ptr<ElasticsConfigType> &conf
 std::shared_ptr<ElasticModel> DXOpenGL::lastClickedElastic() const
 {
     const auto document = documentModel();
-    const auto uniqueID = static_cast<std::uint32_t>(state_->lastClickedElasticID);
+    const auto uniqueID = static_cast<std::uint32_t>(state_->events.lastClickedElasticID);
     return document ? document->elasticModelForUniqueID(uniqueID) : nullptr;
 }
 
@@ -192,7 +185,7 @@ void DXOpenGL::nameSelectedElasticsModel(MenuItem &)
     const auto document = documentModel();
     if (!document || document->elasticModels().empty()) return;
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
-    const auto elastic = elasticAt(*document, state_->currentEventElasticIndex);
+    const auto elastic = elasticAt(*document, state_->events.currentEventElasticIndex);
     if (elastic) askHostToName(elastic);
 }
 

@@ -65,7 +65,7 @@ void DXOpenGL::leaveMouseMode()
 {
     if (mouseModeIsElastics() && state_->elastics.isStringing()) endElasticPlacement();
     if (!mouseModeIsBracketColor() || !repeatActionTimerIsRunning()) return;
-    state_->repeatPeriod.withdraw();
+    state_->repeatPeriod.end.withdraw();
     restorePermanentMouseMode();
 }
 
@@ -204,9 +204,9 @@ void DXOpenGL::mouseCaptureLost()
 
 void DXOpenGL::colorMouseDown(const Event &event)
 {
-    state_->currentEventToothName = toothNameAtPoint(backingPointForEvent(event));
-    if (state_->currentEventToothName)
-        pressTooth(*state_->currentEventToothName, event);
+    state_->events.currentEventToothName = toothNameAtPoint(backingPointForEvent(event));
+    if (state_->events.currentEventToothName)
+        pressTooth(*state_->events.currentEventToothName, event);
     else
         rotateMouseDown(event);
 }
@@ -237,10 +237,11 @@ void DXOpenGL::elasticsMouseDown(const Event &event)
 
 void DXOpenGL::noteElasticPress(const ElasticHit &hit, ElasticPress press)
 {
-    if (!isOnPlacedElastic(press)) state_->currentEventToothName = hit.member;
+    if (!isOnPlacedElastic(press)) state_->events.currentEventToothName = hit.member;
     if (press == ElasticPress::OpenElasticMenu)
-        state_->currentEventElasticIndex = *hit.elasticIndex;
-    if (press == ElasticPress::OpenMemberMenu) state_->currentEventElasticIndex = noElasticIndex;
+        state_->events.currentEventElasticIndex = *hit.elasticIndex;
+    if (press == ElasticPress::OpenMemberMenu)
+        state_->events.currentEventElasticIndex = noElasticIndex;
 }
 
 void DXOpenGL::carryOut(ElasticPress press, const ElasticHit &hit, const Event &event)

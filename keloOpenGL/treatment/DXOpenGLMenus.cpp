@@ -5,6 +5,7 @@
 
 #include "document/DXDocumentModel.h"
 #include "document/ElasticModel.h"
+#include "keloOpenGL/editing/ElasticChanges.h"
 #include "keloOpenGL/menus/MenuImages.h"
 #include "keloOpenGL/menus/TreatmentMenus.h"
 #include "keloOpenGL/treatment/MenuMethods.h"
@@ -39,7 +40,8 @@ TreatmentMenus DXOpenGL::treatmentMenus()
 
 MenuContext DXOpenGL::menuContext() const
 {
-    return {documentModel().get(), state_->currentEventToothName, state_->currentEventElasticIndex};
+    return {documentModel().get(), state_->events.currentEventToothName,
+            state_->events.currentEventElasticIndex};
 }
 
 void DXOpenGL::popUp(const std::shared_ptr<Menu> &menu, const Event &event)
@@ -50,10 +52,10 @@ void DXOpenGL::popUp(const std::shared_ptr<Menu> &menu, const Event &event)
 
 void DXOpenGL::displayBracketMenuForEvent(const Event &event)
 {
-    if (!documentModel() || !state_->currentEventToothName) return;
+    if (!documentModel() || !state_->events.currentEventToothName) return;
     const auto menu = treatmentMenus().bracketMenu(menuContext());
-    state_->repeatPeriod.withdraw();
-    state_->lastClickedToothName = state_->currentEventToothName;
+    state_->repeatPeriod.end.withdraw();
+    state_->events.lastClickedToothName = state_->events.currentEventToothName;
     popUp(menu, event);
 }
 
@@ -61,27 +63,21 @@ void DXOpenGL::displayElasticMenuForEvent(const Event &event)
 {
     if (!documentModel()) return;
     const auto menu = treatmentMenus().elasticMenu(menuContext());
-    noteWhatElasticMenuIsAbout();
+    const auto elastic = elasticAt(*documentModel(), state_->events.currentEventElasticIndex);
+    elastic ? noteMenuAboutElastic(*elastic) : noteMenuAboutMember();
     popUp(menu, event);
 }
 
-void DXOpenGL::noteWhatElasticMenuIsAbout()
+void DXOpenGL::noteMenuAboutElastic(const ElasticModel &elastic)
 {
-    const auto &elastics = documentModel()->elasticModels();
-    const std::uint64_t index = state_->currentEventElasticIndex;
-    index < elastics.size() ? noteElasticOfMenu(*elastics[index]) : noteBeginOfMenu();
+    state_->events.lastClickedElasticID = elastic.uniqueID();
+    state_->events.elasticWasClicked = true;
 }
 
-void DXOpenGL::noteElasticOfMenu(const ElasticModel &elastic)
+void DXOpenGL::noteMenuAboutMember()
 {
-    state_->lastClickedElasticID = elastic.uniqueID();
-    state_->elasticWasClicked = true;
-}
-
-void DXOpenGL::noteBeginOfMenu()
-{
-    state_->firstClickedToothName = state_->currentEventToothName;
-    state_->lastClickedToothName = state_->currentEventToothName;
+    state_->events.firstClickedToothName = state_->events.currentEventToothName;
+    state_->events.lastClickedToothName = state_->events.currentEventToothName;
 }
 
 bool DXOpenGL::validateMenuItem(MenuItem &item)

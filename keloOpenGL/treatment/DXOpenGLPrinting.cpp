@@ -152,7 +152,7 @@ void DXOpenGL::handOverPrint(const ArchPixels &pixels)
 {
     const ElasticLists elastics = elasticListsOf(*this);
     if (isInFullScreenMode() && !survives([this] { exitFullScreenModeWithOptions(); })) return;
-    const QDateTime date = state_->displayedDate;
+    const QDateTime date = state_->dates.displayed;
     tellOfPrint(teller(), state_->delegate, pixels, date, elastics);
 }
 

@@ -44,24 +44,38 @@ struct DXOpenGL::Pulse
 /// sources include this.
 struct DXOpenGL::State
 {
+    /// An invalid date is none.
+    struct Dates
+    {
+        QDateTime current;
+        QDateTime approved;
+        QDateTime displayed;
+        EditingRights rights; ///< that follow from them
+    };
+    /// What the last events were about; the view's operations of these names tell more.
+    struct EventSubjects
+    {
+        Name firstClickedToothName;
+        Name lastClickedToothName;
+        Name currentEventToothName;
+        std::uint64_t currentEventElasticIndex = 0;
+        std::uint64_t lastClickedElasticID = 0;
+        bool elasticWasClicked = false;
+    };
+    /// The time in which clicks repeat the last action.
+    struct RepeatPeriod
+    {
+        double interval = 0.0; ///< seconds
+        DelayedCall end;       ///< pending while it goes on
+    };
+
     DXOpenGLDelegate *delegate = nullptr;
 
-    QDateTime currentDate;
-    QDateTime approvedDate;
-    QDateTime displayedDate;
-    EditingRights rights;
-
-    /// What events were about; the operations of these names tell more.
-    Name firstClickedToothName;
-    Name lastClickedToothName;
-    Name currentEventToothName;
-    std::uint64_t currentEventElasticIndex = 0;
-    std::uint64_t lastClickedElasticID = 0;
-    bool elasticWasClicked = false;
+    Dates dates;
+    EventSubjects events;
 
     BracketEditor brackets;
-    double repeatInterval = 0.0;
-    DelayedCall repeatPeriod; ///< pending while it goes on
+    RepeatPeriod repeatPeriod;
     ElasticEditor elastics;
     BracketHighlight firstBracketHighlight;
     std::shared_ptr<Pulse> pulse; ///< the one that is going on

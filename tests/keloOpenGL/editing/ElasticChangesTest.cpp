@@ -45,6 +45,14 @@ TEST_F(ElasticChanges, aHitKnowsWhetherTheElasticOrTheMemberIsThere)
     EXPECT_FALSE(elasticHit(document.get(), 1, "8l", true).memberIsShown);
 }
 
+TEST_F(ElasticChanges, anElasticBeyondTheListIsNone)
+{
+    const auto elastic = place({"8", "9"});
+    EXPECT_EQ(elasticAt(*document, 0), elastic);
+    EXPECT_EQ(elasticAt(*document, 1), nullptr);
+    EXPECT_EQ(elasticAt(*document, ~std::uint64_t{0}), nullptr);
+}
+
 TEST_F(ElasticChanges, withoutADocumentAHitIsOnNothingThatIsShown)
 {
     const ElasticHit hit = elasticHit(nullptr, noPixelPickIdentifier, std::nullopt, false);
