@@ -9,6 +9,7 @@ set(KELO_PUBLIC_HEADERS
     document/DocumentCatalogue.h
     document/DocumentMeshes.h
     document/ElasticModel.h
+    document/ModelNotLoaded.h
     document/SavedState.h
     geometry/Extents.h
     geometry/Matrix.h

@@ -1,23 +1,16 @@
-#include "document/DXDocumentModel.h"
+#include "document/DXDocumentModelParts.h"
 
 #include "base/Assertion.h"
-#include "base/TellDelegate.h"
-#include "document/ModelLookup.h"
+#include "document/DocumentSanity.h"
+#include "document/ModelVisibility.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/ToothModelLoader.h"
 #include "platform/time/NotificationCenter.h"
-#include "platform/time/RunLoop.h"
+
+#include <utility>
 
 namespace kelo {
 namespace {
-
-DXDocumentModel::Visibilities visibilitiesOf(const DXDocumentModel::Models &models)
-{
-    DXDocumentModel::Visibilities visibilities;
-    for (const auto &[key, model] : models)
-        visibilities.emplace(key, !model->hiddenPrimary());
-    return visibilities;
-}
 
 void assertThatAllAreGiven(const DXDocumentModel::Models &models)
 {
@@ -25,26 +18,10 @@ void assertThatAllAreGiven(const DXDocumentModel::Models &models)
         assertThat(model != nullptr, "A dictionary of models holds no null");
 }
 
-void appendLoaded(DXDocumentModel::ModelList &list, std::shared_ptr<DXGLightweightModel> model)
-{
-    if (model) list.push_back(std::move(model));
-}
-
-[[noreturn]] void refuseList(const std::string &listName, const std::string &modelName)
-{
-    throw ModelNotLoaded("The " + listName + " need the " + modelName + ", which is not loaded");
-}
-
 } // namespace
 
-/// The button at an index belongs to the tooth at that index.
-struct DXDocumentModel::JawKeys
-{
-    std::vector<std::string> teeth;
-    std::vector<std::string> buttons;
-};
-
 DXDocumentModel::DXDocumentModel()
+    : parts_(std::make_unique<Parts>([this](Timer &timer) { updateAccumulationTimer(timer); }))
 {
     NotificationCenter::defaultCenter().addObserver(
         this, [this](const Notification &mesh) { meshChanged(mesh.object); },
@@ -54,14 +31,96 @@ DXDocumentModel::DXDocumentModel()
 DXDocumentModel::~DXDocumentModel()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
-    if (const auto timer = updateAccumulationTimer_.lock()) timer->invalidate();
 }
 
-/// The operations that tell the delegate keep the model alive to their end, so that they need not
-/// ask afterwards whether it is.
-Teller DXDocumentModel::teller() const
+DXDocumentModelDelegate *DXDocumentModel::delegate() const
 {
-    return {weak_from_this(), weak_from_this()};
+    return parts_->delegate;
+}
+
+const std::shared_ptr<DXGLightweightModel> &DXDocumentModel::upperGumModel() const
+{
+    return parts_->models.upperGum;
+}
+
+const std::shared_ptr<DXGLightweightModel> &DXDocumentModel::lowerGumModel() const
+{
+    return parts_->models.lowerGum;
+}
+
+const DXDocumentModel::Models &DXDocumentModel::toothModels() const
+{
+    return parts_->models.teeth;
+}
+
+const DXDocumentModel::Models &DXDocumentModel::bracketModels() const
+{
+    return parts_->models.brackets;
+}
+
+const DXDocumentModel::Models &DXDocumentModel::buttonModels() const
+{
+    return parts_->models.buttons;
+}
+
+const DXDocumentModel::BracketColorTypes &DXDocumentModel::availableBracketColorTypes() const
+{
+    return parts_->paint.availableTypes();
+}
+
+const DXDocumentModel::ElasticsSizeTypes &DXDocumentModel::availableElasticsSizeTypes() const
+{
+    return parts_->elasticsSizeTypes;
+}
+
+const DXDocumentModel::ElasticsConfigTypes &DXDocumentModel::availableElasticsConfigTypes() const
+{
+    return parts_->elasticsConfigTypes;
+}
+
+const DXDocumentModel::ColorTypeIDs &DXDocumentModel::bracketColorsTypeIDs() const
+{
+    return parts_->paint.typeIDs();
+}
+
+double DXDocumentModel::updateAccumulationTime() const
+{
+    return parts_->updates.restingTime;
+}
+
+const DXDocumentModel::ColorTypeIDs &DXDocumentModel::pendingBracketColorTypeIDUpdates() const
+{
+    return parts_->updates.bracketColorTypeIDs;
+}
+
+const DXDocumentModel::Visibilities &DXDocumentModel::pendingBracketVisibilityUpdates() const
+{
+    return parts_->updates.bracketVisibilities;
+}
+
+const DXDocumentModel::Visibilities &DXDocumentModel::pendingButtonVisibilityUpdates() const
+{
+    return parts_->updates.buttonVisibilities;
+}
+
+DXDocumentModel::ElasticModels &DXDocumentModel::elasticModels()
+{
+    return parts_->elastics;
+}
+
+const DXDocumentModel::ElasticModels &DXDocumentModel::elasticModels() const
+{
+    return parts_->elastics;
+}
+
+void DXDocumentModel::setDelegate(DXDocumentModelDelegate *delegate)
+{
+    parts_->delegate = delegate;
+}
+
+void DXDocumentModel::setUpdateAccumulationTime(double seconds)
+{
+    parts_->updates.restingTime = seconds;
 }
 
 void DXDocumentModel::postDocumentModelChangedNotification() const
@@ -70,21 +129,11 @@ void DXDocumentModel::postDocumentModelChangedNotification() const
                                                              this);
 }
 
-bool DXDocumentModel::owns(const void *mesh) const
-{
-    if (mesh == _upperGumModel.get() || mesh == _lowerGumModel.get()) return mesh != nullptr;
-    for (const Models *dictionary : {&_toothModels, &_bracketModels, &_buttonModels}) {
-        for (const auto &[key, model] : *dictionary) {
-            if (model.get() == mesh) return true;
-        }
-    }
-    return false;
-}
-
 void DXDocumentModel::meshChanged(const void *mesh)
 {
     // Those that change in one of the operations here are announced with the whole change.
-    if (changeDepth_ == 0 && owns(mesh)) postDocumentModelChangedNotification();
+    if (!parts_->changes.isRunning() && holds(parts_->models, mesh))
+        postDocumentModelChangedNotification();
 }
 
 MeshFailures DXDocumentModel::loadUpperAndLowerGumModels()
@@ -142,248 +191,179 @@ MeshFailures DXDocumentModel::loadButtonModelFiles(const Paths &files)
 
 void DXDocumentModel::setUpperGumModel(std::shared_ptr<DXGLightweightModel> model)
 {
-    _upperGumModel = std::move(model);
+    parts_->models.upperGum = std::move(model);
     forgetJawModels();
 }
 
 void DXDocumentModel::setLowerGumModel(std::shared_ptr<DXGLightweightModel> model)
 {
-    _lowerGumModel = std::move(model);
+    parts_->models.lowerGum = std::move(model);
     forgetJawModels();
 }
 
 void DXDocumentModel::setToothModels(Models models)
 {
     assertThatAllAreGiven(models);
-    _toothModels = std::move(models);
+    parts_->models.teeth = std::move(models);
     forgetJawModels();
 }
 
 void DXDocumentModel::setBracketModels(Models models)
 {
     assertThatAllAreGiven(models);
-    _bracketModels = std::move(models);
+    parts_->models.brackets = std::move(models);
     forgetJawModels();
 }
 
 void DXDocumentModel::setButtonModels(Models models)
 {
     assertThatAllAreGiven(models);
-    _buttonModels = std::move(models);
+    parts_->models.buttons = std::move(models);
     forgetJawModels();
-    for (const auto &[key, model] : _buttonModels)
+    for (const auto &[key, model] : parts_->models.buttons)
         model->setExtendedHitbox(true);
 }
 
 void DXDocumentModel::setAvailableBracketColorTypes(BracketColorTypes types)
 {
-    _availableBracketColorTypes = std::move(types);
+    parts_->paint.setAvailableTypes(std::move(types));
 }
 
 void DXDocumentModel::setAvailableElasticsSizeTypes(ElasticsSizeTypes types)
 {
-    _availableElasticsSizeTypes = std::move(types);
+    parts_->elasticsSizeTypes = std::move(types);
 }
 
 void DXDocumentModel::setAvailableElasticsConfigTypes(ElasticsConfigTypes types)
 {
-    _availableElasticsConfigTypes = std::move(types);
-}
-
-DXDocumentModel::ModelList DXDocumentModel::loadedModels() const
-{
-    ModelList list;
-    list.reserve(_toothModels.size() + _bracketModels.size() + _buttonModels.size() + 2);
-    for (const Models *dictionary : {&_toothModels, &_bracketModels, &_buttonModels}) {
-        for (const auto &[key, model] : *dictionary)
-            list.push_back(model);
-    }
-    appendLoaded(list, _upperGumModel);
-    appendLoaded(list, _lowerGumModel);
-    return list;
-}
-
-DXDocumentModel::ModelList DXDocumentModel::models() const
-{
-    if (!_upperGumModel) refuseList("models", "upper gum");
-    if (!_lowerGumModel) refuseList("models", "lower gum");
-    return loadedModels();
-}
-
-DXDocumentModel::JawKeys DXDocumentModel::keysOfJaw(Jaw jaw)
-{
-    if (jaw == Jaw::Upper)
-        return {TreatmentNote::upperToothNameKeys(), TreatmentNote::upperLingualButtonNameKeys()};
-    return {TreatmentNote::lowerToothNameKeys(), TreatmentNote::lowerLingualButtonNameKeys()};
+    parts_->elasticsConfigTypes = std::move(types);
 }
 
 void DXDocumentModel::forgetJawModels()
 {
-    upperJaw_ = {};
-    lowerJaw_ = {};
+    parts_->upperJaw.forget();
+    parts_->lowerJaw.forget();
 }
 
-const DXDocumentModel::JawModels &DXDocumentModel::loadedJaw(Jaw jaw) const
+DXDocumentModel::ModelList DXDocumentModel::models() const
 {
-    JawModels &listed = jaw == Jaw::Upper ? upperJaw_ : lowerJaw_;
-    const auto noteKeys = TreatmentNote::keys();
-    if (listed.noteKeys == noteKeys) return listed;
-    const JawKeys keys = keysOfJaw(jaw);
-    assertThat(keys.teeth.size() == keys.buttons.size(),
-               "The lists of teeth and of lingual buttons are parallel");
-    ModelList list;
-    list.reserve(1 + 3 * keys.teeth.size());
-    appendLoaded(list, jaw == Jaw::Upper ? _upperGumModel : _lowerGumModel);
-    for (std::size_t i = 0; i < keys.teeth.size(); ++i) {
-        appendLoaded(list, modelUnderKey(_toothModels, keys.teeth[i]));
-        appendLoaded(list, modelUnderKey(_bracketModels, keys.teeth[i]));
-        appendLoaded(list, modelUnderKey(_buttonModels, keys.buttons[i]));
-    }
-    const bool isComplete = list.size() == 1 + 3 * keys.teeth.size();
-    listed = {noteKeys, std::move(list), isComplete};
-    return listed;
-}
-
-void DXDocumentModel::refuseIncompleteJaw(Jaw jaw) const
-{
-    // The texts of the refusal are only made here, not for every frame.
-    const std::string jawName = jaw == Jaw::Upper ? "upper" : "lower";
-    const std::string listName = jawName + " models";
-    const JawKeys keys = keysOfJaw(jaw);
-    if (!(jaw == Jaw::Upper ? _upperGumModel : _lowerGumModel))
-        refuseList(listName, jawName + " gum");
-    const auto require = [&](const Models &models, const char *kind, const std::string &key) {
-        if (!modelUnderKey(models, key)) refuseList(listName, kind + (" \"" + key) + '"');
-    };
-    for (std::size_t i = 0; i < keys.teeth.size(); ++i) {
-        require(_toothModels, "tooth", keys.teeth[i]);
-        require(_bracketModels, "bracket", keys.teeth[i]);
-        require(_buttonModels, "button", keys.buttons[i]);
-    }
+    return completeModels(parts_->models);
 }
 
 DXDocumentModel::ModelList DXDocumentModel::upperModels() const
 {
-    if (!loadedJaw(Jaw::Upper).isComplete) refuseIncompleteJaw(Jaw::Upper);
-    return loadedUpperModels();
+    return parts_->upperJaw.complete(parts_->models);
 }
 
 DXDocumentModel::ModelList DXDocumentModel::lowerModels() const
 {
-    if (!loadedJaw(Jaw::Lower).isComplete) refuseIncompleteJaw(Jaw::Lower);
-    return loadedLowerModels();
+    return parts_->lowerJaw.complete(parts_->models);
+}
+
+DXDocumentModel::ModelList DXDocumentModel::loadedModels() const
+{
+    return kelo::loadedModels(parts_->models);
 }
 
 DXDocumentModel::ModelList DXDocumentModel::loadedUpperModels() const
 {
-    return loadedJaw(Jaw::Upper).models;
+    return parts_->upperJaw.loaded(parts_->models);
 }
 
 DXDocumentModel::ModelList DXDocumentModel::loadedLowerModels() const
 {
-    return loadedJaw(Jaw::Lower).models;
+    return parts_->lowerJaw.loaded(parts_->models);
 }
 
 DXDocumentModel::Visibilities DXDocumentModel::toothVisibilities() const
 {
-    return visibilitiesOf(_toothModels);
+    return visibilitiesOf(parts_->models.teeth);
 }
 
 DXDocumentModel::Visibilities DXDocumentModel::bracketVisibilities() const
 {
-    return visibilitiesOf(_bracketModels);
+    return visibilitiesOf(parts_->models.brackets);
 }
 
 DXDocumentModel::Visibilities DXDocumentModel::buttonVisibilities() const
 {
-    return visibilitiesOf(_buttonModels);
+    return visibilitiesOf(parts_->models.buttons);
 }
 
 void DXDocumentModel::setToothVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    change([&] {
-        for (const auto &[key, visible] : visibilities) {
-            setHiddenPrimary(modelUnderKey(_toothModels, key), !visible);
-            setHiddenSecondary(modelUnderKey(_bracketModels, key), !visible);
-            setHiddenSecondary(
-                modelUnderKey(_buttonModels, TreatmentNote::buttonNameForToothName(key)), !visible);
-        }
-    });
+    change([&] { kelo::setToothVisibilities(parts_->models, visibilities); });
 }
 
 void DXDocumentModel::setBracketVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    change([&] {
-        for (const auto &[key, visible] : visibilities)
-            setHiddenPrimary(modelUnderKey(_bracketModels, key), !visible);
-    });
+    change([&] { setVisibilities(parts_->models.brackets, visibilities); });
 }
 
 void DXDocumentModel::setButtonVisibilities(const Visibilities &visibilities)
 {
     const auto keepAlive = weak_from_this().lock();
-    change([&] {
-        for (const auto &[key, visible] : visibilities)
-            setHiddenPrimary(modelUnderKey(_buttonModels, key), !visible);
-    });
+    change([&] { setVisibilities(parts_->models.buttons, visibilities); });
 }
 
-// The toggles copy the key that they are given, because it may be in something that the delegate
-// takes apart: a dictionary of models, an elastic's sequence.
+// The operations behind the toggles get copies of the key, because it may be in something that the
+// delegate takes apart: a dictionary of models, an elastic's sequence.
 
-void DXDocumentModel::toggleVisibilityOfBracket(const std::string &givenKey)
+void DXDocumentModel::toggleVisibilityOfBracket(const std::string &key)
 {
-    const auto keepAlive = weak_from_this().lock();
-    const std::string key = givenKey;
-    const auto bracket = modelUnderKey(_bracketModels, key);
-    bool visible = true;
-    change([&] {
-        setHiddenPrimary(bracket, !isHiddenPrimary(bracket));
-        visible = !isHiddenPrimary(bracket);
-        accumulateUpdateForBracket_visibility(key, visible);
-    });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::bracket_visibilityDidChange, key,
-                 visible);
-    if (isHiddenPrimary(bracket)) refactorElasticModels(key);
+    toggleVisibility({parts_->models.brackets, parts_->updates.bracketVisibilities,
+                      &DXDocumentModelDelegate::bracket_visibilityDidChange},
+                     key);
 }
 
-void DXDocumentModel::toggleVisibilityOfButton(const std::string &givenKey)
+void DXDocumentModel::toggleVisibilityOfButton(const std::string &key)
 {
-    const auto keepAlive = weak_from_this().lock();
-    const std::string key = givenKey;
-    const auto button = modelUnderKey(_buttonModels, key);
-    bool visible = true;
-    change([&] {
-        setHiddenPrimary(button, !isHiddenPrimary(button));
-        visible = !isHiddenPrimary(button);
-        accumulateUpdateForButton_visibility(key, visible);
-    });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::button_visibilityDidChange, key,
-                 visible);
-    if (isHiddenPrimary(button)) refactorElasticModels(key);
+    toggleVisibility({parts_->models.buttons, parts_->updates.buttonVisibilities,
+                      &DXDocumentModelDelegate::button_visibilityDidChange},
+                     key);
 }
 
-void DXDocumentModel::toggleVisibilityOfTooth(const std::string &givenKey)
+void DXDocumentModel::toggleVisibility(const Toggled &toggled, std::string key)
 {
     const auto keepAlive = weak_from_this().lock();
-    const std::string key = givenKey;
-    const std::string buttonKey = TreatmentNote::buttonNameForToothName(key);
-    const auto tooth = modelUnderKey(_toothModels, key);
-    bool hidden = false;
-    change([&] {
-        setHiddenPrimary(tooth, !isHiddenPrimary(tooth));
-        hidden = isHiddenPrimary(tooth);
-        setHiddenSecondary(modelUnderKey(_bracketModels, key), hidden);
-        setHiddenSecondary(modelUnderKey(_buttonModels, buttonKey), hidden);
-    });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::tooth_visibilityDidChange, key,
-                 !hidden);
-    if (isHiddenPrimary(tooth)) {
-        refactorElasticModels(key);
-        refactorElasticModels(buttonKey);
-    }
+    const auto model = modelUnderKey(toggled.models, key);
+    const auto visible =
+        change([&] { return parts_->updates.note(toggled.updates, key, toggle(model)); });
+    tell(toggled.told, key, visible);
+    if (isHiddenPrimary(model)) refactorElasticModels(key);
+}
+
+void DXDocumentModel::toggleVisibilityOfTooth(const std::string &key)
+{
+    toggleToothAndHooks(key, TreatmentNote::buttonNameForToothName(key));
+}
+
+void DXDocumentModel::toggleToothAndHooks(std::string toothKey, std::string buttonKey)
+{
+    const auto keepAlive = weak_from_this().lock();
+    const auto tooth = modelUnderKey(parts_->models.teeth, toothKey);
+    const bool visible = change([&] { return toggleTooth(parts_->models, toothKey); });
+    tell(&DXDocumentModelDelegate::tooth_visibilityDidChange, toothKey, visible);
+    if (isHiddenPrimary(tooth)) refactorElasticModelsAround({toothKey, buttonKey});
+}
+
+void DXDocumentModel::showWithTooth(const std::string &bracketKey)
+{
+    if (isHiddenPrimary(modelUnderKey(parts_->models.brackets, bracketKey)))
+        toggleVisibilityOfBracket(bracketKey);
+    if (isHiddenPrimary(modelUnderKey(parts_->models.teeth, bracketKey)))
+        toggleVisibilityOfTooth(bracketKey);
+}
+
+std::vector<std::string> DXDocumentModel::checkSanity() const
+{
+    std::vector<std::string> complaints = complaintsAboutModels(parts_->models);
+    for (const auto &more : {complaintsAboutColors(parts_->paint, parts_->models.brackets),
+                             complaintsAboutElastics(parts_->elastics, parts_->models)})
+        complaints.insert(complaints.end(), more.begin(), more.end());
+    return complaints;
 }
 
 } // namespace kelo

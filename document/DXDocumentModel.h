@@ -3,6 +3,7 @@
 #include "base/Export.h"
 #include "document/DXDocumentModelDelegate.h"
 #include "document/ElasticModel.h"
+#include "document/ModelNotLoaded.h"
 #include "keloModel/BracketColorType.h"
 #include "keloModel/ElasticsConfigType.h"
 #include "keloModel/ElasticsSizeType.h"
@@ -16,35 +17,16 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace kelo {
 
 class DXGLightweightModel;
 class Timer;
-struct Teller;
-class TreatmentNoteKeys;
 
 /// The name of the notification that a document posts, with itself as object, when it changed.
 inline constexpr char documentModelChangedNotification[] = "documentModelChangedNotification";
-
-/// Thrown by the lists of models when one that they name is not loaded; the text says which.
-class KELO_EXPORT ModelNotLoaded : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// The dictionary form of an elastic; every entry may be absent.
-struct ElasticModelDictionary
-{
-    std::shared_ptr<ElasticsConfigType> elasticsConfigType;
-    std::shared_ptr<ElasticsSizeType> elasticsSizeType;
-    std::optional<std::vector<std::string>> bracketSequence;
-};
 
 /// The state of one treatment: which meshes exist and are shown, the colour of every bracket, the
 /// catalogues, and the placed elastics. The view reads it to draw and changes it through its
@@ -74,10 +56,8 @@ public:
     using ElasticsSizeTypes = std::map<long, std::shared_ptr<ElasticsSizeType>>;
     using ElasticsConfigTypes = std::vector<std::shared_ptr<ElasticsConfigType>>;
     using ElasticModels = std::vector<std::shared_ptr<ElasticModel>>;
-    /// What setElasticModels takes: an elastic, the dictionary form of one, or something else (a
-    /// text, nothing), which is dropped.
-    using ElasticModelElement = std::variant<std::monostate, std::shared_ptr<ElasticModel>,
-                                             ElasticModelDictionary, std::string>;
+    /// What setElasticModels takes.
+    using ElasticModelElement = kelo::ElasticModelElement;
 
     DXDocumentModel();
     /// Cancels a pending notice: what the host did not flush or fetch is lost.
@@ -86,8 +66,8 @@ public:
     DXDocumentModel &operator=(const DXDocumentModel &) = delete;
 
     /// Not owned. Reset it before destroying the delegate. Null for none.
-    DXDocumentModelDelegate *delegate() const { return delegate_; }
-    void setDelegate(DXDocumentModelDelegate *delegate) { delegate_ = delegate; }
+    DXDocumentModelDelegate *delegate() const;
+    void setDelegate(DXDocumentModelDelegate *delegate);
 
     /// @name Loading, called by the host
     /// See ToothModelLoader for the files, their messages and errors. Each returns what could not
@@ -110,11 +90,11 @@ public:
     /// @name Models and catalogues
     /// The setters announce nothing. A null value in a dictionary of models is an AssertionFailure.
     /// @{
-    const std::shared_ptr<DXGLightweightModel> &upperGumModel() const { return _upperGumModel; }
-    const std::shared_ptr<DXGLightweightModel> &lowerGumModel() const { return _lowerGumModel; }
-    const Models &toothModels() const { return _toothModels; }
-    const Models &bracketModels() const { return _bracketModels; }
-    const Models &buttonModels() const { return _buttonModels; }
+    const std::shared_ptr<DXGLightweightModel> &upperGumModel() const;
+    const std::shared_ptr<DXGLightweightModel> &lowerGumModel() const;
+    const Models &toothModels() const;
+    const Models &bracketModels() const;
+    const Models &buttonModels() const;
     void setUpperGumModel(std::shared_ptr<DXGLightweightModel> model);
     void setLowerGumModel(std::shared_ptr<DXGLightweightModel> model);
     void setToothModels(Models models);
@@ -122,18 +102,9 @@ public:
     /// Gives every button the extended hit box, so that the small buttons are easy to pick.
     void setButtonModels(Models models);
 
-    const BracketColorTypes &availableBracketColorTypes() const
-    {
-        return _availableBracketColorTypes;
-    }
-    const ElasticsSizeTypes &availableElasticsSizeTypes() const
-    {
-        return _availableElasticsSizeTypes;
-    }
-    const ElasticsConfigTypes &availableElasticsConfigTypes() const
-    {
-        return _availableElasticsConfigTypes;
-    }
+    const BracketColorTypes &availableBracketColorTypes() const;
+    const ElasticsSizeTypes &availableElasticsSizeTypes() const;
+    const ElasticsConfigTypes &availableElasticsConfigTypes() const;
     void setAvailableBracketColorTypes(BracketColorTypes types);
     void setAvailableElasticsSizeTypes(ElasticsSizeTypes types);
     void setAvailableElasticsConfigTypes(ElasticsConfigTypes types);
@@ -180,7 +151,7 @@ public:
     /// @{
     /// The colour type of each coloured bracket; a bracket without an entry is white. (The name has
     /// one s more than its setter's.)
-    const ColorTypeIDs &bracketColorsTypeIDs() const { return _bracketColorTypeIDs; }
+    const ColorTypeIDs &bracketColorsTypeIDs() const;
     /// Replaces all colours, to restore saved state: paints each bracket of the dictionary in its
     /// type's colour, or white where there is `nullopt`. A type that is not available, or has no
     /// colour, is reported on standard error and leaves its bracket as it was, without an entry:
@@ -209,8 +180,8 @@ public:
     /// for updateAccumulationTime.
     /// @{
     /// Seconds; 3 at first. Counts from the next change on.
-    double updateAccumulationTime() const { return updateAccumulationTime_; }
-    void setUpdateAccumulationTime(double seconds) { updateAccumulationTime_ = seconds; }
+    double updateAccumulationTime() const;
+    void setUpdateAccumulationTime(double seconds);
     /// `nullopt` is recorded as 4999.
     void accumulateUpdateForBracket_withBracketColorTypeID(const std::string &key,
                                                            const std::optional<long> &typeID);
@@ -227,15 +198,9 @@ public:
     Visibilities bracketVisibilityUpdates();
     Visibilities buttonVisibilityUpdates();
     /// What is pending, without clearing it.
-    const ColorTypeIDs &pendingBracketColorTypeIDUpdates() const
-    {
-        return bracketColorTypeIDUpdates_;
-    }
-    const Visibilities &pendingBracketVisibilityUpdates() const
-    {
-        return bracketVisibilityUpdates_;
-    }
-    const Visibilities &pendingButtonVisibilityUpdates() const { return buttonVisibilityUpdates_; }
+    const ColorTypeIDs &pendingBracketColorTypeIDUpdates() const;
+    const Visibilities &pendingBracketVisibilityUpdates() const;
+    const Visibilities &pendingButtonVisibilityUpdates() const;
     /// @}
 
     /// Tells whoever observes this document that it changed, the views that show it among them.
@@ -246,8 +211,8 @@ public:
     /// @{
     /// The placed elastics in placing order: the list itself, not a copy. Nobody notices a change
     /// that is made to it, or to an elastic in it, until postDocumentModelChangedNotification.
-    ElasticModels &elasticModels() { return _elasticModels; }
-    const ElasticModels &elasticModels() const { return _elasticModels; }
+    ElasticModels &elasticModels();
+    const ElasticModels &elasticModels() const;
     /// Replaces the list: elastics as they are, dictionaries made into elastics, anything else
     /// dropped. The delegate is not told.
     void setElasticModels(const ElasticModels &elastics);
@@ -285,71 +250,28 @@ public:
     std::vector<std::string> checkSanity() const;
 
 private:
-    enum class Jaw { Upper, Lower };
-    /// What is loaded of a jaw, as it was listed last: views need it for every frame and pick.
-    struct JawModels
-    {
-        std::shared_ptr<const TreatmentNoteKeys> noteKeys; ///< null while nothing is listed
-        ModelList models;
-        bool isComplete = false;
-    };
-    struct JawKeys;
-    static JawKeys keysOfJaw(Jaw jaw);
-    const JawModels &loadedJaw(Jaw jaw) const;
-    void refuseIncompleteJaw(Jaw jaw) const;
+    struct Parts;   ///< see DXDocumentModelParts.h
+    struct Toggled; ///< likewise
+    void toggleVisibility(const Toggled &toggled, std::string key);
+    void toggleToothAndHooks(std::string toothKey, std::string buttonKey);
+    void showWithTooth(const std::string &bracketKey);
+    void setColor(std::string bracketKey, std::optional<long> typeID);
+    void setElasticModelElements(const std::vector<ElasticModelElement> &elements);
+    void refactorElasticModelsAround(const std::vector<std::string> &keys);
+    void removeFromElastics(std::string key);
+
     void forgetJawModels();
-    bool owns(const void *mesh) const;
     void meshChanged(const void *mesh);
-
-    class ChangeScope
-    {
-    public:
-        explicit ChangeScope(int &depth) : depth_(depth) { ++depth_; }
-        ~ChangeScope() { --depth_; }
-        ChangeScope(const ChangeScope &) = delete;
-        ChangeScope &operator=(const ChangeScope &) = delete;
-
-    private:
-        int &depth_;
-    };
     /// What every change of the document goes through: makes it, then announces it. Of changes
     /// within a change the outermost is announced, when all of it is made.
     template<class Action>
-    void change(Action &&action)
-    {
-        {
-            const ChangeScope scope(changeDepth_);
-            action();
-        }
-        if (changeDepth_ == 0) postDocumentModelChangedNotification();
-    }
+    auto change(Action &&action);
+    /// Calls an operation of the delegate, if there is one. The operations that do so keep the
+    /// document alive to their end, so that they need not ask afterwards whether it is.
+    template<class Told, class... Arguments>
+    void tell(Told DXDocumentModelDelegate::*told, Arguments &&...arguments);
 
-    void setElasticModelElements(const std::vector<ElasticModelElement> &elements);
-    void restartUpdateAccumulationTimer();
-    bool isHiddenUnderKey(const std::string &key) const;
-    bool isPlaced(const std::shared_ptr<ElasticModel> &elastic) const;
-    Teller teller() const;
-
-    DXDocumentModelDelegate *delegate_ = nullptr;
-    std::shared_ptr<DXGLightweightModel> _upperGumModel;
-    std::shared_ptr<DXGLightweightModel> _lowerGumModel;
-    Models _toothModels;
-    Models _bracketModels;
-    Models _buttonModels;
-    BracketColorTypes _availableBracketColorTypes;
-    ElasticsSizeTypes _availableElasticsSizeTypes;
-    ElasticsConfigTypes _availableElasticsConfigTypes;
-    ColorTypeIDs _bracketColorTypeIDs;
-    ElasticModels _elasticModels;
-    mutable JawModels upperJaw_;
-    mutable JawModels lowerJaw_;
-    int changeDepth_ = 0;
-    /// The fields below share their names with operations, hence the trailing underscore.
-    std::weak_ptr<Timer> updateAccumulationTimer_; ///< the run loop holds it
-    double updateAccumulationTime_ = 3.0;
-    ColorTypeIDs bracketColorTypeIDUpdates_;
-    Visibilities bracketVisibilityUpdates_;
-    Visibilities buttonVisibilityUpdates_;
+    std::unique_ptr<Parts> parts_;
 };
 
 } // namespace kelo

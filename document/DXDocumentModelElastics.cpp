@@ -1,43 +1,22 @@
-#include "document/DXDocumentModel.h"
+#include "document/DXDocumentModelParts.h"
 
-#include "base/TellDelegate.h"
-#include "document/ModelLookup.h"
+#include "document/ModelVisibility.h"
 
-#include <algorithm>
-#include <set>
+#include <utility>
+#include <vector>
 
 namespace kelo {
 
 void DXDocumentModel::setElasticModels(const ElasticModels &elastics)
 {
-    ElasticModels kept;
-    std::copy_if(elastics.begin(), elastics.end(), std::back_inserter(kept),
-                 [](const std::shared_ptr<ElasticModel> &elastic) { return elastic != nullptr; });
     const auto keepAlive = weak_from_this().lock();
-    change([&] { _elasticModels = std::move(kept); });
+    ElasticModels kept = withoutNulls(elastics);
+    change([&] { parts_->elastics = std::move(kept); });
 }
 
 void DXDocumentModel::setElasticModelElements(const std::vector<ElasticModelElement> &elements)
 {
-    ElasticModels elastics;
-    for (const ElasticModelElement &element : elements) {
-        if (const auto *elastic = std::get_if<std::shared_ptr<ElasticModel>>(&element)) {
-            if (*elastic) elastics.push_back(*elastic);
-        } else if (const auto *dictionary = std::get_if<ElasticModelDictionary>(&element)) {
-            elastics.push_back(
-                ElasticModel::elasticModelWithElasticsConfigType_elasticsSizeType_bracketSequence(
-                    dictionary->elasticsConfigType, dictionary->elasticsSizeType,
-                    dictionary->bracketSequence.value_or(std::vector<std::string>())));
-        }
-    }
-    const auto keepAlive = weak_from_this().lock();
-    change([&] { _elasticModels = std::move(elastics); });
-}
-
-bool DXDocumentModel::isPlaced(const std::shared_ptr<ElasticModel> &elastic) const
-{
-    return elastic &&
-           std::find(_elasticModels.begin(), _elasticModels.end(), elastic) != _elasticModels.end();
+    setElasticModels(elasticsFromElements(elements));
 }
 
 void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &givenElastic)
@@ -46,17 +25,17 @@ void DXDocumentModel::placeElasticModel(const std::shared_ptr<ElasticModel> &giv
     // A reference of its own, here and below: the given one may be in the list that changes.
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
     if (!elastic) return;
-    change([&] { _elasticModels.push_back(elastic); });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelPlaced, elastic);
+    change([&] { parts_->elastics.push_back(elastic); });
+    tell(&DXDocumentModelDelegate::elasticModelPlaced, elastic);
 }
 
 void DXDocumentModel::removeElasticModel(const std::shared_ptr<ElasticModel> &givenElastic)
 {
     const auto keepAlive = weak_from_this().lock();
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
-    if (!isPlaced(elastic)) return;
-    change([&] { std::erase(_elasticModels, elastic); });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelRemoved, elastic);
+    if (!contains(parts_->elastics, elastic)) return;
+    change([&] { std::erase(parts_->elastics, elastic); });
+    tell(&DXDocumentModelDelegate::elasticModelRemoved, elastic);
 }
 
 void DXDocumentModel::elasticModel_setElasticsSizeType(
@@ -65,10 +44,9 @@ void DXDocumentModel::elasticModel_setElasticsSizeType(
 {
     const auto keepAlive = weak_from_this().lock();
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
-    if (!isPlaced(elastic)) return;
+    if (!contains(parts_->elastics, elastic)) return;
     change([&] { elastic->setElasticsSizeType(sizeType); });
-    tellDelegate(teller(), delegate_, &DXDocumentModelDelegate::elasticModelColorDidChange,
-                 elastic);
+    tell(&DXDocumentModelDelegate::elasticModelColorDidChange, elastic);
 }
 
 void DXDocumentModel::elasticModel_setElasticsConfigType(
@@ -77,59 +55,33 @@ void DXDocumentModel::elasticModel_setElasticsConfigType(
 {
     const auto keepAlive = weak_from_this().lock();
     const std::shared_ptr<ElasticModel> elastic = givenElastic;
-    if (!isPlaced(elastic)) return;
+    if (!contains(parts_->elastics, elastic)) return;
     change([&] { elastic->setElasticsConfigType(configType); });
 }
 
 std::shared_ptr<ElasticModel> DXDocumentModel::elasticModelForUniqueID(std::uint32_t uniqueID) const
 {
-    for (const auto &elastic : _elasticModels) {
-        if (elastic && elastic->uniqueID() == uniqueID) return elastic;
-    }
-    return nullptr;
+    return elasticForUniqueID(parts_->elastics, uniqueID);
 }
 
-bool DXDocumentModel::isHiddenUnderKey(const std::string &key) const
+void DXDocumentModel::refactorElasticModels(const std::string &key)
 {
-    const auto button = modelUnderKey(_buttonModels, key);
-    return isHiddenPrimary(modelUnderKey(_toothModels, key)) ||
-           isHiddenPrimary(modelUnderKey(_bracketModels, key)) || isHiddenPrimary(button) ||
-           isHiddenSecondary(button);
+    if (isHiddenUnderKey(parts_->models, key)) removeFromElastics(key);
 }
 
-void DXDocumentModel::refactorElasticModels(const std::string &givenKey)
+void DXDocumentModel::refactorElasticModelsAround(const std::vector<std::string> &keys)
+{
+    for (const std::string &key : keys)
+        refactorElasticModels(key);
+}
+
+void DXDocumentModel::removeFromElastics(std::string key)
 {
     const auto keepAlive = weak_from_this().lock();
-    const std::string key = givenKey;
-    if (!isHiddenUnderKey(key)) return;
-
-    const ElasticModels before = _elasticModels;
-    ElasticModels after = before;
-    bool changed = false;
-    for (const auto &elastic : before) {
-        if (!elastic) continue;
-        std::vector<std::string> members;
-        std::set<int> teeth;
-        for (const std::string &member : elastic->bracketSequence()) {
-            if (member == key) continue;
-            members.push_back(member);
-            // A bracket and the button on the same tooth count once, wherever the button's letter
-            // is in a chart of the host's own.
-            const int tooth = integerValueOfNameKey(toothKeyOfNameKey(member));
-            if (tooth >= 0) teeth.insert(tooth);
-        }
-        if (members.size() == elastic->bracketSequence().size()) continue;
-        changed = true;
-        if (teeth.size() > 1)
-            elastic->setBracketSequence(std::move(members));
-        else
-            std::erase(after, elastic);
-    }
-    if (!changed) return;
-    setElasticModels(after);
-    tellDelegate(teller(), delegate_,
-                 &DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets,
-                 std::vector<std::string>{key});
+    ElasticModels left = parts_->elastics;
+    if (!removeKey(left, key)) return;
+    setElasticModels(left);
+    tell(&DXDocumentModelDelegate::elasticModelsRefactoredAroundBrackets, std::vector{key});
 }
 
 } // namespace kelo

@@ -6,7 +6,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace kelo {
@@ -63,5 +65,17 @@ private:
     std::shared_ptr<ElasticsSizeType> _elasticsSizeType;
     std::vector<std::string> _bracketSequence;
 };
+
+/// The dictionary form of an elastic; every entry may be absent.
+struct ElasticModelDictionary
+{
+    std::shared_ptr<ElasticsConfigType> elasticsConfigType;
+    std::shared_ptr<ElasticsSizeType> elasticsSizeType;
+    std::optional<std::vector<std::string>> bracketSequence;
+};
+
+/// An elastic, the dictionary form of one, or something else: a text, nothing.
+using ElasticModelElement = std::variant<std::monostate, std::shared_ptr<ElasticModel>,
+                                         ElasticModelDictionary, std::string>;
 
 } // namespace kelo

@@ -8,11 +8,12 @@
 
 namespace kelo {
 
+using ModelDictionary = NameKeyDictionary<std::shared_ptr<DXGLightweightModel>>;
+
 /// The model under the key, or null. The caller gets its own reference, because an observer of a
 /// change to the model may replace the whole dictionary.
-inline std::shared_ptr<DXGLightweightModel>
-modelUnderKey(const NameKeyDictionary<std::shared_ptr<DXGLightweightModel>> &models,
-              const std::string &key)
+inline std::shared_ptr<DXGLightweightModel> modelUnderKey(const ModelDictionary &models,
+                                                          const std::string &key)
 {
     const auto model = models.find(key);
     return model == models.end() ? nullptr : model->second;
@@ -30,8 +31,7 @@ inline bool isHiddenSecondary(const std::shared_ptr<DXGLightweightModel> &model)
 }
 
 /// Whether the model under the key is hidden, for whatever reason.
-inline bool isHidden(const NameKeyDictionary<std::shared_ptr<DXGLightweightModel>> &models,
-                     const std::string &key)
+inline bool isHidden(const ModelDictionary &models, const std::string &key)
 {
     const auto model = modelUnderKey(models, key);
     return isHiddenPrimary(model) || isHiddenSecondary(model);

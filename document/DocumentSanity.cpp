@@ -1,9 +1,10 @@
-#include "document/DXDocumentModel.h"
+#include "document/DocumentSanity.h"
 
-#include "document/ModelLookup.h"
 #include "keloModel/TreatmentNote.h"
 #include "models/PickIdentifier.h"
 
+#include <cstdint>
+#include <map>
 #include <set>
 
 namespace kelo {
@@ -16,8 +17,8 @@ std::string quoted(const std::string &key)
     return '"' + key + '"';
 }
 
-void checkCarriedModel(const DXDocumentModel::Models &carried, const std::string &key,
-                       const char *kind, const DXGLightweightModel &tooth, Complaints &complaints)
+void checkCarriedModel(const ModelDictionary &carried, const std::string &key, const char *kind,
+                       const DXGLightweightModel &tooth, Complaints &complaints)
 {
     const auto model = modelUnderKey(carried, key);
     if (model && model->hiddenSecondary() != tooth.hiddenPrimary())
@@ -38,58 +39,74 @@ void checkIdentifier(const std::shared_ptr<DXGLightweightModel> &model, const st
                              std::to_string(identifier) + " with another model");
 }
 
-void checkElastic(const ElasticModel &elastic, const DXDocumentModel &model, Complaints &complaints)
+void checkElastic(const ElasticModel &elastic, const ModelSet &models, Complaints &complaints)
 {
     for (const std::string &key : elastic.bracketSequence()) {
-        if (!modelUnderKey(model.bracketModels(), key) && !modelUnderKey(model.buttonModels(), key))
+        if (!modelUnderKey(models.brackets, key) && !modelUnderKey(models.buttons, key))
             complaints.push_back("The elastic " + std::to_string(elastic.uniqueID()) +
                                  " runs through " + quoted(key) +
                                  ", which is no loaded bracket or button");
     }
 }
 
-} // namespace
-
-std::vector<std::string> DXDocumentModel::checkSanity() const
+void checkIdentifiers(const ModelSet &models, Complaints &complaints)
 {
-    Complaints complaints;
-    for (const auto &[key, tooth] : _toothModels) {
-        checkCarriedModel(_bracketModels, key, "bracket", *tooth, complaints);
-        checkCarriedModel(_buttonModels, TreatmentNote::buttonNameForToothName(key), "button",
-                          *tooth, complaints);
-    }
-
     std::set<std::uint64_t> identifiers;
-    checkIdentifier(_upperGumModel, "upper gum", identifiers, complaints);
-    checkIdentifier(_lowerGumModel, "lower gum", identifiers, complaints);
-    for (const auto &[key, tooth] : _toothModels)
+    checkIdentifier(models.upperGum, "upper gum", identifiers, complaints);
+    checkIdentifier(models.lowerGum, "lower gum", identifiers, complaints);
+    for (const auto &[key, tooth] : models.teeth)
         checkIdentifier(tooth, "tooth " + quoted(key), identifiers, complaints);
-    for (const auto &[key, bracket] : _bracketModels)
+    for (const auto &[key, bracket] : models.brackets)
         checkIdentifier(bracket, "bracket " + quoted(key), identifiers, complaints);
-    for (const auto &[key, button] : _buttonModels) {
+    for (const auto &[key, button] : models.buttons) {
         checkIdentifier(button, "button " + quoted(key), identifiers, complaints);
         if (!button->extendedHitbox())
             complaints.push_back("The button " + quoted(key) + " has no extended hit box");
     }
+}
 
-    for (const auto &[key, typeID] : _bracketColorTypeIDs) {
-        if (!_bracketModels.contains(key))
+} // namespace
+
+std::vector<std::string> complaintsAboutModels(const ModelSet &models)
+{
+    Complaints complaints;
+    for (const auto &[key, tooth] : models.teeth) {
+        checkCarriedModel(models.brackets, key, "bracket", *tooth, complaints);
+        checkCarriedModel(models.buttons, TreatmentNote::buttonNameForToothName(key), "button",
+                          *tooth, complaints);
+    }
+    checkIdentifiers(models, complaints);
+    return complaints;
+}
+
+std::vector<std::string> complaintsAboutColors(const BracketPaint &paint,
+                                               const ModelDictionary &brackets)
+{
+    Complaints complaints;
+    for (const auto &[key, typeID] : paint.typeIDs()) {
+        if (!brackets.contains(key))
             complaints.push_back("The colour of bracket " + quoted(key) +
                                  " belongs to no loaded bracket");
-        if (typeID != noBracketColorTypeID && !_availableBracketColorTypes.contains(typeID))
+        if (typeID != noBracketColorTypeID && !paint.availableTypes().contains(typeID))
             complaints.push_back("The colour " + std::to_string(typeID) + " of bracket " +
                                  quoted(key) + " is not available");
     }
+    return complaints;
+}
 
-    std::map<std::uint32_t, const ElasticModel *> elastics;
-    for (const auto &elastic : _elasticModels) {
+std::vector<std::string> complaintsAboutElastics(const ElasticList &elastics,
+                                                 const ModelSet &models)
+{
+    Complaints complaints;
+    std::map<std::uint32_t, const ElasticModel *> known;
+    for (const auto &elastic : elastics) {
         if (!elastic) {
             complaints.emplace_back("The list of elastics holds a null");
             continue;
         }
-        checkElastic(*elastic, *this, complaints);
-        const auto [known, isNew] = elastics.emplace(elastic->uniqueID(), elastic.get());
-        if (!isNew && known->second != elastic.get())
+        checkElastic(*elastic, models, complaints);
+        const auto [same, isNew] = known.emplace(elastic->uniqueID(), elastic.get());
+        if (!isNew && same->second != elastic.get())
             complaints.push_back("Two elastics share the identifier " +
                                  std::to_string(elastic->uniqueID()));
     }
