@@ -329,9 +329,8 @@ void DXDocumentModel::toggleVisibility(const Toggled &toggled, std::string key)
 {
     const auto keepAlive = weak_from_this().lock();
     const auto model = modelUnderKey(toggled.models, key);
-    const auto visible =
-        change([&] { return parts_->updates.note(toggled.updates, key, toggle(model)); });
-    tell(toggled.told, key, visible);
+    const auto toggleIt = [&] { return parts_->updates.note(toggled.updates, key, toggle(model)); };
+    tell(toggled.told, key, change(toggleIt));
     if (isHiddenPrimary(model)) refactorElasticModels(key);
 }
 
