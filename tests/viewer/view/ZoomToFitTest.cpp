@@ -63,7 +63,7 @@ TEST_F(ZoomToFit, aFittedSceneStaysFittedWhenTheWindowGetsNarrow)
 
 TEST_F(ZoomToFit, aWindowThatIsWideEnoughShowsWhatTheViewsOwnFitShows)
 {
-    showIn({720.0, 600.0}); // a fifth wider than high
+    showIn({1200.0, 600.0}); // twice as wide as high: wider than the jaws and their gums
     view->zoomToFit();
     const kelo::WindowLimits own = view->windowLimits();
     zoomToFit(*view);
